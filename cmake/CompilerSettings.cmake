@@ -1,0 +1,33 @@
+# One set of compiler settings for every target: C++20, hidden visibility, the house warnings, and the
+# sanitizers that a preset asks for.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+add_library(qkui_settings INTERFACE)
+target_compile_options(qkui_settings INTERFACE -Wall -Wextra -Wconversion -Wshadow)
+if(QKUI_WARNINGS_AS_ERRORS)
+    target_compile_options(qkui_settings INTERFACE -Werror)
+endif()
+if(QKUI_SANITIZE)
+    target_compile_options(qkui_settings INTERFACE -fsanitize=${QKUI_SANITIZE} -fno-omit-frame-pointer
+                                                   -fno-sanitize-recover=all)
+    target_link_options(qkui_settings INTERFACE -fsanitize=${QKUI_SANITIZE})
+endif()
+
+# qkui_module(NAME source... ): an object library of one folder, linked into libQKUILib.so and, on its own,
+# into the tests that look inside.
+function(qkui_module name)
+    add_library(${name} OBJECT ${ARGN})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/platform/include
+                                              ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${name} PRIVATE QKUI_BUILDING)
+    target_link_libraries(${name} PRIVATE qkui_settings)
+endfunction()

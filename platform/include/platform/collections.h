@@ -1,0 +1,78 @@
+// Growable collections. A position outside the collection raises CInvalidArgException in every build.
+#pragma once
+
+#include <list>
+#include <utility>
+#include <vector>
+
+#include <platform/text.h>
+#include <platform/types.h>
+
+// The root of what the platform throws. Exceptions are thrown by value and caught by reference.
+class PLATFORM_API CException {
+  public:
+    CException() = default;
+    CException(const CException&) = default;
+    CException& operator=(const CException&) = default;
+    virtual ~CException();
+    // One English sentence, valid as long as the exception.
+    virtual const char* What() const noexcept = 0;
+};
+
+class PLATFORM_API CInvalidArgException : public CException {
+  public:
+    ~CInvalidArgException() override;
+    const char* What() const noexcept override;
+};
+
+[[noreturn]] PLATFORM_API void AfxThrowInvalidArgException();
+
+// An array that grows. Elements move when it grows: keep positions, not addresses.
+template <class T>
+class CArray {
+  public:
+    INT_PTR GetSize() const { return static_cast<INT_PTR>(items_.size()); }
+    INT_PTR GetCount() const { return GetSize(); }
+    bool IsEmpty() const { return items_.empty(); }
+    T& GetAt(INT_PTR index) { return items_[Checked(index)]; }
+    const T& GetAt(INT_PTR index) const { return items_[Checked(index)]; }
+    T& operator[](INT_PTR index) { return GetAt(index); }
+    const T& operator[](INT_PTR index) const { return GetAt(index); }
+    void SetAt(INT_PTR index, T value) { GetAt(index) = std::move(value); }
+    // Appends and returns the new element's index.
+    INT_PTR Add(T value) {
+        items_.push_back(std::move(value));
+        return GetSize() - 1;
+    }
+    // Index GetSize() appends; beyond that raises.
+    void InsertAt(INT_PTR index, T value) {
+        if (index != GetSize()) Checked(index);
+        items_.insert(items_.begin() + index, std::move(value));
+    }
+    // Later elements move down in order. A range that leaves the array raises and changes nothing.
+    void RemoveAt(INT_PTR index, INT_PTR count = 1) {
+        if (index < 0 || count < 0 || index > GetSize() || count > GetSize() - index)
+            AfxThrowInvalidArgException();
+        items_.erase(items_.begin() + index, items_.begin() + index + count);
+    }
+    // Releases the storage too.
+    void RemoveAll() { std::vector<T>().swap(items_); }
+    void SetSize(INT_PTR size) {
+        if (size < 0) AfxThrowInvalidArgException();
+        items_.resize(static_cast<std::size_t>(size));
+    }
+    T* GetData() { return items_.data(); }
+    const T* GetData() const { return items_.data(); }
+    auto begin() const { return items_.begin(); }
+    auto end() const { return items_.end(); }
+
+  private:
+    std::size_t Checked(INT_PTR index) const {
+        if (index < 0 || index >= GetSize()) AfxThrowInvalidArgException();
+        return static_cast<std::size_t>(index);
+    }
+    std::vector<T> items_;
+};
+
+using CByteArray = CArray<BYTE>;
+using CStringArray = CArray<CString>;

@@ -1,0 +1,271 @@
+// The application framework: run-time class information, windows as objects, message maps, dialogs.
+#pragma once
+
+#include <platform/collections.h>
+#include <platform/geometry.h>
+#include <platform/resources.h>
+#include <platform/window.h>
+
+// ---- Run-time class information -----------------------------------------------------------------------
+
+class CObject;
+
+struct CRuntimeClass {
+    const char* m_lpszClassName;
+    const CRuntimeClass* m_pBaseClass;
+    CObject* (*m_pfnCreateObject)();  // null for a class that cannot be created by name
+
+    PLATFORM_API bool IsDerivedFrom(const CRuntimeClass* base) const;
+    // A new object of the class, owned by the caller; null when it cannot be created.
+    CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
+};
+
+class PLATFORM_API CObject {
+  public:
+    virtual ~CObject();
+    virtual const CRuntimeClass* GetRuntimeClass() const;
+    bool IsKindOf(const CRuntimeClass* runtimeClass) const;
+    static const CRuntimeClass classCObject;
+
+  protected:
+    CObject() = default;
+    CObject(const CObject&) = default;
+    CObject& operator=(const CObject&) = default;
+};
+
+#define RUNTIME_CLASS(name) (&name::class##name)
+#define DECLARE_DYNAMIC(name)               \
+  public:                                   \
+    static const CRuntimeClass class##name; \
+    const CRuntimeClass* GetRuntimeClass() const override;
+#define IMPLEMENT_DYNAMIC(name, base)                                              \
+    const CRuntimeClass name::class##name = {#name, RUNTIME_CLASS(base), nullptr}; \
+    const CRuntimeClass* name::GetRuntimeClass() const {                           \
+        return RUNTIME_CLASS(name);                                                \
+    }
+
+// ---- Message maps -------------------------------------------------------------------------------------
+
+class CWnd;
+class CCmdTarget;
+
+// One line of a message map: which message, and the function that unpacks its parameters and calls the
+// handler. The result of a handler that returns nothing is 0.
+struct AFX_MSGMAP_ENTRY {
+    UINT message;  // 0 ends the map
+    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);
+};
+struct AFX_MSGMAP {
+    const AFX_MSGMAP* (*base)();
+    const AFX_MSGMAP_ENTRY* entries;
+};
+
+class PLATFORM_API CCmdTarget : public CObject {
+    DECLARE_DYNAMIC(CCmdTarget)
+  protected:
+    virtual const AFX_MSGMAP* GetMessageMap() const;
+    static const AFX_MSGMAP* GetThisMessageMap();
+};
+
+#define DECLARE_MESSAGE_MAP()                     \
+  protected:                                      \
+    static const AFX_MSGMAP* GetThisMessageMap(); \
+    const AFX_MSGMAP* GetMessageMap() const override;
+
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)          \
+    const AFX_MSGMAP* theClass::GetMessageMap() const { \
+        return GetThisMessageMap();                     \
+    }                                                   \
+    const AFX_MSGMAP* theClass::GetThisMessageMap() {   \
+        using ThisClass [[maybe_unused]] = theClass;    \
+        using TheBaseClass = baseClass;                 \
+        static const AFX_MSGMAP_ENTRY entries[] = {
+#define END_MESSAGE_MAP()                                                      \
+    { 0, nullptr }                                                             \
+    }                                                                          \
+    ;                                                                          \
+    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries}; \
+    return &map;                                                               \
+    }
+
+#define AFX_MSGMAP_LINE(id, ...)                                                                   \
+    {id, [](CCmdTarget* target, [[maybe_unused]] WPARAM w, [[maybe_unused]] LPARAM l) -> LRESULT { \
+         [[maybe_unused]] auto* self = static_cast<ThisClass*>(target);                            \
+         __VA_ARGS__                                                                               \
+     }},
+#define AFX_POINT_LINE(id, handler)                                                                    \
+    AFX_MSGMAP_LINE(id, self->handler(static_cast<UINT>(w), CPoint(GET_X_LPARAM(l), GET_Y_LPARAM(l))); \
+                    return 0;)
+
+#define ON_WM_PAINT() AFX_MSGMAP_LINE(WM_PAINT, self->OnPaint(); return 0;)
+#define ON_WM_ERASEBKGND() AFX_MSGMAP_LINE(WM_ERASEBKGND, return self->OnEraseBkgnd(HDC::FromParam(w));)
+#define ON_WM_MOVE() AFX_MSGMAP_LINE(WM_MOVE, self->OnMove(GET_X_LPARAM(l), GET_Y_LPARAM(l)); return 0;)
+#define ON_WM_SIZE()                                                                                   \
+    AFX_MSGMAP_LINE(WM_SIZE, self->OnSize(static_cast<UINT>(w), LOWORD(static_cast<std::uint64_t>(l)), \
+                                          HIWORD(static_cast<std::uint64_t>(l)));                      \
+                    return 0;)
+#define ON_WM_CLOSE() AFX_MSGMAP_LINE(WM_CLOSE, self->OnClose(); return 0;)
+#define ON_WM_DESTROY() AFX_MSGMAP_LINE(WM_DESTROY, self->OnDestroy(); return 0;)
+#define ON_WM_TIMER() AFX_MSGMAP_LINE(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(w)); return 0;)
+#define ON_WM_ACTIVATE()                                                                                    \
+    AFX_MSGMAP_LINE(WM_ACTIVATE,                                                                            \
+                    self->OnActivate(LOWORD(w), HWND::FromParam(static_cast<std::uint64_t>(l)), HIWORD(w)); \
+                    return 0;)
+#define ON_WM_MOUSEMOVE() AFX_POINT_LINE(WM_MOUSEMOVE, OnMouseMove)
+#define ON_WM_LBUTTONDOWN() AFX_POINT_LINE(WM_LBUTTONDOWN, OnLButtonDown)
+#define ON_WM_LBUTTONUP() AFX_POINT_LINE(WM_LBUTTONUP, OnLButtonUp)
+#define ON_WM_LBUTTONDBLCLK() AFX_POINT_LINE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
+#define ON_WM_RBUTTONDOWN() AFX_POINT_LINE(WM_RBUTTONDOWN, OnRButtonDown)
+#define ON_WM_RBUTTONUP() AFX_POINT_LINE(WM_RBUTTONUP, OnRButtonUp)
+#define ON_WM_MOUSELEAVE() AFX_MSGMAP_LINE(WM_MOUSELEAVE, self->OnMouseLeave(); return 0;)
+#define ON_WM_KEYDOWN() AFX_MSGMAP_LINE(WM_KEYDOWN, self->OnKeyDown(static_cast<UINT>(w)); return 0;)
+// LRESULT handler(WPARAM, LPARAM)
+#define ON_MESSAGE(id, handler) AFX_MSGMAP_LINE(id, return self->handler(w, l);)
+
+// ---- Windows ------------------------------------------------------------------------------------------
+
+// A window as an object. The object does not own the window's life: it is attached when the window is
+// created and detached when the window is destroyed, after which m_hWnd is empty. Destroying the object
+// destroys its window.
+class PLATFORM_API CWnd : public CCmdTarget {
+    DECLARE_DYNAMIC(CWnd)
+  public:
+    CWnd() = default;
+    ~CWnd() override;
+    CWnd(const CWnd&) = delete;
+    CWnd& operator=(const CWnd&) = delete;
+
+    HWND m_hWnd;
+
+    HWND GetSafeHwnd() const { return m_hWnd; }
+    // The object of a window, or null when the window has none.
+    static CWnd* FromHandlePermanent(HWND window);
+
+    // A window of the framework's own class, attached to this object.
+    virtual BOOL CreateEx(DWORD exStyle, LPCWSTR title, DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    virtual BOOL DestroyWindow();
+
+    DWORD GetStyle() const;
+    DWORD GetExStyle() const;
+    // True when the style changed. `flags` other than 0 are given to SetWindowPos.
+    BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
+    BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0);
+
+    BOOL ShowWindow(int command) { return ::ShowWindow(m_hWnd, command); }
+    BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
+    BOOL EnableWindow(BOOL enable = TRUE) { return ::EnableWindow(m_hWnd, enable); }
+    void GetWindowRect(RECT* rect) const { ::GetWindowRect(m_hWnd, rect); }
+    void GetClientRect(RECT* rect) const { ::GetClientRect(m_hWnd, rect); }
+    void ScreenToClient(RECT* rect) const;
+    void ClientToScreen(RECT* rect) const;
+    BOOL SetWindowPos(HWND after, int x, int y, int width, int height, UINT flags) {
+        return ::SetWindowPos(m_hWnd, after, x, y, width, height, flags);
+    }
+    void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE) {
+        ::MoveWindow(m_hWnd, x, y, width, height, repaint);
+    }
+    // Centres on the parent, or on the screen where there is none.
+    void CenterWindow();
+    void SetWindowText(LPCWSTR text) { ::SetWindowTextW(m_hWnd, text); }
+    CString GetWindowText() const { return ::GetWindowTextW(m_hWnd); }
+    // The control with an identifier; the empty handle when there is none.
+    HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
+    void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }
+    void InvalidateRect(const RECT* rect, BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, rect, erase); }
+    LRESULT SendMessage(UINT message, WPARAM w = 0, LPARAM l = 0) {
+        return ::SendMessageW(m_hWnd, message, w, l);
+    }
+    BOOL PostMessage(UINT message, WPARAM w = 0, LPARAM l = 0) {
+        return ::PostMessageW(m_hWnd, message, w, l);
+    }
+    UINT_PTR SetTimer(UINT_PTR id, UINT interval) { return ::SetTimer(m_hWnd, id, interval, nullptr); }
+    BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
+
+    // True takes a message out before it is translated and dispatched. Called by the framework's loops for
+    // the message's window and each of its parents.
+    virtual BOOL PreTranslateMessage(MSG* message);
+    // The framework's loops call this for a message: the PreTranslateMessage of the window and its parents.
+    static BOOL WalkPreTranslateTree(MSG* message);
+
+    virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // Defaults of the handlers that a message map may route to; each runs Default().
+    void OnPaint() { Default(); }
+    BOOL OnEraseBkgnd(HDC) { return static_cast<BOOL>(Default()); }
+    void OnMove(int, int) { Default(); }
+    void OnSize(UINT, int, int) { Default(); }
+    void OnClose() { Default(); }
+    void OnDestroy() { Default(); }
+    void OnTimer(UINT_PTR) { Default(); }
+    void OnActivate(UINT, HWND, BOOL) { Default(); }
+    void OnMouseMove(UINT, CPoint) { Default(); }
+    void OnLButtonDown(UINT, CPoint) { Default(); }
+    void OnLButtonUp(UINT, CPoint) { Default(); }
+    void OnLButtonDblClk(UINT, CPoint) { Default(); }
+    void OnRButtonDown(UINT, CPoint) { Default(); }
+    void OnRButtonUp(UINT, CPoint) { Default(); }
+    void OnMouseLeave() { Default(); }
+    void OnKeyDown(UINT) { Default(); }
+
+  protected:
+    // Default processing of the message being handled, with its own parameters. Outside a handler, or once
+    // the window is gone, it does nothing and returns 0.
+    LRESULT Default();
+    virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    // Called last of all, after the window is gone; an object on the heap may delete itself here.
+    virtual void PostNcDestroy();
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    friend struct CWndAccess;
+};
+
+// ---- Dialogs ------------------------------------------------------------------------------------------
+
+class CDataExchange;
+
+class PLATFORM_API CDialog : public CWnd {
+    DECLARE_DYNAMIC(CDialog)
+  public:
+    CDialog() = default;
+    explicit CDialog(UINT templateId, CWnd* parent = nullptr);
+    ~CDialog() override;
+
+    // Modeless: the window and its controls from a template, then OnInitDialog. False with the last error
+    // when the template or the window system fails.
+    virtual BOOL Create(UINT templateId, CWnd* parent = nullptr);
+    // Modal: creates the window, disables the parent, shows the dialog and runs messages until EndDialog or
+    // until the window is destroyed, then enables and activates the parent again. Returns the result given
+    // to EndDialog; IDCANCEL when the window was destroyed otherwise or WM_QUIT came (which is posted on to
+    // the outer loop); -1 with the last error when the window cannot be created or the display server went
+    // away.
+    virtual INT_PTR DoModal();
+    // Ends DoModal after the message being handled; hides the window at once.
+    void EndDialog(int result);
+
+    virtual BOOL OnInitDialog();
+    BOOL PreTranslateMessage(MSG* message) override;
+    UINT m_nTemplateId = 0;
+
+  protected:
+    virtual void OnOK();
+    virtual void OnCancel();
+    virtual void DoDataExchange(CDataExchange* exchange);
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    friend struct CDialogAccess;
+    CWnd* m_pParentWnd = nullptr;
+    bool m_modal = false;
+    bool m_ended = false;
+    int m_result = -1;
+};
+
+// ---- The host's message loop --------------------------------------------------------------------------
+
+// Runs messages until WM_QUIT, and returns its exit code; -1 when the display server went away.
+PLATFORM_API int AfxRunMessageLoop();
+// Waits for one message, filters it through PreTranslateMessage, translates and dispatches it. False on
+// WM_QUIT, or when the display server went away.
+PLATFORM_API BOOL AfxPumpMessage();

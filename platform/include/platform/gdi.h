@@ -1,0 +1,105 @@
+// Device contexts, bitmaps, block copies and regions.
+//
+// Every surface is premultiplied 32-bit ARGB. A device context draws onto the bitmap selected into it or
+// onto a window, inside its clip; coordinates are pixels, the origin is the top left.
+#pragma once
+
+#include <platform/types.h>
+
+struct BITMAPINFOHEADER {
+    DWORD biSize;
+    LONG biWidth;
+    LONG biHeight;  // positive: the first row in memory is the bottom one; negative: the top one
+    WORD biPlanes;
+    WORD biBitCount;
+    DWORD biCompression;
+    DWORD biSizeImage;
+    LONG biXPelsPerMeter;
+    LONG biYPelsPerMeter;
+    DWORD biClrUsed;
+    DWORD biClrImportant;
+};
+struct BITMAPINFO {
+    BITMAPINFOHEADER bmiHeader;
+};
+enum : DWORD { BI_RGB = 0 };
+enum : UINT { DIB_RGB_COLORS = 0 };
+
+// How UpdateLayeredWindow blends.
+struct BLENDFUNCTION {
+    BYTE BlendOp;
+    BYTE BlendFlags;
+    BYTE SourceConstantAlpha;
+    BYTE AlphaFormat;
+};
+enum : BYTE { AC_SRC_OVER = 0, AC_SRC_ALPHA = 1 };
+
+// A memory context without a bitmap: nothing can be drawn until one is selected. The given context only
+// has to be live; the empty one is accepted. Owned by the caller until DeleteDC.
+PLATFORM_API HDC CreateCompatibleDC(HDC context);
+// Fails for a context that came from GetDC or BeginPaint.
+PLATFORM_API BOOL DeleteDC(HDC context);
+
+// A bitmap of zeroed (transparent) pixels. Sizes below 1, above 32767 or above 2^28 pixels fail with
+// ERROR_INVALID_PARAMETER, lack of memory with ERROR_NOT_ENOUGH_MEMORY. Owned by the caller.
+PLATFORM_API HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
+// A 32-bit bitmap whose memory the caller sees through `bits`: premultiplied 0xAARRGGBB words, width x 4
+// bytes a row, zeroed, bottom-up when the height is positive. Only 32 bits, one plane, BI_RGB.
+// A writer of the memory calls GdiFlush before the bitmap is drawn with again.
+PLATFORM_API HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void** bits);
+// Tells the platform that memory of DIB sections was written directly.
+PLATFORM_API void GdiFlush();
+
+// Selects a bitmap into a memory context and returns the one selected before. Empty on failure: a stale
+// handle, a context that is not a memory context, or a bitmap that another context holds.
+// Selecting the empty handle takes the bitmap out.
+PLATFORM_API HBITMAP SelectObject(HDC context, HBITMAP bitmap);
+
+PLATFORM_API HBRUSH CreateSolidBrush(COLORREF colour);
+
+// Deleting a bitmap that a context still holds fails. Stale handles fail.
+PLATFORM_API BOOL DeleteObject(HBITMAP bitmap);
+PLATFORM_API BOOL DeleteObject(HBRUSH brush);
+PLATFORM_API BOOL DeleteObject(HRGN region);
+
+enum : DWORD { SRCCOPY = 0x00CC0020 };
+// Copies a block, alpha channel included, without blending. The parts of the source rectangle outside the
+// source leave the destination alone. Source and destination may be one bitmap; overlap is handled.
+// Only SRCCOPY.
+PLATFORM_API BOOL BitBlt(HDC destination, int x, int y, int width, int height, HDC source, int sourceX,
+                         int sourceY, DWORD operation);
+// Fills with opaque pixels of the brush's colour.
+PLATFORM_API int FillRect(HDC context, const RECT* rect, HBRUSH brush);
+
+// Regions: sets of pixels. Owned by the caller until DeleteObject, or until SetWindowRgn takes one.
+enum { ERROR_REGION = 0, NULLREGION = 1, SIMPLEREGION = 2, COMPLEXREGION = 3 };
+enum { RGN_AND = 1, RGN_OR = 2, RGN_XOR = 3, RGN_DIFF = 4, RGN_COPY = 5 };
+PLATFORM_API HRGN CreateRectRgn(int left, int top, int right, int bottom);
+PLATFORM_API BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom);
+// A rectangle whose corners are quarters of an ellipse of the given width and height. Right and bottom are
+// outside, as in every rectangle. An ellipse larger than the rectangle is reduced to it; none gives square
+// corners.
+PLATFORM_API HRGN CreateRoundRectRgn(int left, int top, int right, int bottom, int ellipseWidth,
+                                     int ellipseHeight);
+// target = first OP second; RGN_COPY ignores the second. Any of the three may be the same region.
+PLATFORM_API int CombineRgn(HRGN target, HRGN first, HRGN second, int mode);
+PLATFORM_API int OffsetRgn(HRGN region, int dx, int dy);
+PLATFORM_API int GetRgnBox(HRGN region, RECT* box);
+PLATFORM_API BOOL PtInRegion(HRGN region, int x, int y);
+PLATFORM_API BOOL RectInRegion(HRGN region, const RECT* rect);
+// How many rectangles the region is made of, and each of them, top to bottom, left to right in a band.
+PLATFORM_API int GetRgnRectCount(HRGN region);
+PLATFORM_API BOOL GetRgnRect(HRGN region, int index, RECT* rect);
+
+// The caller's clip of a context. A paint context keeps its update region besides: the two intersect.
+// The empty region handle removes the caller's clip. The region is copied.
+PLATFORM_API int SelectClipRgn(HDC context, HRGN region);
+PLATFORM_API int IntersectClipRect(HDC context, int left, int top, int right, int bottom);
+// The smallest rectangle around all that can be drawn on: surface, update region and clip together.
+PLATFORM_API int GetClipBox(HDC context, RECT* box);
+// Copies the drawable set (as GetClipBox, but exact) into `region`. Returns its kind.
+PLATFORM_API int GetDrawableRgn(HDC context, HRGN region);
+
+// Counts the changes of what a context's surface shows: equal numbers mean equal pixels. 0 for a stale or
+// empty context.
+PLATFORM_API std::uint64_t GetSurfaceRevision(HDC context);

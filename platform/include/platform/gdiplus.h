@@ -1,0 +1,476 @@
+// Images, text and shapes, drawn source-over with anti-aliasing where a shape asks for it.
+//
+// Every object keeps the status of its last operation and never throws. Colours are straight (not
+// premultiplied) ARGB. An object in an error status draws nothing.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <platform/gdi.h>
+#include <platform/ole.h>
+#include <platform/text.h>
+#include <platform/types.h>
+
+namespace platform {
+class Surface;
+class ImageData;
+struct PathData;
+struct FontData;
+struct GraphicsData;
+struct StringFormatData;
+}  // namespace platform
+
+namespace Gdiplus {
+
+using ARGB = std::uint32_t;
+using REAL = float;
+using PixelFormat = INT;
+
+enum Status {
+    Ok = 0,
+    GenericError = 1,
+    InvalidParameter = 2,
+    OutOfMemory = 3,
+    ObjectBusy = 4,
+    NotImplemented = 6,
+    Win32Error = 7,
+    WrongState = 8,
+    FileNotFound = 10,
+    UnknownImageFormat = 13,
+    FontFamilyNotFound = 14,
+    PropertyNotFound = 19,
+};
+enum Unit { UnitWorld = 0, UnitPixel = 2, UnitPoint = 3 };
+enum WrapMode {
+    WrapModeTile = 0,
+    WrapModeTileFlipX = 1,
+    WrapModeTileFlipY = 2,
+    WrapModeTileFlipXY = 3,
+    WrapModeClamp = 4
+};
+enum InterpolationMode {
+    InterpolationModeDefault = 0,
+    InterpolationModeBilinear = 3,
+    InterpolationModeNearestNeighbor = 5,
+    InterpolationModeHighQualityBilinear = 6,
+    InterpolationModeHighQualityBicubic = 7
+};
+enum SmoothingMode { SmoothingModeDefault = 0, SmoothingModeNone = 3, SmoothingModeAntiAlias = 4 };
+enum FillMode { FillModeAlternate = 0, FillModeWinding = 1 };
+enum StringAlignment { StringAlignmentNear = 0, StringAlignmentCenter = 1, StringAlignmentFar = 2 };
+enum StringTrimming {
+    StringTrimmingNone = 0,
+    StringTrimmingCharacter = 1,
+    StringTrimmingWord = 2,
+    StringTrimmingEllipsisCharacter = 3,
+    StringTrimmingEllipsisWord = 4
+};
+enum StringFormatFlags {
+    StringFormatFlagsDirectionRightToLeft = 0x0001,
+    StringFormatFlagsNoWrap = 0x1000,
+    StringFormatFlagsLineLimit = 0x2000,  // only whole lines
+    StringFormatFlagsNoClip = 0x4000
+};
+enum FontStyle {
+    FontStyleRegular = 0,
+    FontStyleBold = 1,
+    FontStyleItalic = 2,
+    FontStyleBoldItalic = 3,
+    FontStyleUnderline = 4,
+    FontStyleStrikeout = 8
+};
+enum RotateFlipType {
+    RotateNoneFlipNone = 0,
+    Rotate90FlipNone = 1,
+    Rotate180FlipNone = 2,
+    Rotate270FlipNone = 3,
+    RotateNoneFlipX = 4,
+    Rotate90FlipX = 5,
+    Rotate180FlipX = 6,  // a vertical flip
+    Rotate270FlipX = 7
+};
+enum ImageLockMode { ImageLockModeRead = 1, ImageLockModeWrite = 2, ImageLockModeUserInputBuf = 4 };
+enum MatrixOrder { MatrixOrderPrepend = 0, MatrixOrderAppend = 1 };
+enum CombineMode { CombineModeReplace = 0, CombineModeIntersect = 1 };
+
+constexpr PixelFormat PixelFormat32bppRGB = 0x00022009;
+constexpr PixelFormat PixelFormat32bppARGB = 0x0026200A;   // straight
+constexpr PixelFormat PixelFormat32bppPARGB = 0x000E200B;  // premultiplied
+
+template <class T>
+struct PointOf {
+    T X = 0, Y = 0;
+    PointOf() = default;
+    PointOf(T x, T y) : X(x), Y(y) {}
+};
+template <class T>
+struct SizeOf {
+    T Width = 0, Height = 0;
+    SizeOf() = default;
+    SizeOf(T width, T height) : Width(width), Height(height) {}
+};
+template <class T>
+struct RectOf {
+    T X = 0, Y = 0, Width = 0, Height = 0;
+    RectOf() = default;
+    RectOf(T x, T y, T width, T height) : X(x), Y(y), Width(width), Height(height) {}
+    T GetLeft() const { return X; }
+    T GetTop() const { return Y; }
+    T GetRight() const { return X + Width; }
+    T GetBottom() const { return Y + Height; }
+};
+using Point = PointOf<INT>;
+using PointF = PointOf<REAL>;
+using Size = SizeOf<INT>;
+using SizeF = SizeOf<REAL>;
+using Rect = RectOf<INT>;
+using RectF = RectOf<REAL>;
+
+class Color {
+  public:
+    constexpr Color() = default;  // opaque black
+    constexpr explicit Color(ARGB argb) : argb_(argb) {}
+    constexpr Color(BYTE r, BYTE g, BYTE b) : Color(255, r, g, b) {}
+    constexpr Color(BYTE a, BYTE r, BYTE g, BYTE b)
+        : argb_((ARGB{a} << 24) | (ARGB{r} << 16) | (ARGB{g} << 8) | ARGB{b}) {}
+    constexpr ARGB GetValue() const { return argb_; }
+    constexpr void SetValue(ARGB argb) { argb_ = argb; }
+    constexpr BYTE GetA() const { return static_cast<BYTE>(argb_ >> 24); }
+    constexpr BYTE GetR() const { return static_cast<BYTE>(argb_ >> 16); }
+    constexpr BYTE GetG() const { return static_cast<BYTE>(argb_ >> 8); }
+    constexpr BYTE GetB() const { return static_cast<BYTE>(argb_); }
+    // Opaque, from a 0x00BBGGRR colour.
+    constexpr void SetFromCOLORREF(COLORREF c) {
+        *this = Color(static_cast<BYTE>(c), static_cast<BYTE>(c >> 8), static_cast<BYTE>(c >> 16));
+    }
+
+  private:
+    ARGB argb_ = 0xFF000000;
+};
+
+class PLATFORM_API Matrix {
+  public:
+    Matrix() = default;
+    Matrix(REAL m11, REAL m12, REAL m21, REAL m22, REAL dx, REAL dy) : m_{m11, m12, m21, m22, dx, dy} {}
+    void GetElements(REAL* six) const;
+
+  private:
+    REAL m_[6] = {1, 0, 0, 1, 0, 0};
+};
+
+class PLATFORM_API Brush {
+  public:
+    virtual ~Brush();
+    Brush(const Brush&) = delete;
+    Brush& operator=(const Brush&) = delete;
+
+  protected:
+    Brush() = default;
+};
+
+class PLATFORM_API SolidBrush final : public Brush {
+  public:
+    explicit SolidBrush(const Color& color) : color_(color) {}
+    ~SolidBrush() override;
+    Status GetColor(Color* color) const;
+    Status SetColor(const Color& color);
+
+  private:
+    Color color_;
+};
+
+class PLATFORM_API Pen {
+  public:
+    // Width in world units. Zero or less draws a line of one pixel.
+    explicit Pen(const Color& color, REAL width = 1.0F) : color_(color), width_(width) {}
+    Color GetColor() const { return color_; }
+    REAL GetWidth() const { return width_; }
+
+  private:
+    Color color_;
+    REAL width_;
+};
+
+// What happens where a scaled picture is sampled beyond its source rectangle.
+class PLATFORM_API ImageAttributes {
+  public:
+    // `color` fills the outside in WrapModeClamp; `clamp` is accepted and has no effect.
+    Status SetWrapMode(WrapMode mode, const Color& color = Color(), BOOL clamp = FALSE);
+    WrapMode GetWrapMode() const { return mode_; }
+    Color GetWrapColor() const { return color_; }
+
+  private:
+    WrapMode mode_ = WrapModeClamp;
+    Color color_ = Color(0, 0, 0, 0);
+};
+
+struct BitmapData {
+    UINT Width;
+    UINT Height;
+    INT Stride;  // bytes from one row to the next
+    Gdiplus::PixelFormat PixelFormat;
+    void* Scan0;
+    UINT_PTR Reserved;
+};
+
+// One property of a picture file. `value` points behind the record, into the caller's buffer.
+struct PropertyItem {
+    UINT id;
+    ULONG length;  // bytes
+    WORD type;     // 1 bytes, 3 16-bit, 4 32-bit
+    void* value;
+};
+constexpr UINT PropertyTagFrameDelay = 0x5100;  // 32-bit hundredths of a second, one per frame
+constexpr UINT PropertyTagLoopCount = 0x5101;
+constexpr WORD PropertyTagTypeShort = 3;
+constexpr WORD PropertyTagTypeLong = 4;
+
+struct FrameDimension {
+    std::uint32_t id[4];
+    friend bool operator==(const FrameDimension& a, const FrameDimension& b) {
+        return a.id[0] == b.id[0] && a.id[1] == b.id[1] && a.id[2] == b.id[2] && a.id[3] == b.id[3];
+    }
+};
+PLATFORM_API extern const FrameDimension FrameDimensionTime;
+PLATFORM_API extern const FrameDimension FrameDimensionPage;
+
+class Graphics;
+
+// A picture: PNG, JPEG, GIF with all frames, BMP, ICO (its largest entry). Bad data gives an object with an
+// error status whose width and height are 0. Files above 16384 pixels a side, or more than 2^26 pixels, are
+// refused the same way before memory is taken for them.
+class PLATFORM_API Image {
+  public:
+    explicit Image(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
+    // Keeps the stream for as long as the image lives (frames are decoded when they are selected).
+    explicit Image(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
+    virtual ~Image();
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+
+    // An independent copy, owned by the caller; null when this image is in an error status.
+    virtual Image* Clone() const;
+
+    UINT GetWidth() const;
+    UINT GetHeight() const;
+    // The status of the last operation; reading it resets it, except for a picture that failed to load.
+    Status GetLastStatus() const;
+    PixelFormat GetPixelFormat() const;
+
+    UINT GetFrameDimensionsCount() const;
+    Status GetFrameDimensionsList(FrameDimension* list, UINT count) const;
+    UINT GetFrameCount(const FrameDimension* dimension) const;
+    Status SelectActiveFrame(const FrameDimension* dimension, UINT index);
+
+    // The bytes that GetPropertyItem needs for a property, 0 when there is none.
+    UINT GetPropertyItemSize(UINT id) const;
+    Status GetPropertyItem(UINT id, UINT size, PropertyItem* buffer) const;
+
+    // Turns and mirrors the pixels in place; an animated image keeps only its active frame.
+    Status RotateFlip(RotateFlipType type);
+
+    // Counts the changes of what this image shows, unique in the process: two equal numbers mean equal
+    // pixels.
+    std::uint64_t GetRevision() const;
+
+    // For the platform's own modules.
+    const std::shared_ptr<platform::ImageData>& Data() const { return data_; }
+
+  protected:
+    explicit Image(std::shared_ptr<platform::ImageData> data);
+    std::shared_ptr<platform::ImageData> data_;
+    mutable Status last_ = Ok;
+};
+
+class PLATFORM_API Bitmap : public Image {
+  public:
+    explicit Bitmap(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
+    explicit Bitmap(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
+    // Transparent pixels (32bppRGB: opaque black). Sizes as in CreateCompatibleBitmap; a bad size gives an
+    // error status.
+    Bitmap(INT width, INT height, PixelFormat format = PixelFormat32bppARGB);
+    // Compatible with a target: the same as 32bppARGB.
+    Bitmap(INT width, INT height, Graphics* target);
+    // A copy of a context's bitmap.
+    explicit Bitmap(HBITMAP bitmap);
+
+    Bitmap* Clone() const override;
+
+    Status GetPixel(INT x, INT y, Color* color) const;
+    Status SetPixel(INT x, INT y, const Color& color);
+    // Gives access to the pixels of a rectangle (null: all) in the asked format: straight, premultiplied or
+    // without alpha. With ImageLockModeUserInputBuf the caller's Scan0 and Stride are read or filled, else
+    // memory is supplied until UnlockBits. A lock open already, or a rectangle outside, fails.
+    // ImageLockModeWrite takes effect at UnlockBits.
+    Status LockBits(const Rect* rect, UINT flags, PixelFormat format, BitmapData* data);
+    Status UnlockBits(BitmapData* data);
+
+  private:
+    struct Lock;
+    std::shared_ptr<Lock> lock_;
+};
+
+class PLATFORM_API FontFamily {
+  public:
+    FontFamily() = default;
+    // A face by any of its names, Chinese ones included; what is not installed resolves to the closest
+    // installed face, so that text always shows.
+    explicit FontFamily(LPCWSTR name);
+    CString GetFamilyName() const { return name_; }
+    BOOL IsAvailable() const { return !name_.IsEmpty(); }
+
+  private:
+    CString name_;
+};
+
+// Points are 4/3 pixels (96 DPI). A size that is not above zero gives an error status.
+class PLATFORM_API Font {
+  public:
+    Font(LPCWSTR family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
+    Font(const FontFamily* family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
+    ~Font();
+    Font(const Font&) = delete;
+    Font& operator=(const Font&) = delete;
+    Font* Clone() const;  // owned by the caller
+    Status GetFamily(FontFamily* family) const;
+    REAL GetSize() const { return size_; }
+    INT GetStyle() const { return style_; }
+    Unit GetUnit() const { return unit_; }
+    // The line height in pixels.
+    REAL GetHeight() const;
+    Status GetLastStatus() const { return status_; }
+    // Unique for what the font looks like: clones share it.
+    std::uint64_t GetRevision() const { return revision_; }
+    const std::shared_ptr<platform::FontData>& Data() const { return data_; }
+
+  private:
+    Font() = default;
+    CString family_;
+    REAL size_ = 0;
+    INT style_ = 0;
+    Unit unit_ = UnitPoint;
+    Status status_ = Ok;
+    std::uint64_t revision_ = 0;
+    std::shared_ptr<platform::FontData> data_;
+};
+
+// How text is laid into its rectangle. Defaults: near, near, wrapping, clipped, trimmed by character.
+class PLATFORM_API StringFormat {
+  public:
+    explicit StringFormat(INT flags = 0, WORD language = 0);
+    explicit StringFormat(const StringFormat* other);
+    StringFormat* Clone() const;
+    Status SetAlignment(StringAlignment alignment);
+    StringAlignment GetAlignment() const { return alignment_; }
+    Status SetLineAlignment(StringAlignment alignment);
+    StringAlignment GetLineAlignment() const { return lineAlignment_; }
+    Status SetFormatFlags(INT flags);
+    INT GetFormatFlags() const { return flags_; }
+    Status SetTrimming(StringTrimming trimming);
+    StringTrimming GetTrimming() const { return trimming_; }
+
+  private:
+    INT flags_ = 0;
+    StringAlignment alignment_ = StringAlignmentNear;
+    StringAlignment lineAlignment_ = StringAlignmentNear;
+    StringTrimming trimming_ = StringTrimmingCharacter;
+};
+
+class PLATFORM_API GraphicsPath {
+  public:
+    explicit GraphicsPath(FillMode mode = FillModeAlternate);
+    ~GraphicsPath();
+    GraphicsPath(const GraphicsPath&) = delete;
+    GraphicsPath& operator=(const GraphicsPath&) = delete;
+    // Glyph outlines, laid out as DrawString does; emSize in world units. Length -1: up to the terminator.
+    // A layout rectangle of no width does not wrap, of no height does not clip.
+    Status AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
+                     const RectF& layout, const StringFormat* format);
+    Status AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
+                     const Rect& layout, const StringFormat* format);
+    Status AddRectangle(const RectF& rect);
+    Status AddEllipse(const RectF& rect);
+    // The box around the ink; empty for an empty path.
+    Status GetBounds(RectF* bounds) const;
+    platform::PathData& Data() const { return *data_; }
+
+  private:
+    std::unique_ptr<platform::PathData> data_;
+};
+
+// Draws onto a device context or an image. It holds on to what it draws on: a context deleted or an image
+// destroyed meanwhile makes further drawing fail with a status.
+class PLATFORM_API Graphics {
+  public:
+    explicit Graphics(HDC context);
+    explicit Graphics(Image* image);
+    ~Graphics();
+    Graphics(const Graphics&) = delete;
+    Graphics& operator=(const Graphics&) = delete;
+
+    Status GetLastStatus() const;
+
+    // A context on the same surface, until ReleaseHDC. Releasing one that was not acquired is an error
+    // without effect.
+    HDC GetHDC();
+    Status ReleaseHDC(HDC context);
+
+    Status SetSmoothingMode(SmoothingMode mode);
+    Status SetInterpolationMode(InterpolationMode mode);
+    Status SetTransform(const Matrix* matrix);
+    Status ResetTransform();
+    // Besides the context's own clip.
+    Status SetClip(const Rect& rect, CombineMode mode = CombineModeReplace);
+    Status ResetClip();
+
+    Status Clear(const Color& color);  // replaces, alpha included
+    Status FillRectangle(const Brush* brush, INT x, INT y, INT width, INT height);
+    Status FillRectangle(const Brush* brush, REAL x, REAL y, REAL width, REAL height);
+    Status FillRectangle(const Brush* brush, const Rect& rect);
+    Status FillRectangle(const Brush* brush, const RectF& rect);
+    Status FillEllipse(const Brush* brush, const RectF& rect);
+    // The line is centred on the edge: with width 1 on whole coordinates, without smoothing, it covers the
+    // pixels at left, top, right and bottom (a box one pixel wider and higher than its fill).
+    Status DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT height);
+    Status DrawRectangle(const Pen* pen, REAL x, REAL y, REAL width, REAL height);
+    Status DrawRectangle(const Pen* pen, const RectF& rect);
+    Status DrawLine(const Pen* pen, REAL x1, REAL y1, REAL x2, REAL y2);
+    Status FillPath(const Brush* brush, const GraphicsPath* path);
+    Status DrawPath(const Pen* pen, const GraphicsPath* path);
+
+    Status DrawImage(Image* image, INT x, INT y);
+    Status DrawImage(Image* image, INT x, INT y, INT width, INT height);
+    Status DrawImage(Image* image, const Rect& destination);
+    Status DrawImage(Image* image, const RectF& destination);
+    // Source rectangle in pixels of the image (unit pixel only). Parts of it outside the image draw nothing.
+    Status DrawImage(Image* image, const Rect& destination, INT srcX, INT srcY, INT srcWidth, INT srcHeight,
+                     Unit unit, const ImageAttributes* attributes = nullptr);
+    Status DrawImage(Image* image, const RectF& destination, REAL srcX, REAL srcY, REAL srcWidth,
+                     REAL srcHeight, Unit unit, const ImageAttributes* attributes = nullptr);
+
+    // Length -1: up to the terminator. A null format is the default one. A layout rectangle without width
+    // does not wrap, without height does not clip.
+    Status DrawString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
+                      const StringFormat* format, const Brush* brush);
+    Status DrawString(LPCWSTR text, INT length, const Font* font, const PointF& origin, const Brush* brush);
+    Status MeasureString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
+                         const StringFormat* format, RectF* box) const;
+
+  private:
+    Status Keep(Status status) const;
+    std::unique_ptr<platform::GraphicsData> data_;
+    mutable Status last_ = Ok;
+};
+
+// Work that warm frames must not repeat; a frame that finds everything in its caches leaves them unchanged.
+struct DrawingCounters {
+    std::uint64_t scaledImages = 0;   // pictures resampled
+    std::uint64_t textLayouts = 0;    // texts shaped and laid out
+    std::uint64_t decodedFrames = 0;  // frames of pictures decoded
+};
+PLATFORM_API DrawingCounters GetDrawingCounters();
+// The limit in bytes of the cache of scaled pictures and laid-out texts (default 64 MiB each).
+PLATFORM_API void SetDrawingCacheLimit(std::size_t bytes);
+
+}  // namespace Gdiplus

@@ -1,0 +1,49 @@
+// Resources of a module: pictures, dialog templates and pages that the resource compiler packed into a
+// .res file and the build embedded into the host (CMake function qkui_add_resources).
+#pragma once
+
+#include <cstddef>
+
+#include <platform/text.h>
+#include <platform/types.h>
+
+// An integer resource name or type in the place of a string: any pointer below 65536 is a number.
+#define MAKEINTRESOURCE(id) (reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(id))))
+#define IS_INTRESOURCE(name) ((reinterpret_cast<ULONG_PTR>(name) >> 16) == 0)
+
+#define RT_BITMAP MAKEINTRESOURCE(2)
+#define RT_ICON MAKEINTRESOURCE(3)
+#define RT_DIALOG MAKEINTRESOURCE(5)
+#define RT_RCDATA MAKEINTRESOURCE(10)
+#define RT_GROUP_ICON MAKEINTRESOURCE(14)
+#define RT_HTML MAKEINTRESOURCE(23)
+
+// Makes the resources of a compiled .res known as a module. The bytes are not copied and must outlive the
+// module. Data that is truncated or contradicts itself is refused whole: the empty handle, with
+// ERROR_BAD_FORMAT. The first module registered becomes the one that a null module names.
+PLATFORM_API HMODULE RegisterModuleResources(const void* data, std::size_t size);
+PLATFORM_API BOOL UnregisterModuleResources(HMODULE module);
+
+// Finds a resource by name and type, each a string (letters compare without case) or a MAKEINTRESOURCE
+// number. A null module means the framework's current resource module. Not found: the empty handle, with
+// ERROR_RESOURCE_TYPE_NOT_FOUND or ERROR_RESOURCE_NAME_NOT_FOUND. The handle lives as long as its module.
+PLATFORM_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
+// The size in bytes; 0 for a stale handle.
+PLATFORM_API DWORD SizeofResource(HMODULE module, HRSRC resource);
+// A handle to the bytes, owned by the module, for LockResource; empty for a stale handle.
+PLATFORM_API HGLOBAL LoadResource(HMODULE module, HRSRC resource);
+// The first byte; null for a stale handle. Nothing needs to be unlocked.
+PLATFORM_API LPVOID LockResource(HGLOBAL data);
+
+// The module that resources are looked up in when none is named (the host, unless it chose another).
+PLATFORM_API HMODULE AfxGetResourceHandle();
+PLATFORM_API void AfxSetResourceHandle(HMODULE module);
+
+// Movable memory by handle. GlobalLock gives the address (null when stale); blocks live until GlobalFree.
+enum : UINT { GMEM_FIXED = 0x0000, GMEM_MOVEABLE = 0x0002, GMEM_ZEROINIT = 0x0040 };
+PLATFORM_API HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);
+PLATFORM_API LPVOID GlobalLock(HGLOBAL block);
+PLATFORM_API BOOL GlobalUnlock(HGLOBAL block);
+PLATFORM_API std::size_t GlobalSize(HGLOBAL block);
+// Returns the empty handle on success, the given one when it is stale.
+PLATFORM_API HGLOBAL GlobalFree(HGLOBAL block);

@@ -1,0 +1,328 @@
+// Windows, messages, timers, pointer and keyboard.
+//
+// A window belongs to the thread that made it; its procedure runs on that thread only. Every call that takes
+// a window handle recognises a stale one and fails with ERROR_INVALID_WINDOW_HANDLE. A window has no frame:
+// window and client rectangle are one, and a style with a caption asks the window manager for decorations.
+#pragma once
+
+#include <platform/gdi.h>
+#include <platform/geometry.h>
+#include <platform/resources.h>
+#include <platform/types.h>
+
+using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+using TIMERPROC = void (*)(HWND window, UINT message, UINT_PTR id, DWORD time);
+
+struct MSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;  // milliseconds of the window system's clock, wraps
+    POINT pt;    // pointer on the screen
+};
+
+enum : UINT {
+    WM_NULL = 0x0000,
+    WM_CREATE = 0x0001,
+    WM_DESTROY = 0x0002,
+    WM_MOVE = 0x0003,
+    WM_SIZE = 0x0005,
+    WM_ACTIVATE = 0x0006,
+    WM_SETFOCUS = 0x0007,
+    WM_KILLFOCUS = 0x0008,
+    WM_ENABLE = 0x000A,
+    WM_SETTEXT = 0x000C,
+    WM_PAINT = 0x000F,
+    WM_CLOSE = 0x0010,
+    WM_QUIT = 0x0012,
+    WM_ERASEBKGND = 0x0014,
+    WM_SHOWWINDOW = 0x0018,
+    WM_SETCURSOR = 0x0020,
+    WM_WINDOWPOSCHANGED = 0x0047,
+    WM_NCCREATE = 0x0081,
+    WM_NCDESTROY = 0x0082,
+    WM_NCHITTEST = 0x0084,
+    WM_NCLBUTTONDOWN = 0x00A1,
+    WM_KEYDOWN = 0x0100,
+    WM_KEYUP = 0x0101,
+    WM_CHAR = 0x0102,
+    WM_SYSKEYDOWN = 0x0104,
+    WM_SYSKEYUP = 0x0105,
+    WM_SYSCHAR = 0x0106,
+    WM_INITDIALOG = 0x0110,
+    WM_COMMAND = 0x0111,
+    WM_SYSCOMMAND = 0x0112,
+    WM_TIMER = 0x0113,
+    WM_MOUSEFIRST = 0x0200,
+    WM_MOUSEMOVE = 0x0200,
+    WM_LBUTTONDOWN = 0x0201,
+    WM_LBUTTONUP = 0x0202,
+    WM_LBUTTONDBLCLK = 0x0203,
+    WM_RBUTTONDOWN = 0x0204,
+    WM_RBUTTONUP = 0x0205,
+    WM_RBUTTONDBLCLK = 0x0206,
+    WM_MBUTTONDOWN = 0x0207,
+    WM_MBUTTONUP = 0x0208,
+    WM_MBUTTONDBLCLK = 0x0209,
+    WM_MOUSEWHEEL = 0x020A,
+    WM_MOUSELAST = 0x020A,
+    WM_ENTERSIZEMOVE = 0x0231,
+    WM_EXITSIZEMOVE = 0x0232,
+    WM_MOUSELEAVE = 0x02A3,
+    WM_USER = 0x0400,
+    WM_APP = 0x8000,
+};
+
+// Window styles.
+enum : DWORD {
+    WS_OVERLAPPED = 0x00000000,
+    WS_TABSTOP = 0x00010000,
+    WS_MAXIMIZEBOX = 0x00010000,
+    WS_MINIMIZEBOX = 0x00020000,
+    WS_THICKFRAME = 0x00040000,
+    WS_SYSMENU = 0x00080000,
+    WS_BORDER = 0x00800000,
+    WS_DLGFRAME = 0x00400000,
+    WS_CAPTION = 0x00C00000,
+    WS_CLIPCHILDREN = 0x02000000,
+    WS_CLIPSIBLINGS = 0x04000000,
+    WS_DISABLED = 0x08000000,
+    WS_VISIBLE = 0x10000000,
+    WS_MINIMIZE = 0x20000000,
+    WS_CHILD = 0x40000000,
+    WS_POPUP = 0x80000000,
+    DS_MODALFRAME = 0x80,
+    DS_SETFONT = 0x40,
+    DS_CENTER = 0x0800,
+};
+enum : DWORD {
+    WS_EX_TOPMOST = 0x00000008,
+    WS_EX_TRANSPARENT = 0x00000020,
+    WS_EX_TOOLWINDOW = 0x00000080,
+    WS_EX_APPWINDOW = 0x00040000,
+    WS_EX_LAYERED = 0x00080000,
+    WS_EX_NOACTIVATE = 0x08000000,
+};
+
+enum { GWL_STYLE = -16, GWL_EXSTYLE = -20, GWLP_USERDATA = -21, GWLP_ID = -12 };
+enum {
+    SW_HIDE = 0,
+    SW_SHOWNORMAL = 1,
+    SW_MINIMIZE = 6,
+    SW_SHOWNA = 8,
+    SW_RESTORE = 9,
+    SW_SHOW = 5,
+    SW_SHOWNOACTIVATE = 4
+};
+enum : UINT {
+    SWP_NOSIZE = 0x0001,
+    SWP_NOMOVE = 0x0002,
+    SWP_NOZORDER = 0x0004,
+    SWP_NOREDRAW = 0x0008,
+    SWP_NOACTIVATE = 0x0010,
+    SWP_FRAMECHANGED = 0x0020,
+    SWP_SHOWWINDOW = 0x0040,
+    SWP_HIDEWINDOW = 0x0080,
+};
+// Places in the stacking order, for SetWindowPos; no table ever gives out these indices.
+constexpr HWND HWND_TOP = HWND(0xFFFFFFF0, 0xFFFFFFFF);
+constexpr HWND HWND_BOTTOM = HWND(0xFFFFFFF1, 0xFFFFFFFF);
+constexpr HWND HWND_TOPMOST = HWND(0xFFFFFFF2, 0xFFFFFFFF);
+constexpr HWND HWND_NOTOPMOST = HWND(0xFFFFFFF3, 0xFFFFFFFF);
+
+enum { WA_INACTIVE = 0, WA_ACTIVE = 1, WA_CLICKACTIVE = 2 };
+enum { HTTRANSPARENT = -1, HTNOWHERE = 0, HTCLIENT = 1, HTCAPTION = 2 };
+enum : WPARAM { SC_MINIMIZE = 0xF020, SC_CLOSE = 0xF060, SC_RESTORE = 0xF120, SC_MOVE = 0xF010 };
+enum { SIZE_RESTORED = 0, SIZE_MINIMIZED = 1 };
+enum : WPARAM {
+    MK_LBUTTON = 0x0001,
+    MK_RBUTTON = 0x0002,
+    MK_SHIFT = 0x0004,
+    MK_CONTROL = 0x0008,
+    MK_MBUTTON = 0x0010
+};
+enum { IDOK = 1, IDCANCEL = 2 };
+enum {
+    VK_LBUTTON = 0x01,
+    VK_RBUTTON = 0x02,
+    VK_MBUTTON = 0x04,
+    VK_BACK = 0x08,
+    VK_TAB = 0x09,
+    VK_RETURN = 0x0D,
+    VK_SHIFT = 0x10,
+    VK_CONTROL = 0x11,
+    VK_MENU = 0x12,
+    VK_CAPITAL = 0x14,
+    VK_ESCAPE = 0x1B,
+    VK_SPACE = 0x20,
+    VK_PRIOR = 0x21,
+    VK_NEXT = 0x22,
+    VK_END = 0x23,
+    VK_HOME = 0x24,
+    VK_LEFT = 0x25,
+    VK_UP = 0x26,
+    VK_RIGHT = 0x27,
+    VK_DOWN = 0x28,
+    VK_INSERT = 0x2D,
+    VK_DELETE = 0x2E,
+    VK_LWIN = 0x5B,
+    VK_RWIN = 0x5C,
+    VK_F1 = 0x70,
+    VK_F4 = 0x73,
+    VK_F5 = 0x74,
+    VK_F12 = 0x7B
+};  // digits and letters are their upper-case ASCII codes
+
+// ---- Window classes and windows -----------------------------------------------------------------------
+
+struct WNDCLASSW {
+    WNDPROC lpfnWndProc = nullptr;
+    LPCWSTR lpszClassName = nullptr;  // copied
+    HCURSOR hCursor;                  // shown over the window unless WM_SETCURSOR or SetCursor decides
+};
+// The class "STATIC" is there from the start: a placeholder that draws nothing and lets the pointer through.
+PLATFORM_API BOOL RegisterClassW(const WNDCLASSW* description);
+
+// Sends WM_NCCREATE, WM_CREATE (lParam = `parameter`; -1 or FALSE refuses the window), then WM_SIZE and
+// WM_MOVE. For a child, positions are relative to the parent and `id` names it; for a top-level the parent
+// is its owner: it stays above it, and goes with it. Fails with ERROR_CANNOT_FIND_WND_CLASS,
+// ERROR_INVALID_PARAMETER (sizes are 0 to 32767), or ERROR_CONNECTION_UNAVAIL where no window system can be
+// reached: the host may then choose Headless::Use().
+PLATFORM_API HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
+                                  int width, int height, HWND parent, UINT_PTR id, HINSTANCE module,
+                                  LPVOID parameter);
+// Sends WM_DESTROY to the window and then to its children and owned windows, and at the end WM_NCDESTROY;
+// handles are stale afterwards. Only the owning thread may call it.
+PLATFORM_API BOOL DestroyWindow(HWND window);
+PLATFORM_API BOOL IsWindow(HWND window);
+PLATFORM_API LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+PLATFORM_API BOOL ShowWindow(HWND window, int command);  // returns whether it was visible before
+PLATFORM_API BOOL IsWindowVisible(HWND window);          // shown, and so are all its parents
+PLATFORM_API BOOL IsIconic(HWND window);
+PLATFORM_API BOOL EnableWindow(HWND window, BOOL enable);  // returns whether it was disabled before
+PLATFORM_API BOOL IsWindowEnabled(HWND window);
+PLATFORM_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+PLATFORM_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+// In screen coordinates. A minimised window is at (-32000, -32000).
+PLATFORM_API BOOL GetWindowRect(HWND window, RECT* rect);
+PLATFORM_API BOOL GetClientRect(HWND window, RECT* rect);
+PLATFORM_API BOOL ClientToScreen(HWND window, POINT* point);
+PLATFORM_API BOOL ScreenToClient(HWND window, POINT* point);
+// The parent of a child, the owner of a top-level.
+PLATFORM_API HWND GetParent(HWND window);
+PLATFORM_API HWND GetDlgItem(HWND window, int id);
+PLATFORM_API LONG_PTR GetWindowLongPtrW(HWND window, int index);
+PLATFORM_API LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+PLATFORM_API BOOL SetWindowTextW(HWND window, LPCWSTR text);
+PLATFORM_API CString GetWindowTextW(HWND window);
+// The topmost window at a point of the screen that takes the pointer there: shapes, colour keys and alpha 0
+// let it through.
+PLATFORM_API HWND WindowFromPoint(POINT point);
+PLATFORM_API HWND SetFocus(HWND window);
+PLATFORM_API HWND GetFocus();
+PLATFORM_API HWND GetActiveWindow();
+PLATFORM_API HWND SetActiveWindow(HWND window);
+PLATFORM_API BOOL SetForegroundWindow(HWND window);
+
+// ---- Painting -----------------------------------------------------------------------------------------
+
+struct PAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;  // the box of the update region
+};
+// Null invalidates all. Update regions add up until a paint.
+PLATFORM_API BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
+PLATFORM_API BOOL ValidateRect(HWND window, const RECT* rect);
+PLATFORM_API BOOL GetUpdateRect(HWND window, RECT* rect, BOOL erase);  // FALSE when nothing waits
+PLATFORM_API BOOL UpdateWindow(HWND window);                           // paints at once what waits
+// Takes the update region, sends WM_ERASEBKGND when an erase was asked for, and gives a context clipped to
+// it. Every BeginPaint needs its EndPaint, which shows what was drawn.
+PLATFORM_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+PLATFORM_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+// A context on the whole window (null: on the screen, where nothing can be drawn), until ReleaseDC, which
+// shows what was drawn.
+PLATFORM_API HDC GetDC(HWND window);
+PLATFORM_API int ReleaseDC(HWND window, HDC context);
+
+// Layered windows (WS_EX_LAYERED). With attributes the window paints as usual and shows opaque pixels, those
+// of the key colour left out, or all with one alpha. Without attributes it shows what UpdateLayeredWindow
+// last pushed, and nothing before. Flags carrying neither bit leave the attributes alone and succeed.
+enum : DWORD { LWA_COLORKEY = 1, LWA_ALPHA = 2 };
+PLATFORM_API BOOL SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags);
+enum : DWORD { ULW_COLORKEY = 1, ULW_ALPHA = 2, ULW_OPAQUE = 4 };
+// Places and sizes the window (null: as it is) and shows `size` pixels of `source` from `sourcePoint`; what
+// lies outside the source is transparent. Fails on a window whose attributes were set, until WS_EX_LAYERED
+// is taken off and set again.
+PLATFORM_API BOOL UpdateLayeredWindow(HWND window, HDC destination, const POINT* position, const SIZE* size,
+                                      HDC source, const POINT* sourcePoint, COLORREF key,
+                                      const BLENDFUNCTION* blend, DWORD flags);
+// Clips the window, and its pointer input, to a region in window coordinates. The window takes the region:
+// the handle is stale afterwards. The empty handle removes the shape.
+PLATFORM_API int SetWindowRgn(HWND window, HRGN region, BOOL redraw);
+
+// ---- Messages -----------------------------------------------------------------------------------------
+
+// Runs the procedure at once and returns its result. From another thread it waits for the owner to dispatch.
+PLATFORM_API LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// An empty window posts to the calling thread itself.
+PLATFORM_API BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+PLATFORM_API void PostQuitMessage(int exitCode);
+enum : UINT { PM_NOREMOVE = 0, PM_REMOVE = 1 };
+// Order: posted messages and input, then paint, then timers. Last of all WM_QUIT. Waiting for a message also
+// runs the sources of GLib's main context. GetMessageW returns 0 for WM_QUIT, and -1 with
+// ERROR_CONNECTION_UNAVAIL when the display server is gone.
+PLATFORM_API BOOL PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT remove);
+PLATFORM_API int GetMessageW(MSG* message, HWND window, UINT first, UINT last);
+PLATFORM_API BOOL TranslateMessage(const MSG* message);
+PLATFORM_API LRESULT DispatchMessageW(const MSG* message);
+
+// The window receives WM_TIMER with `id` every `interval` milliseconds (at least 10). The same id again
+// replaces the timer. Returns the id, 0 on failure.
+PLATFORM_API UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure);
+PLATFORM_API BOOL KillTimer(HWND window, UINT_PTR id);
+// Milliseconds of the window system's clock.
+PLATFORM_API DWORD GetTickCount();
+
+// ---- Pointer and keyboard -----------------------------------------------------------------------------
+
+PLATFORM_API HWND SetCapture(HWND window);  // returns the window that held it
+PLATFORM_API BOOL ReleaseCapture();
+PLATFORM_API HWND GetCapture();
+enum : DWORD { TME_LEAVE = 2, TME_CANCEL = 0x80000000 };
+struct TRACKMOUSEEVENT {
+    DWORD cbSize;
+    DWORD dwFlags;
+    HWND hwndTrack;
+    DWORD dwHoverTime;
+};
+// Asks for one WM_MOUSELEAVE when the pointer leaves the window; at once when it is not over it.
+PLATFORM_API BOOL TrackMouseEvent(TRACKMOUSEEVENT* request);
+PLATFORM_API BOOL GetCursorPos(POINT* point);
+// 0x8000 is set while the key is down, as of the message being handled; bit 0 toggles.
+PLATFORM_API std::int16_t GetKeyState(int virtualKey);
+PLATFORM_API UINT GetDoubleClickTime();
+
+#define IDC_ARROW MAKEINTRESOURCE(32512)
+#define IDC_IBEAM MAKEINTRESOURCE(32513)
+#define IDC_SIZEALL MAKEINTRESOURCE(32646)
+#define IDC_HAND MAKEINTRESOURCE(32649)
+// A shared cursor of the system; never freed. Empty for an unknown name.
+PLATFORM_API HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
+// Shows the cursor until the next pointer move decides anew. Returns the one before.
+PLATFORM_API HCURSOR SetCursor(HCURSOR cursor);
+PLATFORM_API HCURSOR GetCursor();
+
+enum { SM_CXSCREEN = 0, SM_CYSCREEN = 1, SM_CXDOUBLECLK = 36, SM_CYDOUBLECLK = 37 };
+PLATFORM_API int GetSystemMetrics(int index);
+
+// ---- Dialogs from templates ---------------------------------------------------------------------------
+
+// Creates the window of a DIALOGEX (or DIALOG) template and its controls, hidden unless the template says
+// WS_VISIBLE. Sizes in the template are dialog units of its font. Fails with the resource errors, or
+// ERROR_INVALID_DATA for a template that is malformed or holds a control of an unknown class (only STATIC
+// is known).
+PLATFORM_API HWND CreateDialogFromTemplate(HINSTANCE module, LPCWSTR templateName, HWND parent,
+                                           LPCWSTR windowClass, LPVOID parameter);

@@ -1,0 +1,150 @@
+// The seam between the window core and a window system. The core decides everything that can be decided
+// without a display; a window system is asked for the rest, and reports events into the core's sink.
+//
+// Only top-level windows reach a window system. Children live in the core and paint into the surface of
+// their top-level. All calls come on the thread that owns the windows.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include <platform/geometry.h>
+#include <platform/text.h>
+#include <platform/types.h>
+
+#include "platform/graphics/region.h"
+#include "platform/graphics/surface.h"
+
+namespace platform {
+
+// How the pixels of a window become visible.
+struct Compositing {
+    enum class Mode {
+        Nothing,   // layered and not fed yet: invisible, and the pointer passes
+        Opaque,    // alpha channel ignored
+        ColorKey,  // opaque, but pixels whose colour is `key` are left out
+        Constant,  // opaque pixels under `alpha`; `alpha` with a key: both
+        PerPixel   // premultiplied pixels under `alpha`
+    };
+    Mode mode = Mode::Opaque;
+    std::uint32_t key = 0;  // 0x00RRGGBB
+    std::uint8_t alpha = 255;
+    bool hasKey = false;  // with Constant
+    friend bool operator==(const Compositing&, const Compositing&) = default;
+};
+
+// What a window system must know of a window besides its pixels. The core sends the whole record again when
+// any of it changes.
+struct WindowTraits {
+    CString title;
+    bool decorated = false;  // asks the window manager for a frame and title
+    bool minimizable = false;
+    bool topmost = false;
+    bool toolWindow = false;  // not in task lists
+    bool activates = true;    // takes the focus when shown or clicked
+    bool dialog = true;       // transient for its owner
+    bool modal = false;       // its owner is disabled while it shows
+    HWND owner;
+    friend bool operator==(const WindowTraits&, const WindowTraits&) = default;
+};
+
+enum class Visibility { Hidden, Shown, ShownInactive, Minimised, Restored };
+enum class StackPlace {
+    Top,
+    Bottom,
+    Above /* directly over `reference` */,
+    Below /* directly under `reference` */
+};
+enum class CursorShape { Arrow, Hand, IBeam, SizeAll, None };
+
+// Modifier and button state that accompanies pointer and key events.
+struct InputState {
+    bool shift = false, control = false, alt = false;
+    bool left = false, middle = false, right = false;
+};
+
+// Where a window system reports events: the core. Every call names the top-level concerned. Handles may be
+// stale by then; the sink ignores those. Times are milliseconds of the window system's clock.
+class WindowEvents {
+  public:
+    virtual ~WindowEvents() = default;
+    // `window` is empty when the pointer is over none of ours (only while it is captured or watched).
+    virtual void PointerMoved(HWND window, POINT screen, InputState state, std::uint64_t time) = 0;
+    virtual void PointerLeft(HWND window) = 0;
+    // Buttons: 1 left, 2 middle, 3 right.
+    virtual void PointerButton(HWND window, int button, bool down, POINT screen, InputState state,
+                               std::uint64_t time) = 0;
+    virtual void PointerWheel(HWND window, int delta, POINT screen, InputState state, std::uint64_t time) = 0;
+    // `character` is the UTF-16 text of the key (may be 0); repeats come as further downs.
+    virtual void Key(HWND window, UINT virtualKey, bool down, char16_t character, InputState state,
+                     std::uint64_t time) = 0;
+    virtual void FocusChanged(HWND window, bool focused) = 0;
+    virtual void Placed(HWND window, const RECT& screen) = 0;     // moved or sized by the outside
+    virtual void Exposed(HWND window, const Region& region) = 0;  // the display lost these pixels
+    virtual void MinimisedChanged(HWND window, bool minimised) = 0;
+    virtual void CloseRequested(HWND window) = 0;
+    virtual void GrabLost(HWND window) = 0;
+    virtual void SystemDestroyed(HWND window) = 0;  // somebody else destroyed the native window
+    // The connection is gone for good. No further call of the window system does anything.
+    virtual void ConnectionLost() = 0;
+};
+
+class WindowSystem {
+  public:
+    virtual ~WindowSystem() = default;
+
+    // ---- life. `rect` in screen coordinates. The window starts hidden.
+    [[nodiscard]] virtual bool Create(HWND window, const RECT& rect, const WindowTraits& traits) = 0;
+    virtual void Destroy(HWND window) = 0;
+    virtual void SetTraits(HWND window, const WindowTraits& traits) = 0;
+
+    // ---- place
+    virtual void Place(HWND window, const RECT& rect) = 0;
+    virtual void Show(HWND window, Visibility visibility) = 0;
+    virtual void Restack(HWND window, StackPlace place, HWND reference) = 0;
+    virtual void Activate(HWND window) = 0;  // raises it and asks for the focus
+    // Clips window and input to a region in window coordinates; null removes it.
+    virtual void SetShape(HWND window, const Region* region) = 0;
+    virtual void SetCompositing(HWND window, const Compositing& compositing) = 0;
+
+    // ---- pixels
+    // A surface of the given size for the window's pixels, zeroed, in memory that Present shows from without
+    // a further copy where possible. The old one stays valid for who holds it, but is no longer shown.
+    [[nodiscard]] virtual std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) = 0;
+    // Called before the core writes into a surface that was presented: returns once the display no longer
+    // reads from it.
+    virtual void BeginWrite(HWND window) = 0;
+    // Shows a region (window coordinates) of the current surface.
+    virtual void Present(HWND window, const Region& damage) = 0;
+
+    // ---- pointer and keyboard
+    // Pointer events of all buttons go to `window` with coordinates outside it too, until ReleasePointer.
+    virtual bool GrabPointer(HWND window) = 0;
+    virtual void ReleasePointer() = 0;
+    virtual void SetCursor(HWND window, CursorShape shape) = 0;
+    virtual POINT PointerPosition() = 0;
+    // The topmost of our windows that takes the pointer at a point of the screen; empty when none does.
+    virtual HWND WindowAt(POINT screen) = 0;
+    virtual CSize ScreenSize() = 0;
+
+    // ---- time and waiting
+    virtual std::uint64_t Now() = 0;  // milliseconds
+    // Reports every event that has arrived; never blocks. Also runs ready sources of GLib's main context
+    // once. True when any event was reported or any source ran.
+    virtual bool Poll() = 0;
+    // Blocks until an event arrives, a GLib source runs, Wake is called, or `deadline` (in Now's time) is
+    // reached; then reports what arrived. False when waiting makes no sense any more: the connection is
+    // gone, or (headless) nothing can ever happen.
+    virtual bool Wait(std::optional<std::uint64_t> deadline) = 0;
+    // Ends a Wait early. The one call that any thread may make.
+    virtual void Wake() = 0;
+    virtual bool IsAlive() = 0;
+};
+
+// Each returns null with the thread's last error set when the system cannot be reached.
+std::unique_ptr<WindowSystem> MakeX11WindowSystem(WindowEvents& events);
+std::unique_ptr<WindowSystem> MakeHeadlessWindowSystem(WindowEvents& events, int screenWidth,
+                                                       int screenHeight);
+
+}  // namespace platform
