@@ -1,1 +1,25 @@
-# Filled by its module.
+# What a host builds against: the library, its headers under include/QKUILib (the root of <QKUILib.h> and of
+# <platform/...>), a CMake package and a pkg-config file. All can be moved to another place together.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+set(QKUI_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/QKUILib)
+
+install(TARGETS QKUILib EXPORT QKUILibTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
+install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY platform/include/platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
+
+install(EXPORT QKUILibTargets NAMESPACE QKUILib:: DESTINATION ${QKUI_PACKAGE_DIR})
+configure_package_config_file(cmake/QKUILibConfig.cmake.in ${PROJECT_BINARY_DIR}/QKUILibConfig.cmake
+                              INSTALL_DESTINATION ${QKUI_PACKAGE_DIR} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/QKUILibConfigVersion.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/QKUILibConfig.cmake ${PROJECT_BINARY_DIR}/QKUILibConfigVersion.cmake
+              cmake/QKUIResources.cmake
+        DESTINATION ${QKUI_PACKAGE_DIR})
+
+# The prefix is named from where the file lies.
+file(RELATIVE_PATH QKUI_PREFIX_FROM_PC ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/QKUILib.pc.in ${PROJECT_BINARY_DIR}/QKUILib.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/QKUILib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
