@@ -43,7 +43,7 @@ class PLATFORM_API CRect : public RECT {
     void SetRectEmpty() { *this = CRect(); }
     void OffsetRect(int dx, int dy);
     void InflateRect(int dx, int dy);
-    void DeflateRect(int dx, int dy) { InflateRect(-dx, -dy); }
+    void DeflateRect(int dx, int dy);
     void NormalizeRect();
     // This becomes the common part of two rectangles (empty: all zero, result false), or the smallest one
     // that holds both (an empty one counts for nothing).

@@ -39,11 +39,13 @@ PLATFORM_API LPVOID LockResource(HGLOBAL data);
 PLATFORM_API HMODULE AfxGetResourceHandle();
 PLATFORM_API void AfxSetResourceHandle(HMODULE module);
 
-// Movable memory by handle. GlobalLock gives the address (null when stale); blocks live until GlobalFree.
+// Memory by handle, for any thread. GlobalLock gives the address, also of an empty block (null when stale).
+// Blocks never move and live until GlobalFree, locked or not. Every failure sets the last error.
 enum : UINT { GMEM_FIXED = 0x0000, GMEM_MOVEABLE = 0x0002, GMEM_ZEROINIT = 0x0040 };
 PLATFORM_API HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);
 PLATFORM_API LPVOID GlobalLock(HGLOBAL block);
+// False for a stale block, and for a movable one that is not locked.
 PLATFORM_API BOOL GlobalUnlock(HGLOBAL block);
 PLATFORM_API std::size_t GlobalSize(HGLOBAL block);
-// Returns the empty handle on success, the given one when it is stale.
+// Returns the empty handle on success, the given one when it is stale or belongs to LoadResource.
 PLATFORM_API HGLOBAL GlobalFree(HGLOBAL block);

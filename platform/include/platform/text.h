@@ -18,6 +18,7 @@ class PLATFORM_API CString {
     CString(LPCWSTR text);         // NOLINT: literals convert; null is the empty string
     CString(const char* utf8);     // NOLINT
     CString(const wchar_t* text);  // NOLINT: UTF-32, the compiler's L"" on Linux
+    // Exactly `length` units, terminators among them too; a count below 1 gives the empty string.
     CString(LPCWSTR text, int length);
     CString(WCHAR unit, int count);
     explicit CString(std::u16string_view text) : text_(text) {}
@@ -42,11 +43,11 @@ class PLATFORM_API CString {
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
 
-    // The position of the first (last) match, or -1.
+    // The position of the first (last) match, or -1; also -1 when `from` lies outside the string.
     int Find(const CString& what, int from = 0) const;
     int Find(WCHAR unit, int from = 0) const;
     int ReverseFind(WCHAR unit) const;
-    // Returns how many places were replaced.
+    // Returns how many places were replaced; an empty `what` is found nowhere.
     int Replace(const CString& what, const CString& with);
 
     // Less than, equal to or greater than 0. CompareNoCase folds ASCII letters only.
@@ -57,7 +58,9 @@ class PLATFORM_API CString {
     CString& Trim();  // ASCII white space at both ends
 
     // printf-like, over UTF-16: %s takes a LPCWSTR (null prints as "(null)"), %hs UTF-8 bytes, %c a WCHAR,
-    // and %d %i %u %x %X %lld %llu %p %f %g %% as printf has them, with width, precision and flags.
+    // and %d %i %u %x %X %lld %llu %p %f %g %% as printf has them, with width, precision and flags. %ld and
+    // %lu take a LONG and a ULONG, 32 bits. What is no specifier stands for itself; %n is none. Width and
+    // precision end at 2^20. The string itself may be an argument.
     void Format(LPCWSTR format, ...);
     void FormatV(LPCWSTR format, std::va_list arguments);
 
@@ -88,4 +91,5 @@ PLATFORM_API std::string ToUtf8(std::u16string_view text);
 inline std::string ToUtf8(const CString& text) {
     return ToUtf8(text.View());
 }
+// One U+FFFD stands for each maximal part of a malformed sequence.
 PLATFORM_API CString FromUtf8(std::string_view bytes);

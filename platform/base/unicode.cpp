@@ -1,0 +1,123 @@
+#include "platform/base/unicode.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <platform/text.h>
+
+namespace platform {
+namespace {
+
+// What may follow a lead byte: how many bytes, and the range of the first of them. The range excludes
+// overlong forms, surrogates and values beyond U+10FFFF; the bytes after it are always 80..BF.
+struct Lead {
+    std::size_t trailing;
+    unsigned char first;
+    unsigned char last;
+};
+
+Lead LeadOf(unsigned char byte) {
+    if (byte < 0xC2) return {0, 0, 0};
+    if (byte < 0xE0) return {1, 0x80, 0xBF};
+    if (byte == 0xE0) return {2, 0xA0, 0xBF};
+    if (byte == 0xED) return {2, 0x80, 0x9F};
+    if (byte < 0xF0) return {2, 0x80, 0xBF};
+    if (byte == 0xF0) return {3, 0x90, 0xBF};
+    if (byte < 0xF4) return {3, 0x80, 0xBF};
+    if (byte == 0xF4) return {3, 0x80, 0x8F};
+    return {0, 0, 0};
+}
+
+}  // namespace
+
+Decoded DecodeUtf8(std::string_view bytes, std::size_t position) {
+    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    const unsigned char first = at(position);
+    if (first < 0x80) return {first, 1};
+    const Lead lead = LeadOf(first);
+    if (lead.trailing == 0) return {kReplacement, 1};
+    char32_t codePoint = first & (0x3Fu >> lead.trailing);
+    for (std::size_t i = 1; i <= lead.trailing; ++i) {
+        if (position + i >= bytes.size()) return {kReplacement, i};
+        const unsigned char byte = at(position + i);
+        const unsigned char low = i == 1 ? lead.first : 0x80;
+        const unsigned char high = i == 1 ? lead.last : 0xBF;
+        if (byte < low || byte > high) return {kReplacement, i};
+        codePoint = (codePoint << 6) | (byte & 0x3Fu);
+    }
+    return {codePoint, lead.trailing + 1};
+}
+
+Decoded DecodeUtf16(std::u16string_view text, std::size_t position) {
+    const char32_t unit = text[position];
+    if (!IsHighSurrogate(unit) && !IsLowSurrogate(unit)) return {unit, 1};
+    if (IsHighSurrogate(unit) && position + 1 < text.size() && IsLowSurrogate(text[position + 1]))
+        return {0x10000 + ((unit - 0xD800) << 10) + (text[position + 1] - 0xDC00u), 2};
+    return {kReplacement, 1};
+}
+
+void AppendUtf8(std::string& out, char32_t codePoint) {
+    if (!IsCodePoint(codePoint)) codePoint = kReplacement;
+    const auto push = [&](char32_t byte) { out.push_back(static_cast<char>(byte)); };
+    if (codePoint < 0x80) {
+        push(codePoint);
+    } else if (codePoint < 0x800) {
+        push(0xC0 | (codePoint >> 6));
+        push(0x80 | (codePoint & 0x3F));
+    } else if (codePoint < 0x10000) {
+        push(0xE0 | (codePoint >> 12));
+        push(0x80 | ((codePoint >> 6) & 0x3F));
+        push(0x80 | (codePoint & 0x3F));
+    } else {
+        push(0xF0 | (codePoint >> 18));
+        push(0x80 | ((codePoint >> 12) & 0x3F));
+        push(0x80 | ((codePoint >> 6) & 0x3F));
+        push(0x80 | (codePoint & 0x3F));
+    }
+}
+
+void AppendUtf16(std::u16string& out, char32_t codePoint) {
+    if (!IsCodePoint(codePoint)) codePoint = kReplacement;
+    if (codePoint < 0x10000) {
+        out.push_back(static_cast<char16_t>(codePoint));
+        return;
+    }
+    out.push_back(static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10)));
+    out.push_back(static_cast<char16_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF)));
+}
+
+std::u16string Utf16FromUtf8(std::string_view bytes) {
+    std::u16string out;
+    out.reserve(bytes.size());  // never more units than bytes
+    for (std::size_t i = 0; i < bytes.size();) {
+        const Decoded next = DecodeUtf8(bytes, i);
+        AppendUtf16(out, next.codePoint);
+        i += next.length;
+    }
+    return out;
+}
+
+std::u16string Utf16FromUtf32(std::u32string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    for (const char32_t unit : text)
+        AppendUtf16(out, unit);
+    return out;
+}
+
+}  // namespace platform
+
+std::string ToUtf8(std::u16string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();) {
+        const platform::Decoded next = platform::DecodeUtf16(text, i);
+        platform::AppendUtf8(out, next.codePoint);
+        i += next.length;
+    }
+    return out;
+}
+
+CString FromUtf8(std::string_view bytes) {
+    return CString(std::u16string_view(platform::Utf16FromUtf8(bytes)));
+}
