@@ -19,11 +19,12 @@ if grep -rlF "$folder/staging" "$prefix"; then
 fi
 
 build_with_cmake() {
-    "$cmake" -S "$1" -B "$2" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
-        -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" >"$2.log" && "$cmake" --build "$2" >>"$2.log" || {
+    if ! { "$cmake" -S "$1" -B "$2" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
+               -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" && "$cmake" --build "$2"; } >"$2.log"
+    then
         cat "$2.log" >&2
         exit 1
-    }
+    fi
 }
 
 echo "A host with the CMake package"
