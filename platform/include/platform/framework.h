@@ -1,6 +1,8 @@
 // The application framework: run-time class information, windows as objects, message maps, dialogs.
 #pragma once
 
+#include <type_traits>
+
 #include <platform/collections.h>
 #include <platform/geometry.h>
 #include <platform/resources.h>
@@ -43,20 +45,34 @@ class PLATFORM_API CObject {
     const CRuntimeClass* name::GetRuntimeClass() const {                           \
         return RUNTIME_CLASS(name);                                                \
     }
+// For a class with a default constructor whose objects may be made from its CRuntimeClass alone.
+#define DECLARE_DYNCREATE(name) DECLARE_DYNAMIC(name) static CObject* CreateObject();
+#define IMPLEMENT_DYNCREATE(name, base)                                                       \
+    CObject* name::CreateObject() {                                                           \
+        return new name;                                                                      \
+    }                                                                                         \
+    const CRuntimeClass name::class##name = {#name, RUNTIME_CLASS(base), name::CreateObject}; \
+    const CRuntimeClass* name::GetRuntimeClass() const {                                      \
+        return RUNTIME_CLASS(name);                                                           \
+    }
 
 // ---- Message maps -------------------------------------------------------------------------------------
 
 class CWnd;
 class CCmdTarget;
 
+// A message goes to the first line that names it, in the map of the object's own class first and then in
+// those of its bases, in the order of their lines; one handler gets it. A handler that wants what its base
+// does calls the base's handler or Default().
+
 // One line of a message map: which message, and the function that unpacks its parameters and calls the
 // handler. The result of a handler that returns nothing is 0.
 struct AFX_MSGMAP_ENTRY {
-    UINT message;  // 0 ends the map
-    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);
+    UINT message;
+    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);  // null ends the map
 };
 struct AFX_MSGMAP {
-    const AFX_MSGMAP* (*base)();
+    const AFX_MSGMAP* (*base)();  // null in the root's map
     const AFX_MSGMAP_ENTRY* entries;
 };
 
@@ -72,13 +88,14 @@ class PLATFORM_API CCmdTarget : public CObject {
     static const AFX_MSGMAP* GetThisMessageMap(); \
     const AFX_MSGMAP* GetMessageMap() const override;
 
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)          \
-    const AFX_MSGMAP* theClass::GetMessageMap() const { \
-        return GetThisMessageMap();                     \
-    }                                                   \
-    const AFX_MSGMAP* theClass::GetThisMessageMap() {   \
-        using ThisClass [[maybe_unused]] = theClass;    \
-        using TheBaseClass = baseClass;                 \
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                         \
+    const AFX_MSGMAP* theClass::GetMessageMap() const {                                                \
+        return GetThisMessageMap();                                                                    \
+    }                                                                                                  \
+    const AFX_MSGMAP* theClass::GetThisMessageMap() {                                                  \
+        using ThisClass [[maybe_unused]] = theClass;                                                   \
+        using TheBaseClass = baseClass;                                                                \
+        static_assert(std::is_base_of_v<baseClass, theClass> && !std::is_same_v<baseClass, theClass>); \
         static const AFX_MSGMAP_ENTRY entries[] = {
 #define END_MESSAGE_MAP()                                                      \
     { 0, nullptr }                                                             \
@@ -124,9 +141,17 @@ class PLATFORM_API CCmdTarget : public CObject {
 
 // ---- Windows ------------------------------------------------------------------------------------------
 
+namespace platform {
+struct MessageFrame;
+class ModalLoop;
+struct WindowAccess;
+}  // namespace platform
+
 // A window as an object. The object does not own the window's life: it is attached when the window is
-// created and detached when the window is destroyed, after which m_hWnd is empty. Destroying the object
-// destroys its window.
+// created (before its first message is handled) and detached when the window is destroyed, after which
+// m_hWnd is empty. Destroying the object destroys its window; the handlers of derived classes are out of
+// reach by then. An object belongs to the thread that created its window, and may be destroyed inside its
+// own handlers.
 class PLATFORM_API CWnd : public CCmdTarget {
     DECLARE_DYNAMIC(CWnd)
   public:
@@ -138,16 +163,18 @@ class PLATFORM_API CWnd : public CCmdTarget {
     HWND m_hWnd;
 
     HWND GetSafeHwnd() const { return m_hWnd; }
-    // The object of a window, or null when the window has none.
+    // The object of a window, or null when the window has none on the calling thread.
     static CWnd* FromHandlePermanent(HWND window);
 
-    // A window of the framework's own class, attached to this object.
+    // A window of the framework's own class, attached to this object. False with the last error of
+    // CreateWindowExW, or ERROR_INVALID_PARAMETER for an object that has a window.
     virtual BOOL CreateEx(DWORD exStyle, LPCWSTR title, DWORD style, const RECT& rect, CWnd* parent, UINT id);
     virtual BOOL DestroyWindow();
 
     DWORD GetStyle() const;
     DWORD GetExStyle() const;
-    // True when the style changed. `flags` other than 0 are given to SetWindowPos.
+    // True when the style changed, false also when there is no window. `flags` other than 0 are given to
+    // SetWindowPos.
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
     BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0);
 
@@ -164,7 +191,8 @@ class PLATFORM_API CWnd : public CCmdTarget {
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE) {
         ::MoveWindow(m_hWnd, x, y, width, height, repaint);
     }
-    // Centres on the parent, or on the screen where there is none.
+    // Centres on the parent or owner, or on the screen where there is none to see; a top-level window is kept
+    // on the screen.
     void CenterWindow();
     void SetWindowText(LPCWSTR text) { ::SetWindowTextW(m_hWnd, text); }
     CString GetWindowText() const { return ::GetWindowTextW(m_hWnd); }
@@ -182,11 +210,13 @@ class PLATFORM_API CWnd : public CCmdTarget {
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
 
     // True takes a message out before it is translated and dispatched. Called by the framework's loops for
-    // the message's window and each of its parents.
+    // the message's window and each of its parents up to the top-level; an owner is not asked.
     virtual BOOL PreTranslateMessage(MSG* message);
     // The framework's loops call this for a message: the PreTranslateMessage of the window and its parents.
+    // True when one of them took the message.
     static BOOL WalkPreTranslateTree(MSG* message);
 
+    // Every message of the window comes here; routes it through the message maps, or to DefWindowProc.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
     // Defaults of the handlers that a message map may route to; each runs Default().
@@ -212,12 +242,14 @@ class PLATFORM_API CWnd : public CCmdTarget {
     // the window is gone, it does nothing and returns 0.
     LRESULT Default();
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-    // Called last of all, after the window is gone; an object on the heap may delete itself here.
+    // Called last of all, after the window is gone; an object on the heap may delete itself here. Not called
+    // when creation failed before there was a window.
     virtual void PostNcDestroy();
     DECLARE_MESSAGE_MAP()
 
   private:
-    friend struct CWndAccess;
+    friend struct platform::WindowAccess;
+    platform::MessageFrame* m_frame = nullptr;  // the innermost message being handled
 };
 
 // ---- Dialogs ------------------------------------------------------------------------------------------
@@ -231,35 +263,41 @@ class PLATFORM_API CDialog : public CWnd {
     explicit CDialog(UINT templateId, CWnd* parent = nullptr);
     ~CDialog() override;
 
-    // Modeless: the window and its controls from a template, then OnInitDialog. False with the last error
-    // when the template or the window system fails.
+    // Modeless: the window and its controls from a template, then WM_INITDIALOG, then shown if the template
+    // says WS_VISIBLE. False with the last error when the template or the window system fails, when the
+    // object has a window, or when the window was destroyed on the way.
     virtual BOOL Create(UINT templateId, CWnd* parent = nullptr);
-    // Modal: creates the window, disables the parent, shows the dialog and runs messages until EndDialog or
-    // until the window is destroyed, then enables and activates the parent again. Returns the result given
-    // to EndDialog; IDCANCEL when the window was destroyed otherwise or WM_QUIT came (which is posted on to
-    // the outer loop); -1 with the last error when the window cannot be created or the display server went
-    // away.
+    // Modal: creates the window, disables the parent's top-level, sends WM_INITDIALOG, shows the dialog and
+    // runs messages until EndDialog or until the window is destroyed, then enables and activates the parent
+    // again; it ends with the window destroyed. Returns the result given to EndDialog; IDCANCEL when the
+    // window was destroyed otherwise or WM_QUIT came (which is posted on to the outer loop); -1 with the
+    // last error when the window cannot be created, when the object has one, or when the display server
+    // went away.
     virtual INT_PTR DoModal();
-    // Ends DoModal after the message being handled; hides the window at once.
+    // Ends DoModal after the message being handled, with the result given last; enables the parent and hides
+    // the window at once. The window of a modeless dialog is destroyed.
     void EndDialog(int result);
 
+    // What WM_INITDIALOG does: the window and its controls exist and are not shown yet.
     virtual BOOL OnInitDialog();
+    // Sends the command IDCANCEL for the Escape key, and IDOK for Enter.
     BOOL PreTranslateMessage(MSG* message) override;
     UINT m_nTemplateId = 0;
 
   protected:
+    // What the commands IDOK and IDCANCEL do; WM_CLOSE is the command IDCANCEL. They end the dialog with that
+    // result.
     virtual void OnOK();
     virtual void OnCancel();
+    // A place for hosts that move data to and from controls; the framework does not call it.
     virtual void DoDataExchange(CDataExchange* exchange);
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     DECLARE_MESSAGE_MAP()
 
   private:
-    friend struct CDialogAccess;
+    friend class platform::ModalLoop;
     CWnd* m_pParentWnd = nullptr;
-    bool m_modal = false;
-    bool m_ended = false;
-    int m_result = -1;
+    platform::ModalLoop* m_modalLoop = nullptr;  // while DoModal runs
 };
 
 // ---- The host's message loop --------------------------------------------------------------------------
@@ -267,5 +305,5 @@ class PLATFORM_API CDialog : public CWnd {
 // Runs messages until WM_QUIT, and returns its exit code; -1 when the display server went away.
 PLATFORM_API int AfxRunMessageLoop();
 // Waits for one message, filters it through PreTranslateMessage, translates and dispatches it. False on
-// WM_QUIT, or when the display server went away.
+// WM_QUIT, which is then out of the queue, or when the display server went away.
 PLATFORM_API BOOL AfxPumpMessage();

@@ -1,0 +1,17 @@
+// Where windows are put that say only what they want to be near.
+#pragma once
+
+#include <platform/geometry.h>
+#include <platform/window.h>
+
+namespace platform {
+
+// The place of a centred window of a given size. For a child: in the middle of its parent, in the parent's
+// coordinates. For a top-level: on the screen, in the middle of its owner, kept on the screen; in the
+// middle of the screen where there is no owner or it is not to be seen.
+CPoint CentredPlace(CSize size, HWND parentOrOwner, bool child);
+
+// The top-level that a window lies in: itself, or the one its parents lead to. Empty for a stale handle.
+HWND TopLevelOf(HWND window);
+
+}  // namespace platform

@@ -1,0 +1,93 @@
+#include "platform/framework/window_access.h"
+
+#include "platform/framework/modal_loop.h"
+#include "platform/framework/window_objects.h"
+
+namespace platform {
+namespace {
+
+thread_local PendingCreation* innermostCreation = nullptr;
+
+}  // namespace
+
+LPCWSTR FrameworkWindowClass() {
+    static const LPCWSTR name = [] {
+        WNDCLASSW description;
+        description.lpfnWndProc = &WindowAccess::Procedure;
+        description.lpszClassName = u"Framework:Window";
+        description.hCursor = LoadCursorW({}, IDC_ARROW);
+        RegisterClassW(&description);
+        return description.lpszClassName;
+    }();
+    return name;
+}
+
+MessageFrame::MessageFrame(CWnd& target, HWND targetWindow, UINT messageNumber, WPARAM w, LPARAM l)
+    : object(&target),
+      window(targetWindow),
+      message(messageNumber),
+      wParam(w),
+      lParam(l),
+      outer(WindowAccess::InnermostFrame(target)) {
+    WindowAccess::InnermostFrame(target) = this;
+}
+
+MessageFrame::~MessageFrame() {
+    if (object) WindowAccess::InnermostFrame(*object) = outer;
+}
+
+PendingCreation::PendingCreation(CWnd& object) : object_(&object), outer_(innermostCreation) {
+    innermostCreation = this;
+}
+
+PendingCreation::~PendingCreation() {
+    innermostCreation = outer_;
+    // A refused window may go without a last message.
+    if (object_ && window_ && object_->m_hWnd == window_ && !IsWindow(window_)) {
+        const DWORD error = GetLastError();
+        WindowAccess::Detach(*object_);
+        SetLastError(error);
+    }
+}
+
+CWnd* PendingCreation::Take(HWND window, LPARAM parameter) {
+    PendingCreation* const pending = innermostCreation;
+    if (!pending || !pending->object_ || pending->window_) return nullptr;
+    if (reinterpret_cast<LPARAM>(pending->object_) != parameter) return nullptr;
+    pending->window_ = window;
+    return pending->object_;
+}
+
+void PendingCreation::Forget(const CWnd& object) {
+    for (PendingCreation* one = innermostCreation; one; one = one->outer_)
+        if (one->object_ == &object) one->object_ = nullptr;
+}
+
+LRESULT WindowAccess::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    CWnd* object = ObjectOf(window);
+    if (!object && message == WM_NCCREATE) {
+        object = PendingCreation::Take(window, lParam);
+        if (object) {
+            BindObject(window, object);
+            object->m_hWnd = window;
+        }
+    }
+    if (!object) return DefWindowProcW(window, message, wParam, lParam);
+
+    if (message == WM_DESTROY) ModalLoop::WindowLeaves(window);
+    MessageFrame frame(*object, window, message, wParam, lParam);
+    const LRESULT result = object->WindowProc(message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        ModalLoop::WindowLeaves(window);
+        if (frame.object && frame.object->m_hWnd == window) Detach(*frame.object);
+    }
+    return result;
+}
+
+void WindowAccess::Detach(CWnd& object) {
+    UnbindObject(object.m_hWnd);
+    object.m_hWnd = nullptr;
+    object.PostNcDestroy();
+}
+
+}  // namespace platform
