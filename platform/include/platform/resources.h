@@ -20,22 +20,27 @@
 
 // Makes the resources of a compiled .res known as a module. The bytes are not copied and must outlive the
 // module. Data that is truncated or contradicts itself is refused whole: the empty handle, with
-// ERROR_BAD_FORMAT. The first module registered becomes the one that a null module names.
+// ERROR_BAD_FORMAT. The oldest module registered is the one that a null module names, until the host chooses.
 PLATFORM_API HMODULE RegisterModuleResources(const void* data, std::size_t size);
+// Every handle of the module's resources is stale from here on. False for a stale module.
 PLATFORM_API BOOL UnregisterModuleResources(HMODULE module);
 
-// Finds a resource by name and type, each a string (letters compare without case) or a MAKEINTRESOURCE
-// number. A null module means the framework's current resource module. Not found: the empty handle, with
-// ERROR_RESOURCE_TYPE_NOT_FOUND or ERROR_RESOURCE_NAME_NOT_FOUND. The handle lives as long as its module.
+// Finds a resource by name and type, each a string (ASCII letters compare without case) or a MAKEINTRESOURCE
+// number. Of several languages the first in the file answers. A null module means the framework's current
+// resource module. Not found: the empty handle, with ERROR_RESOURCE_TYPE_NOT_FOUND or
+// ERROR_RESOURCE_NAME_NOT_FOUND; ERROR_INVALID_HANDLE for a stale module and ERROR_RESOURCE_DATA_NOT_FOUND
+// when there is none at all. The handle lives as long as its module.
 PLATFORM_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
-// The size in bytes; 0 for a stale handle.
+// The size in bytes; 0 for a stale handle. Here and below, a module is null or the one that was searched.
 PLATFORM_API DWORD SizeofResource(HMODULE module, HRSRC resource);
 // A handle to the bytes, owned by the module, for LockResource; empty for a stale handle.
 PLATFORM_API HGLOBAL LoadResource(HMODULE module, HRSRC resource);
-// The first byte; null for a stale handle. Nothing needs to be unlocked.
+// The first byte, never to be written; null for a stale handle. Nothing needs to be unlocked.
 PLATFORM_API LPVOID LockResource(HGLOBAL data);
 
-// The module that resources are looked up in when none is named (the host, unless it chose another).
+// The module that resources are looked up in when none is named: the one chosen while it lives, else the
+// oldest registered; empty when there is none. Setting an empty handle takes the choice back, a stale one is
+// ignored.
 PLATFORM_API HMODULE AfxGetResourceHandle();
 PLATFORM_API void AfxSetResourceHandle(HMODULE module);
 

@@ -1,0 +1,57 @@
+// The resources of one module, indexed by type and name.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <platform/resources.h>
+#include <platform/types.h>
+
+#include "platform/resources/resource_file.h"
+
+namespace platform {
+
+struct ResourceNameHash {
+    std::size_t operator()(const ResourceName& name) const;
+};
+
+// The name with its ASCII letters in upper case, as two names are compared.
+[[nodiscard]] ResourceName Folded(const ResourceName& name);
+// The name that a caller passed, folded: a MAKEINTRESOURCE number or a terminated text.
+[[nodiscard]] ResourceName FoldedName(LPCWSTR name);
+
+// Where several entries share a type and a name (variants of a language), the first in the file answers.
+class ResourceModule {
+  public:
+    struct Resource {
+        std::span<const std::byte> data;
+        HRSRC handle;  // both empty until first asked for
+        HGLOBAL loaded;
+    };
+
+    ResourceModule(const std::vector<ResourceEntry>& entries, const void* data);
+
+    // Names are folded. Null with the last error when there is none.
+    Resource* Find(const ResourceName& type, const ResourceName& name);
+    // The bytes that the module was registered with.
+    const void* Data() const { return data_; }
+    template <class F>
+    void ForEach(F f) {
+        for (auto& [type, names] : types_)
+            for (auto& [name, resource] : names)
+                f(resource);
+    }
+
+  private:
+    template <class T>
+    using Map = std::unordered_map<ResourceName, T, ResourceNameHash>;
+
+    Map<Map<Resource>> types_;
+    const void* data_;
+};
+
+}  // namespace platform

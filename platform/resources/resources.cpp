@@ -1,0 +1,149 @@
+// The modules known to the process, and the handles given out for their resources.
+#include <platform/resources.h>
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+#include "platform/base/global_memory.h"
+#include "platform/base/handle_table.h"
+#include "platform/resources/resource_module.h"
+
+namespace platform {
+namespace {
+
+// What an HRSRC stands for. The resource lies in its module, which outlives the handle.
+struct FoundResource {
+    HMODULE module;
+    ResourceModule::Resource* resource;
+};
+
+// Locked for every call: plugins register from whichever thread loads them.
+struct Registry {
+    // Unloading withdraws blocks: touched here, their table is made first and goes last.
+    Registry() { WithdrawGlobal(nullptr); }
+
+    std::mutex mutex;
+    HandleTable<HMODULE, ResourceModule> modules;
+    HandleTable<HRSRC, FoundResource> found;
+    std::vector<HMODULE> oldestFirst;
+    HMODULE chosen;
+
+    // The chosen module while it lives, else the oldest.
+    HMODULE Current() const {
+        if (modules.Find(chosen)) return chosen;
+        return oldestFirst.empty() ? HMODULE() : oldestFirst.front();
+    }
+
+    // Null with the last error for a stale handle or one of another module.
+    FoundResource* Live(HMODULE module, HRSRC resource) const {
+        FoundResource* live = found.Find(resource);
+        if (live && (!module || module == live->module)) return live;
+        SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
+    }
+};
+
+Registry& TheRegistry() {
+    static Registry registry;
+    return registry;
+}
+
+// Made when the library loads, so that it outlives every static object of the host.
+[[maybe_unused]] Registry& madeAtLoad = TheRegistry();
+
+}  // namespace
+}  // namespace platform
+
+using platform::Registry;
+using platform::TheRegistry;
+
+HMODULE RegisterModuleResources(const void* data, std::size_t size) {
+    if (!data) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    const auto entries = platform::ParseResourceFile({static_cast<const std::byte*>(data), size});
+    if (!entries) {
+        SetLastError(ERROR_BAD_FORMAT);
+        return nullptr;
+    }
+    auto module = std::make_shared<platform::ResourceModule>(*entries, data);
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    const HMODULE handle = registry.modules.Insert(std::move(module));
+    registry.oldestFirst.push_back(handle);
+    return handle;
+}
+
+BOOL UnregisterModuleResources(HMODULE module) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    const auto removed = registry.modules.Remove(module);
+    if (!removed) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    std::erase(registry.oldestFirst, module);
+    removed->ForEach([&](platform::ResourceModule::Resource& resource) {
+        registry.found.Remove(resource.handle);
+        platform::WithdrawGlobal(resource.loaded);
+    });
+    return TRUE;
+}
+
+HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type) {
+    const platform::ResourceName foldedType = platform::FoldedName(type);
+    const platform::ResourceName foldedName = platform::FoldedName(name);
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    const HMODULE searched = module ? module : registry.Current();
+    platform::ResourceModule* resources = registry.modules.Find(searched);
+    if (!resources) {
+        SetLastError(module ? ERROR_INVALID_HANDLE : ERROR_RESOURCE_DATA_NOT_FOUND);
+        return nullptr;
+    }
+    platform::ResourceModule::Resource* resource = resources->Find(foldedType, foldedName);
+    if (!resource) return nullptr;
+    if (!resource->handle)
+        resource->handle = registry.found.Insert(
+            std::make_shared<platform::FoundResource>(platform::FoundResource{searched, resource}));
+    return resource->handle;
+}
+
+DWORD SizeofResource(HMODULE module, HRSRC resource) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    const platform::FoundResource* live = registry.Live(module, resource);
+    return live ? static_cast<DWORD>(live->resource->data.size()) : 0;
+}
+
+HGLOBAL LoadResource(HMODULE module, HRSRC resource) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    const platform::FoundResource* live = registry.Live(module, resource);
+    if (!live) return nullptr;
+    platform::ResourceModule::Resource& loading = *live->resource;
+    if (!loading.loaded) loading.loaded = platform::LendGlobal(loading.data.data(), loading.data.size());
+    return loading.loaded;
+}
+
+LPVOID LockResource(HGLOBAL data) {
+    return GlobalLock(data);
+}
+
+HMODULE AfxGetResourceHandle() {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    return registry.Current();
+}
+
+void AfxSetResourceHandle(HMODULE module) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    if (module && !registry.modules.Find(module)) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return;
+    }
+    registry.chosen = module;
+}
