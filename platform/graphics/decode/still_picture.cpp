@@ -1,0 +1,166 @@
+#include "platform/graphics/decode/still_picture.h"
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/graphics/counters.h"
+#include "platform/graphics/decode/straight_alpha.h"
+
+namespace platform {
+namespace {
+
+// Only these: the library also reads vector drawings and formats told by one weak byte, which cost time and
+// trust and which no skin is made of.
+const char* LibraryName(PictureKind kind) {
+    switch (kind) {
+        case PictureKind::Png:
+            return "png";
+        case PictureKind::Jpeg:
+            return "jpeg";
+        case PictureKind::Bmp:
+            return "bmp";
+        case PictureKind::Tiff:
+            return "tiff";
+        case PictureKind::WebP:
+            return "webp";
+        case PictureKind::Pnm:
+            return "pnm";
+        default:
+            return nullptr;
+    }
+}
+
+struct Release {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+using LoaderPtr = std::unique_ptr<GdkPixbufLoader, Release>;
+
+// The loader asks for the size before it takes pixel memory; a size of nothing makes it give up.
+struct SizeCheck {
+    PictureKind kind;
+    std::size_t bytes;
+    bool refused = false;
+
+    static void OnSize(GdkPixbufLoader* loader, int width, int height, gpointer self) {
+        auto* check = static_cast<SizeCheck*>(self);
+        if (IsBelievableSize(check->kind, width, height, check->bytes)) return;
+        check->refused = true;
+        gdk_pixbuf_loader_set_size(loader, 0, 0);
+    }
+};
+
+// Some decoders leave the rows that a truncated file does not reach as the allocator gave them.
+void ClearPixels(GdkPixbufLoader* loader, gpointer) {
+    if (GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader)) gdk_pixbuf_fill(pixels, 0);
+}
+
+// Returns the error's code in the library's own domain, or 0.
+int TakeError(GError* error) {
+    if (error == nullptr) return 0;
+    const int code = error->domain == GDK_PIXBUF_ERROR ? error->code : GDK_PIXBUF_ERROR_FAILED;
+    g_error_free(error);
+    return code;
+}
+
+struct LoadResult {
+    bool complete = false;
+    bool outOfMemory = false;
+};
+
+LoadResult Feed(GdkPixbufLoader* loader, std::span<const std::uint8_t> bytes, const SizeCheck& check) {
+    constexpr std::size_t kChunk = std::size_t{64} << 10;
+    LoadResult result{true, false};
+    const auto note = [&result](gboolean done, GError* error) {
+        const int code = TakeError(error);
+        if (done) return;
+        result.complete = false;
+        if (code == GDK_PIXBUF_ERROR_INSUFFICIENT_MEMORY) result.outOfMemory = true;
+    };
+    for (std::size_t at = 0; at < bytes.size() && result.complete && !check.refused; at += kChunk) {
+        GError* error = nullptr;
+        const gboolean done =
+            gdk_pixbuf_loader_write(loader, bytes.data() + at, std::min(kChunk, bytes.size() - at), &error);
+        note(done, error);
+    }
+    GError* error = nullptr;
+    const gboolean done = gdk_pixbuf_loader_close(loader, &error);
+    note(done, error);
+    return result;
+}
+
+std::shared_ptr<Surface> ToSurface(const GdkPixbuf* pixels) {
+    const int width = gdk_pixbuf_get_width(pixels);
+    const int height = gdk_pixbuf_get_height(pixels);
+    std::shared_ptr<Surface> surface = Surface::Create(width, height);
+    if (!surface) return nullptr;
+    const guint8* row = gdk_pixbuf_read_pixels(pixels);
+    const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixels);
+    const bool hasAlpha = gdk_pixbuf_get_has_alpha(pixels) != FALSE;
+    const std::ptrdiff_t step = gdk_pixbuf_get_n_channels(pixels);
+    for (int y = 0; y < height; ++y, row += stride) {
+        std::uint32_t* out = surface->Row(y);
+        const guint8* in = row;
+        for (int x = 0; x < width; ++x, in += step) {
+            out[x] = PremultipliedFrom(hasAlpha ? in[3] : 255U, in[0], in[1], in[2]);
+        }
+    }
+    surface->Touch();
+    return surface;
+}
+
+}  // namespace
+
+std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint8_t> bytes,
+                                     Gdiplus::Status& status) {
+    status = Gdiplus::UnknownImageFormat;
+    const char* name = LibraryName(kind);
+    if (name == nullptr) return nullptr;
+    GError* error = nullptr;
+    const LoaderPtr loader(gdk_pixbuf_loader_new_with_type(name, &error));
+    TakeError(error);
+    if (!loader) return nullptr;
+
+    SizeCheck check{kind, bytes.size()};
+    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(&SizeCheck::OnSize), &check);
+    g_signal_connect(loader.get(), "area-prepared", G_CALLBACK(&ClearPixels), nullptr);
+    const LoadResult loaded = Feed(loader.get(), bytes, check);
+    if (loaded.outOfMemory && !check.refused) status = Gdiplus::OutOfMemory;
+    if (check.refused || !loaded.complete) return nullptr;
+
+    const GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader.get());
+    // Not every decoder asks about the size first.
+    if (pixels == nullptr ||
+        !IsBelievableSize(kind, gdk_pixbuf_get_width(pixels), gdk_pixbuf_get_height(pixels), bytes.size())) {
+        return nullptr;
+    }
+    std::shared_ptr<Surface> surface = ToSurface(pixels);
+    status = surface ? Gdiplus::Ok : Gdiplus::OutOfMemory;
+    return surface;
+}
+
+std::unique_ptr<EncodedPicture> StillPicture::Open(PictureKind kind, std::vector<std::uint8_t> bytes,
+                                                   Decoder decode, Gdiplus::Status& status) {
+    std::unique_ptr<StillPicture> picture(new StillPicture);
+    picture->kind_ = kind;
+    picture->bytes_ = std::move(bytes);
+    picture->decode_ = decode;
+    picture->first_ = decode(kind, picture->bytes_, status);
+    if (!picture->first_) return nullptr;
+    ++Gdiplus::Counters().decodedFrames;
+    picture->width_ = picture->first_->Width();
+    picture->height_ = picture->first_->Height();
+    return picture;
+}
+
+std::shared_ptr<Surface> StillPicture::Frame(int index) {
+    if (index != 0) return nullptr;
+    if (first_) return std::exchange(first_, nullptr);
+    Gdiplus::Status status = Gdiplus::Ok;
+    std::shared_ptr<Surface> surface = decode_(kind_, bytes_, status);
+    if (surface) ++Gdiplus::Counters().decodedFrames;
+    return surface;
+}
+
+}  // namespace platform
