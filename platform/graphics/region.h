@@ -10,6 +10,7 @@ typedef struct _cairo_region cairo_region_t;
 
 namespace platform {
 
+// Coordinates are cut at +-2^29, where no surface reaches.
 class Region {
   public:
     Region();                           // empty
@@ -28,7 +29,21 @@ class Region {
     bool Intersects(const RECT& rect) const;
     bool Covers(const RECT& rect) const;  // holds every pixel of it
     int Count() const;                    // rectangles it is made of
-    CRect Rect(int index) const;
+    CRect Rect(int index) const;          // empty for an index outside
+    // The index of the first rectangle that reaches below row y: where to start for what lies at y.
+    int FirstBelow(int y) const;
+    // Calls f(part) for every part of the region inside `rect`, top to bottom; costs nothing for the rest.
+    template <class F>
+    void ForEachIn(const RECT& rect, F f) const {
+        const int count = Count();
+        if (count == 0 || rect.right <= rect.left || rect.bottom <= rect.top) return;
+        for (int i = count == 1 ? 0 : FirstBelow(rect.top); i < count; ++i) {
+            const CRect band = Rect(i);
+            if (band.top >= rect.bottom) return;
+            CRect part;
+            if (part.IntersectRect(band, rect)) f(part);
+        }
+    }
 
     void Add(const RECT& rect);
     void Add(const Region& other);

@@ -11,6 +11,8 @@ namespace platform {
 
 class Surface {
   public:
+    // Whether a surface may have this size.
+    static bool IsPossible(std::int64_t width, std::int64_t height);
     // Zeroed. Null for a size below 1 or above the limits of CreateCompatibleBitmap, or without memory.
     // Memory of surfaces released lately is used again.
     static std::shared_ptr<Surface> Create(int width, int height);

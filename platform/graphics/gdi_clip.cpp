@@ -1,0 +1,60 @@
+// What of a context may be drawn on.
+#include <utility>
+
+#include "platform/graphics/device_context.h"
+#include "platform/graphics/gdi_objects.h"
+
+namespace platform {
+namespace {
+
+// The drawable set in context coordinates.
+Region DrawableOf(const DeviceContext& context) {
+    Region region = context.Drawable();
+    region.Offset(-context.Origin().x, -context.Origin().y);
+    return region;
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+int SelectClipRgn(HDC context, HRGN region) {
+    const auto target = ShareContext(context);
+    if (!target) return ERROR_REGION;
+    if (!region) {
+        target->SetClip({});
+        return KindOf(target->Drawable());
+    }
+    const auto clip = ShareRegion(region);
+    if (!clip) return ERROR_REGION;
+    target->SetClip(*clip);
+    return KindOf(target->Drawable());
+}
+
+int IntersectClipRect(HDC context, int left, int top, int right, int bottom) {
+    const auto target = ShareContext(context);
+    if (!target) return ERROR_REGION;
+    target->IntersectClip({left, top, right, bottom});
+    return KindOf(target->Drawable());
+}
+
+int GetClipBox(HDC context, RECT* box) {
+    const auto target = ShareContext(context);
+    if (!target) return ERROR_REGION;
+    if (!box) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return ERROR_REGION;
+    }
+    const Region drawable = DrawableOf(*target);
+    *box = drawable.Box();
+    return KindOf(drawable);
+}
+
+int GetDrawableRgn(HDC context, HRGN region) {
+    const auto target = ShareContext(context);
+    const auto result = ShareRegion(region);
+    if (!target || !result) return ERROR_REGION;
+    *result = DrawableOf(*target);
+    return KindOf(*result);
+}
