@@ -8,7 +8,7 @@
 
 #include "platform/graphics/decode/byte_reader.h"
 #include "platform/graphics/decode/still_picture.h"
-#include "platform/graphics/decode/straight_alpha.h"
+#include "platform/graphics/pixel_rows.h"
 
 namespace platform {
 namespace {
@@ -162,7 +162,7 @@ std::shared_ptr<Surface> DecodeBitmapEntry(const IconEntry& entry) {
             const std::uint32_t pixel = PixelOf(row, x, entry.depth, table);
             const bool cut = !hasAlpha && mask && PackedPixel(mask->Row(y), x, 1) != 0;
             const std::uint32_t alpha = hasAlpha ? pixel >> 24 : (cut ? 0U : 255U);
-            out[x] = PremultipliedFrom(alpha, (pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
+            out[x] = Premultiply((alpha << 24) | (pixel & 0xFFFFFFU));
         }
     }
     surface->Touch();

@@ -1,7 +1,7 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include "platform/graphics/decode/picture.h"
-#include "platform/graphics/decode/straight_alpha.h"
+#include "platform/graphics/pixel_rows.h"
 
 namespace platform {
 namespace {
@@ -16,15 +16,16 @@ std::unique_ptr<GdkPixbuf, Release> StraightCopy(const Surface& surface) {
     if (!pixels) return nullptr;
     guint8* row = gdk_pixbuf_get_pixels(pixels.get());
     const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixels.get());
+    std::vector<std::uint32_t> straight(static_cast<std::size_t>(surface.Width()));
     for (int y = 0; y < surface.Height(); ++y, row += stride) {
-        const std::uint32_t* in = surface.Row(y);
+        UnpremultiplyRow(straight.data(), surface.Row(y), straight.size());
         guint8* out = row;
-        for (int x = 0; x < surface.Width(); ++x, out += 4) {
-            const std::uint32_t a = in[x] >> 24;
-            out[0] = static_cast<guint8>(StraightChannel((in[x] >> 16) & 0xFF, a));
-            out[1] = static_cast<guint8>(StraightChannel((in[x] >> 8) & 0xFF, a));
-            out[2] = static_cast<guint8>(StraightChannel(in[x] & 0xFF, a));
-            out[3] = static_cast<guint8>(a);
+        for (const std::uint32_t pixel : straight) {
+            out[0] = static_cast<guint8>(pixel >> 16);
+            out[1] = static_cast<guint8>(pixel >> 8);
+            out[2] = static_cast<guint8>(pixel);
+            out[3] = static_cast<guint8>(pixel >> 24);
+            out += 4;
         }
     }
     return pixels;

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/graphics/counters.h"
-#include "platform/graphics/decode/straight_alpha.h"
+#include "platform/graphics/pixel_rows.h"
 
 namespace platform {
 namespace {
@@ -99,12 +99,15 @@ std::shared_ptr<Surface> ToSurface(const GdkPixbuf* pixels) {
     const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixels);
     const bool hasAlpha = gdk_pixbuf_get_has_alpha(pixels) != FALSE;
     const std::ptrdiff_t step = gdk_pixbuf_get_n_channels(pixels);
+    std::vector<std::uint32_t> straight(static_cast<std::size_t>(width));
     for (int y = 0; y < height; ++y, row += stride) {
-        std::uint32_t* out = surface->Row(y);
         const guint8* in = row;
-        for (int x = 0; x < width; ++x, in += step) {
-            out[x] = PremultipliedFrom(hasAlpha ? in[3] : 255U, in[0], in[1], in[2]);
+        for (std::uint32_t& pixel : straight) {
+            const std::uint32_t alpha = hasAlpha ? in[3] : 255U;
+            pixel = (alpha << 24) | (std::uint32_t{in[0]} << 16) | (std::uint32_t{in[1]} << 8) | in[2];
+            in += step;
         }
+        PremultiplyRow(surface->Row(y), straight.data(), straight.size());
     }
     surface->Touch();
     return surface;
