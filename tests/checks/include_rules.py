@@ -69,6 +69,9 @@ class Checker:
         for backend in BACKENDS:
             if target.startswith(backend) and not path.startswith((backend, "tests/")):
                 self.report(path, line, f"{name} belongs to a backend, which nobody else may include")
+        outside = path.startswith(("src/", "examples/", FACE))
+        if outside and name.startswith("platform/") and angled and not target.startswith(FACE):
+            self.report(path, line, f"<{name}> is no header of platform/'s face")
         if path.startswith("src/"):
             self.check_source(path, line, angled, name, target)
         elif path.startswith(FACE):
