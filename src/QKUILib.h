@@ -1,0 +1,12 @@
+// The whole interface of the library: dialogs that draw themselves, and the items that fill them.
+#pragma once
+
+#include <platform/framework.h>
+#include <platform/gdiplus.h>
+#include <platform/headless.h>
+#include <platform/resources.h>
+#include <platform/text.h>
+
+#include "dialog/dialog_base.h"
+#include "items/button.h"
+#include "items/item_base.h"

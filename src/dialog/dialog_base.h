@@ -1,0 +1,195 @@
+// A dialog that draws its whole surface itself and fills it with lightweight items.
+#pragma once
+
+#include <memory>
+
+#include <platform/framework.h>
+#include <platform/gdiplus.h>
+
+#include "items/item_base.h"
+
+class QKButton;
+class QKFrame;
+class QKFrameInputs;
+
+// The fill that makes an area of a per-pixel window catch the pointer while it stays invisible.
+constexpr Gdiplus::ARGB QK_PAINT_TRANSPARENT = 0x01FFFFFF;
+
+// How the dialog's window shows its pixels.
+enum QKLayStyle : int {
+    LAY_NONE = 0,      // an ordinary window
+    LAY_COLORKEY = 1,  // the pixels of one colour are left out
+    LAY_ALPHA = 2,     // the whole window under one alpha
+    LAY_OPAQUE = 3,    // every pixel with its own alpha
+};
+
+// The host derives its dialogs from this class, registers items that it owns, and refreshes what it changed:
+// setters never repaint. Everything runs on the thread that owns the window; callbacks of items run inside
+// the pointer handlers and may close, minimise or even delete the dialog.
+//
+// Flags are ints: 0 is off, anything else is on. Colours are ARGB unless they say COLORREF. Geometry is in
+// client pixels.
+class PLATFORM_API CQKDialogBase : public CDialog {
+    DECLARE_DYNAMIC(CQKDialogBase)
+  public:
+    explicit CQKDialogBase(UINT templateId, CWnd* parent = nullptr);
+    ~CQKDialogBase() override;
+
+    // ---- The window's looks. These need the window and do not repaint.
+
+    // Lets the window manager minimise the window.
+    void SetMinMaxStyle();
+    int SetNoLayDlg();
+    // The results are the platform's: 1, or 0 with a last error.
+    int Set_COLORKEYDlg(DWORD key);  // a COLORREF
+    int Set_ALPHADlg(int alpha);     // 0 to 255
+    // Nothing is shown until the first refresh. The pointer passes through pixels of alpha 0.
+    int Set_OPAQUEDlg(int alpha);  // 0 to 255, over the alpha of each pixel
+    // Rounds the corners of the window as it is now; `cx` and `cy` are width and height of the ellipse.
+    void SetRngDlg(int cx, int cy);
+
+    // ---- Background
+
+    // Fills the client with a colour before the picture when `fill` is set. A cached background stays.
+    void SetBackColor(const Gdiplus::Color& color, int fill);
+    // The background picture: stretched over the client, or cropped equally on both sides to its aspect
+    // ratio. An empty path removes it and keeps the ratio flag. With `cache` the background is rendered once,
+    // at the client size of the first frame; this is for LAY_OPAQUE: in the other styles a cached background
+    // shows only in the frame that made the cache.
+    void SetBack(const CString& path, int keepRatio, int cache);
+    // The same picture source with the picture's size as the answer. 1 also when the file cannot be decoded:
+    // the rectangle is then empty. 0 for an empty path. Cache and ratio are left as they are, so a cached
+    // background keeps showing the old picture.
+    int SetBack(const CString& path, CRect& rcImage);
+
+    // 1: a press on empty space does not move the window.
+    void SetNoMove(int noMove);
+    // 1: a rubber band may be dragged over empty space.
+    void SetSelRect(int enable);
+
+    // ---- Commands
+
+    void CloseQKDlg();          // posts the request
+    void MinQKDlg();            // posts the request
+    void SetDoModalOK(int ok);  // ends as OK or as Cancel
+    // Handles at most one waiting message, without waiting: keeps the windows alive while the host is busy.
+    void messagePump();
+
+    // ---- Items. The dialog keeps pointers; later registered items lie on top. No operation repaints.
+
+    int AddQKItem(QKItemBase* item);          // 0 when it is registered already
+    QKItemBase* GetQKItem(QKItemBase* item);  // the argument when it is registered, else null
+    int RemoveQKItem(QKItemBase* item);       // 0 when it is not registered
+    void RemoveAllQKItem();
+
+    // ---- Refreshing and painting
+
+    // Everything. In LAY_OPAQUE this composes and shows the frame at once; in the other styles the window is
+    // invalidated. Nothing happens without a window, or while it is minimised.
+    virtual void UpdateView();
+    // One rectangle (null: everything). LAY_OPAQUE always refreshes everything.
+    virtual void UpdateViewRect(const RECT* rect);
+    // Everything, and from now on the per-pixel surface is shown from `source` on.
+    virtual void UpdateViewPt(const POINT& source);
+    // Called instead of invalidating while m_bSysInvalidate is 0.
+    virtual void CallBackInvalidate();
+    // Renders one frame onto a context. `buffer`: off-screen first, then in one block; not in LAY_OPAQUE.
+    // A host that overrides this may draw below or above the frame.
+    virtual void DrawSurface(HDC dc, int width, int height, int buffer);
+    // Composes one frame onto any context, inside its clip: colour key, background, items, rubber band.
+    // Width and height are used for the colour-key fill; all else takes the client size.
+    void OnQKPaint(HDC dc, int width, int height);
+
+    void DrawButton(HDC dc, QKButton* button);
+
+    // ---- Pointer
+
+    void OnLbuttonClkDown(UINT flags, CPoint point);
+    void OnLbuttonDbClkDown(UINT flags, CPoint point);
+    void OnLButtonDown(UINT flags, CPoint point);
+    void OnLButtonDblClk(UINT flags, CPoint point);
+    void OnLButtonUp(UINT flags, CPoint point);
+    void OnMouseMove(UINT flags, CPoint point);
+    void OnMouseLeave();
+    void OnRButtonUp(UINT flags, CPoint point);
+    // Not routed by the dialog: a host that wants it calls it from its own handler.
+    void OnRButtonDown(UINT flags, CPoint point);
+
+    // One event on one item with its hit rectangle; 1 when something changed or the item took it.
+    int MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point);
+    int MoveDownItem(QKItemBase* item, const CRect& rect, CPoint point);
+    int MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point);
+    int MoveLeaveItem(QKItemBase* item, const CRect& rect);  // for hosts
+
+    // ---- Window messages
+
+    BOOL PreTranslateMessage(MSG* message) override;
+    BOOL OnInitDialog() override;
+    // Not routed by the dialog: a host that wants it calls it from its own handler. Forgets all items.
+    void OnDestroy();
+
+  protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    void OnPaint();
+    BOOL OnEraseBkgnd(HDC dc);
+    void OnMove(int x, int y);
+    void OnActivate(UINT state, HWND other, BOOL minimised);
+    void OnClose();
+    void OnTimer(UINT_PTR id);
+    DECLARE_MESSAGE_MAP()
+
+    // 0: in LAY_OPAQUE the whole window catches the pointer.
+    void SetMouseTranOver(int transparent);
+
+    POINT m_ptLayerSrc = {0, 0};  // where the per-pixel surface is shown from, once m_bLayerSrcSet is 1
+    int m_bLayerSrcSet = 0;
+    int m_bSysInvalidate = 1;
+    int m_nLayStyle = LAY_NONE;
+    int m_nAlpha = 255;
+    COLORREF m_crColorKey = 0;
+    std::unique_ptr<Gdiplus::Image> m_pBackImage;
+    CArray<QKItemBase*> m_arItems;
+    int m_bHasGif = 0;  // once a GIF item was registered
+    QKItemBase* m_pDownItem = nullptr;
+    int m_bDragOut = 0;
+    int m_bSelRect = 0;
+    POINT m_ptSelStart = {0, 0};
+    POINT m_ptSelEnd = {0, 0};
+    CRect m_rcSel;
+    int m_bSelecting = 0;
+    int m_bMove = 1;
+    int m_bTranMouseOver = 1;
+    int m_bBackKeepRatio = 0;
+    Gdiplus::ARGB m_crBack = 0xFF000000;
+    int m_bBackColor = 0;
+    std::unique_ptr<Gdiplus::Bitmap> m_pBackCache;  // upside down, as the per-pixel surface wants it
+    int m_bBackCache = 0;
+    int m_bMinimized = 0;  // from MinQKDlg to the next release over an item
+
+  private:
+    // Where an item takes the pointer; false for kinds that never do.
+    static bool HitRect(const QKItemBase* item, CRect& rect);
+    static bool TakesPointer(const QKItemBase* item);
+    QKItemBase* CapturedItem();
+    bool CompleteClick(QKItemBase* item);
+    void StartBand(CPoint point);
+    void DragWindowOrCapture(CPoint point);
+    void EndPress();
+
+    bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
+    Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
+    void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight);
+    void DrawItem(HDC dc, QKItemBase* item);
+    void DrawBand(Gdiplus::Graphics& graphics);
+    void DescribeFrame(QKFrameInputs& inputs, int width, int height) const;
+    void PaintThroughFrame(HDC dc, int width, int height);
+    void PushLayeredFrame(const CRect& window);
+    void ComposeLayeredFrame(int width, int height);
+    void PaintLayeredPart(int width, int height);
+    void CopyBackCache();
+    void CopyShearedBackCache();
+
+    std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints
+    bool m_bStartOver = false;          // a host drew below a frame that was only to be mended
+    std::shared_ptr<const char> m_pLife = std::make_shared<const char>('\0');  // expires with the object
+};

@@ -1,0 +1,222 @@
+// One frame: what it is composed of, in which order, and what it is drawn from.
+#include <cstdint>
+
+#include "dialog/dialog_base.h"
+#include "dialog/dialog_frame.h"
+#include "items/button.h"
+
+namespace {
+
+constexpr Gdiplus::ARGB kBandFill = 0x643399FF;
+constexpr Gdiplus::ARGB kBandOutline = 0xFF3399FF;
+
+bool IsButton(const QKItemBase* item) {
+    return item->GetType() == QKUI_BUTTON || item->GetType() == QKUI_TEXTBUTTON;
+}
+
+bool CatchesPointer(const QKItemBase* item) {
+    return item->IsShow() && !item->GetTranMouseOver();
+}
+
+// The pixels that drawing the item may change.
+CRect TouchedBy(const QKItemBase* item) {
+    CRect touched;
+    if (CatchesPointer(item)) item->GetRect(&touched);
+    if (IsButton(item)) {
+        const QKButton::Cut cut = static_cast<const QKButton*>(item)->GetFrameCut();
+        touched.UnionRect(CRect(touched), CRect(cut.destination, cut.source.Size()));
+    }
+    return touched;
+}
+
+void DescribeItem(const QKItemBase* item, QKFrameInputs& inputs) {
+    inputs.Begin();
+    inputs.Touches(TouchedBy(item));
+    inputs.Add(static_cast<std::uint64_t>(item->GetType()));
+    inputs.Add(CatchesPointer(item));
+    CRect rect;
+    item->GetRect(&rect);
+    inputs.Add(rect);
+    if (IsButton(item)) {
+        const auto* button = static_cast<const QKButton*>(item);
+        const QKButton::Cut cut = button->GetFrameCut();
+        inputs.Add(cut.source);
+        inputs.Add(CRect(cut.destination, CSize(0, 0)));
+        inputs.Add(cut.source.IsRectEmpty() ? 0 : button->GetImage()->GetRevision());
+    }
+}
+
+// Whether a context draws on any pixel of a rectangle.
+class Drawable {
+  public:
+    explicit Drawable(HDC dc) : region_(CreateRectRgn(0, 0, 0, 0)) { GetDrawableRgn(dc, region_); }
+    ~Drawable() { DeleteObject(region_); }
+    Drawable(const Drawable&) = delete;
+    Drawable& operator=(const Drawable&) = delete;
+    bool Meets(const CRect& rect) const { return !rect.IsRectEmpty() && RectInRegion(region_, rect); }
+    HRGN Region() const { return region_; }
+
+  private:
+    HRGN region_;
+};
+
+}  // namespace
+
+void CQKDialogBase::OnPaint() {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(m_hWnd, &paint);
+    if (m_nLayStyle != LAY_OPAQUE) {
+        CRect window;
+        GetWindowRect(window);
+        DrawSurface(dc, window.Width(), window.Height(), 1);
+    }
+    EndPaint(m_hWnd, &paint);
+}
+
+void CQKDialogBase::DrawSurface(HDC dc, int width, int height, int buffer) {
+    if (m_nLayStyle == LAY_OPAQUE && dc == m_pFrame->Context())
+        PaintLayeredPart(width, height);
+    else if (m_nLayStyle != LAY_OPAQUE && buffer && m_pFrame->Prepare(dc, width, height, false))
+        PaintThroughFrame(dc, width, height);
+    else
+        OnQKPaint(dc, width, height);
+}
+
+// The frame outlives the paint: only what differs from its last state, and is asked for, is composed again.
+void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
+    if (!IsWindow(m_hWnd)) return;
+    QKFrame& frame = *m_pFrame;
+    DescribeFrame(frame.NewInputs(), width, height);
+    frame.TakeInputs();
+    if (frame.BeginPart(Drawable(dc).Region())) {
+        frame.ClipPart();
+        OnQKPaint(frame.Context(), width, height);
+        frame.EndPart();
+    }
+    BitBlt(dc, 0, 0, width, height, frame.Context(), 0, 0, SRCCOPY);
+}
+
+void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
+    if (!IsWindow(m_hWnd)) return;
+    if (m_nLayStyle == LAY_COLORKEY) {
+        const CRect all(0, 0, width, height);
+        const HBRUSH brush = CreateSolidBrush(m_crColorKey);
+        FillRect(dc, all, brush);
+        DeleteObject(brush);
+    }
+
+    Gdiplus::Graphics graphics(dc);
+    CRect client;
+    GetClientRect(client);
+    if (!HasCachedBackground()) DrawBackground(graphics, client.Width(), client.Height());
+
+    const Gdiplus::SolidBrush catching{Gdiplus::Color(QK_PAINT_TRANSPARENT)};
+    if (m_nLayStyle == LAY_OPAQUE && !m_bTranMouseOver)
+        graphics.FillRectangle(&catching, 0, 0, client.Width(), client.Height());
+
+    const Drawable drawable(dc);
+    for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
+        QKItemBase* item = m_arItems[i];
+        if (!drawable.Meets(TouchedBy(item))) continue;
+        if (CatchesPointer(item)) {
+            Gdiplus::Rect rect;
+            item->GetRect(&rect);
+            graphics.FillRectangle(&catching, rect);
+        }
+        DrawItem(dc, item);
+    }
+    DrawBand(graphics);
+    graphics.ReleaseHDC(dc);  // never acquired: without effect, and has always been here
+}
+
+void CQKDialogBase::DrawItem(HDC dc, QKItemBase* item) {
+    if (IsButton(item)) DrawButton(dc, static_cast<QKButton*>(item));
+}
+
+Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight) const {
+    constexpr double kSameRatio = 1e-7;
+    const int width = static_cast<int>(m_pBackImage->GetWidth());
+    const int height = static_cast<int>(m_pBackImage->GetHeight());
+    if (!m_bBackKeepRatio || width < 1 || height < 1) return {0, 0, width, height};
+    const double client = static_cast<double>(clientWidth) / clientHeight;
+    const double picture = static_cast<double>(width) / height;
+    if (client - picture > kSameRatio) {
+        const int part = static_cast<int>(width / client);
+        return {0, static_cast<int>(static_cast<unsigned>(height - part) >> 1), width, part};
+    }
+    const int part = static_cast<int>(height * client);
+    return {static_cast<int>(static_cast<unsigned>(width - part) >> 1), 0, part, height};
+}
+
+void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) {
+    std::unique_ptr<Gdiplus::Graphics> cache;
+    if (m_bBackCache) {
+        m_pBackCache =
+            std::make_unique<Gdiplus::Bitmap>(clientWidth, clientHeight, Gdiplus::PixelFormat32bppARGB);
+        cache = std::make_unique<Gdiplus::Graphics>(m_pBackCache.get());
+    }
+    const auto onBoth = [&](auto draw) {
+        draw(graphics);
+        if (cache) draw(*cache);
+    };
+    if (m_bBackColor) {
+        const Gdiplus::SolidBrush brush{Gdiplus::Color(m_crBack)};
+        onBoth([&](Gdiplus::Graphics& g) { g.FillRectangle(&brush, 0, 0, clientWidth, clientHeight); });
+    }
+    if (m_pBackImage && clientWidth >= 1 && clientHeight >= 1) {
+        Gdiplus::ImageAttributes attributes;
+        attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
+        const Gdiplus::Rect source = BackgroundSource(clientWidth, clientHeight);
+        const Gdiplus::Rect destination(0, 0, clientWidth, clientHeight);
+        onBoth([&](Gdiplus::Graphics& g) {
+            g.DrawImage(m_pBackImage.get(), destination, source.X, source.Y, source.Width, source.Height,
+                        Gdiplus::UnitPixel, &attributes);
+        });
+    }
+    if (cache) {
+        cache.reset();
+        m_pBackCache->RotateFlip(Gdiplus::Rotate180FlipX);
+    }
+}
+
+void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
+    if (!m_bSelRect || !m_bSelecting) return;
+    const Gdiplus::RectF band(static_cast<float>(m_rcSel.left), static_cast<float>(m_rcSel.top),
+                              static_cast<float>(m_rcSel.Width()), static_cast<float>(m_rcSel.Height()));
+    const Gdiplus::SolidBrush fill{Gdiplus::Color(kBandFill)};
+    graphics.FillRectangle(&fill, band);
+    const Gdiplus::Pen outline(Gdiplus::Color(kBandOutline), 1.0F);
+    graphics.DrawRectangle(&outline, band);
+}
+
+// Everything that OnQKPaint reads must be told here, or a later frame would keep what it should redraw.
+void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) const {
+    CRect client;
+    GetClientRect(client);
+    inputs.Begin();
+    inputs.Touches(CRect(0, 0, width, height));
+    inputs.Add(CRect(0, 0, width, height));
+    inputs.Add(client);
+    inputs.Add(static_cast<std::uint64_t>(m_nLayStyle));
+    inputs.Add(m_crColorKey);
+    inputs.Add(static_cast<std::uint64_t>(m_bTranMouseOver));
+    inputs.Add(static_cast<std::uint64_t>(m_bBackCache));
+    inputs.Add(m_pBackCache ? m_pBackCache->GetRevision() : 0);
+    if (!HasCachedBackground()) {
+        inputs.Add(m_bBackColor ? m_crBack : 0);
+        inputs.Add(static_cast<std::uint64_t>(m_bBackColor));
+        inputs.Add(m_pBackImage ? m_pBackImage->GetRevision() : 0);
+        inputs.Add(static_cast<std::uint64_t>(m_bBackKeepRatio));
+    }
+
+    for (const QKItemBase* item : m_arItems)
+        DescribeItem(item, inputs);
+
+    inputs.Begin();
+    if (m_bSelRect && m_bSelecting) {
+        inputs.Add(m_rcSel);
+        CRect outlined(m_rcSel);
+        outlined.InflateRect(1, 1);
+        inputs.Touches(outlined);
+    }
+}

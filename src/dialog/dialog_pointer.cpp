@@ -1,0 +1,221 @@
+// The pointer: which item an event reaches, what it does to the item's state, and when a click completes.
+#include <algorithm>
+
+#include "dialog/dialog_base.h"
+#include "items/button.h"
+
+// Items are visited from the last registered to the first: the topmost drawn comes first. A callback may
+// delete the dialog; whoever called one holds `m_pLife` weakly and touches nothing once it expired.
+
+bool CQKDialogBase::TakesPointer(const QKItemBase* item) {
+    return item->m_bShow && item->m_bEnable;
+}
+
+bool CQKDialogBase::HitRect(const QKItemBase* item, CRect& rect) {
+    switch (item->m_nType) {
+        case QKUI_BUTTON:
+        case QKUI_TEXTBUTTON:
+            static_cast<const QKButton*>(item)->GetButtonRect(rect);
+            return true;
+        default:
+            return false;
+    }
+}
+
+int CQKDialogBase::MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point) {
+    if (item->m_bCapture) return 0;
+    const bool inside = rect.PtInRect(point);
+    if (inside && item->m_bHand) SetCursor(LoadCursorW(nullptr, IDC_HAND));
+    // A pressed item keeps its look outside its rectangle, too.
+    const QKItemBase::QK_STATUS status = inside ? QKItemBase::QK_MOUSEON : QKItemBase::QK_NORMAL;
+    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN || item->m_nStatus == status) return 0;
+    item->m_nStatus = status;
+    return 1;
+}
+
+int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint point) {
+    if (!rect.PtInRect(point) || item->m_nStatus == QKItemBase::QK_MOUSEDOWN) return 0;
+    m_pDownItem = item;
+    item->m_nStatus = QKItemBase::QK_MOUSEDOWN;
+    item->m_ptLast = point;
+    UpdateViewRect(rect);
+    SetCapture(m_hWnd);
+    item->m_bCapture = 1;
+    return 1;
+}
+
+// False when the item, the window or the dialog itself did not outlive the callback: the release then touches
+// none of them any more.
+bool CQKDialogBase::CompleteClick(QKItemBase* item) {
+    const std::weak_ptr<const char> life = m_pLife;
+    const bool registered = GetQKItem(item) != nullptr;
+    if (const QKCallbacks callbacks = item->m_callbacks; callbacks.pfnClick && item == m_pDownItem)
+        callbacks.pfnClick(callbacks.pArgument);
+    if (life.expired() || !IsWindow(m_hWnd)) return false;
+    if (registered && !GetQKItem(item)) {
+        m_bMinimized = 0;  // this was the release that MinQKDlg waited for
+        return false;
+    }
+    return true;
+}
+
+int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point) {
+    if (!rect.PtInRect(point)) {
+        if (item->m_nStatus == QKItemBase::QK_NORMAL) return 0;
+        item->m_nStatus = QKItemBase::QK_NORMAL;
+        UpdateViewRect(rect);
+        return 1;
+    }
+
+    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item)) return 0;
+
+    const bool minimized = m_bMinimized == 1;
+    m_bMinimized = 0;
+    // A window that was just minimised is no longer under the pointer.
+    const QKItemBase::QK_STATUS status = minimized ? QKItemBase::QK_NORMAL : QKItemBase::QK_MOUSEON;
+    if (item->m_nStatus == status) return 0;
+    item->m_nStatus = status;
+    UpdateViewRect(rect);
+    return 1;
+}
+
+int CQKDialogBase::MoveLeaveItem(QKItemBase* item, const CRect& rect) {
+    if (item->m_nStatus == QKItemBase::QK_NORMAL) return 0;
+    item->m_nStatus = QKItemBase::QK_NORMAL;
+    UpdateViewRect(rect);
+    return 1;
+}
+
+void CQKDialogBase::StartBand(CPoint point) {
+    m_ptSelStart = point;
+    m_bSelecting = 1;
+    m_rcSel.SetRectEmpty();
+    UpdateView();
+}
+
+void CQKDialogBase::DragWindowOrCapture(CPoint point) {
+    if (m_bMove)
+        SendMessage(WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(point.x, point.y));
+    else
+        SetCapture(m_hWnd);
+}
+
+void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        QKItemBase* item = m_arItems[i];
+        CRect rect;
+        if (TakesPointer(item) && HitRect(item, rect) && MoveDownItem(item, rect, point)) {
+            SetCapture(m_hWnd);
+            return;
+        }
+    }
+    DragWindowOrCapture(point);
+}
+
+void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        QKItemBase* item = m_arItems[i];
+        CRect rect;
+        if (TakesPointer(item) && HitRect(item, rect) && MoveDownItem(item, rect, point)) {
+            SetCapture(m_hWnd);
+            return;
+        }
+    }
+    if (m_bSelRect) StartBand(point);
+    DragWindowOrCapture(point);
+}
+
+void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
+    const std::weak_ptr<const char> life = m_pLife;
+    OnLbuttonClkDown(flags, point);
+    if (!life.expired()) CDialog::OnLButtonDown(flags, point);
+}
+
+void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
+    const std::weak_ptr<const char> life = m_pLife;
+    OnLbuttonDbClkDown(flags, point);
+    if (!life.expired()) CDialog::OnLButtonDblClk(flags, point);
+}
+
+QKItemBase* CQKDialogBase::CapturedItem() {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
+        if (TakesPointer(m_arItems[i]) && m_arItems[i]->m_bCapture) return m_arItems[i];
+    return nullptr;
+}
+
+void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
+    TRACKMOUSEEVENT leave = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, m_hWnd, 0};
+    TrackMouseEvent(&leave);
+
+    int changed = 0;
+    if (QKItemBase* captured = CapturedItem()) {
+        CRect rect;
+        captured->GetRect(&rect);
+        changed = MoveOnItem(captured, rect, point);
+    } else {
+        // All of them: overlapping items light up together.
+        for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+            QKItemBase* item = m_arItems[i];
+            CRect rect;
+            if (TakesPointer(item) && HitRect(item, rect)) changed |= MoveOnItem(item, rect, point);
+        }
+    }
+
+    if (m_bSelRect && m_bSelecting) {
+        m_ptSelEnd = point;
+        m_rcSel = CRect(std::min(m_ptSelStart.x, m_ptSelEnd.x), std::min(m_ptSelStart.y, m_ptSelEnd.y),
+                        std::max(m_ptSelStart.x, m_ptSelEnd.x), std::max(m_ptSelStart.y, m_ptSelEnd.y));
+        UpdateView();
+    } else if (changed) {
+        UpdateView();
+    }
+    CDialog::OnMouseMove(flags, point);
+}
+
+void CQKDialogBase::OnMouseLeave() {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        QKItemBase* item = m_arItems[i];
+        CRect rect;
+        if (TakesPointer(item) && HitRect(item, rect)) MoveLeaveItem(item, rect);
+    }
+    CDialog::OnMouseLeave();
+}
+
+// Whatever ends the dispatch of a release, the press is over: nothing stays captured.
+void CQKDialogBase::EndPress() {
+    m_bSelecting = 0;
+    m_bDragOut = 0;
+    ReleaseCapture();
+    for (QKItemBase* item : m_arItems)
+        item->m_bCapture = 0;
+    m_pDownItem = nullptr;
+}
+
+void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
+    const std::weak_ptr<const char> life = m_pLife;
+    try {
+        for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+            QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
+            CRect rect;
+            if (TakesPointer(item) && HitRect(item, rect)) MoveUpItem(item, rect, point);
+            if (life.expired()) return;
+        }
+    } catch (...) {
+        EndPress();
+        throw;
+    }
+    if (m_bSelRect) {
+        m_rcSel.SetRectEmpty();
+        UpdateView();
+    }
+    EndPress();
+    CDialog::OnLButtonUp(flags, point);
+}
+
+void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
+    CDialog::OnRButtonUp(flags, point);
+}
+
+void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
+    CDialog::OnRButtonDown(flags, point);
+}

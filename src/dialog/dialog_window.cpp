@@ -1,0 +1,162 @@
+// The dialog as a window: construction, looks, background settings, commands, keys.
+#include "dialog/dialog_base.h"
+#include "dialog/dialog_frame.h"
+
+IMPLEMENT_DYNAMIC(CQKDialogBase, CDialog)
+
+BEGIN_MESSAGE_MAP(CQKDialogBase, CDialog)
+ON_WM_PAINT()
+ON_WM_LBUTTONDOWN()
+ON_WM_ERASEBKGND()
+ON_WM_MOVE()
+ON_WM_MOUSEMOVE()
+ON_WM_MOUSELEAVE()
+ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDBLCLK()
+ON_WM_ACTIVATE()
+ON_WM_RBUTTONUP()
+ON_WM_CLOSE()
+ON_WM_TIMER()
+END_MESSAGE_MAP()
+
+CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
+    : CDialog(templateId, parent), m_pFrame(std::make_unique<QKFrame>()) {}
+
+CQKDialogBase::~CQKDialogBase() = default;
+
+BOOL CQKDialogBase::OnInitDialog() {
+    CDialog::OnInitDialog();
+    return TRUE;
+}
+
+void CQKDialogBase::DoDataExchange(CDataExchange*) {}
+
+void CQKDialogBase::OnDestroy() {
+    CDialog::OnDestroy();
+    m_arItems.RemoveAll();
+}
+
+void CQKDialogBase::SetMinMaxStyle() {
+    ModifyStyle(0, WS_MINIMIZEBOX, 0);
+}
+
+int CQKDialogBase::SetNoLayDlg() {
+    m_nLayStyle = LAY_NONE;
+    ModifyStyleEx(WS_EX_LAYERED, 0);
+    return 1;
+}
+
+int CQKDialogBase::Set_COLORKEYDlg(DWORD key) {
+    m_nLayStyle = LAY_COLORKEY;
+    m_crColorKey = key;
+    ModifyStyleEx(0, WS_EX_LAYERED);
+    return SetLayeredWindowAttributes(m_hWnd, key, 0, LWA_COLORKEY);
+}
+
+int CQKDialogBase::Set_ALPHADlg(int alpha) {
+    m_nLayStyle = LAY_ALPHA;
+    m_nAlpha = alpha;
+    ModifyStyleEx(0, WS_EX_LAYERED);
+    return SetLayeredWindowAttributes(m_hWnd, 0, static_cast<BYTE>(alpha), LWA_ALPHA);
+}
+
+int CQKDialogBase::Set_OPAQUEDlg(int alpha) {
+    // Neither LWA_COLORKEY nor LWA_ALPHA: the window must stay open for UpdateLayeredWindow.
+    constexpr DWORD kNoAttributes = 4;
+    m_nLayStyle = LAY_OPAQUE;
+    m_nAlpha = alpha;
+    ModifyStyleEx(0, WS_EX_LAYERED);
+    return SetLayeredWindowAttributes(m_hWnd, 0, static_cast<BYTE>(alpha), kNoAttributes);
+}
+
+void CQKDialogBase::SetRngDlg(int cx, int cy) {
+    if (!IsWindow(m_hWnd)) return;
+    CRect window;
+    GetWindowRect(window);
+    // The window takes the region.
+    SetWindowRgn(m_hWnd, CreateRoundRectRgn(0, 0, window.Width(), window.Height(), cx, cy), TRUE);
+}
+
+void CQKDialogBase::SetBackColor(const Gdiplus::Color& color, int fill) {
+    m_crBack = color.GetValue();
+    m_bBackColor = fill;
+}
+
+void CQKDialogBase::SetBack(const CString& path, int keepRatio, int cache) {
+    m_pBackImage.reset();
+    if (!path.IsEmpty()) {
+        m_pBackImage = std::make_unique<Gdiplus::Image>(path);
+        m_bBackKeepRatio = keepRatio;
+    }
+    m_pBackCache.reset();
+    m_bBackCache = cache;
+}
+
+int CQKDialogBase::SetBack(const CString& path, CRect& rcImage) {
+    m_pBackImage.reset();
+    if (path.IsEmpty()) return 0;
+    m_pBackImage = std::make_unique<Gdiplus::Image>(path);
+    rcImage =
+        CRect(0, 0, static_cast<int>(m_pBackImage->GetWidth()), static_cast<int>(m_pBackImage->GetHeight()));
+    return 1;
+}
+
+void CQKDialogBase::SetNoMove(int noMove) {
+    m_bMove = noMove ? 0 : 1;
+}
+
+void CQKDialogBase::SetMouseTranOver(int transparent) {
+    m_bTranMouseOver = transparent;
+}
+
+void CQKDialogBase::SetSelRect(int enable) {
+    m_bSelRect = enable;
+}
+
+void CQKDialogBase::CloseQKDlg() {
+    PostMessage(WM_CLOSE);
+}
+
+void CQKDialogBase::MinQKDlg() {
+    PostMessage(WM_SYSCOMMAND, SC_MINIMIZE);
+    m_bMinimized = 1;
+}
+
+void CQKDialogBase::SetDoModalOK(int ok) {
+    if (ok)
+        OnOK();
+    else
+        OnCancel();
+}
+
+void CQKDialogBase::messagePump() {
+    MSG message;
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+void CQKDialogBase::OnClose() {
+    DestroyWindow();
+}
+
+BOOL CQKDialogBase::OnEraseBkgnd(HDC) {
+    return TRUE;  // every frame covers the window
+}
+
+void CQKDialogBase::OnMove(int x, int y) {
+    CDialog::OnMove(x, y);
+}
+
+void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
+    CDialog::OnActivate(state, other, minimised);
+}
+
+BOOL CQKDialogBase::PreTranslateMessage(MSG* message) {
+    // Any message that carries F4 in its wParam while Alt is held, so that no path of Alt+F4 closes the
+    // dialog.
+    if (message->wParam == VK_F4 && (GetKeyState(VK_MENU) & 0x8000)) return TRUE;
+    if (message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE))
+        return TRUE;
+    return CDialog::PreTranslateMessage(message);
+}

@@ -1,0 +1,116 @@
+// A dialog on the headless screen, driven as a user would drive it.
+#pragma once
+
+#include <QKUILib.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "kit/skin.h"
+
+namespace kit {
+
+constexpr UINT kDialogTemplate = 101;  // 100 by 80 dialog units of no font: 200 by 160 pixels
+constexpr int kDialogWidth = 200;
+constexpr int kDialogHeight = 160;
+
+class TestDialog : public CQKDialogBase {
+  public:
+    explicit TestDialog(CWnd* parent = nullptr) : CQKDialogBase(kDialogTemplate, parent) {}
+
+    // At a place of the screen, shown and painted.
+    void Open(int x = 100, int y = 100) {
+        ASSERT_TRUE(Create(kDialogTemplate));
+        SetWindowPos(HWND(), x, y, kDialogWidth, kDialogHeight, SWP_NOZORDER);
+        Show();
+    }
+    void Show() {
+        ShowWindow(SW_SHOW);
+        UpdateView();
+        Headless::RunPending();
+    }
+    void Refresh() {
+        UpdateView();
+        Headless::RunPending();
+    }
+
+    // In client coordinates.
+    void Move(int x, int y) {
+        const CPoint screen = Screen(x, y);
+        Headless::MovePointer(screen.x, screen.y);
+    }
+    void Press(int x, int y) {
+        Move(x, y);
+        Headless::ButtonDown();
+    }
+    void Release(int x, int y) {
+        Move(x, y);
+        Headless::ButtonUp();
+    }
+    void Click(int x, int y) {
+        Press(x, y);
+        Headless::ButtonUp();
+    }
+    CPoint Screen(int x, int y) {
+        POINT point = {x, y};
+        ::ClientToScreen(m_hWnd, &point);
+        return point;
+    }
+    std::uint32_t Pixel(int x, int y) { return Headless::Capture(m_hWnd).At(x, y); }
+
+    void UpdateView() override {
+        ++refreshes;
+        CQKDialogBase::UpdateView();
+    }
+    void UpdateViewRect(const RECT* rect) override {
+        refreshedRects.push_back(rect ? CRect(*rect) : CRect());
+        CQKDialogBase::UpdateViewRect(rect);
+    }
+    int refreshes = 0;
+    std::vector<CRect> refreshedRects;
+
+    using CQKDialogBase::m_arItems;
+    using CQKDialogBase::m_bBackCache;
+    using CQKDialogBase::m_bBackKeepRatio;
+    using CQKDialogBase::m_bHasGif;
+    using CQKDialogBase::m_bMinimized;
+    using CQKDialogBase::m_bSelecting;
+    using CQKDialogBase::m_bSysInvalidate;
+    using CQKDialogBase::m_nLayStyle;
+    using CQKDialogBase::m_pBackCache;
+    using CQKDialogBase::m_pBackImage;
+    using CQKDialogBase::m_pDownItem;
+    using CQKDialogBase::m_rcSel;
+    using CQKDialogBase::SetMouseTranOver;
+};
+
+// A button of 40 by 30 pixels with a strip of three stacked frames, whose clicks are counted or acted upon.
+class TestButton : public QKButton {
+  public:
+    TestButton(int x, int y, int frames = 3) {
+        const std::vector<std::uint32_t> colours = {kNormal, kOver, kPressed, kActive, kDisabled};
+        SetImage(Strip("button" + std::to_string(frames), {colours.begin(), colours.begin() + frames}, 40, 30,
+                       true),
+                 static_cast<QKBT_IMGS>(frames), QKBT_VERTICAL);
+        SetRect(x, y, 40, 30);
+        const QKCallbacks callbacks = {[](LPVOID argument) {
+                                           auto* button = static_cast<TestButton*>(argument);
+                                           ++button->clicks;
+                                           if (const auto act = button->onClick) act();
+                                       },
+                                       this};
+        SetCallBack(&callbacks);
+    }
+    int clicks = 0;
+    std::function<void()> onClick;
+};
+
+class HeadlessTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(Headless::Use(640, 480)); }
+    void SetUp() override { Headless::MovePointer(639, 479); }
+};
+
+}  // namespace kit
