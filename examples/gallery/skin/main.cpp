@@ -1,0 +1,90 @@
+// gallery-skin OUTDIR: draws every picture of the gallery into OUTDIR. The list of files also stands in
+// CMakeLists.txt, for the build to know them; sizes and frame counts stand in skin_sizes.h.
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "examples/gallery/skin/buttons.h"
+#include "examples/gallery/skin/emblem.h"
+#include "examples/gallery/skin/landscape.h"
+#include "examples/gallery/skin/panels.h"
+#include "examples/gallery/skin/skin_sizes.h"
+#include "examples/gallery/skin/strips.h"
+#include "examples/gallery/skin/writers.h"
+
+namespace {
+
+using namespace skin;
+
+void WriteBackgrounds(const std::filesystem::path& folder) {
+    WritePng(DuskOverTheLake(kBackgroundWide), folder / "background_wide.png");
+    WritePng(DuskOverTheLake(kBackgroundTall), folder / "background_tall.png");
+    WriteJpeg(NorthernLights(kBackgroundJpeg), folder / "background.jpg", 92);
+    WriteBmp(WeaveTile(kBackgroundTile), folder / "background_tile.bmp");
+}
+
+void WritePanels(const std::filesystem::path& folder) {
+    WritePng(GlassPanel(), folder / "panel_alpha.png");
+    WritePng(KeyedMedal(), folder / "panel_key.png");
+}
+
+void WriteButtons(const std::filesystem::path& folder) {
+    for (int frames = 1; frames <= 5; ++frames) {
+        const FramePainter pill = PillButton(frames >= 4 ? Lamp::Left : Lamp::None);
+        const std::string name = "btn" + std::to_string(frames);
+        WritePng(MakeStrip(kPillButton, frames, Layout::Vertical, pill), folder / (name + "_v.png"));
+        WritePng(MakeStrip(kPillButton, frames, Layout::Horizontal, pill), folder / (name + "_h.png"));
+    }
+    const auto vertical = [&folder](const char* name, PictureSize size, int frames,
+                                    const FramePainter& paint) {
+        WritePng(MakeStrip(size, frames, Layout::Vertical, paint), folder / name);
+    };
+    vertical("btn_wide_v.png", kWideButton, 4, PillButton(Lamp::None));
+    vertical("btn_close_v.png", kWindowButton, 3, WindowButton(Glyph::Close));
+    vertical("btn_min_v.png", kWindowButton, 3, WindowButton(Glyph::Minimise));
+    vertical("btn_play_v.png", kPlayButton, 4, PlayButton());
+    vertical("btn_prev_v.png", kSkipButton, 3, RoundButton(Glyph::Previous));
+    vertical("btn_next_v.png", kSkipButton, 3, RoundButton(Glyph::Next));
+    constexpr std::array<std::pair<const char*, Glyph>, 6> kTabs = {
+        {{"tab_layers.png", Glyph::Layers},
+         {"tab_background.png", Glyph::Background},
+         {"tab_shape.png", Glyph::Shape},
+         {"tab_buttons.png", Glyph::Buttons},
+         {"tab_states.png", Glyph::States},
+         {"tab_areas.png", Glyph::Areas}}};
+    for (const auto& [name, glyph] : kTabs)
+        vertical(name, kTab, 4, Tab(glyph));
+}
+
+void WriteIcons(const std::filesystem::path& folder) {
+    WritePng(AppIcon(kAppIcon), folder / "app_icon_64.png");
+    std::vector<Canvas> sizes;
+    for (const int side : {16, 24, 32, 48, 64, 256})
+        sizes.push_back(AppIcon(side));
+    WriteIco(sizes, folder / "app_icon.ico");
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        std::fputs("usage: gallery-skin OUTDIR\n", stderr);
+        return 2;
+    }
+    try {
+        const std::filesystem::path folder = arguments[1];
+        std::filesystem::create_directories(folder);
+        WriteBackgrounds(folder);
+        WritePanels(folder);
+        WriteButtons(folder);
+        WriteIcons(folder);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "gallery-skin: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,63 @@
+// Sizes of the skin's pictures, in pixels. The gallery places its items by these, the generator draws by
+// them.
+//
+//   file                              frames  layout      one frame   look
+//   background_wide.png               -       -           1600 x 900  dusk over a lake, round moon right of
+//   centre background_tall.png               -       -            700 x 1100 the same place, upright
+//   background.jpg                    -       -           1280 x 800  northern lights
+//   background_tile.bmp               -       -             64 x 64   seamless weave
+//   panel_alpha.png                   -       -            560 x 380  glass, per-pixel alpha with its own
+//   shadow panel_key.png                     -       -            340 x 400  medal on solid 255,0,255; hard
+//   edge btn1_v.png … btn5_v.png           1 … 5   vertical     120 x 36   pill; 4 and 5 frames have an
+//   indicator btn1_h.png … btn5_h.png           1 … 5   horizontal   120 x 36   the same btn_wide_v.png 4
+//   vertical      96 x 36   pill without indicator btn_close_v.png, btn_min_v.png    3       vertical      32
+//   x 28   window buttons btn_play_v.png                    4       vertical      72 x 72   round, accent
+//   ring; the active frame pauses btn_prev_v.png, btn_next_v.png    3       vertical      48 x 48   round
+//   tab_layers.png … tab_areas.png    4       vertical     132 x 40   toolbar tab, glyph left, text room
+//   right app_icon_64.png                   -       -             64 x 64   application icon app_icon.ico -
+//   -             16 24 32 48 (bitmaps) 64 256 (PNG)
+//
+// Frames come in the order normal, pointer over, pressed, active, disabled.
+#pragma once
+
+namespace skin {
+
+struct PictureSize {
+    int width;
+    int height;
+};
+
+inline constexpr PictureSize kBackgroundWide{1600, 900};
+inline constexpr PictureSize kBackgroundTall{700, 1100};
+inline constexpr PictureSize kBackgroundJpeg{1280, 800};
+inline constexpr PictureSize kBackgroundTile{64, 64};
+
+inline constexpr PictureSize kPanelAlpha{560, 380};
+// The glass body inside panel_alpha.png; what lies outside is shadow, the medallion's bulge or nothing.
+inline constexpr int kPanelAlphaBodyLeft = 44;
+inline constexpr int kPanelAlphaBodyTop = 48;
+inline constexpr int kPanelAlphaBodyWidth = 480;
+inline constexpr int kPanelAlphaBodyHeight = 288;
+inline constexpr int kPanelAlphaTitleHeight = 44;   // opaque strip at the top of the body
+inline constexpr int kPanelAlphaFooterHeight = 52;  // opaque strip at the bottom of the body
+inline constexpr int kPanelAlphaMedallionX = 88;    // centre of the opaque disc
+inline constexpr int kPanelAlphaMedallionY = 82;
+inline constexpr int kPanelAlphaMedallionRadius = 44;
+
+inline constexpr PictureSize kPanelKey{340, 400};
+inline constexpr int kPanelKeyCentreX = 170;  // centre of the medal
+inline constexpr int kPanelKeyCentreY = 168;
+inline constexpr int kPanelKeyFieldRadius = 116;  // the plain field inside its ring, free for items
+
+inline constexpr PictureSize kPillButton{120, 36};
+inline constexpr PictureSize kWideButton{96, 36};
+inline constexpr PictureSize kWindowButton{32, 28};
+inline constexpr PictureSize kPlayButton{72, 72};
+inline constexpr PictureSize kSkipButton{48, 48};
+inline constexpr PictureSize kTab{132, 40};
+inline constexpr int kTabTextLeft = 42;  // room for a caption starts here
+inline constexpr int kTabTextRight = 124;
+
+inline constexpr int kAppIcon = 64;
+
+}  // namespace skin
