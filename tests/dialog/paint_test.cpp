@@ -372,11 +372,13 @@ TEST_F(DialogPaint, AMendedFrameEqualsANewOne) {
                     dialog.AddQKItem(&button);
                     break;
                 case 6:
-                    dialog.SetBackColor(Gdiplus::Color(0xFF000000U | random()), roll(6) != 0);
+                    dialog.SetBackColor(Gdiplus::Color(0xFF000000U | static_cast<unsigned>(random())),
+                                        roll(6) != 0);
                     break;
                 case 7: {
                     Gdiplus::Graphics graphics(button.GetImage());
-                    const Gdiplus::SolidBrush brush{Gdiplus::Color(0xFF000000U | random())};
+                    const Gdiplus::SolidBrush brush{
+                        Gdiplus::Color(0xFF000000U | static_cast<unsigned>(random()))};
                     graphics.FillRectangle(&brush, roll(20), roll(20), 5, 5);
                     break;
                 }

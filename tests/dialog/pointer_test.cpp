@@ -160,7 +160,6 @@ TEST_F(DialogPointer, EmptySpaceDragsTheWindowUnlessForbidden) {
         Headless::MovePointer(before.left + 60 + 37, before.top + 100 + 11);
         Headless::ButtonUp();
         dialog->GetWindowRect(after);
-        const int dx = noMove ? 0 : 37, dy = noMove ? 0 : 11;
         CRect moved(before);
         if (!noMove) moved.OffsetRect(37, 11);
         EXPECT_EQ(after, moved);

@@ -91,8 +91,8 @@ class TestButton : public QKButton {
   public:
     TestButton(int x, int y, int frames = 3) {
         const std::vector<std::uint32_t> colours = {kNormal, kOver, kPressed, kActive, kDisabled};
-        SetImage(Strip("button" + std::to_string(frames), {colours.begin(), colours.begin() + frames}, 40, 30,
-                       true),
+        SetImage(kit::Strip("button" + std::to_string(frames), {colours.begin(), colours.begin() + frames},
+                            40, 30, true),
                  static_cast<QKBT_IMGS>(frames), QKBT_VERTICAL);
         SetRect(x, y, 40, 30);
         const QKCallbacks callbacks = {[](LPVOID argument) {
