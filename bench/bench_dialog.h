@@ -1,0 +1,92 @@
+// The dialog that the frames are measured on: a picture background and sixty image buttons of 96 by 36.
+#pragma once
+
+#include <QKUILib.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/paired.h"
+
+namespace bench {
+
+constexpr UINT kTemplate = 101;
+constexpr int kButtons = 60;
+constexpr int kButtonWidth = 96;
+constexpr int kButtonHeight = 36;
+
+inline CString SavePicture(const char* name, int width, int height, std::uint32_t (*pixel)(int x, int y)) {
+    Headless::Picture picture;
+    picture.width = width;
+    picture.height = height;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            picture.argb.push_back(pixel(x, y));
+    const CString path((std::string(QKUI_BENCH_OUTPUT) + "/" + name).c_str());
+    picture.SavePng(path);
+    return path;
+}
+
+// Opaque, of no size that a window has.
+inline CString BackgroundPicture() {
+    return SavePicture("background.png", 1600, 900, [](int x, int y) {
+        return 0xFF000000U | (static_cast<std::uint32_t>(x * 255 / 1600) << 16) |
+               (static_cast<std::uint32_t>(y * 255 / 900) << 8) | static_cast<std::uint32_t>((x ^ y) & 0xFF);
+    });
+}
+
+// Pills: opaque inside, soft edges, transparent corners. Premultiplied.
+inline CString ButtonPicture() {
+    return SavePicture("button.png", kButtonWidth, kButtonHeight * 4, [](int x, int y) {
+        const int row = y % kButtonHeight;
+        const double dx = std::max({0.0, 18.0 - x, x - (kButtonWidth - 19.0)});
+        const double distance = std::hypot(dx, row - 17.5);
+        const double cover = std::clamp(18.0 - distance, 0.0, 1.0);
+        const auto alpha = static_cast<std::uint32_t>(cover * 255);
+        const std::uint32_t light = alpha * static_cast<std::uint32_t>(90 + 40 * (y / kButtonHeight)) / 255;
+        return (alpha << 24) | (light << 16) | (light << 8) | light;
+    });
+}
+
+class BenchDialog : public CQKDialogBase {
+  public:
+    BenchDialog() : CQKDialogBase(kTemplate) {}
+
+    bool Open(int width, int height, bool perPixel) {
+        if (!Create(kTemplate)) return false;
+        SetWindowPos(HWND(), 0, 0, width, height, SWP_NOZORDER);
+        SetBack(BackgroundPicture(), 1, perPixel);
+        const CString strip = ButtonPicture();
+        for (int i = 0; i < kButtons; ++i) {
+            buttons.push_back(std::make_unique<QKButton>());
+            QKButton& button = *buttons.back();
+            button.SetImage(strip, QKButton::QKBT_IMGS_4, QKButton::QKBT_VERTICAL);
+            button.SetRect(20 + i % 10 * (width - 40) / 10, 20 + i / 10 * (height - 40) / 6, kButtonWidth,
+                           kButtonHeight);
+            AddQKItem(&button);
+        }
+        if (perPixel) Set_OPAQUEDlg(255);
+        ShowWindow(SW_SHOW);
+        UpdateView();
+        Settle();
+        return true;
+    }
+    // Paints what waits.
+    void Settle() { UpdateWindow(m_hWnd); }
+    void Toggle(int index) {
+        QKButton& button = *buttons[static_cast<std::size_t>(index)];
+        button.SetStatus(button.GetStatus() == QKItemBase::QK_NORMAL ? QKItemBase::QK_MOUSEON
+                                                                     : QKItemBase::QK_NORMAL);
+    }
+    void DrawSurface(HDC dc, int width, int height, int buffer) override {
+        CQKDialogBase::DrawSurface(dc, width, height, buffer);
+        composed = Clock::now();
+    }
+
+    std::vector<std::unique_ptr<QKButton>> buttons;
+    Clock::time_point composed;  // when the last frame was complete, before it was shown
+};
+
+}  // namespace bench
