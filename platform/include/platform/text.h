@@ -88,6 +88,9 @@ inline bool operator<(const CString& a, const CString& b) {
 
 // The only doors between UTF-16 and the byte strings of Linux (paths, URLs, X properties).
 PLATFORM_API std::string ToUtf8(std::u16string_view text);
+inline std::string ToUtf8(LPCWSTR text) {
+    return text ? ToUtf8(std::u16string_view(text)) : std::string();
+}
 inline std::string ToUtf8(const CString& text) {
     return ToUtf8(text.View());
 }

@@ -1,0 +1,169 @@
+// The .res parser on files that end early, lie or are damaged at random.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/resources/dialog_template.h"
+#include "platform/resources/resource_file.h"
+#include "resource_kit.h"
+
+namespace {
+
+using platform::ParseResourceFile;
+using platform::ResourceEntry;
+
+Bytes Sample() {
+    return FileBytes(SAMPLE_RES);
+}
+
+// Reads every byte that the parser points at, so that the sanitizer judges them.
+unsigned Touched(const std::vector<ResourceEntry>& entries, std::span<const std::byte> file) {
+    unsigned sum = 0;
+    for (const ResourceEntry& entry : entries) {
+        EXPECT_GE(entry.data.data(), file.data());
+        EXPECT_LE(entry.data.data() + entry.data.size(), file.data() + file.size());
+        for (const std::byte value : entry.data)
+            sum += std::to_integer<unsigned>(value);
+        if (entry.type == platform::ResourceName(WORD{5})) {
+            const Tight bytes(entry.data);
+            const auto dialog = platform::ParseDialogTemplate(bytes.View());
+            if (dialog) sum += static_cast<unsigned>(dialog->controls.size());
+        }
+    }
+    return sum;
+}
+
+TEST(ResourceFile, HoldsWhatTheScriptSays) {
+    const Bytes bytes = Sample();
+    const auto entries = ParseResourceFile(bytes);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 8u);
+    EXPECT_EQ((*entries)[0].type.Text(), u"PNG");
+    EXPECT_EQ((*entries)[0].name.Number(), 101);
+    EXPECT_EQ((*entries)[1].name.Text(), u"LOGO");
+    EXPECT_EQ((*entries)[6].language, 0x0804);
+    EXPECT_EQ((*entries)[7].language, 0x0409);
+    EXPECT_GT(Touched(*entries, bytes), 0u);
+}
+
+// A file cut anywhere is refused, or it was cut between two entries and gives those before the cut.
+TEST(ResourceFile, CutAtEveryByte) {
+    const Bytes bytes = Sample();
+    const auto whole = ParseResourceFile(bytes);
+    ASSERT_TRUE(whole);
+    std::size_t accepted = 0;
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+        const Tight cut{std::span(bytes).first(length)};
+        const auto entries = ParseResourceFile(cut.View());
+        if (!entries) continue;
+        Touched(*entries, cut.View());
+        ASSERT_LT(entries->size(), whole->size() + 1);
+        for (std::size_t i = 0; i < entries->size(); ++i) {
+            ASSERT_EQ((*entries)[i].name, (*whole)[i].name);
+            ASSERT_EQ(Characters((*entries)[i].data), Characters((*whole)[i].data));
+        }
+        ++accepted;
+    }
+    // After the opening entry and after each other, with none to three bytes of padding.
+    EXPECT_GE(accepted, whole->size());
+    EXPECT_LE(accepted, 4 * (whole->size() + 1));
+}
+
+TEST(ResourceFile, RandomDamageIsRefusedOrReadWithinTheFile) {
+    const Bytes original = Sample();
+    std::mt19937 random(1809);
+    int refused = 0;
+    const int rounds = 20000;
+    for (int round = 0; round < rounds; ++round) {
+        Bytes bytes = original;
+        for (std::uint32_t flips = 1 + random() % 8; flips > 0; --flips) {
+            const std::size_t at = random() % bytes.size();
+            bytes[at] = random() % 2 ? bytes[at] ^ static_cast<std::byte>(1u << (random() % 8))
+                                     : static_cast<std::byte>(random() % 3 ? 0xFF : 0x00);
+        }
+        const Tight tight(bytes);
+        const auto entries = ParseResourceFile(tight.View());
+        const HMODULE module = RegisterModuleResources(tight.View().data(), tight.View().size());
+        ASSERT_EQ(entries.has_value(), static_cast<bool>(module));
+        if (!entries) {
+            ASSERT_EQ(GetLastError(), ERROR_BAD_FORMAT);
+            ++refused;
+            continue;
+        }
+        Touched(*entries, tight.View());
+        ASSERT_TRUE(UnregisterModuleResources(module));
+    }
+    EXPECT_GT(refused, rounds / 10);
+    EXPECT_LT(refused, rounds);
+}
+
+TEST(ResourceFile, LyingSizesAreRefused) {
+    struct Case {
+        const char* what;
+        Bytes bytes;
+        bool accepted;
+    };
+    const auto entry = [](std::uint64_t dataSize, std::uint64_t headerSize, std::size_t held) {
+        return ResourceWriter()
+            .Opening()
+            .Little(dataSize, 4)
+            .Little(headerSize, 4)
+            .Number(10)
+            .Number(1)
+            .Little(0, 16)
+            .Little(0, held)
+            .bytes;
+    };
+    const std::vector<Case> cases = {
+        {"right", entry(4, 32, 4), true},
+        {"padding missing at the end", entry(3, 32, 3), true},
+        {"data longer than the file", entry(5, 32, 4), false},
+        {"data as long as can be said", entry(0xFFFFFFFF, 32, 4), false},
+        {"data that wraps round to the header", entry(0xFFFFFFE0, 32, 4), false},
+        {"header too short", entry(4, 31, 4), false},
+        {"header too long", entry(0, 36, 4), false},
+        {"header of no length", entry(4, 0, 4), false},
+        {"header as long as can be said", entry(4, 0xFFFFFFFF, 4), false},
+        {"a further entry cut after its sizes", entry(0, 32, 8), false},
+        {"nothing", {}, false},
+        {"no opening", ResourceWriter().Entry(10, 1, u"", "x").bytes, false},
+        {"only the opening", ResourceWriter().Opening().bytes, true},
+        {"two files joined", ResourceWriter().Opening().Opening().Entry(10, 1, u"", "x").bytes, true},
+        {"a name without end",
+         ResourceWriter()
+             .Opening()
+             .Little(0, 4)
+             .Little(64, 4)
+             .Number(10)
+             .Little(~0ull / 5, 8)
+             .Little(~0ull / 5, 8)
+             .bytes,
+         false},
+        {"the mark of a number at the very end",
+         ResourceWriter().Opening().Little(0, 8).Little(0xFFFF, 2).bytes, false},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const Tight tight(one.bytes);
+        EXPECT_EQ(ParseResourceFile(tight.View()).has_value(), one.accepted);
+    }
+}
+
+// Only the first of a hundred thousand entries of one name is kept, and all are found in one pass.
+TEST(ResourceFile, ManyEntriesAndLongNames) {
+    ResourceWriter writer;
+    writer.Opening();
+    const std::u16string name(60, u'n');
+    for (int i = 0; i < 50000; ++i)
+        writer.Entry(10, 1, u"", i ? "late" : "early").Entry(10, static_cast<WORD>(i), name, "x");
+    const HMODULE module = RegisterModuleResources(writer.bytes.data(), writer.bytes.size());
+    ASSERT_TRUE(module);
+    const HRSRC first = FindResourceW(module, MAKEINTRESOURCE(1), RT_RCDATA);
+    EXPECT_EQ(SizeofResource(module, first), 5u);
+    EXPECT_TRUE(FindResourceW(module, std::u16string(60, u'N').c_str(), RT_RCDATA));
+    UnregisterModuleResources(module);
+}
+
+}  // namespace

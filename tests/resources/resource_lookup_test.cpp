@@ -1,0 +1,126 @@
+// Resources compiled and embedded by the build are found by name; modules come and go.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <platform/resources.h>
+#include <platform/text.h>
+#include <platform/window.h>
+
+#include "resource.h"
+#include "resource_kit.h"
+
+namespace {
+
+std::string SourceFile(const std::string& name) {
+    return Characters(FileBytes(std::string(QKUI_TEST_DATA) + "/../resources/" + name));
+}
+
+TEST(Embedded, EveryKindOfResourceIsFound) {
+    const std::string picture = SourceFile("close.png");
+    const std::string page = SourceFile("help page.html");
+    ASSERT_FALSE(picture.empty());
+    ASSERT_FALSE(page.empty());
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDB_CLOSE), u"PNG")), picture);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDB_CLOSE), u"png")), picture);
+    EXPECT_EQ(Characters(Embedded(u"Logo", u"PNG")), picture);
+    EXPECT_EQ(Characters(Embedded(u"lOGO", u"Png")), picture);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDH_HELP), RT_HTML)), page);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_VARIANT), RT_RCDATA)), "first");
+    EXPECT_FALSE(Embedded(MAKEINTRESOURCE(IDD_SETTINGS), RT_DIALOG).empty());
+}
+
+// The header for scripts and the one for C++ are two lists of the same numbers.
+TEST(Embedded, ScriptsAndProgramsAgreeOnStyles) {
+    const std::vector<DWORD> expected = {
+        WS_OVERLAPPED,   WS_TABSTOP,       WS_MAXIMIZEBOX,    WS_MINIMIZEBOX,   WS_THICKFRAME,
+        WS_SYSMENU,      WS_BORDER,        WS_DLGFRAME,       WS_CAPTION,       WS_CLIPCHILDREN,
+        WS_CLIPSIBLINGS, WS_DISABLED,      WS_VISIBLE,        WS_MINIMIZE,      WS_CHILD,
+        WS_POPUP,        WS_EX_TOPMOST,    WS_EX_TRANSPARENT, WS_EX_TOOLWINDOW, WS_EX_APPWINDOW,
+        WS_EX_LAYERED,   WS_EX_NOACTIVATE, DS_SETFONT,        DS_MODALFRAME,    DS_CENTER};
+    ResourceWriter writer;
+    for (const DWORD style : expected)
+        writer.Little(style, 4);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_STYLES), RT_RCDATA)), Characters(writer.bytes));
+}
+
+TEST(Lookup, WhatIsMissingIsNamed) {
+    struct Case {
+        LPCWSTR name, type;
+        DWORD error;
+    };
+    const Case cases[] = {
+        {MAKEINTRESOURCE(999), u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {u"101", u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {u"", u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {nullptr, u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {MAKEINTRESOURCE(IDB_CLOSE), u"GIF", ERROR_RESOURCE_TYPE_NOT_FOUND},
+        {MAKEINTRESOURCE(IDB_CLOSE), RT_BITMAP, ERROR_RESOURCE_TYPE_NOT_FOUND},
+        {MAKEINTRESOURCE(IDB_CLOSE), nullptr, ERROR_RESOURCE_TYPE_NOT_FOUND},
+    };
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(i);
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_FALSE(FindResourceW(nullptr, cases[i].name, cases[i].type));
+        EXPECT_EQ(GetLastError(), cases[i].error);
+    }
+}
+
+TEST(Lookup, FindingTwiceGivesTheSameHandles) {
+    const HRSRC found = FindResourceW(nullptr, u"LOGO", u"PNG");
+    EXPECT_TRUE(found);
+    EXPECT_TRUE(found == FindResourceW(AfxGetResourceHandle(), u"logo", u"png"));
+    const HGLOBAL loaded = LoadResource(nullptr, found);
+    EXPECT_TRUE(loaded == LoadResource(nullptr, found));
+    EXPECT_TRUE(GlobalFree(loaded));  // the module's, not the caller's
+    EXPECT_EQ(GlobalSize(loaded), SizeofResource(nullptr, found));
+}
+
+TEST(Module, HandlesGoStaleWithTheirModule) {
+    const HMODULE host = AfxGetResourceHandle();
+    ASSERT_TRUE(host);
+    const Bytes file = ResourceWriter().Opening().Entry(10, 7, u"", "seven").Entry(10, 0, u"None", "").bytes;
+    const HMODULE module = RegisterModuleResources(file.data(), file.size());
+    ASSERT_TRUE(module);
+    EXPECT_TRUE(AfxGetResourceHandle() == host);
+    EXPECT_FALSE(FindResourceW(nullptr, MAKEINTRESOURCE(7), RT_RCDATA));
+    AfxSetResourceHandle(module);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(7), RT_RCDATA)), "seven");
+
+    const HRSRC none = FindResourceW(module, u"NONE", RT_RCDATA);
+    ASSERT_TRUE(none);
+    EXPECT_EQ(SizeofResource(module, none), 0u);
+    EXPECT_NE(LockResource(LoadResource(module, none)), nullptr);
+
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCE(7), RT_RCDATA);
+    const HGLOBAL loaded = LoadResource(module, found);
+    EXPECT_EQ(SizeofResource(host, found), 0u);
+    EXPECT_FALSE(LoadResource(host, found));
+    EXPECT_TRUE(UnregisterModuleResources(module));
+    EXPECT_FALSE(UnregisterModuleResources(module));
+    EXPECT_TRUE(AfxGetResourceHandle() == host);  // the choice went with the module
+    EXPECT_EQ(SizeofResource(nullptr, found), 0u);
+    EXPECT_FALSE(LoadResource(nullptr, found));
+    EXPECT_EQ(LockResource(loaded), nullptr);
+    EXPECT_FALSE(FindResourceW(module, MAKEINTRESOURCE(7), RT_RCDATA));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    AfxSetResourceHandle(module);
+    EXPECT_TRUE(AfxGetResourceHandle() == host);
+}
+
+TEST(Module, NoneIsLeftWhenTheHostTakesItsOwnAway) {
+    const Bytes empty = ResourceWriter().Opening().bytes;
+    const HMODULE bare = RegisterModuleResources(empty.data(), empty.size());
+    ASSERT_TRUE(bare);
+    EXPECT_FALSE(FindResourceW(bare, u"LOGO", u"PNG"));
+    EXPECT_EQ(GetLastError(), ERROR_RESOURCE_TYPE_NOT_FOUND);
+    UnregisterModuleResources(bare);
+
+    EXPECT_FALSE(RegisterModuleResources(nullptr, 4));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    EXPECT_FALSE(RegisterModuleResources(empty.data(), 0));
+    EXPECT_EQ(GetLastError(), ERROR_BAD_FORMAT);
+}
+
+}  // namespace
