@@ -1,6 +1,7 @@
 // From nothing to the first composed frame: a whole process, and a dialog in a process that runs already.
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "bench/bench_dialog.h"
 
@@ -12,7 +13,7 @@ void Process(benchmark::State& state) {
         char path[] = QKUI_MINIMAL_HOST;
         char* arguments[] = {path, nullptr};
         int status = 0;
-        if (posix_spawn(&child, path, nullptr, nullptr, arguments, nullptr) != 0 ||
+        if (posix_spawn(&child, path, nullptr, nullptr, arguments, environ) != 0 ||
             waitpid(child, &status, 0) != child || status != 0) {
             state.SkipWithError("the host failed");
             break;
