@@ -25,9 +25,9 @@ SOURCES_MAY_INCLUDE = {"items": {"dialog"}, "list": {"dialog"}}
 BACKENDS = ("platform/window/headless/", "platform/window/x11/", "platform/html/webkit/")
 FACE = "platform/include/platform/"
 
-# Programs that stand outside the product and may speak to a library themselves: tests that play an X client
-# or server, and the gallery's maker of pictures.
-LIBRARY_USERS = ("tests/x11/", "examples/gallery/skin")
+# What may speak to a library itself: tests that play an X peer, or look into the module over that library, and
+# the gallery's maker of pictures.
+LIBRARY_USERS = ("tests/x11/", "tests/graphics/", "examples/gallery/skin")
 LIBRARIES = re.compile(
     r"(cairo|pango|glib|gio|gdk|gtk|webkit|JavaScriptCore|curl|xcb|X11|xkbcommon|fontconfig|freetype|harfbuzz"
     r"|gif_lib|jpeglib|jerror|png|zlib)\b"

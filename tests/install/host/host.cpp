@@ -40,8 +40,7 @@ struct Visit {
     int faults = 0;
 
     void Expect(const char* what, std::uint32_t seen, std::uint32_t expected) {
-        if (seen == expected)
-            return;
+        if (seen == expected) return;
         std::fprintf(stderr, "%s: 0x%08X, not 0x%08X\n", what, static_cast<unsigned>(seen),
                      static_cast<unsigned>(expected));
         ++faults;
@@ -62,8 +61,7 @@ struct Visit {
         Headless::ButtonDown();
         Headless::RunPending();
         Expect("button pressed", button(), 0xFF0000DC);
-        if (!Headless::Capture(dialog.m_hWnd).SavePng(picture))
-            ++faults;
+        if (!Headless::Capture(dialog.m_hWnd).SavePng(picture)) ++faults;
         Headless::ButtonUp();
     }
 };
@@ -76,8 +74,7 @@ int main(int argc, char** argv) {
     visit.picture = argc > 1 ? argv[1] : "host.png";
     Headless::WhenIdle([](void* it) { static_cast<Visit*>(it)->Act(); }, &visit);
     const INT_PTR result = visit.dialog.DoModal();
-    if (result == -1)
-        std::fprintf(stderr, "no dialog: %s\n", ErrorText(GetLastError()));
+    if (result == -1) std::fprintf(stderr, "no dialog: %s\n", ErrorText(GetLastError()));
     visit.Expect("strip loaded from the resources", static_cast<std::uint32_t>(visit.dialog.loaded), 1);
     visit.Expect("result of the dialog", static_cast<std::uint32_t>(result), IDOK);
     return visit.faults == 0 ? 0 : 1;
