@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -22,7 +23,8 @@ ResourceName FoldedName(LPCWSTR name) {
     return Folded(ResourceName(std::u16string(name)));
 }
 
-ResourceModule::ResourceModule(const std::vector<ResourceEntry>& entries, const void* data) : data_(data) {
+ResourceModule::ResourceModule(const std::vector<ResourceEntry>& entries, std::optional<LoadedObject> object)
+    : object_(std::move(object)) {
     for (const ResourceEntry& entry : entries)
         types_[Folded(entry.type)].try_emplace(Folded(entry.name), Resource{entry.data, nullptr, nullptr});
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -11,6 +11,7 @@
 #include <platform/resources.h>
 #include <platform/types.h>
 
+#include "platform/resources/loaded_object.h"
 #include "platform/resources/resource_file.h"
 
 namespace platform {
@@ -33,12 +34,12 @@ class ResourceModule {
         HGLOBAL loaded;
     };
 
-    ResourceModule(const std::vector<ResourceEntry>& entries, const void* data);
+    ResourceModule(const std::vector<ResourceEntry>& entries, std::optional<LoadedObject> object);
 
     // Names are folded. Null with the last error when there is none.
     Resource* Find(const ResourceName& type, const ResourceName& name);
-    // The bytes that the module was registered with.
-    const void* Data() const { return data_; }
+    // What holds the module's bytes; empty when they came from no file.
+    const std::optional<LoadedObject>& Object() const { return object_; }
     template <class F>
     void ForEach(F f) {
         for (auto& [type, names] : types_)
@@ -51,7 +52,7 @@ class ResourceModule {
     using Map = std::unordered_map<ResourceName, T, ResourceNameHash>;
 
     Map<Map<Resource>> types_;
-    const void* data_;
+    std::optional<LoadedObject> object_;
 };
 
 }  // namespace platform

@@ -26,13 +26,24 @@ struct Registry {
     std::mutex mutex;
     HandleTable<HMODULE, ResourceModule> modules;
     HandleTable<HRSRC, FoundResource> found;
-    std::vector<HMODULE> oldestFirst;
+    std::vector<HMODULE> order;  // the program's own, then the others, each oldest first
     HMODULE chosen;
 
-    // The chosen module while it lives, else the oldest.
+    void Add(HMODULE module) {
+        const auto isProgram = [this](HMODULE known) {
+            const auto& object = modules.Find(known)->Object();
+            return object && object->isProgram;
+        };
+        // A library that the program links is loaded before it, and yet the program is the host.
+        const auto place =
+            isProgram(module) ? std::find_if_not(order.begin(), order.end(), isProgram) : order.end();
+        order.insert(place, module);
+    }
+
+    // The chosen module while it lives, else the first.
     HMODULE Current() const {
         if (modules.Find(chosen)) return chosen;
-        return oldestFirst.empty() ? HMODULE() : oldestFirst.front();
+        return order.empty() ? HMODULE() : order.front();
     }
 
     // Null with the last error for a stale handle or one of another module.
@@ -68,11 +79,11 @@ HMODULE RegisterModuleResources(const void* data, std::size_t size) {
         SetLastError(ERROR_BAD_FORMAT);
         return nullptr;
     }
-    auto module = std::make_shared<platform::ResourceModule>(*entries, data);
+    auto module = std::make_shared<platform::ResourceModule>(*entries, platform::LoadedObjectOf(data));
     Registry& registry = TheRegistry();
     const std::lock_guard lock(registry.mutex);
     const HMODULE handle = registry.modules.Insert(std::move(module));
-    registry.oldestFirst.push_back(handle);
+    registry.Add(handle);
     return handle;
 }
 
@@ -84,7 +95,7 @@ BOOL UnregisterModuleResources(HMODULE module) {
         SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
-    std::erase(registry.oldestFirst, module);
+    std::erase(registry.order, module);
     removed->ForEach([&](platform::ResourceModule::Resource& resource) {
         registry.found.Remove(resource.handle);
         platform::WithdrawGlobal(resource.loaded);
@@ -146,4 +157,44 @@ void AfxSetResourceHandle(HMODULE module) {
         return;
     }
     registry.chosen = module;
+}
+
+HMODULE ModuleFromAddress(const void* address) {
+    const auto object = platform::LoadedObjectOf(address);
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    for (const HMODULE module : registry.order) {
+        const auto& holder = registry.modules.Find(module)->Object();
+        if (object && holder && holder->base == object->base) return module;
+    }
+    SetLastError(ERROR_RESOURCE_DATA_NOT_FOUND);
+    return nullptr;
+}
+
+DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size) {
+    std::string path;
+    if (!module) {
+        path = platform::ProgramPath();
+    } else {
+        Registry& registry = TheRegistry();
+        const std::lock_guard lock(registry.mutex);
+        const platform::ResourceModule* found = registry.modules.Find(module);
+        if (!found) {
+            SetLastError(ERROR_INVALID_HANDLE);
+            return 0;
+        }
+        if (found->Object()) path = found->Object()->path;
+    }
+    if (path.empty()) {
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return 0;
+    }
+    const CString text = FromUtf8(path);
+    const std::size_t needed = text.View().size() + 1;
+    if (!buffer || size < needed) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    std::copy_n(text.GetString(), needed, buffer);
+    return static_cast<DWORD>(needed - 1);
 }

@@ -56,7 +56,7 @@ class ResourceWriter {
 
     ResourceWriter& Little(std::uint64_t value, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i)
-            bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
+            bytes.push_back(static_cast<std::byte>(i < 8 ? value >> (8 * i) : 0));
         return *this;
     }
     ResourceWriter& Text(std::u16string_view text) {

@@ -1,6 +1,8 @@
 // Resources compiled and embedded by the build are found by name; modules come and go.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -109,7 +111,69 @@ TEST(Module, HandlesGoStaleWithTheirModule) {
     EXPECT_TRUE(AfxGetResourceHandle() == host);
 }
 
-TEST(Module, NoneIsLeftWhenTheHostTakesItsOwnAway) {
+CString FileOf(HMODULE module) {
+    CString path;
+    const DWORD length = GetModuleFileNameW(module, path.GetBuffer(4096), 4096);
+    path.ReleaseBuffer(static_cast<int>(length));
+    return path;
+}
+
+TEST(Module, ComesAndGoesWithTheLibraryThatHoldsIt) {
+    const HMODULE host = AfxGetResourceHandle();
+    HMODULE plugin;
+    HGLOBAL bytes;
+    {
+        const std::unique_ptr<void, int (*)(void*)> library(dlopen(PLUGIN, RTLD_NOW), dlclose);
+        ASSERT_TRUE(library) << dlerror();
+        const auto name = reinterpret_cast<void (*)(HMODULE*)>(dlsym(library.get(), "NamePluginModule"));
+        ASSERT_NE(name, nullptr);
+        name(&plugin);
+        EXPECT_EQ(ToUtf8(FileOf(plugin)), PLUGIN);
+        EXPECT_TRUE(AfxGetResourceHandle() == host);
+        EXPECT_FALSE(FindResourceW(nullptr, MAKEINTRESOURCE(IDR_PLUGIN), RT_RCDATA));
+        AfxSetResourceHandle(plugin);
+        EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_PLUGIN), RT_RCDATA)), "from the plugin");
+        bytes = LoadResource(plugin, FindResourceW(plugin, MAKEINTRESOURCE(IDR_PLUGIN), RT_RCDATA));
+        EXPECT_NE(LockResource(bytes), nullptr);
+    }
+    EXPECT_EQ(LockResource(bytes), nullptr);
+    EXPECT_FALSE(UnregisterModuleResources(plugin));
+    EXPECT_TRUE(AfxGetResourceHandle() == host);
+}
+
+TEST(Module, IsNamedByItsFile) {
+    const CString program = FileOf(nullptr);
+    EXPECT_TRUE(program.Right(15) == u"/resources_test");
+    const HMODULE host = AfxGetResourceHandle();
+    EXPECT_TRUE(FileOf(host) == program);
+    EXPECT_TRUE(ModuleFromAddress(reinterpret_cast<const void*>(&SourceFile)) == host);
+    const Bytes heap = ResourceWriter().Opening().bytes;
+    EXPECT_FALSE(ModuleFromAddress(heap.data()));
+    EXPECT_FALSE(ModuleFromAddress(nullptr));
+    const HMODULE loose = RegisterModuleResources(heap.data(), heap.size());
+    char16_t buffer[4] = u"abc";
+    struct Case {
+        HMODULE module;
+        LPWSTR buffer;
+        DWORD size;
+        DWORD error;
+    };
+    const Case cases[] = {
+        {loose, buffer, 4, ERROR_FILE_NOT_FOUND},
+        {HMODULE(999, 1), buffer, 4, ERROR_INVALID_HANDLE},
+        {host, buffer, 4, ERROR_INVALID_PARAMETER},
+        {nullptr, buffer, static_cast<DWORD>(program.GetLength()), ERROR_INVALID_PARAMETER},
+        {host, nullptr, 4096, ERROR_INVALID_PARAMETER},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(GetModuleFileNameW(one.module, one.buffer, one.size), 0u);
+        EXPECT_EQ(GetLastError(), one.error);
+    }
+    EXPECT_EQ(std::u16string(buffer), u"abc");
+    UnregisterModuleResources(loose);
+}
+
+TEST(Module, BareAndRefusedOnes) {
     const Bytes empty = ResourceWriter().Opening().bytes;
     const HMODULE bare = RegisterModuleResources(empty.data(), empty.size());
     ASSERT_TRUE(bare);

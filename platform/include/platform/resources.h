@@ -20,7 +20,7 @@
 
 // Makes the resources of a compiled .res known as a module. The bytes are not copied and must outlive the
 // module. Data that is truncated or contradicts itself is refused whole: the empty handle, with
-// ERROR_BAD_FORMAT. The oldest module registered is the one that a null module names, until the host chooses.
+// ERROR_BAD_FORMAT.
 PLATFORM_API HMODULE RegisterModuleResources(const void* data, std::size_t size);
 // Every handle of the module's resources is stale from here on. False for a stale module.
 PLATFORM_API BOOL UnregisterModuleResources(HMODULE module);
@@ -39,10 +39,18 @@ PLATFORM_API HGLOBAL LoadResource(HMODULE module, HRSRC resource);
 PLATFORM_API LPVOID LockResource(HGLOBAL data);
 
 // The module that resources are looked up in when none is named: the one chosen while it lives, else the
-// oldest registered; empty when there is none. Setting an empty handle takes the choice back, a stale one is
-// ignored.
+// program's own, else the oldest registered; empty when there is none. Setting an empty handle takes the
+// choice back, a stale one is ignored.
 PLATFORM_API HMODULE AfxGetResourceHandle();
 PLATFORM_API void AfxSetResourceHandle(HMODULE module);
+// The first module embedded into the program or library that holds an address: a plugin names itself by the
+// address of one of its functions. Empty, with ERROR_RESOURCE_DATA_NOT_FOUND, when it has no resources.
+PLATFORM_API HMODULE ModuleFromAddress(const void* address);
+// The absolute path of the file that a module was loaded from, or of the program for a null module, with its
+// terminator. Returns its length without it. 0 on failure, the buffer untouched: ERROR_INVALID_HANDLE for a
+// stale module, ERROR_FILE_NOT_FOUND for one that came from no file, ERROR_INVALID_PARAMETER when it does not
+// fit into `size` units.
+PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
 
 // Memory by handle, for any thread. GlobalLock gives the address, also of an empty block (null when stale).
 // Blocks never move and live until GlobalFree, locked or not. Every failure sets the last error.
