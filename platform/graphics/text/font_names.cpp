@@ -1,0 +1,136 @@
+#include "platform/graphics/text/font_names.h"
+
+#include <fontconfig/fontconfig.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <mutex>
+
+namespace platform {
+namespace {
+
+constexpr const char* kCommonFamily = "sans-serif";
+
+struct DestroyPattern {
+    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
+};
+using PatternPtr = std::unique_ptr<FcPattern, DestroyPattern>;
+
+const FcChar8* AsFc(const char* text) {
+    return reinterpret_cast<const FcChar8*>(text);
+}
+const char* FromFc(const FcChar8* text) {
+    return reinterpret_cast<const char*>(text);
+}
+
+PatternPtr Match(const std::string& family, const char* language) {
+    const PatternPtr wanted(FcPatternCreate());
+    if (!wanted) return nullptr;
+    FcPatternAddString(wanted.get(), FC_FAMILY, AsFc(family.c_str()));
+    if (language != nullptr) FcPatternAddString(wanted.get(), FC_LANG, AsFc(language));
+    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
+    FcDefaultSubstitute(wanted.get());
+    FcResult result = FcResultNoMatch;
+    return PatternPtr(FcFontMatch(nullptr, wanted.get(), &result));
+}
+
+bool HasFamily(const FcPattern* face, const std::string& family) {
+    FcChar8* name = nullptr;
+    for (int i = 0; FcPatternGetString(face, FC_FAMILY, i, &name) == FcResultMatch; ++i) {
+        if (FcStrCmpIgnoreCase(name, AsFc(family.c_str())) == 0) return true;
+    }
+    return false;
+}
+
+bool Speaks(const FcPattern* face, const char* language) {
+    FcLangSet* languages = nullptr;
+    return FcPatternGetLangSet(face, FC_LANG, 0, &languages) == FcResultMatch &&
+           FcLangSetHasLang(languages, AsFc(language)) == FcLangEqual;
+}
+
+// Faces that systems elsewhere bring along under Latin names, in lower case.
+const char* LanguageOfKnownFace(std::string_view lower) {
+    static constexpr struct {
+        std::string_view name;
+        const char* language;
+    } kFaces[] = {
+        {"simsun", "zh-cn"},
+        {"nsimsun", "zh-cn"},
+        {"simhei", "zh-cn"},
+        {"simkai", "zh-cn"},
+        {"kaiti", "zh-cn"},
+        {"fangsong", "zh-cn"},
+        {"dengxian", "zh-cn"},
+        {"microsoft yahei", "zh-cn"},
+        {"microsoft yahei ui", "zh-cn"},
+        {"mingliu", "zh-tw"},
+        {"pmingliu", "zh-tw"},
+        {"microsoft jhenghei", "zh-tw"},
+        {"ms gothic", "ja"},
+        {"ms pgothic", "ja"},
+        {"ms mincho", "ja"},
+        {"meiryo", "ja"},
+        {"yu gothic", "ja"},
+        {"gulim", "ko"},
+        {"dotum", "ko"},
+        {"batang", "ko"},
+        {"malgun gothic", "ko"},
+    };
+    const auto found = std::find_if(std::begin(kFaces), std::end(kFaces),
+                                    [lower](const auto& face) { return face.name == lower; });
+    return found != std::end(kFaces) ? found->language : nullptr;
+}
+
+// The language that a face is made for, as far as its name tells; null for none in particular.
+const char* LanguageOfName(const std::string& family) {
+    std::string lower = family;
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    if (const char* known = LanguageOfKnownFace(lower)) return known;
+    const char* language = nullptr;
+    const auto* at = AsFc(family.c_str());
+    auto left = static_cast<int>(family.size());
+    FcChar32 character = 0;
+    for (int size = 0; left > 0 && (size = FcUtf8ToUcs4(at, &character, left)) > 0;
+         at += size, left -= size) {
+        if (character >= 0x3040 && character <= 0x30FF) return "ja";
+        if (character >= 0xAC00 && character <= 0xD7A3) return "ko";
+        if (character >= 0x3400 && character <= 0x9FFF) language = "zh-cn";
+    }
+    return language;
+}
+
+std::string Resolve(const std::string& family) {
+    const char* language = LanguageOfName(family);
+    if (language == nullptr) return family;
+    const PatternPtr plain = Match(family, nullptr);
+    if (plain && HasFamily(plain.get(), family)) return family;
+    const PatternPtr substitute = Match(family, language);
+    FcChar8* name = nullptr;
+    if (!substitute || !Speaks(substitute.get(), language) ||
+        FcPatternGetString(substitute.get(), FC_FAMILY, 0, &name) != FcResultMatch) {
+        return family;
+    }
+    return FromFc(name);
+}
+
+}  // namespace
+
+std::string ResolveFamily(std::string_view name) {
+    if (name.empty()) return kCommonFamily;
+    // A list separator would make one name several.
+    std::string family(name);
+    std::replace(family.begin(), family.end(), ',', ' ');
+
+    constexpr std::size_t kMostRemembered = 256;
+    static std::mutex mutex;
+    static std::map<std::string, std::string, std::less<>> resolved;
+    const std::lock_guard lock(mutex);
+    if (const auto found = resolved.find(family); found != resolved.end()) return found->second;
+    if (resolved.size() >= kMostRemembered) resolved.clear();
+    return resolved[family] = Resolve(family);
+}
+
+}  // namespace platform

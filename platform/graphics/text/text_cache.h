@@ -1,0 +1,69 @@
+// The texts of one thread laid out lately, with their coverage once they were drawn.
+#pragma once
+
+#include <cairo.h>
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "platform/graphics/text/font_data.h"
+#include "platform/graphics/text/text_box.h"
+
+namespace platform {
+
+class LaidText;
+
+struct DestroySurface {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using SurfacePtr = std::unique_ptr<cairo_surface_t, DestroySurface>;
+
+// Lives on in the hands of its holder when the cache has dropped it.
+struct CachedText {
+    std::shared_ptr<const LaidText> laid;
+    // 8-bit coverage of the whole ink, for a text drawn without scaling; null until then.
+    SurfacePtr coverage;
+};
+
+// Least recently used texts go first when the bytes exceed the common limit.
+class TextCache {
+  public:
+    std::shared_ptr<CachedText> Get(std::u16string_view text, const std::shared_ptr<FontData>& font,
+                                    const TextFormat& format);
+    // Makes room for the coverage that an entry has just got.
+    void CountCoverage(const CachedText& entry);
+    std::size_t Bytes() const { return bytes_; }
+    std::size_t Count() const { return entries_.size(); }
+    void Clear();
+
+  private:
+    struct KeyView {
+        std::u16string_view text;
+        std::uint64_t font;
+        TextFormat format;
+        friend bool operator==(const KeyView&, const KeyView&) = default;
+    };
+    struct Hash {
+        std::size_t operator()(const KeyView& key) const;
+    };
+    struct Entry {
+        std::u16string text;  // what the key refers to
+        KeyView key;
+        std::shared_ptr<FontData> font;  // so that asking for the same font again finds the same one
+        std::shared_ptr<CachedText> value;
+        std::size_t bytes = 0;
+    };
+    using Entries = std::list<Entry>;
+
+    void Trim();
+
+    Entries entries_;  // the latest first
+    std::unordered_map<KeyView, Entries::iterator, Hash> byKey_;
+    std::size_t bytes_ = 0;
+};
+
+}  // namespace platform

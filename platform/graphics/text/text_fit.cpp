@@ -1,0 +1,95 @@
+#include "platform/graphics/text/text_fit.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/graphics/text/utf8_cut.h"
+
+namespace platform {
+namespace {
+
+constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
+
+class Fitter {
+  public:
+    Fitter(std::string_view text, const TextShaper& shaper, const FontData& font, const FitRequest& request)
+        : text_(text), request_(request), layout_(shaper.MakeLayout(font, request.rightToLeft)) {}
+
+    std::string Fit() {
+        // Only as much of a very long text is looked at as can matter.
+        for (std::size_t look = 512;; look *= 4) {
+            const std::string_view part = StartOf(text_, look);
+            const bool whole = part.size() == text_.size();
+            if (whole || Measure(std::string(part)) > request_.width) return Cut(part, whole);
+        }
+    }
+
+  private:
+    int Measure(const std::string& text) {
+        pango_layout_set_text(layout_.get(), text.data(), static_cast<int>(text.size()));
+        PangoRectangle logical;
+        pango_layout_line_get_pixel_extents(pango_layout_get_line_readonly(layout_.get(), 0), nullptr,
+                                            &logical);
+        return logical.width;
+    }
+
+    std::string Ended(std::string_view start) const {
+        std::string text(WithoutTrailingBlanks(start));
+        if (request_.ellipsis) text += kEllipsis;
+        return text;
+    }
+
+    std::string Cut(std::string_view part, bool whole) {
+        if (whole && !request_.ellipsisEvenIfFits) {
+            std::string all(part);
+            if (Measure(all) <= request_.width) return all;
+        }
+        FindStops(part);
+        if (request_.atWords) {
+            const std::size_t length = Longest(words_, part);
+            if (length > 0) return Ended(part.substr(0, length));
+        }
+        std::size_t length = Longest(characters_, part);
+        if (length == 0 && !request_.ellipsis && !characters_.empty()) length = characters_.front();
+        return Ended(part.substr(0, length));
+    }
+
+    // Where the text may be cut, as byte counts above zero, in order.
+    void FindStops(std::string_view part) {
+        pango_layout_set_text(layout_.get(), part.data(), static_cast<int>(part.size()));
+        gint count = 0;
+        const PangoLogAttr* attributes = pango_layout_get_log_attrs_readonly(layout_.get(), &count);
+        std::size_t at = 0;
+        for (gint i = 1; i < count && at < part.size(); ++i) {
+            do {
+                ++at;
+            } while (at < part.size() && ContinuesCharacter(part[at]));
+            if (attributes[i].is_cursor_position != 0) characters_.push_back(at);
+            if (attributes[i].is_line_break != 0 || at == part.size()) words_.push_back(at);
+        }
+    }
+
+    // The last stop whose text fits, 0 for none.
+    std::size_t Longest(const std::vector<std::size_t>& stops, std::string_view part) {
+        const auto fits = [&](std::size_t stop) {
+            return Measure(Ended(part.substr(0, stop))) <= request_.width;
+        };
+        const auto end = std::partition_point(stops.begin(), stops.end(), fits);
+        return end == stops.begin() ? 0 : *std::prev(end);
+    }
+
+    std::string_view text_;
+    FitRequest request_;
+    ObjectPtr<PangoLayout> layout_;
+    std::vector<std::size_t> characters_;
+    std::vector<std::size_t> words_;
+};
+
+}  // namespace
+
+std::string FitText(std::string_view text, const TextShaper& shaper, const FontData& font,
+                    const FitRequest& request) {
+    return Fitter(text, shaper, font, request).Fit();
+}
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+// Cutting a line of text to a width.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/graphics/text/text_shaper.h"
+
+namespace platform {
+
+struct FitRequest {
+    int width;                // pixels
+    bool atWords;             // cut between words, where one word fits at all
+    bool ellipsis;            // end with an ellipsis
+    bool ellipsisEvenIfFits;  // more text follows that is not part of the line
+    bool rightToLeft;
+};
+
+// The longest start of `text` (UTF-8, one paragraph) that fits, the ellipsis included. Without an ellipsis it
+// keeps at least one character; with one, at least that.
+std::string FitText(std::string_view text, const TextShaper& shaper, const FontData& font,
+                    const FitRequest& request);
+
+}  // namespace platform

@@ -1,0 +1,59 @@
+// A text laid into its box: broken into lines, trimmed and placed.
+#pragma once
+
+#include <cairo.h>
+#include <pango/pango.h>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/graphics/text/font_data.h"
+#include "platform/graphics/text/text_box.h"
+#include "platform/graphics/text/text_shaper.h"
+
+namespace platform {
+
+struct TextLine {
+    std::shared_ptr<PangoLayout> layout;  // owns the line
+    PangoLayoutLine* line = nullptr;
+    LineReach reach;
+    int width = 0;   // that the line takes up
+    int indent = 0;  // from its left edge to the pen's start, where a glyph reaches out to the left
+    int left = 0;    // placed
+    int baseline = 0;
+    PixelBox ink;  // placed; a pixel wider all round than what the glyphs say
+};
+
+// All coordinates are whole pixels from the top left of the box.
+class LaidText {
+  public:
+    static std::shared_ptr<const LaidText> LayOut(std::u16string_view text, const FontData& font,
+                                                  const TextFormat& format);
+
+    // The box of the lines, cut to the layout's box where the format clips.
+    const Gdiplus::RectF& Box() const { return box_; }
+    const PixelBox& Ink() const { return ink_; }
+    const std::vector<TextLine>& Lines() const { return lines_; }
+    // Characters that no installed face has.
+    int UnknownGlyphs() const;
+    // A cover of the memory taken.
+    std::size_t Bytes() const { return bytes_; }
+
+    // Draws every line that can touch the rows from `top` up to `bottom`, with the target's source.
+    void Show(cairo_t* target, int top, int bottom) const;
+    // Adds the outlines of all lines to the target's path.
+    void AddOutline(cairo_t* target, double x, double y) const;
+
+  private:
+    friend class TextSetter;
+    LaidText() = default;
+    std::vector<TextLine> lines_;
+    Gdiplus::RectF box_;
+    PixelBox ink_;
+    int above_ = 0;  // how far the ink of any line reaches from its baseline
+    int below_ = 0;
+    std::size_t bytes_ = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,279 @@
+// The breaking of a text into lines.
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "platform/graphics/text/text_fit.h"
+#include "platform/graphics/text/text_layout.h"
+#include "platform/graphics/text/utf8_cut.h"
+
+namespace platform {
+namespace {
+
+// Lines and texts are cut off beyond this many pixels: far outside every surface, within what the shaping
+// library's fixed-point numbers hold.
+constexpr int kMostPixels = 700'000;
+
+// Of a text that cannot all be seen, this much is shaped at first.
+constexpr std::size_t kFirstLook = 4096;
+
+// UTF-8 in which every kind of line end is a line feed, and a zero is no character to be seen.
+std::string Normalise(std::u16string_view text) {
+    std::u16string units;
+    units.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        switch (text[i]) {
+            case u'\r':
+                if (i + 1 < text.size() && text[i + 1] == u'\n') ++i;
+                [[fallthrough]];
+            case u'\v':
+            case u'\f':
+            case u'\u0085':
+            case u'\u2028':
+            case u'\u2029':
+                units += u'\n';
+                break;
+            case u'\0':
+                units += u'\u200B';
+                break;
+            default:
+                units += text[i];
+        }
+    }
+    return ToUtf8(units);
+}
+
+}  // namespace
+
+class TextSetter {
+  public:
+    TextSetter(const FontData& font, const TextFormat& format)
+        : font_(font),
+          format_(format),
+          shaper_(TextShaper::OfThread()),
+          fontReach_(shaper_.ReachOf(font)),
+          width_(std::min(format.width, static_cast<float>(kMostPixels))) {}
+
+    std::shared_ptr<const LaidText> Set(std::u16string_view text) {
+        const std::string utf8 = Normalise(text);
+        std::string_view rest = utf8;
+        while (!full_ && !text.empty()) {
+            const std::size_t end = rest.find('\n');
+            SetParagraph(WithoutTrailingBlanks(rest.substr(0, end)));
+            if (end == std::string_view::npos) break;
+            rest.remove_prefix(end + 1);
+        }
+        if (full_) TrimLastLine();
+        Place();
+        // What the shaping library keeps for a character, a line and a layout.
+        laid_->bytes_ =
+            sizeof(LaidText) + utf8.size() * 64 + laid_->lines_.size() * (sizeof(TextLine) + 2048);
+        return laid_;
+    }
+
+  private:
+    using LayoutPtr = std::shared_ptr<PangoLayout>;
+
+    // Where the last line stands in its paragraph.
+    struct LineSource {
+        std::string_view paragraph;
+        std::size_t start = 0;
+        bool endsParagraph = false;
+    };
+
+    LayoutPtr Shape(std::string_view text, bool wrapped) const {
+        LayoutPtr layout = shaper_.MakeLayout(font_, format_.RightToLeft());
+        if (wrapped) {
+            pango_layout_set_width(layout.get(), static_cast<int>(width_ * PANGO_SCALE));
+            pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+        }
+        pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+        return layout;
+    }
+
+    std::string Fit(std::string_view text, bool moreFollows) const {
+        const int width = width_ > 0 ? static_cast<int>(width_) : kMostPixels;
+        return FitText(text, shaper_, font_,
+                       FitRequest{width, format_.TrimsAtWords(), format_.HasEllipsis(), moreFollows,
+                                  format_.RightToLeft()});
+    }
+
+    void SetParagraph(std::string_view paragraph) {
+        if (format_.Wraps()) {
+            SetWrapped(paragraph);
+        } else {
+            SetUnwrapped(paragraph);
+        }
+    }
+
+    void SetWrapped(std::string_view paragraph) {
+        const std::size_t lines = laid_->lines_.size();
+        const int height = height_;
+        std::size_t look = format_.LimitsHeight() ? kFirstLook : paragraph.size();
+        for (;; look *= 4) {
+            const std::string_view part = StartOf(paragraph, look);
+            const bool whole = part.size() == paragraph.size();
+            const LayoutPtr layout = Shape(part, true);
+            for (GSList* at = pango_layout_get_lines_readonly(layout.get()); at != nullptr; at = at->next) {
+                auto* line = static_cast<PangoLayoutLine*>(at->data);
+                const bool ends = whole && at->next == nullptr;
+                AddLine(layout, line, {paragraph, static_cast<std::size_t>(line->start_index), ends});
+                if (full_) return;
+            }
+            if (whole) return;
+            // The box holds more than was shaped: what the part's end broke off may go on in its last line.
+            laid_->lines_.resize(lines);
+            height_ = height;
+        }
+    }
+
+    void SetUnwrapped(std::string_view paragraph) {
+        constexpr std::size_t kShort = 512;
+        const bool trims = width_ > 0 && format_.trimming != Gdiplus::StringTrimmingNone;
+        const auto most =
+            static_cast<std::size_t>(4 * static_cast<float>(kMostPixels) / std::max(font_.pixels, 1.0F));
+        LayoutPtr layout;
+        if (!trims || paragraph.size() <= kShort) layout = Shape(StartOf(paragraph, most), false);
+        if (trims && (!layout || WidthOf(layout.get()) > width_))
+            layout = Shape(Fit(paragraph, false), false);
+        AddLine(layout, pango_layout_get_line_readonly(layout.get(), 0), {paragraph, 0, true});
+    }
+
+    static float WidthOf(PangoLayout* layout) {
+        PangoRectangle logical;
+        pango_layout_line_get_pixel_extents(pango_layout_get_line_readonly(layout, 0), nullptr, &logical);
+        return static_cast<float>(logical.width);
+    }
+
+    // Half lines are shown, unless the format says otherwise or an ellipsis would be what is cut in half.
+    bool HasRoomFor(const LineReach& reach) const {
+        if (height_ >= kMostPixels) return false;
+        if (!format_.LimitsHeight()) return true;
+        const auto used = static_cast<float>(height_);
+        if (format_.WholeLines()) return used + static_cast<float>(reach.Height()) <= format_.height;
+        if (laid_->lines_.empty()) return true;
+        if (format_.HasEllipsis()) return used + static_cast<float>(reach.Height()) <= format_.height;
+        return used < format_.height;
+    }
+
+    void AddLine(const LayoutPtr& layout, PangoLayoutLine* line, const LineSource& source) {
+        const TextLine measured = Measure(layout, line);
+        if (!HasRoomFor(measured.reach)) {
+            full_ = true;
+            return;
+        }
+        last_ = source;
+        height_ += measured.reach.Height();
+        laid_->lines_.push_back(measured);
+    }
+
+    TextLine Measure(const LayoutPtr& layout, PangoLayoutLine* line) const {
+        TextLine measured;
+        measured.layout = layout;
+        measured.line = line;
+        PangoRectangle ink;
+        PangoRectangle logical;
+        pango_layout_line_get_pixel_extents(line, &ink, &logical);
+        measured.reach = fontReach_;
+        for (const GSList* at = line->runs; at != nullptr; at = at->next) {
+            const auto* run = static_cast<const PangoLayoutRun*>(at->data);
+            if (PangoFont* face = run->item->analysis.font) {
+                measured.reach.Include(TextShaper::ReachOfFace(face, font_));
+            }
+        }
+        const bool hasInk = ink.width > 0 && ink.height > 0;
+        if (hasInk) {
+            // Letters that are higher than their face's line was held to, as far as the face itself allows.
+            measured.reach.Include(
+                {std::min(-ink.y, -logical.y), std::min(ink.y + ink.height, logical.y + logical.height)});
+            measured.indent = std::max(0, -ink.x);
+            measured.ink = {ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1};
+        }
+        const int right = hasInk ? std::max(logical.width, ink.x + ink.width) : logical.width;
+        measured.width = measured.indent + right;
+        return measured;
+    }
+
+    void TrimLastLine() {
+        if (laid_->lines_.empty() || format_.trimming == Gdiplus::StringTrimmingNone) return;
+        const bool atCharacters = format_.trimming == Gdiplus::StringTrimmingCharacter && format_.Wraps();
+        // A line that was wrapped ends at a word already, and one that was not is already trimmed.
+        if (!format_.HasEllipsis() && !(atCharacters && !last_.endsParagraph)) return;
+        const std::string text = Fit(last_.paragraph.substr(last_.start), format_.HasEllipsis());
+        const LayoutPtr layout = Shape(text, false);
+        height_ -= laid_->lines_.back().reach.Height();
+        laid_->lines_.back() = Measure(layout, pango_layout_get_line_readonly(layout.get(), 0));
+        height_ += laid_->lines_.back().reach.Height();
+    }
+
+    // How far something of `size` stands from the start of a space; the space may be smaller, or nothing.
+    static int Offset(Gdiplus::StringAlignment alignment, float space, int size) {
+        const float rest = space - static_cast<float>(size);
+        switch (alignment) {
+            case Gdiplus::StringAlignmentCenter:
+                return static_cast<int>(std::floor(rest / 2));
+            case Gdiplus::StringAlignmentFar:
+                return static_cast<int>(std::floor(rest));
+            default:
+                return 0;
+        }
+    }
+
+    void Place() {
+        Gdiplus::StringAlignment alignment = format_.alignment;
+        if (format_.RightToLeft() && alignment != Gdiplus::StringAlignmentCenter) {
+            alignment = alignment == Gdiplus::StringAlignmentNear ? Gdiplus::StringAlignmentFar
+                                                                  : Gdiplus::StringAlignmentNear;
+        }
+        const int top =
+            Offset(format_.lineAlignment, std::min(format_.height, static_cast<float>(kMostPixels)), height_);
+        int y = top;
+        PixelBox box;
+        for (TextLine& line : laid_->lines_) {
+            line.left = Offset(alignment, width_, line.width);
+            line.baseline = y + line.reach.ascent;
+            y += line.reach.Height();
+            if (!line.ink.IsEmpty()) {
+                line.ink = line.ink.Moved(line.left + line.indent, line.baseline);
+                laid_->above_ = std::max(laid_->above_, line.baseline - line.ink.top);
+                laid_->below_ = std::max(laid_->below_, line.ink.bottom - line.baseline);
+            }
+            laid_->ink_.Include(line.ink);
+            box.Include({line.left, line.baseline - line.reach.ascent, line.left + line.width, y});
+        }
+        SetBox(box);
+    }
+
+    void SetBox(const PixelBox& lines) {
+        auto left = static_cast<float>(lines.left);
+        auto top = static_cast<float>(lines.top);
+        auto right = static_cast<float>(lines.right);
+        auto bottom = static_cast<float>(lines.bottom);
+        if (format_.Clips() && format_.width > 0) {
+            left = std::clamp(left, 0.0F, format_.width);
+            right = std::clamp(right, 0.0F, format_.width);
+        }
+        if (format_.Clips() && format_.height > 0) {
+            top = std::clamp(top, 0.0F, format_.height);
+            bottom = std::clamp(bottom, 0.0F, format_.height);
+        }
+        laid_->box_ = Gdiplus::RectF(left, top, right - left, bottom - top);
+    }
+
+    const FontData& font_;
+    const TextFormat& format_;
+    TextShaper& shaper_;
+    LineReach fontReach_;
+    float width_;        // of the box, 0 for none
+    int height_ = 0;     // of the lines so far
+    bool full_ = false;  // there is text for which the box has no room
+    LineSource last_;
+    std::shared_ptr<LaidText> laid_ = std::shared_ptr<LaidText>(new LaidText);
+};
+
+std::shared_ptr<const LaidText> LaidText::LayOut(std::u16string_view text, const FontData& font,
+                                                 const TextFormat& format) {
+    return TextSetter(font, format).Set(text);
+}
+
+}  // namespace platform

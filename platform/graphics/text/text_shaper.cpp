@@ -1,0 +1,114 @@
+#include "platform/graphics/text/text_shaper.h"
+
+#include <fontconfig/fontconfig.h>
+#include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
+#include <platform/gdiplus.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+namespace {
+
+// The desktop's rendering preferences reach a font through its pattern; ours replace them.
+void FixRendering(FcPattern* pattern, gpointer) {
+    constexpr const char* kOurs[] = {FC_ANTIALIAS, FC_HINTING,    FC_HINT_STYLE,     FC_AUTOHINT,
+                                     FC_RGBA,      FC_LCD_FILTER, FC_EMBEDDED_BITMAP};
+    for (const char* name : kOurs)
+        FcPatternDel(pattern, name);
+    FcPatternAddBool(pattern, FC_ANTIALIAS, FcTrue);
+    FcPatternAddBool(pattern, FC_HINTING, FcTrue);
+    FcPatternAddInteger(pattern, FC_HINT_STYLE, FC_HINT_SLIGHT);
+    FcPatternAddBool(pattern, FC_AUTOHINT, FcFalse);
+    FcPatternAddInteger(pattern, FC_RGBA, FC_RGBA_NONE);
+    FcPatternAddBool(pattern, FC_EMBEDDED_BITMAP, FcFalse);
+}
+
+PangoFontMap* MakeFontMap() {
+    PangoFontMap* fonts = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
+    pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts), 96);
+    pango_fc_font_map_set_default_substitute(PANGO_FC_FONT_MAP(fonts), &FixRendering, nullptr, nullptr);
+    return fonts;
+}
+
+PangoContext* MakeContext(PangoFontMap* fonts, PangoDirection direction) {
+    PangoContext* context = pango_font_map_create_context(fonts);
+    pango_context_set_base_dir(context, direction);
+    // Whole-pixel advances: glyphs are painted on whole pixels, and so a measured width is the painted one.
+    const std::unique_ptr<cairo_font_options_t, decltype(&cairo_font_options_destroy)> options(
+        cairo_font_options_create(), &cairo_font_options_destroy);
+    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
+    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_ON);
+    pango_cairo_context_set_font_options(context, options.get());
+    pango_context_set_round_glyph_positions(context, TRUE);
+    return context;
+}
+
+// The decorations of a style; null for none.
+PangoAttrList* MakeAttributes(int style) {
+    if ((style & (Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout)) == 0) return nullptr;
+    PangoAttrList* attributes = pango_attr_list_new();
+    if ((style & Gdiplus::FontStyleUnderline) != 0) {
+        pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+    }
+    if ((style & Gdiplus::FontStyleStrikeout) != 0) {
+        pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
+    }
+    return attributes;
+}
+
+}  // namespace
+
+void UnrefObject::operator()(void* object) const {
+    g_object_unref(object);
+}
+
+void LineReach::Include(const LineReach& other) {
+    ascent = std::max(ascent, other.ascent);
+    descent = std::max(descent, other.descent);
+}
+
+TextShaper& TextShaper::OfThread() {
+    thread_local TextShaper shaper;
+    return shaper;
+}
+
+TextShaper::TextShaper()
+    : fonts_(MakeFontMap()),
+      leftToRight_(MakeContext(fonts_.get(), PANGO_DIRECTION_LTR)),
+      rightToLeft_(MakeContext(fonts_.get(), PANGO_DIRECTION_RTL)) {}
+
+ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightToLeft) const {
+    ObjectPtr<PangoLayout> layout(pango_layout_new((rightToLeft ? rightToLeft_ : leftToRight_).get()));
+    pango_layout_set_auto_dir(layout.get(), FALSE);
+    pango_layout_set_font_description(layout.get(), font.description);
+    if (PangoAttrList* attributes = MakeAttributes(font.style)) {
+        pango_layout_set_attributes(layout.get(), attributes);
+        pango_attr_list_unref(attributes);
+    }
+    return layout;
+}
+
+LineReach TextShaper::ReachOfFace(PangoFont* face, const FontData& font) {
+    constexpr gunichar kIdeograph = 0x4E2D;
+    constexpr double kAbove = 0.93;  // of the em: the highest letters and ideographs
+    constexpr double kBelow = 0.24;
+    PangoRectangle logical;
+    pango_font_get_glyph_extents(face, PANGO_GLYPH_EMPTY, nullptr, &logical);
+    LineReach reach{PANGO_PIXELS_CEIL(-logical.y), PANGO_PIXELS_CEIL(logical.y + logical.height)};
+    if (pango_font_has_char(face, kIdeograph)) {
+        const auto em = static_cast<double>(font.pixels);
+        reach.ascent = std::min(reach.ascent, static_cast<int>(std::ceil(kAbove * em)));
+        reach.descent = std::min(reach.descent, static_cast<int>(std::ceil(kBelow * em)));
+    }
+    return reach;
+}
+
+LineReach TextShaper::ReachOf(const FontData& font) const {
+    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.description));
+    return face ? ReachOfFace(face.get(), font) : LineReach();
+}
+
+}  // namespace platform

@@ -1,0 +1,56 @@
+// The shaping machinery of one thread: a font map of its own at 96 DPI, so that neither the desktop's
+// settings nor the window system change a pixel, and the texts laid out lately.
+#pragma once
+
+#include <pango/pango.h>
+
+#include <memory>
+
+#include "platform/graphics/text/font_data.h"
+#include "platform/graphics/text/text_cache.h"
+
+namespace platform {
+
+struct UnrefObject {
+    void operator()(void* object) const;
+};
+template <class T>
+using ObjectPtr = std::unique_ptr<T, UnrefObject>;
+
+// How far a line reaches above and below its baseline, in pixels.
+struct LineReach {
+    int ascent = 0;
+    int descent = 0;
+    int Height() const { return ascent + descent; }
+    void Include(const LineReach& other);
+};
+
+class TextShaper {
+  public:
+    // Made when a thread first asks, released when the thread ends.
+    static TextShaper& OfThread();
+
+    TextShaper();
+    TextShaper(const TextShaper&) = delete;
+    TextShaper& operator=(const TextShaper&) = delete;
+
+    // An empty layout with the font and its decorations.
+    ObjectPtr<PangoLayout> MakeLayout(const FontData& font, bool rightToLeft) const;
+
+    // What a line of this face reserves. Faces for ideographs ask for half their size above the letters, for
+    // stacked accents that their text does not have; they are held to what their glyphs fill, or every
+    // caption made for a line of little more than the em would be pushed out of its box.
+    static LineReach ReachOfFace(PangoFont* face, const FontData& font);
+    LineReach ReachOf(const FontData& font) const;
+    float LineHeight(const FontData& font) const { return static_cast<float>(ReachOf(font).Height()); }
+
+    TextCache& Cache() { return cache_; }
+
+  private:
+    ObjectPtr<PangoFontMap> fonts_;
+    ObjectPtr<PangoContext> leftToRight_;
+    ObjectPtr<PangoContext> rightToLeft_;
+    TextCache cache_;
+};
+
+}  // namespace platform
