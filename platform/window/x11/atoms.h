@@ -1,0 +1,38 @@
+// The atoms that this window system speaks in, resolved once per connection.
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace platform::x11 {
+
+struct Atoms {
+    xcb_atom_t utf8String = 0;
+    // Between a client and its window manager.
+    xcb_atom_t wmProtocols = 0;
+    xcb_atom_t wmDeleteWindow = 0;
+    xcb_atom_t wmState = 0;
+    xcb_atom_t wmChangeState = 0;
+    xcb_atom_t motifHints = 0;
+    xcb_atom_t netWmPing = 0;
+    xcb_atom_t netWmName = 0;
+    xcb_atom_t netWmPid = 0;
+    xcb_atom_t netWmState = 0;
+    xcb_atom_t netWmStateAbove = 0;
+    xcb_atom_t netWmStateModal = 0;
+    xcb_atom_t netWmStateSkipTaskbar = 0;
+    xcb_atom_t netWmStateSkipPager = 0;
+    xcb_atom_t netWmWindowType = 0;
+    xcb_atom_t netWmWindowTypeNormal = 0;
+    xcb_atom_t netWmWindowTypeDialog = 0;
+    xcb_atom_t netWmWindowOpacity = 0;
+    xcb_atom_t netWmUserTime = 0;
+    xcb_atom_t netActiveWindow = 0;
+    xcb_atom_t netSupportingWmCheck = 0;
+    // Owned by the compositor of the screen, while there is one.
+    xcb_atom_t compositorSelection = 0;
+};
+
+// Atoms that cannot be resolved (the connection is dying) stay 0.
+Atoms ResolveAtoms(xcb_connection_t* connection, int screenNumber);
+
+}  // namespace platform::x11

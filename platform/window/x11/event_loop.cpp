@@ -1,0 +1,183 @@
+// Getting events and handing them to the function of their type.
+#include <algorithm>
+#include <climits>
+
+#include "platform/window/x11/x11_window_system.h"
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint8_t kTypeMask = 0x7F;  // the top bit marks events that another client sent
+
+template <class T>
+const T& As(const xcb_generic_event_t& event) {
+    return reinterpret_cast<const T&>(event);
+}
+
+// Whether `later` says all that `earlier` said.
+bool Replaces(const xcb_generic_event_t& later, const xcb_generic_event_t& earlier) {
+    if ((later.response_type & kTypeMask) != XCB_MOTION_NOTIFY ||
+        (earlier.response_type & kTypeMask) != XCB_MOTION_NOTIFY)
+        return false;
+    const auto& a = As<xcb_motion_notify_event_t>(later);
+    const auto& b = As<xcb_motion_notify_event_t>(earlier);
+    return a.event == b.event && a.state == b.state;
+}
+
+}  // namespace
+
+X11WindowSystem::Event X11WindowSystem::NextEvent() {
+    if (ahead_) return std::move(ahead_);
+    return Event(xcb_poll_for_event(connection_->Get()));
+}
+
+X11WindowSystem::Event X11WindowSystem::TakeEvent() {
+    Event event = NextEvent();
+    while (event && (event->response_type & kTypeMask) == XCB_MOTION_NOTIFY) {
+        ahead_ = Event(xcb_poll_for_event(connection_->Get()));
+        if (!ahead_ || !Replaces(*ahead_, *event)) break;
+        event = std::move(ahead_);
+    }
+    return event;
+}
+
+bool X11WindowSystem::DispatchArrived() {
+    reported_ = false;
+    // Windows may be made and destroyed, and loops be run, from inside any report: nothing is kept across.
+    while (const Event event = TakeEvent())
+        Dispatch(*event);
+    ReportMinimised();
+    SettlePlacements();
+    ReportIfLost();
+    return reported_;
+}
+
+bool X11WindowSystem::ReportIfLost() {
+    if (connection_->IsAlive()) return false;
+    if (!lostReported_) {
+        lostReported_ = true;
+        Report().ConnectionLost();
+    }
+    return true;
+}
+
+bool X11WindowSystem::Poll() {
+    if (!connection_->IsAlive()) return ReportIfLost() && false;
+    connection_->Flush();
+    const bool before = DispatchArrived();
+    const auto outcome = waiter_.Run(xcb_get_file_descriptor(connection_->Get()), 0, [] { return true; });
+    const bool after = DispatchArrived();
+    return before || after || outcome.sourceRan;
+}
+
+bool X11WindowSystem::Wait(std::optional<std::uint64_t> deadline) {
+    for (;;) {
+        if (DispatchArrived()) return true;
+        if (!connection_->IsAlive()) return false;
+        connection_->Flush();
+        const auto queued = [this] {
+            // Events can sit in the library's queue while the socket is silent.
+            if (!ahead_) ahead_ = Event(xcb_poll_for_queued_event(connection_->Get()));
+            return ahead_ != nullptr || !connection_->IsAlive();
+        };
+        const auto outcome =
+            waiter_.Run(xcb_get_file_descriptor(connection_->Get()), TimeoutUntil(deadline), queued);
+        const bool reported = DispatchArrived();
+        if (reported || outcome.sourceRan || outcome.woken) return true;
+        if (!connection_->IsAlive()) return false;
+        if (deadline && Now() >= *deadline) return true;
+    }
+}
+
+int X11WindowSystem::TimeoutUntil(std::optional<std::uint64_t> deadline) {
+    std::optional<std::uint64_t> until = deadline;
+    for (const HWND handle : moved_)
+        if (const NativeWindow* window = Find(handle)) {
+            const std::uint64_t settled = window->placement.quietUntil;
+            until = until ? std::min(*until, settled) : settled;
+        }
+    if (!until) return -1;
+    const std::uint64_t now = Now();
+    return *until <= now ? 0 : static_cast<int>(std::min<std::uint64_t>(*until - now, INT_MAX));
+}
+
+void X11WindowSystem::Dispatch(const xcb_generic_event_t& event) {
+    const std::uint8_t type = event.response_type & kTypeMask;
+    // Errors: requests about windows that were gone by then, ours or other clients'. The protocol tells of
+    // them late, and nothing can be done about them.
+    if (type == 0) return;
+    const Extensions& has = connection_->Has();
+    if (has.selections && type == has.fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
+        OnSelection(As<xcb_xfixes_selection_notify_event_t>(event));
+    } else if (!keyboard_.Handle(event) && !DispatchInput(event)) {
+        DispatchStructure(event);
+    }
+}
+
+bool X11WindowSystem::DispatchInput(const xcb_generic_event_t& event) {
+    switch (event.response_type & kTypeMask) {
+        case XCB_MOTION_NOTIFY:
+            OnMotion(As<xcb_motion_notify_event_t>(event));
+            return true;
+        case XCB_BUTTON_PRESS:
+            OnButton(As<xcb_button_press_event_t>(event), true);
+            return true;
+        case XCB_BUTTON_RELEASE:
+            OnButton(As<xcb_button_press_event_t>(event), false);
+            return true;
+        case XCB_ENTER_NOTIFY:
+            OnEnter(As<xcb_enter_notify_event_t>(event));
+            return true;
+        case XCB_LEAVE_NOTIFY:
+            OnLeave(As<xcb_leave_notify_event_t>(event));
+            return true;
+        case XCB_KEY_PRESS:
+            OnKey(As<xcb_key_press_event_t>(event), true);
+            return true;
+        case XCB_KEY_RELEASE:
+            OnKey(As<xcb_key_press_event_t>(event), false);
+            return true;
+        case XCB_FOCUS_IN:
+            OnFocus(As<xcb_focus_in_event_t>(event), true);
+            return true;
+        case XCB_FOCUS_OUT:
+            OnFocus(As<xcb_focus_in_event_t>(event), false);
+            return true;
+        default:
+            return false;
+    }
+}
+
+void X11WindowSystem::DispatchStructure(const xcb_generic_event_t& event) {
+    switch (event.response_type & kTypeMask) {
+        case XCB_EXPOSE:
+            OnExpose(As<xcb_expose_event_t>(event));
+            break;
+        case XCB_CONFIGURE_NOTIFY:
+            OnConfigure(As<xcb_configure_notify_event_t>(event));
+            break;
+        case XCB_MAP_NOTIFY:
+            OnMap(As<xcb_map_notify_event_t>(event));
+            break;
+        case XCB_UNMAP_NOTIFY:
+            OnUnmap(As<xcb_unmap_notify_event_t>(event));
+            break;
+        case XCB_REPARENT_NOTIFY:
+            OnReparent(As<xcb_reparent_notify_event_t>(event));
+            break;
+        case XCB_DESTROY_NOTIFY:
+            OnDestroy(As<xcb_destroy_notify_event_t>(event));
+            break;
+        case XCB_PROPERTY_NOTIFY:
+            OnProperty(As<xcb_property_notify_event_t>(event));
+            break;
+        case XCB_CLIENT_MESSAGE:
+            OnClientMessage(As<xcb_client_message_event_t>(event));
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,64 @@
+// What is known of one top-level window and its counterpart on the server.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <platform/geometry.h>
+#include <platform/types.h>
+#include <xcb/xcb.h>
+
+#include "platform/graphics/region.h"
+#include "platform/window/window_system.h"
+#include "platform/window/x11/display_plan.h"
+#include "platform/window/x11/pixel_buffer.h"
+#include "platform/window/x11/window_outline.h"
+
+namespace platform::x11 {
+
+// Where a window is, against what was asked of it.
+struct Placement {
+    CRect rect;                    // as the core has it: what it asked for last, or was told last
+    std::optional<CRect> told;     // by the window manager, in screen coordinates, since the last look
+    bool changed = false;          // the server told of a change since the last look
+    std::uint64_t quietUntil = 0;  // our own request is under way; other positions are not believed before
+};
+
+// How pixels get from the core to the window.
+struct Pixels {
+    std::shared_ptr<Surface> surface;  // the core draws here
+    std::shared_ptr<PixelBuffer> buffer;
+    std::shared_ptr<PixelBuffer> converted;  // what is sent in its stead where the plan converts
+    bool presented = false;                  // something of `surface` was
+};
+
+struct NativeWindow {
+    HWND handle;
+    xcb_window_t id = 0;  // 0 once somebody else has destroyed it
+    xcb_gcontext_t context = 0;
+    bool alphaChannel = false;  // its pixels have alpha: it is of depth 32
+    WindowTraits traits;
+    Compositing compositing;
+    DisplayPlan plan;
+    Placement placement;
+    Pixels pixels;
+    WindowOutline outline;
+    std::optional<Region> shape;
+    Region exposed;  // collected until the last Expose of a series
+    CursorShape cursor = CursorShape::Arrow;
+
+    bool mapRequested = false;  // the core wants it on the screen, minimised or not
+    bool mapped = false;        // the server says that it is
+    bool managed = false;       // a window manager has taken it
+    bool withdrawing = false;   // unmapped by us, and the window manager has not let go yet
+    bool mapWhenWithdrawn = false;
+    bool minimised = false;
+    bool unmapsItself = false;  // minimised by us, for want of a window manager
+    bool focusWhenMapped = false;
+    bool focused = false;
+    bool inside = false;  // the pointer
+};
+
+}  // namespace platform::x11

@@ -1,0 +1,62 @@
+#include "platform/window/x11/pixel_conversion.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xFF000000;
+
+// 255 / alpha in 16.16 fixed point, rounded so that a full channel gives 255.
+const std::array<std::uint32_t, 256>& Reciprocals() {
+    static const auto table = [] {
+        std::array<std::uint32_t, 256> values{};
+        for (std::uint32_t alpha = 1; alpha < 256; ++alpha)
+            values[alpha] = ((255U << 16) + alpha / 2) / alpha;
+        return values;
+    }();
+    return table;
+}
+
+std::uint32_t Unpremultiplied(std::uint32_t pixel, const std::array<std::uint32_t, 256>& reciprocals) {
+    const std::uint32_t factor = reciprocals[pixel >> 24];
+    const auto channel = [&](int shift) {
+        const std::uint32_t value = (((pixel >> shift) & 0xFF) * factor + 0x8000) >> 16;
+        return std::min<std::uint32_t>(value, 255) << shift;
+    };
+    return kOpaque | channel(16) | channel(8) | channel(0);
+}
+
+}  // namespace
+
+void ConvertPixels(Conversion conversion, std::uint32_t key, const std::uint32_t* source,
+                   std::uint32_t* target, std::size_t count) {
+    switch (conversion) {
+        case Conversion::None:
+            std::memcpy(target, source, count * sizeof *source);
+            break;
+        case Conversion::ForceOpaque:
+            for (std::size_t i = 0; i < count; ++i)
+                target[i] = source[i] | kOpaque;
+            break;
+        case Conversion::KeyToTransparent:
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::uint32_t colour = source[i] & 0xFFFFFF;
+                target[i] = colour == key ? 0 : colour | kOpaque;
+            }
+            break;
+        case Conversion::Unpremultiply: {
+            const auto& reciprocals = Reciprocals();
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::uint32_t pixel = source[i];
+                target[i] = pixel >= kOpaque ? pixel : Unpremultiplied(pixel, reciprocals);
+            }
+            break;
+        }
+    }
+}
+
+}  // namespace platform::x11

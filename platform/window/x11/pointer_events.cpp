@@ -1,0 +1,118 @@
+// The pointer: motion, buttons, entering and leaving, grabs.
+#include <utility>
+
+#include "platform/window/x11/x11_window_system.h"
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr int kWheelNotch = 120;
+constexpr std::uint16_t kGrabEvents = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                      XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
+                                      XCB_EVENT_MASK_LEAVE_WINDOW;
+
+std::uint16_t MaskOfButton(int button) {
+    return static_cast<std::uint16_t>(XCB_BUTTON_MASK_1 << (button - 1));
+}
+
+}  // namespace
+
+InputState ToInputState(std::uint16_t state) {
+    InputState result;
+    result.shift = (state & XCB_MOD_MASK_SHIFT) != 0;
+    result.control = (state & XCB_MOD_MASK_CONTROL) != 0;
+    result.alt = (state & XCB_MOD_MASK_1) != 0;
+    result.left = (state & XCB_BUTTON_MASK_1) != 0;
+    result.middle = (state & XCB_BUTTON_MASK_2) != 0;
+    result.right = (state & XCB_BUTTON_MASK_3) != 0;
+    return result;
+}
+
+void X11WindowSystem::OnMotion(const xcb_motion_notify_event_t& event) {
+    const NativeWindow* window = FindById(event.event);
+    if (!window) return;
+    const POINT screen{event.root_x, event.root_y};
+    // While a button is held the server ties the pointer to the window of the press, also outside it.
+    Report().PointerMoved(window->handle, screen, ToInputState(event.state), EventTime(event.time));
+}
+
+void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down) {
+    const NativeWindow* window = FindById(event.event);
+    if (!window) return;
+    const std::uint64_t time = EventTime(event.time);
+    const POINT screen{event.root_x, event.root_y};
+    const HWND target = window->handle;
+    const int button = event.detail;
+    if (button == 4 || button == 5) {
+        const int delta = button == 4 ? kWheelNotch : -kWheelNotch;
+        if (down) Report().PointerWheel(target, delta, screen, ToInputState(event.state), time);
+        return;
+    }
+    if (button < 1 || button > 3) return;
+    if (down) properties_.WriteUserTime(window->id, event.time);
+    // The event carries the state before it.
+    const std::uint16_t mask = MaskOfButton(button);
+    const int state = down ? event.state | mask : event.state & ~mask;
+    Report().PointerButton(target, button, down, screen, ToInputState(static_cast<std::uint16_t>(state)),
+                           time);
+}
+
+void X11WindowSystem::OnEnter(const xcb_enter_notify_event_t& event) {
+    NativeWindow* window = FindById(event.event);
+    if (!window || event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return;
+    const POINT screen{event.root_x, event.root_y};
+    // A grab enters its window wherever the pointer is.
+    const CRect extent(CPoint(0, 0), window->placement.rect.Size());
+    if (event.mode == XCB_NOTIFY_MODE_GRAB && !extent.PtInRect({event.event_x, event.event_y})) return;
+    window->inside = true;
+    Report().PointerMoved(window->handle, screen, ToInputState(event.state), EventTime(event.time));
+}
+
+void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
+    NativeWindow* window = FindById(event.event);
+    if (!window || event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return;
+    // A grab by the window manager does not move the pointer; one by another window of ours takes it away.
+    const bool taken = grabbed_ && !(grabbed_ == window->handle);
+    if (event.mode == XCB_NOTIFY_MODE_GRAB && !taken) return;
+    if (std::exchange(window->inside, false)) Report().PointerLeft(window->handle);
+}
+
+bool X11WindowSystem::GrabPointer(HWND handle) {
+    NativeWindow* window = Find(handle);
+    if (!window || window->id == 0 || !window->mapRequested) return false;
+    if (window->mapped) return Grab(*window);
+    // The server grabs only for a window on the screen; this one is on its way there.
+    grabWhenMapped_ = handle;
+    return true;
+}
+
+bool X11WindowSystem::Grab(NativeWindow& window) {
+    xcb_connection_t* c = connection_->Get();
+    const auto cookie =
+        xcb_grab_pointer(c, 0, window.id, kGrabEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                         XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
+    const Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(c, cookie, nullptr));
+    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) return false;
+    grabbed_ = window.handle;
+    return true;
+}
+
+void X11WindowSystem::ReleasePointer() {
+    grabWhenMapped_ = HWND();
+    if (!std::exchange(grabbed_, HWND()) || !connection_->IsAlive()) return;
+    xcb_ungrab_pointer(connection_->Get(), XCB_CURRENT_TIME);
+    connection_->Flush();
+}
+
+void X11WindowSystem::SetCursor(HWND handle, CursorShape shape) {
+    NativeWindow* window = Find(handle);
+    if (!window || window->cursor == shape) return;
+    window->cursor = shape;
+    if (window->id == 0) return;
+    const std::uint32_t cursor = cursors_.Get(shape);
+    xcb_change_window_attributes(connection_->Get(), window->id, XCB_CW_CURSOR, &cursor);
+    connection_->Flush();
+}
+
+}  // namespace platform::x11

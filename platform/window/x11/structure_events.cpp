@@ -1,0 +1,140 @@
+// Events about windows themselves: mapped, placed, exposed, taken and let go by a window manager.
+#include <utility>
+
+#include "platform/window/x11/x11_window_system.h"
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint8_t kSentByClient = 0x80;
+
+}  // namespace
+
+void X11WindowSystem::OnConfigure(const xcb_configure_notify_event_t& event) {
+    if (event.window == connection_->Root()) {
+        screenSize_ = CSize(event.width, event.height);
+        return;
+    }
+    NativeWindow* window = FindById(event.window);
+    if (!window) return;
+    const bool sent = (event.response_type & kSentByClient) != 0;
+    if (sent || !window->managed) {
+        PositionTold(*window, CRect(event.x, event.y, event.x + event.width, event.y + event.height));
+    } else {
+        // Relative to the frame: where that is on the screen must be asked.
+        window->placement.told.reset();
+        PositionChanged(*window);
+    }
+}
+
+void X11WindowSystem::OnMap(const xcb_map_notify_event_t& event) {
+    NativeWindow* window = FindById(event.window);
+    if (!window || event.event != event.window) return;
+    window->mapped = true;
+    // Window managers overlook an input shape that was there before they took the window.
+    window->outline.ForgetInput();
+    window->outline.Send(*connection_, window->id);
+    PositionChanged(*window);
+    if (std::exchange(window->unmapsItself, false)) SetMinimised(*window, false);
+    const bool focus = std::exchange(window->focusWhenMapped, false);
+    if (focus && !manager_.IsPresent()) Focus(*window);
+    if (grabWhenMapped_ == window->handle) {
+        grabWhenMapped_ = HWND();
+        const HWND handle = window->handle;
+        if (!Grab(*window)) Report().GrabLost(handle);
+    }
+}
+
+void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
+    NativeWindow* window = FindById(event.window);
+    if (!window || event.event != event.window || !std::exchange(window->mapped, false)) return;
+    const HWND handle = window->handle;
+    // Without a window manager there is no state to read. With one, that state tells whether this is
+    // minimising.
+    if (window->unmapsItself && window->mapRequested) SetMinimised(*window, true);
+    const bool left = std::exchange(window->inside, false);
+    // The server lets go of a grab without a word.
+    const bool lost = grabbed_ == handle;
+    if (lost) grabbed_ = HWND();
+    if (lost) Report().GrabLost(handle);
+    if (left) Report().PointerLeft(handle);
+}
+
+void X11WindowSystem::OnReparent(const xcb_reparent_notify_event_t& event) {
+    NativeWindow* window = FindById(event.window);
+    if (!window || event.event != event.window) return;
+    if (event.parent == connection_->Root()) {
+        LetGo(*window);
+    } else {
+        window->managed = true;
+    }
+}
+
+void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
+    if (manager_.IsCheckWindow(event.window)) {
+        ManagerChanged();
+        return;
+    }
+    NativeWindow* window = FindById(event.window);
+    if (!window || event.event != event.window) return;
+    const HWND handle = window->handle;
+    byId_.erase(window->id);
+    xcb_free_gc(connection_->Get(), window->context);
+    window->id = 0;
+    window->mapped = window->mapRequested = window->inside = false;
+    if (grabbed_ == handle) grabbed_ = HWND();
+    Report().SystemDestroyed(handle);
+}
+
+void X11WindowSystem::OnProperty(const xcb_property_notify_event_t& event) {
+    const Atoms& names = connection_->Names();
+    if (event.window == connection_->Root()) {
+        if (event.atom == names.netSupportingWmCheck) ManagerChanged();
+    } else if (event.atom == names.wmState) {
+        if (NativeWindow* window = FindById(event.window)) ReadManagerState(*window);
+    }
+}
+
+void X11WindowSystem::ManagerChanged() {
+    if (!manager_.Refresh() || manager_.IsPresent()) return;
+    // It will not finish any more what it was asked for.
+    for (auto& [key, window] : windows_)
+        if (window->id != 0) LetGo(*window);
+}
+
+void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {
+    const Atoms& names = connection_->Names();
+    const NativeWindow* window = FindById(event.window);
+    if (!window || event.format != 32 || event.type != names.wmProtocols) return;
+    const xcb_atom_t protocol = event.data.data32[0];
+    if (protocol == names.netWmPing) {
+        // Sent back as it is, but for the window.
+        xcb_client_message_event_t answer = event;
+        answer.response_type = XCB_CLIENT_MESSAGE;
+        answer.window = connection_->Root();
+        xcb_send_event(connection_->Get(), 0, connection_->Root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&answer));
+    } else if (protocol == names.wmDeleteWindow) {
+        Report().CloseRequested(window->handle);
+    }
+}
+
+void X11WindowSystem::OnExpose(const xcb_expose_event_t& event) {
+    NativeWindow* window = FindById(event.window);
+    if (!window) return;
+    window->exposed.Add(CRect(event.x, event.y, event.x + event.width, event.y + event.height));
+    if (event.count != 0) return;  // more of the series follows
+    const Region exposed = std::exchange(window->exposed, Region());
+    Report().Exposed(window->handle, exposed);
+}
+
+void X11WindowSystem::OnSelection(const xcb_xfixes_selection_notify_event_t& event) {
+    if (event.selection != connection_->Names().compositorSelection) return;
+    manager_.CompositorOwner(event.owner);
+    for (auto& [key, window] : windows_)
+        if (window->id != 0) Replan(*window);
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,195 @@
+// Showing, hiding, minimising, activating and stacking: by request to the window manager, or by ourselves
+// where there is none.
+#include <utility>
+
+#include "platform/window/x11/x11_window_system.h"
+
+namespace platform::x11 {
+
+namespace {
+
+// How long the window manager has to settle a window that it was just given.
+constexpr std::uint64_t kSettleTime = 250;
+constexpr std::uint32_t kWithdrawnState = 0;
+constexpr std::uint32_t kNormalState = 1;
+constexpr std::uint32_t kIconicState = 3;
+constexpr std::uint32_t kFromUser = 2;
+
+}  // namespace
+
+void X11WindowSystem::Show(HWND handle, Visibility visibility) {
+    NativeWindow* window = Find(handle);
+    if (!window || window->id == 0) return;
+    switch (visibility) {
+        case Visibility::Hidden:
+            Withdraw(*window);
+            break;
+        case Visibility::Shown:
+            Map(*window, true, false);
+            break;
+        case Visibility::ShownInactive:
+            Map(*window, false, false);
+            break;
+        case Visibility::Minimised:
+            Minimise(*window);
+            break;
+        case Visibility::Restored:
+            Map(*window, true, false);
+            break;
+    }
+    connection_->Flush();
+}
+
+void X11WindowSystem::Map(NativeWindow& window, bool activate, bool minimised) {
+    const bool focus = activate && window.traits.activates;
+    const bool wasThere = window.mapRequested && (window.mapped || window.minimised);
+    if (!window.mapRequested) {
+        MapHints hints;
+        hints.minimised = minimised;
+        if (!focus) {
+            hints.userTime = 0;
+        } else if (clock_.Latest() != 0) {
+            hints.userTime = clock_.Latest();
+        }
+        properties_.WriteBeforeMap(window, hints);
+        window.mapRequested = true;
+    }
+    if (minimised && !manager_.IsPresent()) {
+        window.unmapsItself = true;
+        SetMinimised(window, true);
+        return;
+    }
+    window.mapWhenWithdrawn = window.withdrawing;
+    // A window manager focuses a new window by itself; one that was there must be asked for.
+    window.focusWhenMapped = focus && !window.mapped;
+    if (!manager_.IsPresent() && focus) Raise(window);
+    if (window.withdrawing) return;
+    window.placement.quietUntil = Now() + kSettleTime;
+    xcb_map_window(connection_->Get(), window.id);
+    if (focus && wasThere && (manager_.IsPresent() || window.mapped)) Activate(window.handle);
+}
+
+void X11WindowSystem::Withdraw(NativeWindow& window) {
+    window.mapWhenWithdrawn = window.focusWhenMapped = false;
+    if (!std::exchange(window.mapRequested, false)) return;
+    window.withdrawing = window.managed;
+    window.minimised = window.unmapsItself = false;
+    xcb_connection_t* c = connection_->Get();
+    xcb_unmap_window(c, window.id);
+    // A minimised window is unmapped already: only this message tells that it is to be let go.
+    xcb_unmap_notify_event_t notice{};
+    notice.response_type = XCB_UNMAP_NOTIFY;
+    notice.event = connection_->Root();
+    notice.window = window.id;
+    xcb_send_event(c, 0, connection_->Root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&notice));
+}
+
+void X11WindowSystem::LetGo(NativeWindow& window) {
+    window.managed = window.withdrawing = false;
+    if (std::exchange(window.mapWhenWithdrawn, false)) Map(window, window.focusWhenMapped, false);
+}
+
+void X11WindowSystem::Minimise(NativeWindow& window) {
+    if (!window.mapRequested || window.withdrawing) {
+        Map(window, true, true);
+    } else if (manager_.IsPresent()) {
+        manager_.Tell(window.id, connection_->Names().wmChangeState, {kIconicState, 0, 0, 0, 0});
+    } else {
+        window.unmapsItself = true;
+        xcb_unmap_window(connection_->Get(), window.id);
+    }
+}
+
+void X11WindowSystem::SetMinimised(NativeWindow& window, bool minimised) {
+    if (window.minimised == minimised) return;
+    window.minimised = minimised;
+    minimisedNews_.push_back(window.handle);
+}
+
+void X11WindowSystem::ReportMinimised() {
+    std::vector<HWND> news;
+    news.swap(minimisedNews_);
+    for (const HWND handle : news)
+        if (const NativeWindow* window = Find(handle)) Report().MinimisedChanged(handle, window->minimised);
+}
+
+void X11WindowSystem::ReadManagerState(NativeWindow& window) {
+    xcb_connection_t* c = connection_->Get();
+    const xcb_atom_t property = connection_->Names().wmState;
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(c, xcb_get_property(c, 0, window.id, property, property, 0, 1), nullptr));
+    if (!reply || reply->format != 32 || reply->value_len < 1) {
+        LetGo(window);
+        return;
+    }
+    const auto state = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    if (state == kWithdrawnState) {
+        LetGo(window);
+    } else if (!window.withdrawing && (state == kIconicState || state == kNormalState)) {
+        window.managed = true;
+        SetMinimised(window, state == kIconicState);
+    }
+}
+
+void X11WindowSystem::Activate(HWND handle) {
+    NativeWindow* window = Find(handle);
+    if (!window || window->id == 0) return;
+    if (!window->mapRequested) return;
+    if (!window->mapped && !window->minimised) {
+        window->focusWhenMapped = window->traits.activates;
+        return;
+    }
+    if (manager_.IsPresent()) {
+        Raise(*window);
+        if (window->traits.activates)
+            manager_.Tell(window->id, connection_->Names().netActiveWindow,
+                          {kFromUser, clock_.Latest(), 0, 0, 0});
+    } else if (window->mapped) {
+        Raise(*window);
+        Focus(*window);
+    } else {
+        Map(*window, true, false);
+    }
+    connection_->Flush();
+}
+
+void X11WindowSystem::Focus(NativeWindow& window) {
+    if (!window.traits.activates) return;
+    xcb_set_input_focus(connection_->Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window.id, XCB_CURRENT_TIME);
+}
+
+void X11WindowSystem::Raise(NativeWindow& window) {
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection_->Get(), window.id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    if (manager_.IsPresent()) return;
+    // Nobody else keeps the topmost above the others, nor the owned above their owners.
+    for (auto& [key, other] : windows_) {
+        const bool stays = other->traits.topmost && !window.traits.topmost;
+        if (other->id != 0 && other->mapped && (stays || other->traits.owner == window.handle))
+            xcb_configure_window(connection_->Get(), other->id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
+}
+
+void X11WindowSystem::Restack(HWND handle, StackPlace place, HWND reference) {
+    NativeWindow* window = Find(handle);
+    if (!window || window->id == 0) return;
+    if (place == StackPlace::Top) {
+        Raise(*window);
+        return;
+    }
+    const xcb_window_t sibling = IdOf(reference);
+    const bool relative = place == StackPlace::Above || place == StackPlace::Below;
+    if (relative && sibling == 0) return;
+    const std::uint32_t mode = place == StackPlace::Above ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW;
+    const std::uint32_t values[] = {sibling, mode};
+    if (relative) {
+        xcb_configure_window(connection_->Get(), window->id,
+                             XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+    } else {
+        xcb_configure_window(connection_->Get(), window->id, XCB_CONFIG_WINDOW_STACK_MODE, &values[1]);
+    }
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,183 @@
+#include "platform/window/x11/window_properties.h"
+
+#include <errno.h>  // program_invocation_short_name
+#include <unistd.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include <xcb/xcb_icccm.h>
+
+#include "platform/window/x11/reply.h"
+
+namespace platform::x11 {
+
+namespace {
+
+bool IsDialog(const WindowTraits& traits) {
+    // A window manager gives a normal window that is kept out of its lists no focus; a dialog gets it.
+    return traits.toolWindow || (traits.dialog && traits.owner);
+}
+
+}  // namespace
+
+void WindowProperties::Replace(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                               std::initializer_list<std::uint32_t> values) {
+    xcb_change_property(connection_->Get(), XCB_PROP_MODE_REPLACE, window, property, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.begin());
+}
+
+void WindowProperties::ReplaceText(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                                   std::string_view text) {
+    xcb_change_property(connection_->Get(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                        static_cast<std::uint32_t>(text.size()), text.data());
+}
+
+void WindowProperties::WriteAll(const NativeWindow& window, xcb_window_t owner) {
+    WriteIdentity(window);
+    WriteTitle(window);
+    WriteDecorations(window);
+    WriteType(window);
+    WriteSizeHints(window);
+    WriteOwner(window, owner);
+    WriteInputHint(window, false);
+    WriteOpacity(window);
+}
+
+void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTraits& before,
+                                    xcb_window_t owner) {
+    const WindowTraits& now = window.traits;
+    if (!(now.title == before.title)) WriteTitle(window);
+    if (now.decorated != before.decorated || now.minimizable != before.minimizable) WriteDecorations(window);
+    if (IsDialog(now) != IsDialog(before)) WriteType(window);
+    if (!(now.owner == before.owner) || now.dialog != before.dialog) WriteOwner(window, owner);
+    if (now.activates != before.activates) WriteInputHint(window, window.minimised);
+    if (window.mapRequested) ChangeStates(window, before);
+}
+
+void WindowProperties::WriteBeforeMap(const NativeWindow& window, const MapHints& hints) {
+    WriteInputHint(window, hints.minimised);
+    WriteStates(window);
+    WriteSizeHints(window);
+    if (hints.userTime) {
+        WriteUserTime(window.id, *hints.userTime);
+    } else {
+        xcb_delete_property(connection_->Get(), window.id, connection_->Names().netWmUserTime);
+    }
+}
+
+void WindowProperties::WriteIdentity(const NativeWindow& window) {
+    const Atoms& names = connection_->Names();
+    // Instance and class, each with its terminator.
+    const std::string program = program_invocation_short_name;
+    ReplaceText(window.id, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+                program + std::string(1, '\0') + program + std::string(1, '\0'));
+    Replace(window.id, names.netWmPid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
+    std::array<char, 256> host{};
+    if (gethostname(host.data(), host.size() - 1) == 0)
+        ReplaceText(window.id, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, host.data());
+    Replace(window.id, names.wmProtocols, XCB_ATOM_ATOM, {names.wmDeleteWindow, names.netWmPing});
+}
+
+void WindowProperties::WriteTitle(const NativeWindow& window) {
+    const Atoms& names = connection_->Names();
+    const std::string title = ToUtf8(window.traits.title);
+    ReplaceText(window.id, names.netWmName, names.utf8String, title);
+    ReplaceText(window.id, XCB_ATOM_WM_NAME, names.utf8String, title);
+}
+
+void WindowProperties::WriteDecorations(const NativeWindow& window) {
+    enum : std::uint32_t { kHasDecorations = 2, kBorder = 2, kTitle = 8, kMenu = 16, kMinimise = 32 };
+    std::uint32_t decorations = 0;
+    if (window.traits.decorated) decorations = kBorder | kTitle | kMenu;
+    if (window.traits.decorated && window.traits.minimizable) decorations |= kMinimise;
+    const xcb_atom_t hints = connection_->Names().motifHints;
+    // Functions stay untouched: a window without decorations must still be able to be minimised by itself.
+    Replace(window.id, hints, hints, {kHasDecorations, 0, decorations, 0, 0});
+}
+
+void WindowProperties::WriteType(const NativeWindow& window) {
+    const Atoms& names = connection_->Names();
+    const xcb_atom_t type =
+        IsDialog(window.traits) ? names.netWmWindowTypeDialog : names.netWmWindowTypeNormal;
+    Replace(window.id, names.netWmWindowType, XCB_ATOM_ATOM, {type});
+}
+
+void WindowProperties::WriteSizeHints(const NativeWindow& window) {
+    const CRect& rect = window.placement.rect;
+    const std::int32_t width = ToExtent(rect.Width());
+    const std::int32_t height = ToExtent(rect.Height());
+    xcb_size_hints_t hints{};
+    xcb_icccm_size_hints_set_position(&hints, 1, rect.left, rect.top);
+    xcb_icccm_size_hints_set_size(&hints, 1, width, height);
+    hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;
+    // A skin has one size; only the host changes it.
+    xcb_icccm_size_hints_set_min_size(&hints, width, height);
+    xcb_icccm_size_hints_set_max_size(&hints, width, height);
+    // The position is the window's own, whatever frame goes around it.
+    xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
+    xcb_icccm_set_wm_normal_hints(connection_->Get(), window.id, &hints);
+}
+
+void WindowProperties::WriteOwner(const NativeWindow& window, xcb_window_t owner) {
+    if (owner != 0 && window.traits.dialog) {
+        Replace(window.id, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {owner});
+    } else {
+        xcb_delete_property(connection_->Get(), window.id, XCB_ATOM_WM_TRANSIENT_FOR);
+    }
+}
+
+void WindowProperties::WriteInputHint(const NativeWindow& window, bool minimised) {
+    xcb_icccm_wm_hints_t hints{};
+    xcb_icccm_wm_hints_set_input(&hints, window.traits.activates ? 1 : 0);
+    if (minimised) {
+        xcb_icccm_wm_hints_set_iconic(&hints);
+    } else {
+        xcb_icccm_wm_hints_set_normal(&hints);
+    }
+    xcb_icccm_set_wm_hints(connection_->Get(), window.id, &hints);
+}
+
+void WindowProperties::WriteOpacity(const NativeWindow& window) {
+    const xcb_atom_t property = connection_->Names().netWmWindowOpacity;
+    if (window.plan.opacity == 255) {
+        xcb_delete_property(connection_->Get(), window.id, property);
+    } else {
+        Replace(window.id, property, XCB_ATOM_CARDINAL, {window.plan.opacity * 0x01010101U});
+    }
+}
+
+void WindowProperties::WriteUserTime(xcb_window_t window, xcb_timestamp_t time) {
+    Replace(window, connection_->Names().netWmUserTime, XCB_ATOM_CARDINAL, {time});
+}
+
+void WindowProperties::WriteStates(const NativeWindow& window) {
+    const Atoms& names = connection_->Names();
+    std::vector<xcb_atom_t> states;
+    if (window.traits.topmost) states.push_back(names.netWmStateAbove);
+    if (window.traits.toolWindow) {
+        states.push_back(names.netWmStateSkipTaskbar);
+        states.push_back(names.netWmStateSkipPager);
+    }
+    if (window.traits.modal && window.traits.owner) states.push_back(names.netWmStateModal);
+    // In one go: a second write would lose the first.
+    xcb_change_property(connection_->Get(), XCB_PROP_MODE_REPLACE, window.id, names.netWmState, XCB_ATOM_ATOM,
+                        32, static_cast<std::uint32_t>(states.size()), states.data());
+}
+
+void WindowProperties::ChangeStates(const NativeWindow& window, const WindowTraits& before) {
+    const Atoms& names = connection_->Names();
+    const auto tell = [&](bool was, bool is, xcb_atom_t first, xcb_atom_t second) {
+        constexpr std::uint32_t kFromApplication = 1;
+        if (was != is)
+            manager_.Tell(window.id, names.netWmState,
+                          {is ? std::uint32_t{1} : std::uint32_t{0}, first, second, kFromApplication, 0});
+    };
+    const WindowTraits& now = window.traits;
+    tell(before.topmost, now.topmost, names.netWmStateAbove, 0);
+    tell(before.toolWindow, now.toolWindow, names.netWmStateSkipTaskbar, names.netWmStateSkipPager);
+    tell(before.modal && before.owner, now.modal && now.owner, names.netWmStateModal, 0);
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,380 @@
+#include "x11/x_session.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+namespace xtest {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr int kPatience = 10000;  // milliseconds
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+template <class T>
+using Reply = std::unique_ptr<T, Free>;
+
+// Display numbers to try one after the other, when a range is given in the environment ("61-69"); else the
+// server picks one itself.
+std::vector<int> DisplayNumbers() {
+    int first = 0, last = 0;
+    const char* range = std::getenv("X_SESSION_DISPLAYS");
+    if (range == nullptr || std::sscanf(range, "%d-%d", &first, &last) != 2) return {-1};
+    std::vector<int> numbers;
+    for (int number = first; number <= last; ++number)
+        if (access(("/tmp/.X" + std::to_string(number) + "-lock").c_str(), F_OK) != 0)
+            numbers.push_back(number);
+    return numbers;
+}
+
+// The number that the server writes once it takes connections; empty when it ends before.
+std::string ReadLine(int descriptor) {
+    std::string line;
+    pollfd entry{descriptor, POLLIN, 0};
+    char byte = 0;
+    while (poll(&entry, 1, kPatience) > 0 && read(descriptor, &byte, 1) == 1) {
+        if (byte == '\n') return line;
+        line += byte;
+    }
+    return {};
+}
+
+}  // namespace
+
+bool Eventually(const std::function<bool()>& condition, int milliseconds) {
+    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!condition()) {
+        if (Clock::now() >= end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(4));
+    }
+    return true;
+}
+
+// ---- Picture
+
+std::uint32_t Picture::At(int x, int y) const {
+    if (x < 0 || y < 0 || x >= width || y >= height) return 0xFFFFFFFF;
+    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                  static_cast<std::size_t>(x)];
+}
+
+bool Picture::SavePpm(const std::string& path) const {
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) return false;
+    std::fprintf(file, "P6\n%d %d\n255\n", width, height);
+    for (const std::uint32_t pixel : pixels) {
+        const unsigned char bytes[] = {static_cast<unsigned char>(pixel >> 16),
+                                       static_cast<unsigned char>(pixel >> 8),
+                                       static_cast<unsigned char>(pixel)};
+        std::fwrite(bytes, 1, sizeof bytes, file);
+    }
+    return std::fclose(file) == 0;
+}
+
+// ---- Process
+
+Process Process::Start(const std::vector<std::string>& command, int keep) {
+    std::vector<char*> arguments;
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    const pid_t parent = getpid();
+    Process process;
+    process.id_ = fork();
+    if (process.id_ != 0) return process;
+    // The child: only calls that are safe after a fork.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);
+    const int nothing = open("/dev/null", O_RDWR);
+    for (int standard = 0; standard < 3; ++standard)
+        dup2(nothing, standard);
+    if (keep >= 0) fcntl(keep, F_SETFD, 0);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+Process& Process::operator=(Process&& other) noexcept {
+    if (this != &other) {
+        Stop();
+        id_ = other.id_;
+        other.id_ = 0;
+    }
+    return *this;
+}
+
+bool Process::Collect(int milliseconds, int* status) {
+    return Eventually([&] { return waitpid(id_, status, WNOHANG) == id_; }, milliseconds);
+}
+
+void Process::Stop() {
+    if (id_ <= 0) return;
+    kill(id_, SIGTERM);
+    int status = 0;
+    if (!Collect(3000, &status)) {
+        Kill();
+        return;
+    }
+    id_ = 0;
+}
+
+void Process::Kill() {
+    if (id_ <= 0) return;
+    kill(id_, SIGKILL);
+    waitpid(id_, nullptr, 0);
+    id_ = 0;
+}
+
+bool Process::Finish() {
+    int status = 1;
+    if (id_ <= 0) return false;
+    if (!Collect(kPatience, &status)) {
+        Kill();
+        return false;
+    }
+    id_ = 0;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// ---- XSession
+
+std::unique_ptr<XSession> XSession::Start(const SessionOptions& options) {
+    std::unique_ptr<XSession> session(new XSession);
+    if (!session->StartServer(options)) {
+        ADD_FAILURE() << "no X server came up";
+        return nullptr;
+    }
+    if (options.windowManager && !session->StartWindowManager()) {
+        ADD_FAILURE() << "no window manager came up";
+        return nullptr;
+    }
+    if (options.compositor && !session->StartCompositor()) {
+        ADD_FAILURE() << "no compositor came up";
+        return nullptr;
+    }
+    return session;
+}
+
+XSession::~XSession() {
+    compositor_.Stop();
+    manager_.Stop();
+    if (connection_ != nullptr) xcb_disconnect(connection_);
+    server_.Stop();
+}
+
+bool XSession::StartServer(const SessionOptions& options) {
+    for (const int number : DisplayNumbers()) {
+        int ready[2];
+        if (pipe2(ready, O_CLOEXEC) != 0) return false;
+        std::vector<std::string> command{"Xvfb"};
+        if (number >= 0) command.push_back(":" + std::to_string(number));
+        command.insert(command.end(),
+                       {"-displayfd", std::to_string(ready[1]), "-screen", "0",
+                        std::to_string(options.width) + "x" + std::to_string(options.height) + "x24",
+                        "-nolisten", "tcp", "-noreset"});
+        command.insert(command.end(), {options.alphaVisual ? "+extension" : "-extension", "Composite"});
+        if (!options.sharedMemory) command.insert(command.end(), {"-extension", "MIT-SHM"});
+        server_ = Process::Start(command, ready[1]);
+        close(ready[1]);
+        const std::string line = ReadLine(ready[0]);
+        close(ready[0]);
+        if (line.empty()) {
+            server_.Kill();
+            continue;
+        }
+        display_ = ":" + line;
+        setenv("DISPLAY", display_.c_str(), 1);
+        connection_ = xcb_connect(display_.c_str(), nullptr);
+        if (xcb_connection_has_error(connection_) != 0) return false;
+        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+        root_ = screen->root;
+        width_ = screen->width_in_pixels;
+        height_ = screen->height_in_pixels;
+        return true;
+    }
+    return false;
+}
+
+void XSession::KillServer() {
+    server_.Kill();
+}
+
+xcb_atom_t XSession::Atom(const std::string& name) {
+    const auto cookie =
+        xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    return reply ? reply->atom : 0;
+}
+
+std::vector<std::uint32_t> XSession::Property(xcb_window_t window, const std::string& name) {
+    const auto cookie =
+        xcb_get_property(connection_, 0, window, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 256);
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply || reply->format != 32) return {};
+    const auto* words = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {words, words + reply->value_len};
+}
+
+xcb_window_t XSession::ManagerWindow() {
+    const auto named = Property(root_, "_NET_SUPPORTING_WM_CHECK");
+    if (named.size() != 1) return 0;
+    return Property(named[0], "_NET_SUPPORTING_WM_CHECK") == named ? named[0] : 0;
+}
+
+bool XSession::WaitForManager(bool wanted) {
+    return Eventually([&] { return (ManagerWindow() != 0) == wanted; });
+}
+
+bool XSession::WaitForOwner(bool wanted) {
+    const xcb_atom_t selection = Atom("_NET_WM_CM_S0");
+    return Eventually([&] {
+        const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+            connection_, xcb_get_selection_owner(connection_, selection), nullptr));
+        return reply && (reply->owner != 0) == wanted;
+    });
+}
+
+bool XSession::StartWindowManager() {
+    manager_ = Process::Start({"openbox", "--sm-disable"});
+    return WaitForManager(true);
+}
+
+bool XSession::StopWindowManager() {
+    manager_.Stop();
+    return WaitForManager(false);
+}
+
+bool XSession::StartCompositor() {
+    compositor_ = Process::Start({"picom", "--backend", "xrender", "--config", "/dev/null"});
+    return WaitForOwner(true);
+}
+
+bool XSession::StopCompositor() {
+    compositor_.Stop();
+    return WaitForOwner(false);
+}
+
+bool XSession::Xdotool(const std::vector<std::string>& arguments) {
+    std::vector<std::string> command{"xdotool"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return Process::Start(command).Finish();
+}
+
+bool XSession::MovePointer(int x, int y) {
+    return Xdotool({"mousemove", std::to_string(x), std::to_string(y)});
+}
+
+bool XSession::Click(int x, int y, int button) {
+    return Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", std::to_string(button)});
+}
+
+Picture XSession::Screenshot() {
+    Picture picture;
+    const auto cookie =
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, 0, 0, static_cast<std::uint16_t>(width_),
+                      static_cast<std::uint16_t>(height_), 0xFFFFFFFF);
+    const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection_, cookie, nullptr));
+    if (!reply) return picture;
+    picture.width = width_;
+    picture.height = height_;
+    picture.pixels.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+    std::memcpy(picture.pixels.data(), xcb_get_image_data(reply.get()), picture.pixels.size() * 4);
+    for (std::uint32_t& pixel : picture.pixels)
+        pixel &= 0xFFFFFF;
+    return picture;
+}
+
+std::uint32_t XSession::PixelAt(int x, int y) {
+    const auto cookie =
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, static_cast<std::int16_t>(x),
+                      static_cast<std::int16_t>(y), 1, 1, 0xFFFFFFFF);
+    const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection_, cookie, nullptr));
+    if (!reply) return 0xFFFFFFFF;
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, xcb_get_image_data(reply.get()), sizeof pixel);
+    return pixel & 0xFFFFFF;
+}
+
+std::vector<xcb_window_t> XSession::WindowsAt(int x, int y) {
+    std::vector<xcb_window_t> windows;
+    xcb_window_t current = root_;
+    for (;;) {
+        const auto cookie = xcb_translate_coordinates(
+            connection_, root_, current, static_cast<std::int16_t>(x), static_cast<std::int16_t>(y));
+        const Reply<xcb_translate_coordinates_reply_t> reply(
+            xcb_translate_coordinates_reply(connection_, cookie, nullptr));
+        if (!reply || reply->child == 0) return windows;
+        current = reply->child;
+        windows.insert(windows.begin(), current);
+    }
+}
+
+xcb_window_t XSession::FindByTitle(const std::string& title) {
+    const xcb_atom_t name = Atom("_NET_WM_NAME");
+    std::vector<xcb_window_t> open{root_};
+    while (!open.empty()) {
+        const xcb_window_t window = open.back();
+        open.pop_back();
+        const auto property =
+            xcb_get_property(connection_, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
+        const auto tree = xcb_query_tree(connection_, window);
+        const Reply<xcb_get_property_reply_t> text(xcb_get_property_reply(connection_, property, nullptr));
+        if (text && text->format == 8 &&
+            title ==
+                std::string(static_cast<const char*>(xcb_get_property_value(text.get())), text->value_len) &&
+            !Property(window, "_NET_WM_PID").empty())
+            return window;
+        const Reply<xcb_query_tree_reply_t> children(xcb_query_tree_reply(connection_, tree, nullptr));
+        if (!children) continue;
+        const xcb_window_t* first = xcb_query_tree_children(children.get());
+        open.insert(open.end(), first, first + xcb_query_tree_children_length(children.get()));
+    }
+    return 0;
+}
+
+// ---- ForeignWindow
+
+ForeignWindow::ForeignWindow(XSession& session, int x, int y, int width, int height, std::uint32_t colour)
+    : session_(session), id_(xcb_generate_id(session.Connection())) {
+    xcb_connection_t* c = session.Connection();
+    const std::uint32_t values[] = {colour, 1, XCB_EVENT_MASK_BUTTON_PRESS};
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, id_, session.Root(), static_cast<std::int16_t>(x),
+                      static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      values);
+    xcb_map_window(c, id_);
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(c, id_, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+}
+
+ForeignWindow::~ForeignWindow() {
+    xcb_destroy_window(session_.Connection(), id_);
+    xcb_flush(session_.Connection());
+}
+
+int ForeignWindow::Presses() {
+    xcb_connection_t* c = session_.Connection();
+    // What the server has sent so far is behind the answer to a question.
+    std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {
+        const auto* press = reinterpret_cast<const xcb_button_press_event_t*>(event.get());
+        if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS && press->event == id_) ++presses_;
+    }
+    return presses_;
+}
+
+}  // namespace xtest
