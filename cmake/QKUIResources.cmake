@@ -1,10 +1,11 @@
 # qkui_add_resources(<target> <file.rc> [DEPENDS file...] [INCLUDE dir...])
 #
-# Compiles a resource script and embeds the result into the target, which links QKUILib: the resources become
-# a module when the target is loaded and cease to be one when it is unloaded. The script is UTF-8. It goes
-# through the C++ compiler's preprocessor with RC_INVOKED defined and finds what the target's own sources
-# find, <platform/resource_styles.h> among it; INCLUDE adds folders for headers and for the named files.
-# Included headers and files that the script names are dependencies by themselves; DEPENDS adds others.
+# Compiles a resource script and embeds the result into the target, which links QKUILib: the resources become a
+# module when the target is loaded and cease to be one when it is unloaded. A target has one script, which may
+# #include others. The script is UTF-8. It goes through the C++ compiler's preprocessor with RC_INVOKED defined
+# and finds what the target's own sources find, <platform/resource_styles.h> among it; INCLUDE adds folders for
+# headers and for the files that the script names, which else lie relative to the script. Included headers and
+# named files are dependencies by themselves; DEPENDS adds others.
 #
 #     #include <platform/resource_styles.h>
 #     101 PNG "skin/close.png"
@@ -17,8 +18,8 @@
 #         CONTROL "", 1001, "STATIC", WS_CHILD | WS_VISIBLE, 10, 10, 80, 12
 #     END
 
-# As a script (by the build, see below) this file adds to a depfile what a preprocessed script names at the
-# end of a line and what exists.
+# As a script (by the build, see below) this file adds to a depfile what a preprocessed script names at the end
+# of a line, where there is such a file.
 if(CMAKE_SCRIPT_MODE_FILE AND DEFINED QKUI_PREPROCESSED)
     file(READ "${QKUI_PREPROCESSED}" text)
     string(REGEX MATCHALL "(\"[^]\"\n;[]+\"|[^]\" \t\r\n;[]+)[ \t\r]*\n" names "${text}\n")
@@ -36,8 +37,10 @@ if(CMAKE_SCRIPT_MODE_FILE AND DEFINED QKUI_PREPROCESSED)
             endif()
         endforeach()
     endforeach()
-    string(REPLACE " " "\\ " output "${QKUI_OUTPUT}")
-    file(APPEND "${QKUI_DEPFILE}" "\n${output}:${found}\n")
+    # Into the one rule that the preprocessor wrote: of several, some generators read only the last.
+    file(READ "${QKUI_DEPFILE}" rule)
+    string(STRIP "${rule}" rule)
+    file(WRITE "${QKUI_DEPFILE}" "${rule}${found}\n")
     return()
 endif()
 
@@ -102,6 +105,11 @@ function(qkui_check_resources_target target)
     if(NOT folder STREQUAL CMAKE_CURRENT_SOURCE_DIR)
         message(FATAL_ERROR "qkui_add_resources: call it in the folder that makes ${target}, ${folder}")
     endif()
+    get_target_property(others ${target} QKUI_RESOURCE_FILE)
+    if(others)
+        message(FATAL_ERROR "qkui_add_resources: ${target} has resources already; lookup sees one script, which may "
+                            "#include others")
+    endif()
     find_program(QKUI_LLVM_RC NAMES llvm-rc llvm-rc-19 llvm-rc-18 llvm-rc-17 llvm-rc-16 llvm-rc-15 llvm-rc-14
                  DOC "The resource compiler")
     if(NOT QKUI_LLVM_RC)
@@ -129,7 +137,7 @@ function(qkui_add_resources target rc)
         list(APPEND depends "${file}")
     endforeach()
 
-    # Two scripts of one target, or of two, never share a file or a symbol.
+    # Two targets that are linked into one program share no symbol.
     string(MD5 hash "${target} ${rc}")
     string(SUBSTRING "${hash}" 0 12 hash)
     set(symbol "qkui_resources_${hash}")
@@ -146,10 +154,10 @@ function(qkui_add_resources target rc)
         # -undef: names such as `linux` are no macros in a resource script. -w: an apostrophe is no mistake.
         COMMAND "${CMAKE_CXX_COMPILER}" -E -x c -undef -w -DRC_INVOKED ${preprocessor_folders}
                 "$<$<BOOL:${header_folders}>:-I$<JOIN:${header_folders},;-I>>"
-                -MD -MF "${base}.d" -MT "${res}" -o "${base}.i" "${rc}"
+                -MD -MF "${base}.d" -MQ "${res}" -o "${base}.i" "${rc}"
         COMMAND "${QKUI_LLVM_RC}" /no-preprocess /C 65001 /X ${compiler_folders} /FO "${res}" -- "${base}.i"
         COMMAND "${CMAKE_COMMAND}" "-DQKUI_PREPROCESSED=${base}.i" "-DQKUI_DEPFILE=${base}.d"
-                "-DQKUI_OUTPUT=${res}" "-DQKUI_FOLDERS=${joined_folders}" -P "${CMAKE_CURRENT_FUNCTION_LIST_FILE}"
+                "-DQKUI_FOLDERS=${joined_folders}" -P "${CMAKE_CURRENT_FUNCTION_LIST_FILE}"
         DEPENDS ${depends}
         DEPFILE "${base}.d"
         BYPRODUCTS "${base}.i"
@@ -164,6 +172,6 @@ function(qkui_add_resources target rc)
         GENERATED TRUE OBJECT_DEPENDS "${res}" COMPILE_OPTIONS -fno-lto
         SKIP_UNITY_BUILD_INCLUSION TRUE SKIP_PRECOMPILE_HEADERS TRUE SKIP_AUTOGEN TRUE)
     target_sources(${target} PRIVATE "${base}.cpp")
-    # For tests and tools: the compiled files of a target.
-    set_property(TARGET ${target} APPEND PROPERTY QKUI_RESOURCE_FILES "${res}")
+    # For tests and tools: where the compiled file is.
+    set_property(TARGET ${target} PROPERTY QKUI_RESOURCE_FILE "${res}")
 endfunction()
