@@ -130,6 +130,8 @@ class WindowSystem {
 
     // ---- time and waiting
     virtual std::uint64_t Now() = 0;  // milliseconds
+    // The clock moves only when something is waited for, and input comes only from the process itself.
+    virtual bool ClockIsVirtual() { return false; }
     // Reports every event that has arrived; never blocks. Also runs ready sources of GLib's main context
     // once. True when any event was reported or any source ran.
     virtual bool Poll() = 0;

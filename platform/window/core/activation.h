@@ -1,0 +1,18 @@
+// Which window is active, and which one has the keyboard.
+#pragma once
+
+#include "platform/window/core/core.h"
+
+namespace platform {
+
+// Makes a top-level active: WM_ACTIVATE to the one before and to it, then the focus; asks the window system
+// to do the same. False for a window that cannot be: hidden, disabled, minimised.
+bool ActivateWindow(HWND topLevel, int how);
+// Ends the activation of a window that is going away, is hidden or minimised.
+void Deactivate(HWND topLevel, bool minimised);
+// Handles what the window system last reported about the focus.
+void FollowSystemFocus();
+// Moves the keyboard focus; the empty window takes it from all.
+void MoveFocus(HWND window);
+
+}  // namespace platform

@@ -1,0 +1,187 @@
+// The state that all windows share, and the thread and the window system that they belong to.
+//
+// One thread owns all windows: the one that made the first. Everything here is that thread's alone, but for
+// what says otherwise.
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/base/handle_table.h"
+#include "platform/window/core/message_queue.h"
+#include "platform/window/core/timers.h"
+#include "platform/window/core/window_record.h"
+#include "platform/window/window_system.h"
+
+namespace platform {
+
+struct PointerTracking {
+    POINT screen{-1, -1};  // as of the message being handled
+    HWND capture;
+    HWND hover;    // the window that the last move went to
+    HWND tracked;  // asked for WM_MOUSELEAVE
+    // The last press that may become the first half of a double click.
+    struct {
+        HWND window;
+        int button = 0;
+        POINT screen{0, 0};
+        std::uint64_t time = 0;
+    } press;
+    HCURSOR cursor;
+    HWND cursorWindow;  // the top-level it is shown over
+    bool checkPending = false;
+};
+
+struct KeyboardTracking {
+    bool down[256] = {};
+    bool toggled[256] = {};
+    // The key message taken last, for TranslateMessage.
+    MSG lastKey{};
+    char16_t lastCharacter = 0;
+};
+
+struct Activation {
+    HWND active;       // a top-level
+    HWND focus;        // it, or one of its children
+    HWND systemFocus;  // what the window system last said
+    // The core activates at once and the window system follows; what it reports meanwhile may be older than
+    // the request.
+    HWND asked;
+    std::uint64_t askedUntil = 0;
+    std::uint64_t serial = 0;  // counts changes of `active`
+};
+
+// A window being moved by its caption.
+struct CaptionMove {
+    HWND window;  // empty: no move
+    POINT anchor{0, 0};
+    CRect start;
+    std::uint64_t serial = 0;  // counts moves
+};
+
+// A message that another thread waits for.
+struct SentFromElsewhere {
+    MSG message;
+    std::promise<LRESULT> result;
+};
+
+class Core {
+  public:
+    static Core& Get();
+    Core();
+    ~Core();
+    Core(const Core&) = delete;
+    Core& operator=(const Core&) = delete;
+
+    // ---- windows
+    // Null with the last error set, for a stale handle or on another thread.
+    Window* Find(HWND window);
+    std::shared_ptr<Window> Share(HWND window);
+    // Without touching the last error; on the owning thread only.
+    Window* Peek(HWND window) const { return windows_.Find(window); }
+    std::shared_ptr<Window> PeekShared(HWND window) const { return windows_.Share(window); }
+    HWND Insert(std::shared_ptr<Window> window);
+    void Remove(HWND window);
+    bool IsLive(HWND window);  // any thread
+    std::size_t WindowCount() const { return windows_.Count(); }
+    template <class F>
+    void ForEachWindow(F f) {
+        windows_.ForEach(f);
+    }
+
+    // ---- thread
+    bool IsOwningThread() const;
+    // Makes the calling thread the owner when no window exists. False with the last error set when another
+    // thread owns windows.
+    bool Claim();
+    bool HasOwner() const { return owner_.load() != nullptr; }
+
+    // ---- window system
+    // The living window system; null when none was chosen yet or it is lost.
+    WindowSystem* System() const { return lost_ ? nullptr : system_.get(); }
+    // The window system, if it knows this top-level.
+    WindowSystem* SystemOf(const Window& topLevel) const {
+        return topLevel.systemSerial == systemSerial_ ? System() : nullptr;
+    }
+    unsigned SystemSerial() const { return systemSerial_; }
+    // Connects when needed. Null with the last error set when no display can be reached.
+    WindowSystem* EnsureSystem();
+    bool UseHeadless(int screenWidth, int screenHeight);
+    bool IsHeadless() const { return headless_ && system_; }
+    bool IsLost() const { return lost_; }
+    void MarkLost();
+    std::uint64_t Now();  // any thread
+
+    // ---- what other threads hand over
+    bool PostFromElsewhere(const MSG& message);
+    LRESULT SendFromElsewhere(const MSG& message);
+    void TakeInbox();     // posted messages, into the queue
+    void RunSentInbox();  // sent ones, at once
+    void FailSentTo(HWND window);
+    void WakeUp();  // any thread
+
+    void ShutDown();
+
+    // ---- the parts
+    std::vector<HWND> stack;  // top-levels, bottom to top
+    std::unordered_map<std::u16string, std::shared_ptr<const WindowClass>> classes;
+    std::vector<HWND> dirty;  // windows that may have something to paint, longest waiting first
+    struct ContextOwner {
+        HWND window;
+        bool paint;
+    };
+    std::unordered_map<std::uint64_t, ContextOwner> contexts;  // by the parameter form of the HDC
+    std::shared_ptr<Surface> nowhere;                          // one pixel, for contexts without a surface
+    MessageQueue queue;
+    TimerTable timers;
+    PointerTracking pointer;
+    KeyboardTracking keyboard;
+    Activation activation;
+    CaptionMove captionMove;
+    std::optional<int> quit;
+    std::uint64_t quitTime = 0;
+    bool quitMadeUp = false;  // the quit just returned was the window system's, not a host's
+    bool (*messageFilter)(MSG*) = nullptr;
+
+  private:
+    void AddStandardClasses();
+    void DropSystem();
+
+    HandleTable<HWND, Window> windows_;
+    std::atomic<const void*> owner_ = nullptr;  // the address of a thread's own marker
+    std::unique_ptr<WindowEvents> sink_;
+    std::unique_ptr<WindowSystem> system_;
+    unsigned systemSerial_ = 1;
+    bool headless_ = false;
+    bool lost_ = false;
+
+    // Guards changes of `windows_` and `system_`, which the owner reads freely, and all of the inboxes.
+    std::mutex shared_;
+    std::deque<MSG> posted_;
+    std::deque<std::shared_ptr<SentFromElsewhere>> sent_;
+    std::atomic<bool> sentWaiting_ = false;
+    std::atomic<bool> postedWaiting_ = false;
+};
+
+// Runs a window's procedure. The record stays alive for the call; a stale handle gives 0.
+LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CallProcedure(const std::shared_ptr<Window>& window, UINT message, WPARAM wParam, LPARAM lParam);
+
+std::unique_ptr<WindowEvents> MakeEventSink(Core& core);
+
+inline WPARAM ToWParam(HWND window) {
+    return static_cast<WPARAM>(window.ToParam());
+}
+inline LPARAM ToLParam(HWND window) {
+    return static_cast<LPARAM>(window.ToParam());
+}
+
+}  // namespace platform

@@ -1,0 +1,101 @@
+#include "platform/window/core/keyboard.h"
+
+#include "platform/window/core/caption_move.h"
+#include "platform/window/core/tree.h"
+
+namespace platform {
+
+namespace {
+
+constexpr LPARAM kAltHeld = LPARAM{1} << 29;
+constexpr LPARAM kWasDown = LPARAM{1} << 30;
+constexpr LPARAM kReleased = LPARAM{1} << 31;
+
+bool IsSystemKey(const SystemEvent& event) {
+    if (event.virtualKey == VK_MENU) return !event.state.control;
+    return event.state.alt && !event.state.control;
+}
+
+}  // namespace
+
+Routed RouteKey(const SystemEvent& event) {
+    Core& core = Core::Get();
+    Routed routed;
+    if (FeedCaptionMove(event)) return routed;
+    HWND target = core.activation.focus;
+    if (!core.Peek(target) || (core.Peek(event.window) && !(TopLevelOf(target) == event.window)))
+        target = event.window;
+    const Window* window = core.Peek(target);
+    if (!window || !IsEnabledInTree(*window)) return routed;
+    const bool wasDown = event.virtualKey < 256 && core.keyboard.down[event.virtualKey];
+    MSG& message = routed.message;
+    message.hwnd = target;
+    message.message = event.down ? (IsSystemKey(event) ? UINT{WM_SYSKEYDOWN} : UINT{WM_KEYDOWN})
+                                 : (IsSystemKey(event) ? UINT{WM_SYSKEYUP} : UINT{WM_KEYUP});
+    message.wParam = event.virtualKey;
+    message.lParam = 1 | (event.state.alt ? kAltHeld : 0);
+    if (!event.down)
+        message.lParam |= kWasDown | kReleased;
+    else if (wasDown)
+        message.lParam |= kWasDown;
+    message.time = static_cast<DWORD>(event.time);
+    message.pt = core.pointer.screen;
+    routed.outcome = Routed::Outcome::Message;
+    return routed;
+}
+
+void NoteInputState(const SystemEvent& event) {
+    auto& keys = Core::Get().keyboard;
+    const bool isKey = event.kind == SystemEvent::Kind::Key && event.virtualKey < 256;
+    if (isKey && event.down && !keys.down[event.virtualKey])
+        keys.toggled[event.virtualKey] = !keys.toggled[event.virtualKey];
+    keys.down[VK_SHIFT] = event.state.shift;
+    keys.down[VK_CONTROL] = event.state.control;
+    keys.down[VK_MENU] = event.state.alt;
+    keys.down[VK_LBUTTON] = event.state.left;
+    keys.down[VK_MBUTTON] = event.state.middle;
+    keys.down[VK_RBUTTON] = event.state.right;
+    if (event.kind == SystemEvent::Kind::Button) {
+        const int key = event.button == 1 ? VK_LBUTTON : event.button == 2 ? VK_MBUTTON : VK_RBUTTON;
+        if (event.down) keys.toggled[key] = !keys.toggled[key];
+        keys.down[key] = event.down;
+    } else if (isKey) {
+        keys.down[event.virtualKey] = event.down;
+    }
+}
+
+void TakeKey(const SystemEvent& event, const Routed& routed) {
+    auto& keys = Core::Get().keyboard;
+    keys.lastKey = routed.message;
+    keys.lastCharacter = event.down ? event.character : char16_t{0};
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+std::int16_t GetKeyState(int virtualKey) {
+    Core& core = Core::Get();
+    if (virtualKey < 0 || virtualKey > 255 || !core.IsOwningThread()) return 0;
+    const unsigned state =
+        (core.keyboard.down[virtualKey] ? 0x8000U : 0U) | (core.keyboard.toggled[virtualKey] ? 1U : 0U);
+    return static_cast<std::int16_t>(state);
+}
+
+BOOL TranslateMessage(const MSG* message) {
+    if (!message) return FALSE;
+    const bool down = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
+    if (!down) return message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
+    Core& core = Core::Get();
+    if (!core.IsOwningThread()) return TRUE;
+    const MSG& last = core.keyboard.lastKey;
+    if (core.keyboard.lastCharacter == 0 || !(last.hwnd == message->hwnd) ||
+        last.message != message->message || last.wParam != message->wParam || last.time != message->time)
+        return TRUE;
+    MSG character = *message;
+    character.message = message->message == WM_KEYDOWN ? UINT{WM_CHAR} : UINT{WM_SYSCHAR};
+    character.wParam = core.keyboard.lastCharacter;
+    core.keyboard.lastCharacter = 0;
+    core.queue.PostFirst(character);
+    return TRUE;
+}

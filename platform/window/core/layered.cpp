@@ -1,0 +1,227 @@
+// Layered windows and window shapes.
+#include <algorithm>
+#include <cstring>
+
+#include "platform/graphics/device_context.h"
+#include "platform/window/core/core.h"
+#include "platform/window/core/painting.h"
+#include "platform/window/core/place.h"
+#include "platform/window/core/tree.h"
+
+namespace platform {
+
+namespace {
+
+std::uint32_t KeyOf(COLORREF colour) {
+    return ((colour & 0xFF) << 16) | (colour & 0xFF00) | ((colour >> 16) & 0xFF);
+}
+
+Window* FindLayered(HWND handle) {
+    Window* window = Core::Get().Find(handle);
+    if (!window) return nullptr;
+    if (window->IsChild() || !window->IsLayered()) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    return window;
+}
+
+// Collects what changes while rows are copied: a few boxes of neighbouring rows, not one that spans all.
+class Damage {
+  public:
+    void AddRow(int y, int left, int right) {
+        if (!boxes_.empty() && y <= boxes_.back().bottom + kGap) {
+            CRect& box = boxes_.back();
+            box.left = std::min<LONG>(box.left, left);
+            box.right = std::max<LONG>(box.right, right);
+            box.bottom = y + 1;
+        } else {
+            boxes_.push_back(CRect(left, y, right, y + 1));
+        }
+    }
+    Region Take() const { return Region(std::vector<RECT>(boxes_.begin(), boxes_.end())); }
+
+  private:
+    static constexpr int kGap = 8;  // rows; nearer boxes are one
+    std::vector<CRect> boxes_;
+};
+
+// Copies a row and notes the stretch that differed.
+void CopyRow(std::uint32_t* to, const std::uint32_t* from, int count, int x, int y, Damage& damage) {
+    const std::size_t bytes = static_cast<std::size_t>(count) * sizeof(std::uint32_t);
+    if (std::memcmp(to, from, bytes) == 0) return;
+    int left = 0;
+    int right = count;
+    while (to[left] == from[left])
+        ++left;
+    while (to[right - 1] == from[right - 1])
+        --right;
+    std::memcpy(to + left, from + left, static_cast<std::size_t>(right - left) * sizeof(std::uint32_t));
+    damage.AddRow(y, x + left, x + right);
+}
+
+void ClearRow(std::uint32_t* row, int from, int to, int y, Damage& damage) {
+    const auto isSet = [](std::uint32_t pixel) { return pixel != 0; };
+    std::uint32_t* first = std::find_if(row + from, row + std::max(from, to), isSet);
+    if (first >= row + to) return;
+    std::fill(first, row + to, 0);
+    damage.AddRow(y, static_cast<int>(first - row), to);
+}
+
+// Row y of the window becomes row y + sourceOrigin.y of the source, transparent outside of it.
+Region CopyPixels(Surface& to, const Surface& from, POINT sourceOrigin) {
+    Damage damage;
+    const std::int64_t left = std::max<std::int64_t>(0, -std::int64_t{sourceOrigin.x});
+    const std::int64_t right =
+        std::min<std::int64_t>(to.Width(), std::int64_t{from.Width()} - sourceOrigin.x);
+    const int first = static_cast<int>(std::min<std::int64_t>(left, to.Width()));
+    const int last = static_cast<int>(std::max<std::int64_t>(right, first));
+    for (int y = 0; y < to.Height(); ++y) {
+        const std::int64_t sourceY = std::int64_t{y} + sourceOrigin.y;
+        std::uint32_t* row = to.Row(y);
+        if (sourceY < 0 || sourceY >= from.Height() || last <= first) {
+            ClearRow(row, 0, to.Width(), y, damage);
+            continue;
+        }
+        ClearRow(row, 0, first, y, damage);
+        CopyRow(row + first, from.Row(static_cast<int>(sourceY)) + (first + sourceOrigin.x), last - first,
+                first, y, damage);
+        ClearRow(row, last, to.Width(), y, damage);
+    }
+    to.Touch();
+    return damage.Take();
+}
+
+struct Feed {
+    const POINT* position;
+    const SIZE* size;
+    HDC source;
+    const POINT* sourcePoint;
+    COLORREF key;
+    const BLENDFUNCTION* blend;
+    DWORD flags;
+};
+
+bool IsValid(const Feed& feed) {
+    if (feed.size && (feed.size->cx <= 0 || feed.size->cy <= 0 || feed.size->cx > kLongestSide ||
+                      feed.size->cy > kLongestSide))
+        return false;
+    if (!feed.source) return !feed.size;
+    if (!feed.sourcePoint || !feed.size) return false;
+    if (feed.flags == ULW_ALPHA)
+        return feed.blend && feed.blend->BlendOp == AC_SRC_OVER && feed.blend->BlendFlags == 0 &&
+               feed.blend->AlphaFormat <= AC_SRC_ALPHA;
+    return feed.flags == ULW_COLORKEY || feed.flags == ULW_OPAQUE;
+}
+
+Compositing CompositingOf(const Feed& feed) {
+    Compositing compositing;
+    if (feed.flags == ULW_COLORKEY) {
+        compositing.mode = Compositing::Mode::ColorKey;
+        compositing.key = KeyOf(feed.key);
+    } else if (feed.flags == ULW_ALPHA) {
+        compositing.mode = feed.blend->AlphaFormat == AC_SRC_ALPHA ? Compositing::Mode::PerPixel
+                                                                   : Compositing::Mode::Constant;
+        compositing.alpha = feed.blend->SourceConstantAlpha;
+    }
+    return compositing;
+}
+
+// Copies the source into the window's own surface and shows what changed.
+bool ShowFeed(Window& window, const Feed& feed, const Target& source) {
+    const std::shared_ptr<Surface> surface = SurfaceForWriting(window);
+    if (!surface) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    const POINT origin{feed.sourcePoint->x + source.origin.x, feed.sourcePoint->y + source.origin.y};
+    const Region damage = CopyPixels(*surface, *source.surface, origin);
+    window.layering.fed = true;
+    window.layering.chosen = CompositingOf(feed);
+    UpdateCompositing(window);
+    Present(window, damage);
+    return true;
+}
+
+}  // namespace
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL SetLayeredWindowAttributes(HWND handle, COLORREF key, BYTE alpha, DWORD flags) {
+    Window* window = FindLayered(handle);
+    if (!window) return FALSE;
+    if (!(flags & (LWA_COLORKEY | LWA_ALPHA))) return TRUE;
+    const bool wasPainted = IsPainted(*window);
+    Compositing chosen;
+    if (flags & LWA_ALPHA) {
+        chosen.mode = Compositing::Mode::Constant;
+        chosen.alpha = alpha;
+        chosen.hasKey = (flags & LWA_COLORKEY) != 0;
+    } else {
+        chosen.mode = Compositing::Mode::ColorKey;
+    }
+    if (flags & LWA_COLORKEY) chosen.key = KeyOf(key);
+    window->layering.hasAttributes = true;
+    window->layering.fed = false;
+    window->layering.chosen = chosen;
+    UpdateCompositing(*window);
+    if (!wasPainted) InvalidateAll(*window, true);
+    return TRUE;
+}
+
+BOOL UpdateLayeredWindow(HWND handle, HDC, const POINT* position, const SIZE* size, HDC source,
+                         const POINT* sourcePoint, COLORREF key, const BLENDFUNCTION* blend, DWORD flags) {
+    Window* found = FindLayered(handle);
+    if (!found) return FALSE;
+    const POINT zero{0, 0};
+    const SIZE own{found->rect.Width(), found->rect.Height()};
+    Feed feed{position, size, source, sourcePoint, key, blend, flags};
+    if (source && !size) feed.size = &own;
+    if (source && !sourcePoint) feed.sourcePoint = &zero;
+    std::optional<Target> target;
+    if (source) target = TargetOf(source);
+    if (source && (!target || !target->surface)) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    if (found->layering.hasAttributes || !IsValid(feed)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    const std::shared_ptr<Window> window = Core::Get().Share(handle);
+    CRect rect = window->rect;
+    if (position && !window->IsMinimised()) rect = CRect(*position, rect.Size());
+    if (feed.size) rect = CRect(rect.TopLeft(), *feed.size);
+    const PlaceChange change = ChangeRect(*window, rect, Redraw::No);
+    if (target && !ShowFeed(*window, feed, *target)) return FALSE;
+    // The pixels are up before anybody hears of the new place: whoever draws again then starts from there.
+    if (!window->IsMinimised()) SendPlaceMessages(window, change);
+    return TRUE;
+}
+
+int SetWindowRgn(HWND handle, HRGN region, BOOL redraw) {
+    Window* window = Core::Get().Find(handle);
+    if (!window) return FALSE;
+    std::optional<Region> taken;
+    if (region) {
+        taken = TakeRegion(region);
+        if (!taken) {
+            SetLastError(ERROR_INVALID_HANDLE);
+            return FALSE;
+        }
+    }
+    window->shape = std::move(taken);
+    if (!window->IsChild())
+        if (WindowSystem* system = Core::Get().SystemOf(*window))
+            system->SetShape(handle, window->shape ? &*window->shape : nullptr);
+    if (redraw) {
+        Window* parent = window->IsChild() ? Core::Get().Peek(window->parent) : nullptr;
+        if (parent)
+            Invalidate(*parent, Region(window->rect), true);
+        else
+            InvalidateAll(*window, true);
+    }
+    return TRUE;
+}

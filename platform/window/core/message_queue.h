@@ -1,0 +1,88 @@
+// What waits to be handled on the thread that owns the windows: posted messages and the window system's
+// events, in the order of their arrival.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+
+#include <platform/window.h>
+
+#include "platform/graphics/region.h"
+#include "platform/window/window_system.h"
+
+namespace platform {
+
+// An event as the window system reported it. It turns into a message, or into state and sent messages, only
+// when its turn comes: what an earlier message did (a capture, a disabled window) counts then.
+struct SystemEvent {
+    enum class Kind {
+        // Input: becomes a message.
+        Move,
+        Button,
+        Wheel,
+        Key,
+        // The rest is handled when met.
+        Left,
+        Focus,
+        Placed,
+        Exposed,
+        Minimised,
+        Close,
+        GrabLost,
+        Destroyed,
+        PointerCheck  // the core's own: is the pointer still over the window that asked for its leaving?
+    };
+    Kind kind = Kind::Move;
+    HWND window;
+    POINT screen{0, 0};
+    InputState state;
+    std::uint64_t time = 0;
+    int button = 0;
+    bool down = false;  // button, key; Minimised: whether it is
+    int delta = 0;
+    UINT virtualKey = 0;
+    char16_t character = 0;
+    CRect rect;
+    std::optional<Region> region;
+
+    bool IsInput() const { return kind <= Kind::Key; }
+};
+
+class MessageQueue {
+  public:
+    struct Entry {
+        bool isEvent = false;
+        MSG message{};
+        SystemEvent event;
+    };
+    using Order = std::uint64_t;
+
+    // False when the queue is full.
+    bool Post(const MSG& message);
+    // Ahead of everything that waits.
+    void PostFirst(const MSG& message);
+    // Ahead of the place `order`, and of whatever was put ahead of it before.
+    void PostBefore(Order order, const MSG& message);
+    // A move joins the move that is the last input waiting, when nothing but the position differs.
+    void Report(SystemEvent event);
+
+    // The first entry behind `order`; null at the end.
+    Entry* FirstAfter(Order order, Order* place);
+    Entry Take(Order place);
+    // Puts an entry that was taken back to its place.
+    void Return(Order place, Entry entry);
+    void Erase(Order place) { entries_.erase(place); }
+    // Drops events of one kind about one window, because a newer one replaces them.
+    void DropEvents(SystemEvent::Kind kind, HWND window);
+    void DropThreadMessages();
+    void Clear() { entries_.clear(); }
+
+  private:
+    Order Last() { return next_ += 64; }  // room between entries, for what goes ahead of one
+    std::map<Order, Entry> entries_;
+    Order next_ = Order{1} << 32;
+    Order lastInput_ = 0;
+};
+
+}  // namespace platform

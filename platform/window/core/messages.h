@@ -1,0 +1,32 @@
+// Taking messages: the order of what waits, and the waiting.
+#pragma once
+
+#include "platform/window/core/core.h"
+
+namespace platform {
+
+struct MessageFilter {
+    HWND window;  // it and its children; empty: all
+    UINT first = 0;
+    UINT last = 0;  // both 0: all
+
+    bool TakesKind(UINT message) const {
+        return (first == 0 && last == 0) || (message >= first && message <= last);
+    }
+    bool TakesRange(UINT from, UINT to) const {
+        return (first == 0 && last == 0) || (first <= to && last >= from);
+    }
+    bool Takes(const MSG& message) const;
+};
+
+enum class Take { No, Yes };
+enum class WithQuit { No, Yes };
+
+// The next message that waits: posted and input, then paint, then timers, at last WM_QUIT. Runs what other
+// threads sent and reads the window system's events, without blocking.
+bool Retrieve(MSG& message, const MessageFilter& filter, Take take, WithQuit withQuit);
+
+// Filters, translates and dispatches a message that the core took for itself.
+void DispatchOwn(MSG& message);
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+// Update regions, and what is drawn and shown of them.
+#pragma once
+
+#include "platform/window/core/core.h"
+
+namespace platform {
+
+// Adds to the update region, in window coordinates. What a window draws lies over what its parent draws, so
+// children under the region are painted again too.
+void Invalidate(Window& window, const Region& region, bool erase);
+void InvalidateAll(Window& window, bool erase);
+void Validate(Window& window);
+
+// The next window to be painted: parents before their children, the longest waiting first.
+HWND NextToPaint(HWND within);
+
+// Whether WM_PAINT draws this top-level; otherwise UpdateLayeredWindow feeds it.
+bool IsPainted(const Window& topLevel);
+
+// The surface of a top-level at its present size, made or enlarged when needed and ready to be written. The
+// part that both sizes share keeps its pixels. Null only for an empty window or without memory.
+std::shared_ptr<Surface> SurfaceForWriting(Window& topLevel);
+// Shows a region (coordinates of the top-level) of the surface.
+void Present(Window& topLevel, const Region& drawn);
+
+// Works out how the pixels become visible, and tells the window system when that changed.
+void UpdateCompositing(Window& topLevel);
+
+// Deletes every device context still out on a window.
+void DropContexts(HWND window);
+
+}  // namespace platform

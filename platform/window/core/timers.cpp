@@ -1,0 +1,72 @@
+#include "platform/window/core/timers.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+constexpr UINT kShortestInterval = 10;
+constexpr UINT kLongestInterval = 0x7FFFFFFF;
+}  // namespace
+
+void TimerTable::Arm(const Key& key, const Timer& timer) {
+    auto found = timers_.find(key);
+    if (found != timers_.end()) order_.erase(found->second.place);
+    const Place place(timer.due, ++armings_, key.first, key.second);
+    order_.insert(place);
+    timers_.insert_or_assign(key, Armed{timer, place});
+}
+
+UINT_PTR TimerTable::Set(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure, std::uint64_t now) {
+    if (!window && !timers_.count({0, id})) {
+        while (timers_.count({0, nextFreeId_}))
+            ++nextFreeId_;
+        id = nextFreeId_++;
+    }
+    const std::uint64_t period = std::clamp(interval, kShortestInterval, kLongestInterval);
+    Arm({window.ToParam(), id}, Timer{window, id, procedure, period, now + period});
+    return id;
+}
+
+bool TimerTable::Kill(HWND window, UINT_PTR id) {
+    auto found = timers_.find({window.ToParam(), id});
+    if (found == timers_.end()) return false;
+    order_.erase(found->second.place);
+    timers_.erase(found);
+    return true;
+}
+
+void TimerTable::KillAll(HWND window) {
+    auto at = timers_.lower_bound({window.ToParam(), 0});
+    while (at != timers_.end() && at->first.first == window.ToParam()) {
+        order_.erase(at->second.place);
+        at = timers_.erase(at);
+    }
+}
+
+void TimerTable::Clear() {
+    timers_.clear();
+    order_.clear();
+}
+
+const Timer* TimerTable::Find(HWND window, UINT_PTR id) const {
+    auto found = timers_.find({window.ToParam(), id});
+    return found == timers_.end() ? nullptr : &found->second.timer;
+}
+
+std::optional<std::uint64_t> TimerTable::NextDue() const {
+    if (order_.empty()) return std::nullopt;
+    return std::get<0>(*order_.begin());
+}
+
+void TimerTable::Rearm(HWND window, UINT_PTR id, std::uint64_t now) {
+    const Timer* found = Find(window, id);
+    if (!found) return;
+    Timer timer = *found;
+    // Turns that were missed are dropped, not made up for.
+    const std::uint64_t missed = now > timer.due ? (now - timer.due) / timer.interval : 0;
+    timer.due += (missed + 1) * timer.interval;
+    Arm({window.ToParam(), id}, timer);
+}
+
+}  // namespace platform

@@ -1,0 +1,212 @@
+// Classes, and windows from their first message to their last.
+#include "platform/window/core/activation.h"
+#include "platform/window/core/caption_move.h"
+#include "platform/window/core/core.h"
+#include "platform/window/core/painting.h"
+#include "platform/window/core/place.h"
+#include "platform/window/core/pointer.h"
+#include "platform/window/core/tree.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t kLongestClassName = 256;
+
+// A class name may be any text; numbers in the place of text name nothing.
+std::shared_ptr<const WindowClass> FindClass(LPCWSTR name) {
+    if (!name || IS_INTRESOURCE(name)) return nullptr;
+    Core& core = Core::Get();
+    auto found = core.classes.find(CString(name).MakeUpper().GetString());
+    return found == core.classes.end() ? nullptr : found->second;
+}
+
+// The parent of a child, the owner of a top-level; false with the last error set when there is none to be.
+bool ResolveParent(HWND parent, DWORD style, HWND* resolved) {
+    Core& core = Core::Get();
+    *resolved = HWND();
+    if (!parent) {
+        if (!(style & WS_CHILD)) return true;
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return false;
+    }
+    const Window* found = core.Find(parent);
+    if (!found) return false;
+    if (found->destroying) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return false;
+    }
+    *resolved = style & WS_CHILD ? parent : TopLevelOf(parent);
+    return true;
+}
+
+// Everything of a window that is left when WM_NCDESTROY was answered.
+void Forget(const std::shared_ptr<Window>& window) {
+    Core& core = Core::Get();
+    const HWND handle = window->handle;
+    DropContexts(handle);
+    core.timers.KillAll(handle);
+    WithdrawPointer(*window);
+    if (core.activation.focus == handle) core.activation.focus = HWND();
+    if (core.activation.active == handle) core.activation.active = HWND();
+    RemoveFromTree(*window);
+    if (!window->IsChild())
+        if (WindowSystem* system = core.SystemOf(*window)) system->Destroy(handle);
+    window->systemSerial = 0;
+    window->surface.reset();
+    core.Remove(handle);
+}
+
+void DestroyTree(const std::shared_ptr<Window>& window) {
+    Core& core = Core::Get();
+    window->destroying = true;
+    CallProcedure(window, WM_DESTROY, 0, 0);
+    // A procedure may make or destroy others meanwhile: look anew each time.
+    const auto next = [&](const std::vector<HWND>& handles) {
+        for (HWND handle : handles) {
+            std::shared_ptr<Window> found = core.PeekShared(handle);
+            if (found && !found->destroying) return found;
+        }
+        return std::shared_ptr<Window>();
+    };
+    while (const std::shared_ptr<Window> child = next(window->children))
+        DestroyTree(child);
+    while (const std::shared_ptr<Window> other = next(window->owned))
+        DestroyWindow(other->handle);
+    CallProcedure(window, WM_NCDESTROY, 0, 0);
+    if (core.Peek(window->handle)) Forget(window);
+}
+
+// Gives up a window that refused to be created.
+void Abandon(const std::shared_ptr<Window>& window, bool tellDestroy) {
+    window->destroying = true;
+    if (tellDestroy)
+        DestroyTree(window);
+    else {
+        CallProcedure(window, WM_NCDESTROY, 0, 0);
+        if (Core::Get().Peek(window->handle)) Forget(window);
+    }
+}
+
+bool CreateInSystem(Window& window) {
+    Core& core = Core::Get();
+    WindowSystem* system = core.System();
+    UpdateTraits(window);
+    if (!system || !system->Create(window.handle, window.rect, window.traits)) {
+        SetLastError(core.IsLost() || !system ? ERROR_CONNECTION_UNAVAIL : ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    window.systemSerial = core.SystemSerial();
+    UpdateCompositing(window);
+    return true;
+}
+
+// Sends the first messages. False when the window is gone again.
+bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) {
+    Core& core = Core::Get();
+    const HWND handle = window->handle;
+    const auto lParam = reinterpret_cast<LPARAM>(parameter);
+    const bool accepted = CallProcedure(window, WM_NCCREATE, 0, lParam) != FALSE;
+    if (!core.Peek(handle)) return false;
+    if (!accepted) {
+        Abandon(window, false);
+        return false;
+    }
+    if (!window->IsChild() && !CreateInSystem(*window)) {
+        const DWORD error = GetLastError();
+        Abandon(window, false);
+        SetLastError(error);
+        return false;
+    }
+    const bool created = CallProcedure(window, WM_CREATE, 0, lParam) != -1;
+    if (!core.Peek(handle)) return false;
+    if (!created) {
+        Abandon(window, true);
+        return false;
+    }
+    window->created = true;
+    CallProcedure(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(window->rect.Width(), window->rect.Height()));
+    if (!core.Peek(handle)) return false;
+    CallProcedure(window, WM_MOVE, 0, MAKELPARAM(window->rect.left, window->rect.top));
+    return core.Peek(handle) != nullptr;
+}
+
+}  // namespace
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL RegisterClassW(const WNDCLASSW* description) {
+    if (!description || !description->lpfnWndProc || !description->lpszClassName ||
+        IS_INTRESOURCE(description->lpszClassName)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    CString name(description->lpszClassName);
+    if (name.IsEmpty() || name.View().size() > kLongestClassName) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    Core& core = Core::Get();
+    if (!core.Claim()) return FALSE;
+    auto fresh = std::make_shared<WindowClass>();
+    fresh->name = name.MakeUpper().GetString();
+    fresh->procedure = description->lpfnWndProc;
+    fresh->cursor = description->hCursor;
+    if (!core.classes.emplace(fresh->name, fresh).second) {
+        SetLastError(ERROR_CLASS_ALREADY_EXISTS);
+        return FALSE;
+    }
+    return TRUE;
+}
+
+HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y, int width,
+                     int height, HWND parent, UINT_PTR id, HINSTANCE, LPVOID parameter) {
+    Core& core = Core::Get();
+    if (!core.Claim()) return HWND();
+    const std::shared_ptr<const WindowClass> type = FindClass(className);
+    if (!type) {
+        SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
+        return HWND();
+    }
+    if (width < 0 || height < 0 || width > kLongestSide || height > kLongestSide) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return HWND();
+    }
+    HWND resolved;
+    if (!ResolveParent(parent, style, &resolved)) return HWND();
+    if (!(style & WS_CHILD) && !core.EnsureSystem()) return HWND();
+
+    auto window = std::make_shared<Window>();
+    window->type = type;
+    window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE};
+    window->exStyle = exStyle;
+    if (title && !IS_INTRESOURCE(title)) window->title = CString(title);
+    window->id = id;
+    window->parent = resolved;
+    window->rect = CRect(CPoint(x, y), CSize(width, height));
+    const HWND handle = core.Insert(window);
+    AddToTree(*window);
+    if (!SendFirstMessages(window, parameter)) return HWND();
+    if (style & WS_MINIMIZE && !window->IsChild())
+        ShowWindow(handle, SW_MINIMIZE);
+    else if (style & WS_VISIBLE)
+        ShowWindow(handle, SW_SHOW);
+    return core.Peek(handle) ? handle : HWND();
+}
+
+BOOL DestroyWindow(HWND handle) {
+    Core& core = Core::Get();
+    const std::shared_ptr<Window> window = core.Share(handle);
+    if (!window || window->destroying) return FALSE;
+    window->destroying = true;
+    SetShown(window, false, Activate::No);
+    if (core.Peek(handle)) EndCaptionMove(handle);
+    if (core.Peek(handle)) DestroyTree(window);
+    return TRUE;
+}
+
+BOOL IsWindow(HWND window) {
+    return Core::Get().IsLive(window);
+}

@@ -1,0 +1,72 @@
+// What the core knows of one window.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <platform/window.h>
+
+#include "platform/graphics/region.h"
+#include "platform/graphics/surface.h"
+#include "platform/window/window_system.h"
+
+namespace platform {
+
+struct WindowClass {
+    std::u16string name;
+    WNDPROC procedure = nullptr;
+    HCURSOR cursor;
+    bool letsPointerThrough = false;  // draws nothing either, so that nobody clips it out
+};
+
+// Layered state of a top-level.
+struct Layering {
+    bool hasAttributes = false;  // SetLayeredWindowAttributes was called
+    bool fed = false;            // UpdateLayeredWindow was called, and no attributes since
+    Compositing chosen;          // what the attributes or the last feed asked for
+    Compositing told;            // what the window system was told last
+};
+
+struct Window {
+    HWND handle;
+    std::shared_ptr<const WindowClass> type;
+    DWORD style = 0;  // WS_VISIBLE, WS_DISABLED and WS_MINIMIZE are the state itself
+    DWORD exStyle = 0;
+    CString title;
+    UINT_PTR id = 0;
+    LONG_PTR userData = 0;
+    bool created = false;     // WM_CREATE was answered; geometry messages flow
+    bool destroying = false;  // WM_DESTROY is on its way
+
+    // A child has a parent; a top-level has an owner, or none.
+    HWND parent;
+    std::vector<HWND> children;  // bottom to top
+    std::vector<HWND> owned;     // top-levels this one owns, oldest first
+
+    // Screen coordinates for a top-level, the parent's for a child. While minimised: the place to go back to.
+    CRect rect;
+
+    Region update;  // window coordinates
+    bool eraseWanted = false;
+    bool listedDirty = false;      // stands in the core's list of windows to paint
+    std::uint64_t validation = 0;  // counts whatever takes from `update`
+
+    std::shared_ptr<Surface> surface;  // of a top-level, made when first drawn on
+    bool neverShown = true;            // nothing of `surface` was presented yet
+    Layering layering;
+    std::optional<Region> shape;
+    WindowTraits traits;  // as told to the window system
+    CursorShape cursorTold = CursorShape::Arrow;
+    unsigned systemSerial = 0;  // the window system that knows this window; 0 for a child
+
+    bool IsChild() const { return (style & WS_CHILD) != 0; }
+    bool IsShown() const { return (style & WS_VISIBLE) != 0; }
+    bool IsMinimised() const { return (style & WS_MINIMIZE) != 0; }
+    bool IsDisabled() const { return (style & WS_DISABLED) != 0; }
+    bool IsLayered() const { return (exStyle & WS_EX_LAYERED) != 0; }
+    CRect Bounds() const { return CRect(0, 0, rect.Width(), rect.Height()); }
+};
+
+}  // namespace platform

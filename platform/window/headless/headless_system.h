@@ -1,0 +1,109 @@
+// The in-memory window system: it stands in for the display server, the window manager and the user.
+//
+// Like a display server it keeps what was presented apart from what is being drawn; like a window manager it
+// has layers, keeps transients above their owners and decides who gets the focus.
+#pragma once
+
+#include <atomic>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/window/window_system.h"
+
+namespace platform {
+
+class HeadlessSystem : public WindowSystem {
+  public:
+    HeadlessSystem(WindowEvents& events, int screenWidth, int screenHeight);
+    ~HeadlessSystem() override;
+    // The one in use; null when there is none.
+    static HeadlessSystem* Current();
+
+    // ---- what stands on the screen
+    struct NativeWindow {
+        HWND handle;
+        CRect rect;
+        WindowTraits traits;
+        bool mapped = false;
+        bool minimised = false;
+        std::optional<Region> shape;
+        Compositing compositing;
+        CursorShape cursor = CursorShape::Arrow;
+        std::shared_ptr<Surface> drawn;  // what the core draws on
+        std::shared_ptr<Surface> shown;  // what was presented
+    };
+
+    void SetScreenSize(int width, int height) { screen_ = CSize(width, height); }
+    const NativeWindow* Find(HWND window) const;
+    // On the screen: mapped, and neither it nor an owner is minimised.
+    bool IsOnScreen(const NativeWindow& window) const;
+    // What a window shows, before it is blended; transparent where its shape leaves it out. Clipped to
+    // `part` (window coordinates).
+    std::vector<std::uint32_t> ShownPixels(const NativeWindow& window, const CRect& part) const;
+    std::vector<std::uint32_t> ScreenPixels() const;
+    CursorShape CursorShown() const;
+
+    // ---- the user
+    void MovePointer(POINT screen);
+    void Button(int button, bool down);
+    void Key(UINT virtualKey, bool down);
+    void RequestClose(HWND window);
+    void AddStep(void (*step)(void*), void* argument) { steps_.push_back({step, argument}); }
+    void SetClock(std::uint64_t now);
+
+    // ---- WindowSystem
+    bool Create(HWND window, const RECT& rect, const WindowTraits& traits) override;
+    void Destroy(HWND window) override;
+    void SetTraits(HWND window, const WindowTraits& traits) override;
+    void Place(HWND window, const RECT& rect) override;
+    void Show(HWND window, Visibility visibility) override;
+    void Restack(HWND window, StackPlace place, HWND reference) override;
+    void Activate(HWND window) override;
+    void SetShape(HWND window, const Region* region) override;
+    void SetCompositing(HWND window, const Compositing& compositing) override;
+    std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) override;
+    void BeginWrite(HWND) override {}
+    void Present(HWND window, const Region& damage) override;
+    bool GrabPointer(HWND window) override;
+    void ReleasePointer() override;
+    void SetCursor(HWND window, CursorShape shape) override;
+    POINT PointerPosition() override { return pointer_; }
+    HWND WindowAt(POINT screen) override;
+    CSize ScreenSize() override { return screen_; }
+    std::uint64_t Now() override { return now_; }
+    bool ClockIsVirtual() override { return true; }
+    bool Poll() override;
+    bool Wait(std::optional<std::uint64_t> deadline) override;
+    void Wake() override { woken_ = true; }
+    bool IsAlive() override { return true; }
+
+  private:
+    struct Step {
+        void (*run)(void*);
+        void* argument;
+    };
+    NativeWindow* Find(HWND window);
+    bool IsOwnedBy(const NativeWindow& window, HWND owner) const;
+    bool CatchesPointer(const NativeWindow& window, POINT screen) const;
+    void RaiseWithOwned(HWND window);
+    void GiveFocus(HWND window);
+    void PassFocusOn(const NativeWindow& from);
+    // The pointer may be over another window now, although it did not move.
+    void PointerMayHaveChangedWindow();
+
+    WindowEvents& events_;
+    CSize screen_;
+    std::vector<std::unique_ptr<NativeWindow>> stack_;  // bottom to top
+    HWND focus_;
+    POINT pointer_{-1, -1};  // outside, until it is moved
+    HWND under_;             // the window that the pointer is over
+    HWND grab_;
+    InputState input_;
+    std::atomic<std::uint64_t> now_ = 1000;
+    std::atomic<bool> woken_ = false;
+    std::deque<Step> steps_;
+};
+
+}  // namespace platform
