@@ -15,6 +15,9 @@ constexpr const char* kCommonFamily = "sans-serif";
 struct DestroyPattern {
     void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
 };
+struct DestroySet {
+    void operator()(FcFontSet* set) const { FcFontSetDestroy(set); }
+};
 using PatternPtr = std::unique_ptr<FcPattern, DestroyPattern>;
 
 const FcChar8* AsFc(const char* text) {
@@ -24,6 +27,7 @@ const char* FromFc(const FcChar8* text) {
     return reinterpret_cast<const char*>(text);
 }
 
+// The best face that the shaping library can use; faces in outdated formats are passed over.
 PatternPtr Match(const std::string& family, const char* language) {
     const PatternPtr wanted(FcPatternCreate());
     if (!wanted) return nullptr;
@@ -32,7 +36,18 @@ PatternPtr Match(const std::string& family, const char* language) {
     FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
-    return PatternPtr(FcFontMatch(nullptr, wanted.get(), &result));
+    const std::unique_ptr<FcFontSet, DestroySet> faces(
+        FcFontSort(nullptr, wanted.get(), FcFalse, nullptr, &result));
+    if (!faces) return nullptr;
+    for (int i = 0; i < faces->nfont; ++i) {
+        FcChar8* format = nullptr;
+        if (FcPatternGetString(faces->fonts[i], FC_FONTFORMAT, 0, &format) != FcResultMatch) continue;
+        const std::string_view name = FromFc(format);
+        if (name != "TrueType" && name != "CFF") continue;
+        FcPatternReference(faces->fonts[i]);
+        return PatternPtr(faces->fonts[i]);
+    }
+    return nullptr;
 }
 
 bool HasFamily(const FcPattern* face, const std::string& family) {
@@ -41,6 +56,12 @@ bool HasFamily(const FcPattern* face, const std::string& family) {
         if (FcStrCmpIgnoreCase(name, AsFc(family.c_str())) == 0) return true;
     }
     return false;
+}
+
+std::string FirstFamily(const FcPattern* face, const std::string& otherwise) {
+    FcChar8* name = nullptr;
+    if (FcPatternGetString(face, FC_FAMILY, 0, &name) != FcResultMatch) return otherwise;
+    return FromFc(name);
 }
 
 bool Speaks(const FcPattern* face, const char* language) {
@@ -103,25 +124,23 @@ const char* LanguageOfName(const std::string& family) {
 }
 
 std::string Resolve(const std::string& family) {
+    const PatternPtr face = Match(family, nullptr);
+    if (!face) return family;
+    if (HasFamily(face.get(), family)) return family;
+    // The configuration may know a replacement that fits.
     const char* language = LanguageOfName(family);
-    if (language == nullptr) return family;
-    const PatternPtr plain = Match(family, nullptr);
-    if (plain && HasFamily(plain.get(), family)) return family;
-    const PatternPtr substitute = Match(family, language);
-    FcChar8* name = nullptr;
-    if (!substitute || !Speaks(substitute.get(), language) ||
-        FcPatternGetString(substitute.get(), FC_FAMILY, 0, &name) != FcResultMatch) {
-        return family;
-    }
-    return FromFc(name);
+    if (language == nullptr || Speaks(face.get(), language)) return FirstFamily(face.get(), family);
+    // At the sizes of captions the even strokes of these are easier to read, whatever the name says.
+    const PatternPtr substitute = Match(kCommonFamily, language);
+    return FirstFamily(substitute && Speaks(substitute.get(), language) ? substitute.get() : face.get(),
+                       family);
 }
 
 }  // namespace
 
 std::string ResolveFamily(std::string_view name) {
-    if (name.empty()) return kCommonFamily;
     // A list separator would make one name several.
-    std::string family(name);
+    std::string family(name.empty() ? kCommonFamily : name);
     std::replace(family.begin(), family.end(), ',', ' ');
 
     constexpr std::size_t kMostRemembered = 256;

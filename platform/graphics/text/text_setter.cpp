@@ -14,7 +14,7 @@ namespace {
 // library's fixed-point numbers hold.
 constexpr int kMostPixels = 700'000;
 
-// Of a text that cannot all be seen, this much is shaped at first.
+// Of a text that may not all be seen, this much is shaped at first, in bytes.
 constexpr std::size_t kFirstLook = 4096;
 
 // UTF-8 in which every kind of line end is a line feed, and a zero is no character to be seen.
@@ -106,24 +106,35 @@ class TextSetter {
         }
     }
 
+    // In pieces: of a text that the box will not hold, little more than what it holds is shaped, and the
+    // shaping library's numbers hold the width of a piece. Each piece starts with the line that the end of
+    // the piece before it broke off.
     void SetWrapped(std::string_view paragraph) {
-        const std::size_t lines = laid_->lines_.size();
-        const int height = height_;
-        std::size_t look = format_.LimitsHeight() ? kFirstLook : paragraph.size();
-        for (;; look *= 4) {
-            const std::string_view part = StartOf(paragraph, look);
-            const bool whole = part.size() == paragraph.size();
-            const LayoutPtr layout = Shape(part, true);
-            for (GSList* at = pango_layout_get_lines_readonly(layout.get()); at != nullptr; at = at->next) {
+        const auto most =
+            static_cast<std::size_t>(std::max(kMostPixels / std::max(font_.pixels, 1.0F), 64.0F));
+        std::size_t look = format_.LimitsHeight() ? std::min(kFirstLook, most) : most;
+        for (std::size_t start = 0; !full_;) {
+            const std::string_view rest = paragraph.substr(start);
+            const std::string_view piece = StartOf(rest, look);
+            const bool whole = piece.size() == rest.size();
+            const LayoutPtr layout = Shape(piece, true);
+            const GSList* at = pango_layout_get_lines_readonly(layout.get());
+            if (!whole && at->next == nullptr && look < most) {
+                look = std::min(look * 4, most);
+                continue;
+            }
+            std::size_t next = start + piece.size();
+            for (bool first = true; at != nullptr && !full_; at = at->next, first = false) {
                 auto* line = static_cast<PangoLayoutLine*>(at->data);
-                const bool ends = whole && at->next == nullptr;
-                AddLine(layout, line, {paragraph, static_cast<std::size_t>(line->start_index), ends});
-                if (full_) return;
+                const auto from = start + static_cast<std::size_t>(line->start_index);
+                if (!whole && !first && at->next == nullptr) {
+                    next = from;
+                } else {
+                    AddLine(layout, line, {paragraph, from, whole && at->next == nullptr});
+                }
             }
             if (whole) return;
-            // The box holds more than was shaped: what the part's end broke off may go on in its last line.
-            laid_->lines_.resize(lines);
-            height_ = height;
+            start = next;
         }
     }
 

@@ -32,9 +32,18 @@ PangoFontMap* MakeFontMap() {
     return fonts;
 }
 
+// Ideographs look different from language to language, and most texts do not tell theirs. The user's language
+// decides where it has ideographs, else Chinese.
+PangoLanguage* LanguageForIdeographs() {
+    PangoLanguage* language = pango_language_get_default();
+    const bool decides = language != nullptr && pango_language_matches(language, "zh;ja;ko");
+    return decides ? language : pango_language_from_string("zh-cn");
+}
+
 PangoContext* MakeContext(PangoFontMap* fonts, PangoDirection direction) {
     PangoContext* context = pango_font_map_create_context(fonts);
     pango_context_set_base_dir(context, direction);
+    pango_context_set_language(context, LanguageForIdeographs());
     // Whole-pixel advances: glyphs are painted on whole pixels, and so a measured width is the painted one.
     const std::unique_ptr<cairo_font_options_t, decltype(&cairo_font_options_destroy)> options(
         cairo_font_options_create(), &cairo_font_options_destroy);
