@@ -12,6 +12,8 @@ typedef struct _cairo cairo_t;
 
 namespace platform {
 
+class DeviceContext;
+
 // A path is collected in a cairo context without pixels, in world units, untransformed.
 struct PathData {
     explicit PathData(Gdiplus::FillMode fillMode);
@@ -38,14 +40,19 @@ class DrawingPass {
     friend struct GraphicsData;
     DrawingPass() = default;
     Target target_;
-    HDC context_;
+    std::shared_ptr<DeviceContext> context_;
     std::optional<CRect> touched_;
     cairo_t* cairo_ = nullptr;  // owned
+    bool drawn_ = false;        // its end is to be told
 };
 
 struct GraphicsData {
-    // Empty when the target is gone (the status is then set in `status`) or nothing can be drawn.
-    std::optional<DrawingPass> Begin();
+    // Why nothing can be drawn: the lasting status, ObjectBusy while a context is given out, Win32Error when
+    // the target is gone or a context holds no bitmap. Ok otherwise.
+    Gdiplus::Status Check();
+    // Empty when Check would not say Ok, or when the clip, narrowed to `within` (surface coordinates), holds
+    // no pixel. Shapes are smoothed as `smoothing` asks; text is up to its font options.
+    std::optional<DrawingPass> Begin(const std::optional<CRect>& within = {});
 
     Gdiplus::Status status = Gdiplus::Ok;  // of the object as a whole
     HDC context;                           // drawn on, or
@@ -54,8 +61,8 @@ struct GraphicsData {
     Gdiplus::SmoothingMode smoothing = Gdiplus::SmoothingModeDefault;
     Gdiplus::InterpolationMode interpolation = Gdiplus::InterpolationModeDefault;
     Gdiplus::Matrix transform;
-    std::optional<Gdiplus::Rect> clip;  // in world coordinates of the time it was set, transformed
-    HDC lent;                           // given out by GetHDC
+    std::optional<CRect> clip;  // in context coordinates
+    HDC lent;                   // given out by GetHDC
 };
 
 }  // namespace platform

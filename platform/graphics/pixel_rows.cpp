@@ -103,6 +103,15 @@ void UnpremultiplyRow(std::uint32_t* to, const std::uint32_t* from, std::size_t 
         to[i] = Unpremultiply(from[i]);
 }
 
+void ClampPremultipliedRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t pixel = from[i];
+        const std::uint32_t alpha = pixel >> 24;
+        to[i] = (alpha << 24) | (std::min((pixel >> 16) & 0xFF, alpha) << 16) |
+                (std::min((pixel >> 8) & 0xFF, alpha) << 8) | std::min(pixel & 0xFF, alpha);
+    }
+}
+
 void MakeOpaqueRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         to[i] = from[i] | 0xFF000000U;

@@ -1,4 +1,5 @@
-// The loops over pixels: premultiplied 0xAARRGGBB words. Rows never overlap unless said.
+// The loops over pixels: premultiplied 0xAARRGGBB words. A row that is read may be the row that is written,
+// but rows never overlap otherwise.
 //
 // A product of two 8-bit values is divided by 255 with rounding, exactly, as cairo's own loops do; so that a
 // picture does not depend on which of the two drew it.
@@ -29,6 +30,8 @@ std::uint32_t Unpremultiply(std::uint32_t premultiplied);
 
 void PremultiplyRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count);
 void UnpremultiplyRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count);
+// Cuts every channel to its alpha: what is drawn from here on relies on it.
+void ClampPremultipliedRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count);
 // Sets the alpha of every pixel to 255 and leaves the rest.
 void MakeOpaqueRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count);
 

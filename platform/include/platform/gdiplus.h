@@ -267,7 +267,7 @@ class PLATFORM_API Image {
     UINT GetPropertyItemSize(UINT id) const;
     Status GetPropertyItem(UINT id, UINT size, PropertyItem* buffer) const;
 
-    // Turns and mirrors the pixels in place; an animated image keeps only its active frame.
+    // Turns (clockwise), then mirrors the pixels in place; an animated image keeps only its active frame.
     Status RotateFlip(RotateFlipType type);
 
     // Counts the changes of what this image shows, unique in the process: two equal numbers mean equal
@@ -302,12 +302,15 @@ class PLATFORM_API Bitmap : public Image {
     // Gives access to the pixels of a rectangle (null: all) in the asked format: straight, premultiplied or
     // without alpha. With ImageLockModeUserInputBuf the caller's Scan0 and Stride are read or filled, else
     // memory is supplied until UnlockBits. A lock open already, or a rectangle outside, fails.
-    // ImageLockModeWrite takes effect at UnlockBits.
+    // ImageLockModeWrite takes effect at UnlockBits. The caller's memory is aligned to pixels, its stride a
+    // multiple of 4, negative when the rows run upwards. A straight colour is the nearest one; written back,
+    // it gives the very pixel that it was read from. A premultiplied channel above its alpha is cut to it.
     Status LockBits(const Rect* rect, UINT flags, PixelFormat format, BitmapData* data);
     Status UnlockBits(BitmapData* data);
 
   private:
     struct Lock;
+    explicit Bitmap(std::shared_ptr<platform::ImageData> data);
     std::shared_ptr<Lock> lock_;
 };
 

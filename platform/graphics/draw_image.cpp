@@ -1,0 +1,328 @@
+// Pictures, at their own size or scaled.
+#include <cairo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include <platform/gdiplus.h>
+
+#include "platform/graphics/cairo_paint.h"
+#include "platform/graphics/graphics_data.h"
+#include "platform/graphics/ground.h"
+#include "platform/graphics/image_data.h"
+#include "platform/graphics/pixel_rows.h"
+#include "platform/graphics/resample.h"
+#include "platform/graphics/scaled_cache.h"
+
+namespace platform {
+namespace {
+
+using Gdiplus::Ok;
+using Gdiplus::Status;
+
+// What DrawImage is asked for: a part of a picture, in its pixels, and where it goes, in world units.
+struct Placement {
+    Box to;
+    Box from;
+    Gdiplus::WrapMode wrap = Gdiplus::WrapModeClamp;
+    Gdiplus::Color outside = Gdiplus::Color(0, 0, 0, 0);
+};
+
+// Below this many pixels it is cheaper to blend than to know that copying would do.
+constexpr std::int64_t kWorthKnowing = 512;
+// A scaled copy is made whole, for later paints, unless it is larger than this and mostly out of sight.
+constexpr std::int64_t kAlwaysWhole = std::int64_t{1} << 18;
+
+std::int64_t AreaOf(const CRect& rect) {
+    return rect.IsRectEmpty() ? 0 : std::int64_t{rect.Width()} * rect.Height();
+}
+
+// Pixels to be drawn with their (0, 0) at (left, top) of the surface.
+struct Placed {
+    const Surface& pixels;
+    int left, top;
+    bool opaque;
+};
+
+void Paint(Ground& ground, const CRect& rect, const Placed& placed) {
+    if (placed.opaque)
+        ground.Paint(rect, [&](const CRect& part) {
+            CopyPixels(ground.Pixels(), part, placed.pixels, placed.left, placed.top);
+        });
+    else
+        ground.Paint(rect, [&](const CRect& part) {
+            BlendPixels(ground.Pixels(), part, placed.pixels, placed.left, placed.top);
+        });
+}
+
+// One DrawImage on a ground. `to` is the destination on whole pixels of the surface.
+class ImagePainter {
+  public:
+    ImagePainter(Ground& ground, ImageData& image, const Placement& placement, const CRect& to, Filter filter)
+        : ground_(ground), image_(image), placement_(placement), to_(to), filter_(filter) {}
+
+    Status Draw() {
+        source_ = image_.Pixels();
+        facts_ = image_.Facts();
+        if (source_ == ground_.Share()) {
+            // An image drawn onto itself shows what it showed before.
+            source_ = Surface::Create(image_.Width(), image_.Height());
+            if (!source_) return Gdiplus::OutOfMemory;
+            CopyPixels(*source_, Whole(), *image_.Pixels(), 0, 0);
+        }
+        return IsUnscaled() ? DrawUnscaled() : DrawScaled();
+    }
+
+  private:
+    CRect Whole() const { return CRect(0, 0, image_.Width(), image_.Height()); }
+
+    bool IsUnscaled() const {
+        const Box& from = placement_.from;
+        return from.Width() == to_.Width() && from.Height() == to_.Height() &&
+               from.left == std::floor(from.left) && from.top == std::floor(from.top);
+    }
+
+    Status DrawUnscaled() {
+        const int sourceLeft = static_cast<int>(placement_.from.left);
+        const int sourceTop = static_cast<int>(placement_.from.top);
+        CRect part(sourceLeft, sourceTop, sourceLeft + to_.Width(), sourceTop + to_.Height());
+        if (!part.IntersectRect(part, Whole())) return FillOutside(CRect());
+        CRect covered = part;
+        covered.OffsetRect(to_.left - sourceLeft, to_.top - sourceTop);
+        const bool opaque = AreaOf(part) >= kWorthKnowing && facts_->IsOpaque(*source_, part);
+        Paint(ground_, covered, {*source_, to_.left - sourceLeft, to_.top - sourceTop, opaque});
+        return FillOutside(covered);
+    }
+
+    Status DrawScaled() {
+        const Box& from = placement_.from;
+        const Span across = CoveredBy(from.left, from.Width(), image_.Width(), to_.Width());
+        const Span down = CoveredBy(from.top, from.Height(), image_.Height(), to_.Height());
+        CRect covered(to_.left + across.first, to_.top + down.first, to_.left + across.second,
+                      to_.top + down.second);
+        if (covered.IsRectEmpty()) return FillOutside(CRect());
+        CRect visible;
+        if (!visible.IntersectRect(covered, ground_.Box())) return FillOutside(covered);
+
+        const CRect made = PartToMake(covered);
+        std::optional<ScaledPicture> scaled = Cached(made);
+        CRect at = made;
+        if (!scaled) {
+            at = visible;
+            scaled = Make(ScalingOf(at));
+        }
+        if (!scaled->pixels) return Gdiplus::OutOfMemory;
+        Paint(ground_, visible, {*scaled->pixels, at.left, at.top, scaled->opaque});
+        return FillOutside(covered);
+    }
+
+    // What to scale, in surface coordinates: all of it, or what the surface can show.
+    CRect PartToMake(const CRect& covered) const {
+        const CRect surface(0, 0, ground_.Pixels().Width(), ground_.Pixels().Height());
+        CRect shown;
+        shown.IntersectRect(covered, surface);
+        return AreaOf(covered) <= std::max(4 * AreaOf(shown), kAlwaysWhole) ? covered : shown;
+    }
+
+    Scaling ScalingOf(const CRect& part) const {
+        Scaling scaling;
+        scaling.sourceX = placement_.from.left;
+        scaling.sourceY = placement_.from.top;
+        scaling.sourceWidth = placement_.from.Width();
+        scaling.sourceHeight = placement_.from.Height();
+        scaling.width = to_.Width();
+        scaling.height = to_.Height();
+        scaling.left = part.left - to_.left;
+        scaling.top = part.top - to_.top;
+        scaling.right = part.right - to_.left;
+        scaling.bottom = part.bottom - to_.top;
+        scaling.filter = filter_;
+        using enum Gdiplus::WrapMode;
+        scaling.wrapsX = placement_.wrap == WrapModeTile || placement_.wrap == WrapModeTileFlipY;
+        scaling.wrapsY = placement_.wrap == WrapModeTile || placement_.wrap == WrapModeTileFlipX;
+        return scaling;
+    }
+
+    ScaledPicture Make(const Scaling& scaling) const {
+        ScaledPicture made;
+        const std::shared_ptr<Surface> pixels = Resample(*source_, scaling);
+        made.opaque = pixels && IsOpaqueSurface(*pixels);
+        made.pixels = pixels;
+        return made;
+    }
+
+    static bool IsOpaqueSurface(const Surface& pixels) {
+        for (int y = 0; y < pixels.Height(); ++y)
+            if (!IsOpaqueRow(pixels.Row(y), static_cast<std::size_t>(pixels.Width()))) return false;
+        return true;
+    }
+
+    // Empty when the scaled copy cannot be kept; a part that is only as large as what is being painted will
+    // do then.
+    std::optional<ScaledPicture> Cached(const CRect& part) const {
+        if (!Surface::IsPossible(part.Width(), part.Height()) || !ScaledCache::Get().Admits(AreaOf(part)))
+            return {};
+        const ScaledKey key{facts_->Revision(), ScalingOf(part)};
+        ScaledPicture scaled = ScaledCache::Get().Find(key);
+        if (scaled.pixels) return scaled;
+        scaled = Make(key.scaling);
+        if (scaled.pixels) {
+            facts_->NoteScaled();
+            ScaledCache::Get().Insert(key, scaled);
+        }
+        return scaled;
+    }
+
+    // The rest of the destination, which lies outside the picture.
+    Status FillOutside(const CRect& covered) {
+        if (placement_.wrap != Gdiplus::WrapModeClamp || placement_.outside.GetA() == 0) return Ok;
+        const std::uint32_t pixel = Premultiply(placement_.outside.GetValue());
+        const auto fill = [&](int left, int top, int right, int bottom) {
+            ground_.Paint(CRect(left, top, right, bottom),
+                          [&](const CRect& part) { BlendColor(ground_.Pixels(), part, pixel); });
+        };
+        if (covered.IsRectEmpty()) {
+            fill(to_.left, to_.top, to_.right, to_.bottom);
+            return Ok;
+        }
+        fill(to_.left, to_.top, to_.right, covered.top);
+        fill(to_.left, covered.top, covered.left, covered.bottom);
+        fill(covered.right, covered.top, to_.right, covered.bottom);
+        fill(to_.left, covered.bottom, to_.right, to_.bottom);
+        return Ok;
+    }
+
+    Ground& ground_;
+    ImageData& image_;
+    const Placement& placement_;
+    const CRect to_;
+    const Filter filter_;
+    std::shared_ptr<Surface> source_;
+    std::shared_ptr<PixelFacts> facts_;
+};
+
+Filter FilterOf(const GraphicsData& graphics) {
+    switch (graphics.interpolation) {
+        case Gdiplus::InterpolationModeNearestNeighbor:
+            return Filter::Nearest;
+        case Gdiplus::InterpolationModeHighQualityBilinear:
+        case Gdiplus::InterpolationModeHighQualityBicubic:
+            return Filter::Smooth;
+        default:
+            return Filter::Bilinear;
+    }
+}
+
+// Turned or mirrored by the world transform: left to cairo, which gets the source rectangle as a picture of
+// its own and so cannot look beyond it.
+Status DrawTurned(GraphicsData& graphics, ImageData& image, const Placement& placement) {
+    const Box& from = placement.from;
+    const CRect whole(0, 0, image.Width(), image.Height());
+    CRect part(static_cast<int>(std::floor(from.left)), static_cast<int>(std::floor(from.top)),
+               static_cast<int>(std::ceil(from.right)), static_cast<int>(std::ceil(from.bottom)));
+    if (!part.IntersectRect(part, whole)) return Ok;
+    const std::shared_ptr<Surface> piece = Surface::Create(part.Width(), part.Height());
+    if (!piece) return Gdiplus::OutOfMemory;
+    CopyPixels(*piece, CRect(0, 0, part.Width(), part.Height()), *image.Pixels(), -part.left, -part.top);
+
+    std::optional<DrawingPass> pass = graphics.Begin();
+    if (!pass) return graphics.Check();
+    cairo_t* const cairo = pass->Cairo();
+    cairo_translate(cairo, placement.to.left, placement.to.top);
+    cairo_scale(cairo, placement.to.Width() / from.Width(), placement.to.Height() / from.Height());
+    cairo_translate(cairo, -from.left, -from.top);
+    const double left = std::max(from.left, 0.0);
+    const double top = std::max(from.top, 0.0);
+    cairo_rectangle(cairo, left, top, std::min(from.right, 1.0 * whole.right) - left,
+                    std::min(from.bottom, 1.0 * whole.bottom) - top);
+    cairo_set_source_surface(cairo, piece->Cairo(), part.left, part.top);
+    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(cairo_get_source(cairo), FilterOf(graphics) == Filter::Nearest
+                                                          ? CAIRO_FILTER_NEAREST
+                                                          : CAIRO_FILTER_GOOD);
+    cairo_fill(cairo);
+    return Ok;
+}
+
+Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, const Placement& placement) {
+    if (!image || !image->Data()->IsGood() || !IsDrawable(placement.to) || !IsDrawable(placement.from))
+        return Gdiplus::InvalidParameter;
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    if (!(placement.to.Width() > 0) || !(placement.to.Height() > 0) || !(placement.from.Width() > 0) ||
+        !(placement.from.Height() > 0) || ground.Box().IsRectEmpty())
+        return Ok;
+    const World world(graphics, ground.Origin());
+    const Box device = Transformed(world, placement.to);
+    if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
+    if (!world.IsUpright() || world.m11 < 0 || world.m22 < 0)
+        return DrawTurned(graphics, *image->Data(), placement);
+    const CRect to = Rounded(device);
+    CRect visible;
+    if (!visible.IntersectRect(to, ground.Box())) return Ok;
+    return ImagePainter(ground, *image->Data(), placement, to, FilterOf(graphics)).Draw();
+}
+
+Box BoxOf(double x, double y, double width, double height) {
+    return {x, y, x + width, y + height};
+}
+
+Box WholeOf(const Gdiplus::Image* image) {
+    return image ? BoxOf(0, 0, image->GetWidth(), image->GetHeight()) : Box{};
+}
+
+void Apply(const Gdiplus::ImageAttributes* attributes, Placement& placement) {
+    if (!attributes) return;
+    placement.wrap = attributes->GetWrapMode();
+    placement.outside = attributes->GetWrapColor();
+}
+
+}  // namespace
+}  // namespace platform
+
+namespace Gdiplus {
+
+using platform::BoxOf;
+using platform::Placement;
+
+Status Graphics::DrawImage(Image* image, INT x, INT y) {
+    const platform::Box whole = platform::WholeOf(image);
+    return Keep(platform::DrawPicture(*data_, image, {BoxOf(x, y, whole.Width(), whole.Height()), whole}));
+}
+
+Status Graphics::DrawImage(Image* image, INT x, INT y, INT width, INT height) {
+    return Keep(platform::DrawPicture(*data_, image, {BoxOf(x, y, width, height), platform::WholeOf(image)}));
+}
+
+Status Graphics::DrawImage(Image* image, const Rect& destination) {
+    return DrawImage(image, destination.X, destination.Y, destination.Width, destination.Height);
+}
+
+Status Graphics::DrawImage(Image* image, const RectF& destination) {
+    return Keep(
+        platform::DrawPicture(*data_, image,
+                              {BoxOf(destination.X, destination.Y, destination.Width, destination.Height),
+                               platform::WholeOf(image)}));
+}
+
+Status Graphics::DrawImage(Image* image, const Rect& destination, INT srcX, INT srcY, INT srcWidth,
+                           INT srcHeight, Unit unit, const ImageAttributes* attributes) {
+    if (unit != UnitPixel) return Keep(InvalidParameter);
+    Placement placement{BoxOf(destination.X, destination.Y, destination.Width, destination.Height),
+                        BoxOf(srcX, srcY, srcWidth, srcHeight)};
+    platform::Apply(attributes, placement);
+    return Keep(platform::DrawPicture(*data_, image, placement));
+}
+
+Status Graphics::DrawImage(Image* image, const RectF& destination, REAL srcX, REAL srcY, REAL srcWidth,
+                           REAL srcHeight, Unit unit, const ImageAttributes* attributes) {
+    if (unit != UnitPixel) return Keep(InvalidParameter);
+    Placement placement{BoxOf(destination.X, destination.Y, destination.Width, destination.Height),
+                        BoxOf(srcX, srcY, srcWidth, srcHeight)};
+    platform::Apply(attributes, placement);
+    return Keep(platform::DrawPicture(*data_, image, placement));
+}
+
+}  // namespace Gdiplus

@@ -1,0 +1,286 @@
+// Filled and outlined shapes. What lies on whole pixels is filled by the platform's own loops; the rest is
+// cairo's.
+#include <cairo.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <platform/gdiplus.h>
+
+#include "platform/graphics/cairo_paint.h"
+#include "platform/graphics/graphics_data.h"
+#include "platform/graphics/ground.h"
+#include "platform/graphics/pixel_rows.h"
+
+namespace platform {
+namespace {
+
+using Gdiplus::Ok;
+using Gdiplus::Status;
+
+void BlendBox(Ground& ground, const CRect& rect, std::uint32_t pixel) {
+    ground.Paint(rect, [&](const CRect& part) { BlendColor(ground.Pixels(), part, pixel); });
+}
+
+bool IsSmooth(const GraphicsData& graphics) {
+    return graphics.smoothing == Gdiplus::SmoothingModeAntiAlias;
+}
+
+// The colour of the only kind of brush there is.
+bool ColorOf(const Gdiplus::Brush* brush, Gdiplus::Color& color) {
+    const auto* const solid = dynamic_cast<const Gdiplus::SolidBrush*>(brush);
+    return solid && solid->GetColor(&color) == Ok;
+}
+
+// The pixels that an outline passes over, generously.
+CRect Around(const Box& box, double margin) {
+    return CRect(static_cast<int>(std::floor(box.left - margin)) - 1,
+                 static_cast<int>(std::floor(box.top - margin)) - 1,
+                 static_cast<int>(std::ceil(box.right + margin)) + 1,
+                 static_cast<int>(std::ceil(box.bottom + margin)) + 1);
+}
+
+bool IsNearBox(const Box& box) {
+    return IsNear(box.left) && IsNear(box.top) && IsNear(box.right) && IsNear(box.bottom);
+}
+
+// A line is drawn around its middle. Without smoothing a pixel belongs to it when the pixel's corner does,
+// not its centre, so that a line of width 1 on whole coordinates covers whole pixels.
+double StrokeShift(const GraphicsData& graphics) {
+    return IsSmooth(graphics) ? 0 : 0.5;
+}
+
+// Runs `draw` with a cairo context for a shape inside `box`, a rectangle of the world, widened by `margin`.
+template <class Draw>
+Status DrawInCairo(GraphicsData& graphics, const Box& box, double margin, Draw draw) {
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    const Box device = Transformed(World(graphics, ground.Origin()), box);
+    const World world(graphics, ground.Origin());
+    const double reach = margin * (std::hypot(world.m11, world.m21) + std::hypot(world.m12, world.m22)) + 1;
+    if (!IsNearBox(device) || !IsNear(reach)) return Gdiplus::InvalidParameter;
+    std::optional<DrawingPass> pass = graphics.Begin(Around(device, reach));
+    if (!pass) return graphics.Check();
+    draw(pass->Cairo());
+    return Ok;
+}
+
+// The same for a stroke: shifted, as wide as the pen, one pixel at least.
+template <class Outline>
+Status StrokeInCairo(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& box, Outline outline) {
+    const double width = std::max(0.0, static_cast<double>(pen.GetWidth()));
+    if (!IsNear(width)) return Gdiplus::InvalidParameter;
+    // A mitre reaches out ten times the width at most, cairo's limit.
+    return DrawInCairo(graphics, box, width * 10 + 1, [&](cairo_t* cairo) {
+        cairo_matrix_t matrix;
+        cairo_get_matrix(cairo, &matrix);
+        const double shift = StrokeShift(graphics);
+        matrix.x0 += shift;
+        matrix.y0 += shift;
+        cairo_set_matrix(cairo, &matrix);
+        outline(cairo);
+        const double scale = std::sqrt(std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx));
+        cairo_set_line_width(cairo, std::max(width, 1.0 / scale));
+        SetSource(cairo, pen.GetColor());
+        cairo_stroke(cairo);
+    });
+}
+
+Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& box) {
+    Gdiplus::Color color;
+    if (!ColorOf(brush, color) || !IsDrawable(box)) return Gdiplus::InvalidParameter;
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
+    const World world(graphics, ground.Origin());
+    const Box device = Transformed(world, box);
+    const auto isWhole = [](double edge) { return std::abs(edge - std::round(edge)) < 1.0 / 512; };
+    const bool whole =
+        isWhole(device.left) && isWhole(device.top) && isWhole(device.right) && isWhole(device.bottom);
+    if (world.IsUpright() && (whole || !IsSmooth(graphics))) {
+        if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
+        if (color.GetA() != 0) BlendBox(ground, Rounded(device), Premultiply(color.GetValue()));
+        return Ok;
+    }
+    return DrawInCairo(graphics, box, 0, [&](cairo_t* cairo) {
+        cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
+        SetSource(cairo, color);
+        cairo_fill(cairo);
+    });
+}
+
+// The frame between two boxes, every pixel once, corners included.
+void BlendFrame(Ground& ground, const CRect& outer, const CRect& inner, std::uint32_t pixel) {
+    if (inner.IsRectEmpty()) {
+        BlendBox(ground, outer, pixel);
+        return;
+    }
+    BlendBox(ground, CRect(outer.left, outer.top, outer.right, inner.top), pixel);
+    BlendBox(ground, CRect(outer.left, inner.top, inner.left, inner.bottom), pixel);
+    BlendBox(ground, CRect(inner.right, inner.top, outer.right, inner.bottom), pixel);
+    BlendBox(ground, CRect(outer.left, inner.bottom, outer.right, outer.bottom), pixel);
+}
+
+Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& box) {
+    if (!pen || !IsDrawable(box) || !IsNear(pen->GetWidth())) return Gdiplus::InvalidParameter;
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
+    const World world(graphics, ground.Origin());
+    if (IsSmooth(graphics) || !world.IsUpright())
+        return StrokeInCairo(graphics, *pen, box, [&](cairo_t* cairo) {
+            cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
+        });
+    const Box device = Transformed(world, box);
+    const double halfX = std::max(1.0, pen->GetWidth() * std::abs(world.m11)) / 2;
+    const double halfY = std::max(1.0, pen->GetWidth() * std::abs(world.m22)) / 2;
+    const Box outer{device.left - halfX, device.top - halfY, device.right + halfX, device.bottom + halfY};
+    const Box inner{device.left + halfX, device.top + halfY, device.right - halfX, device.bottom - halfY};
+    if (!IsDrawable(outer)) return Gdiplus::InvalidParameter;
+    const auto corners = [](const Box& edges) {
+        return CRect(static_cast<int>(std::ceil(edges.left)), static_cast<int>(std::ceil(edges.top)),
+                     static_cast<int>(std::ceil(edges.right)), static_cast<int>(std::ceil(edges.bottom)));
+    };
+    if (pen->GetColor().GetA() != 0)
+        BlendFrame(ground, corners(outer), corners(inner), Premultiply(pen->GetColor().GetValue()));
+    return Ok;
+}
+
+// A line one pixel wide, both ends included: one pixel for every step along its longer axis. Each pixel is
+// computed from the ends alone, so a clip cannot move it.
+void BlendThinLine(Ground& ground, double x1, double y1, double x2, double y2, std::uint32_t pixel) {
+    const bool wide = std::abs(x2 - x1) >= std::abs(y2 - y1);
+    if (!wide) {
+        std::swap(x1, y1);
+        std::swap(x2, y2);
+    }
+    if (x1 > x2) {
+        std::swap(x1, x2);
+        std::swap(y1, y2);
+    }
+    const auto nearest = [](double position) { return static_cast<int>(std::floor(position + 0.5)); };
+    const CRect& box = ground.Box();
+    const int first = std::max(nearest(x1), wide ? box.left : box.top);
+    const int last = std::min(nearest(x2), (wide ? box.right : box.bottom) - 1);
+    const double slope = x2 > x1 ? (y2 - y1) / (x2 - x1) : 0;
+    const auto across = [&](int along) { return nearest(y1 + (along - x1) * slope); };
+    for (int start = first; start <= last;) {
+        const int line = across(start);
+        int end = start + 1;
+        while (end <= last && across(end) == line)
+            ++end;
+        BlendBox(ground, wide ? CRect(start, line, end, line + 1) : CRect(line, start, line + 1, end), pixel);
+        start = end;
+    }
+}
+
+Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, double y1, double x2,
+                   double y2) {
+    const Box box{std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
+    if (!pen || !IsDrawable({x1, y1, x2, y2})) return Gdiplus::InvalidParameter;
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    const World world(graphics, ground.Origin());
+    const double scale = std::sqrt(std::abs(world.m11 * world.m22 - world.m12 * world.m21));
+    if (IsSmooth(graphics) || pen->GetWidth() * scale > 1)
+        return StrokeInCairo(graphics, *pen, box, [&](cairo_t* cairo) {
+            cairo_move_to(cairo, x1, y1);
+            cairo_line_to(cairo, x2, y2);
+        });
+    const Box ends{world.X(x1, y1), world.Y(x1, y1), world.X(x2, y2), world.Y(x2, y2)};
+    if (!IsDrawable(ends)) return Gdiplus::InvalidParameter;
+    if (pen->GetColor().GetA() != 0)
+        BlendThinLine(ground, ends.left, ends.top, ends.right, ends.bottom,
+                      Premultiply(pen->GetColor().GetValue()));
+    return Ok;
+}
+
+// Puts an outline that was collected in world units under a cairo context.
+void AppendOutline(cairo_t* cairo, const PathData& path) {
+    cairo_path_t* const copy = cairo_copy_path(path.outline);
+    cairo_append_path(cairo, copy);
+    cairo_path_destroy(copy);
+}
+
+Box BoundsOf(const PathData& path) {
+    Box box{};
+    cairo_path_extents(path.outline, &box.left, &box.top, &box.right, &box.bottom);
+    return box;
+}
+
+Box BoxOf(double x, double y, double width, double height) {
+    return {x, y, x + width, y + height};
+}
+
+}  // namespace
+}  // namespace platform
+
+namespace Gdiplus {
+
+using platform::BoxOf;
+
+Status Graphics::FillRectangle(const Brush* brush, INT x, INT y, INT width, INT height) {
+    return Keep(platform::FillBox(*data_, brush, BoxOf(x, y, width, height)));
+}
+
+Status Graphics::FillRectangle(const Brush* brush, REAL x, REAL y, REAL width, REAL height) {
+    return Keep(platform::FillBox(*data_, brush, BoxOf(x, y, width, height)));
+}
+
+Status Graphics::FillRectangle(const Brush* brush, const Rect& rect) {
+    return FillRectangle(brush, rect.X, rect.Y, rect.Width, rect.Height);
+}
+
+Status Graphics::FillRectangle(const Brush* brush, const RectF& rect) {
+    return FillRectangle(brush, rect.X, rect.Y, rect.Width, rect.Height);
+}
+
+Status Graphics::FillEllipse(const Brush* brush, const RectF& rect) {
+    Color color;
+    const platform::Box box = BoxOf(rect.X, rect.Y, rect.Width, rect.Height);
+    if (!platform::ColorOf(brush, color) || !platform::IsDrawable(box)) return Keep(InvalidParameter);
+    if (!(rect.Width > 0) || !(rect.Height > 0)) return Keep(data_->Check());
+    return Keep(platform::DrawInCairo(*data_, box, 0, [&](cairo_t* cairo) {
+        platform::AddEllipseTo(cairo, rect.X, rect.Y, rect.Width, rect.Height);
+        platform::SetSource(cairo, color);
+        cairo_fill(cairo);
+    }));
+}
+
+Status Graphics::DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT height) {
+    return Keep(platform::OutlineBox(*data_, pen, BoxOf(x, y, width, height)));
+}
+
+Status Graphics::DrawRectangle(const Pen* pen, REAL x, REAL y, REAL width, REAL height) {
+    return Keep(platform::OutlineBox(*data_, pen, BoxOf(x, y, width, height)));
+}
+
+Status Graphics::DrawRectangle(const Pen* pen, const RectF& rect) {
+    return DrawRectangle(pen, rect.X, rect.Y, rect.Width, rect.Height);
+}
+
+Status Graphics::DrawLine(const Pen* pen, REAL x1, REAL y1, REAL x2, REAL y2) {
+    return Keep(platform::DrawSegment(*data_, pen, x1, y1, x2, y2));
+}
+
+Status Graphics::FillPath(const Brush* brush, const GraphicsPath* path) {
+    Color color;
+    if (!platform::ColorOf(brush, color) || !path) return Keep(InvalidParameter);
+    const platform::PathData& data = path->Data();
+    return Keep(platform::DrawInCairo(*data_, platform::BoundsOf(data), 0, [&](cairo_t* cairo) {
+        platform::AppendOutline(cairo, data);
+        cairo_set_fill_rule(
+            cairo, data.mode == FillModeWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
+        platform::SetSource(cairo, color);
+        cairo_fill(cairo);
+    }));
+}
+
+Status Graphics::DrawPath(const Pen* pen, const GraphicsPath* path) {
+    if (!pen || !path) return Keep(InvalidParameter);
+    const platform::PathData& data = path->Data();
+    return Keep(platform::StrokeInCairo(*data_, *pen, platform::BoundsOf(data),
+                                        [&](cairo_t* cairo) { platform::AppendOutline(cairo, data); }));
+}
+
+}  // namespace Gdiplus

@@ -1,0 +1,137 @@
+#include "platform/graphics/image_data.h"
+
+#include <new>
+#include <utility>
+
+#include "platform/graphics/pixel_rows.h"
+
+namespace platform {
+namespace {
+
+std::shared_ptr<Surface> CopyOf(const Surface& surface) {
+    std::shared_ptr<Surface> copy = Surface::Create(surface.Width(), surface.Height());
+    if (copy) CopyPixels(*copy, CRect(0, 0, copy->Width(), copy->Height()), surface, 0, 0);
+    return copy;
+}
+
+}  // namespace
+
+FrameSource::FrameSource(std::unique_ptr<EncodedPicture> picture)
+    : picture_(std::move(picture)),
+      frameCount_(picture_->FrameCount()),
+      delays_(picture_->Delays()),
+      loopCount_(picture_->LoopCount()) {}
+
+std::shared_ptr<Surface> FrameSource::Frame(int index) {
+    const std::lock_guard lock(mutex_);
+    if (!picture_) return {};
+    std::shared_ptr<Surface> frame = picture_->Frame(index);
+    // A still picture is never asked again; its bytes would only take room.
+    if (frameCount_ == 1) picture_.reset();
+    return frame;
+}
+
+std::shared_ptr<PixelFacts> FrameSource::FactsOf(int index) {
+    const std::lock_guard lock(mutex_);
+    const auto at = static_cast<std::size_t>(index);
+    if (facts_.size() <= at) facts_.resize(at + 1);
+    if (!facts_[at]) facts_[at] = std::make_shared<PixelFacts>(NextRevision());
+    return facts_[at];
+}
+
+std::shared_ptr<ImageData> ImageData::Failed(Gdiplus::Status status) {
+    std::shared_ptr<ImageData> image(new ImageData);
+    image->loadStatus_ = status;
+    return image;
+}
+
+std::shared_ptr<ImageData> ImageData::Decode(std::vector<std::uint8_t> bytes) {
+    Gdiplus::Status status = Gdiplus::Ok;
+    std::unique_ptr<EncodedPicture> picture = OpenPicture(std::move(bytes), status);
+    if (!picture) return Failed(status == Gdiplus::Ok ? Gdiplus::UnknownImageFormat : status);
+    auto source = std::make_shared<FrameSource>(std::move(picture));
+    std::shared_ptr<Surface> first = source->Frame(0);
+    if (!first) return Failed(Gdiplus::UnknownImageFormat);
+    std::shared_ptr<ImageData> image(new ImageData);
+    image->source_ = std::move(source);
+    image->Show(std::move(first), image->FrameCount() > 1 ? image->source_->FactsOf(0) : nullptr);
+    return image;
+}
+
+std::shared_ptr<ImageData> ImageData::FromSurface(std::shared_ptr<Surface> surface,
+                                                  Gdiplus::PixelFormat format) {
+    if (!surface) return Failed(Gdiplus::OutOfMemory);
+    std::shared_ptr<ImageData> image(new ImageData);
+    image->format_ = format;
+    image->Show(std::move(surface), nullptr);
+    return image;
+}
+
+void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts) {
+    pixels_ = std::move(surface);
+    sharers_ = std::make_shared<int>(0);
+    facts_ = std::move(facts);
+    factsSince_ = facts_ ? pixels_->Revision() : 0;
+}
+
+std::shared_ptr<ImageData> ImageData::Clone() {
+    if (!IsGood()) return {};
+    std::shared_ptr<ImageData> clone(new ImageData);
+    if (lent_ > 0) {
+        std::shared_ptr<Surface> copy = CopyOf(*pixels_);
+        if (!copy) return {};
+        clone->Show(std::move(copy), nullptr);
+    } else {
+        Facts();  // once for both
+        clone->pixels_ = pixels_;
+        clone->sharers_ = sharers_;
+        clone->facts_ = facts_;
+        clone->factsSince_ = factsSince_;
+    }
+    clone->format_ = format_;
+    clone->source_ = source_;
+    clone->frame_ = frame_;
+    return clone;
+}
+
+std::shared_ptr<Surface> ImageData::Writable() {
+    if (!IsGood()) return {};
+    if (sharers_.use_count() > 1) {
+        std::shared_ptr<Surface> copy = CopyOf(*pixels_);
+        if (!copy) return {};
+        Show(std::move(copy), nullptr);
+    }
+    return pixels_;
+}
+
+void ImageData::Replace(std::shared_ptr<Surface> surface) {
+    Show(std::move(surface), nullptr);
+    source_.reset();
+    frame_ = 0;
+}
+
+void ImageData::RestoreOpacity() {
+    if (!IsGood() || !IsOpaqueFormat()) return;
+    for (int y = 0; y < pixels_->Height(); ++y)
+        MakeOpaqueRow(pixels_->Row(y), pixels_->Row(y), static_cast<std::size_t>(pixels_->Width()));
+    pixels_->Touch();
+}
+
+const std::shared_ptr<PixelFacts>& ImageData::Facts() {
+    if (!facts_ || factsSince_ != pixels_->Revision()) {
+        factsSince_ = pixels_->Revision();
+        facts_ = std::make_shared<PixelFacts>(factsSince_);
+    }
+    return facts_;
+}
+
+bool ImageData::SelectFrame(int index) {
+    if (!source_ || index == frame_) return IsGood();
+    std::shared_ptr<Surface> frame = source_->Frame(index);
+    if (!frame) return false;
+    Show(std::move(frame), source_->FactsOf(index));
+    frame_ = index;
+    return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,98 @@
+// What an Image holds: pixels that are shared with its clones until one of them changes, and the encoded
+// picture that further frames come from.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include <platform/gdiplus.h>
+
+#include "platform/graphics/decode/picture.h"
+#include "platform/graphics/pixel_facts.h"
+#include "platform/graphics/surface.h"
+
+namespace platform {
+
+// The encoded picture, shared by an image and its clones. Usable from every thread.
+class FrameSource {
+  public:
+    explicit FrameSource(std::unique_ptr<EncodedPicture> picture);
+
+    int FrameCount() const { return frameCount_; }
+    const std::vector<std::uint32_t>& Delays() const { return delays_; }
+    int LoopCount() const { return loopCount_; }
+    // Null when the data of the frame is damaged.
+    std::shared_ptr<Surface> Frame(int index);
+    // A frame shows the same pixels however often it comes round, so it keeps its revision, and with it the
+    // scaled copies.
+    std::shared_ptr<PixelFacts> FactsOf(int index);
+
+  private:
+    std::mutex mutex_;
+    std::unique_ptr<EncodedPicture> picture_;  // null once the only frame was given out
+    const int frameCount_;
+    const std::vector<std::uint32_t> delays_;
+    const int loopCount_;
+    std::vector<std::shared_ptr<PixelFacts>> facts_;
+};
+
+class ImageData {
+  public:
+    // An image without pixels, in a lasting error status.
+    static std::shared_ptr<ImageData> Failed(Gdiplus::Status status);
+    static std::shared_ptr<ImageData> Decode(std::vector<std::uint8_t> bytes);
+    // Takes the surface over.
+    static std::shared_ptr<ImageData> FromSurface(std::shared_ptr<Surface> surface,
+                                                  Gdiplus::PixelFormat format);
+
+    Gdiplus::Status LoadStatus() const { return loadStatus_; }
+    bool IsGood() const { return pixels_ != nullptr; }
+    int Width() const { return pixels_ ? pixels_->Width() : 0; }
+    int Height() const { return pixels_ ? pixels_->Height() : 0; }
+    Gdiplus::PixelFormat Format() const { return format_; }
+    // Every pixel has alpha 255, and must keep it.
+    bool IsOpaqueFormat() const { return format_ == Gdiplus::PixelFormat32bppRGB; }
+
+    // Cheap: the pixels are copied when one of the two changes.
+    std::shared_ptr<ImageData> Clone();
+
+    // For reading only; null for a failed image.
+    const std::shared_ptr<Surface>& Pixels() const { return pixels_; }
+    // For writing, which must be followed by Touch of the surface. Null for a failed image or without memory.
+    std::shared_ptr<Surface> Writable();
+    // Other pixels instead, of any size. What is left is a still image.
+    void Replace(std::shared_ptr<Surface> surface);
+    // Sets every alpha to 255, after somebody wrote who does not know the format.
+    void RestoreOpacity();
+
+    // Between the two, somebody else may write to the surface at any time, so that clones cannot share it.
+    void BeginLending() { ++lent_; }
+    void EndLending() { --lent_; }
+
+    // Of the pixels as they are now.
+    const std::shared_ptr<PixelFacts>& Facts();
+    std::uint64_t Revision() { return IsGood() ? Facts()->Revision() : 0; }
+
+    // The frames of a picture that was decoded and not changed as a whole since; else one.
+    const FrameSource* Frames() const { return source_.get(); }
+    int FrameCount() const { return source_ ? source_->FrameCount() : 1; }
+    bool SelectFrame(int index);
+
+  private:
+    ImageData() = default;
+    void Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts);
+
+    Gdiplus::Status loadStatus_ = Gdiplus::Ok;
+    Gdiplus::PixelFormat format_ = Gdiplus::PixelFormat32bppARGB;
+    std::shared_ptr<Surface> pixels_;
+    std::shared_ptr<int> sharers_;  // held by every image that shows pixels_
+    std::shared_ptr<PixelFacts> facts_;
+    std::uint64_t factsSince_ = 0;  // the surface's revision that facts_ speaks of
+    std::shared_ptr<FrameSource> source_;
+    int frame_ = 0;
+    int lent_ = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,91 @@
+#include "platform/graphics/image_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+#include <string>
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kChunk = std::size_t{1} << 20;
+
+class File {
+  public:
+    // Without waiting, so that a pipe in the place of a picture does not hold the caller up.
+    explicit File(const std::string& path)
+        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+    ~File() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    bool IsRegular(std::size_t& size) const {
+        struct stat status {};
+        if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+        size = static_cast<std::size_t>(status.st_size);
+        return true;
+    }
+    // How many bytes came; fewer than asked for at the end only. -1 on an error.
+    ssize_t Read(std::uint8_t* to, std::size_t size) const {
+        std::size_t done = 0;
+        while (done < size) {
+            const ssize_t count = read(descriptor_, to + done, size - done);
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) return -1;
+            if (count == 0) break;
+            done += static_cast<std::size_t>(count);
+        }
+        return static_cast<ssize_t>(done);
+    }
+
+  private:
+    int descriptor_;
+};
+
+// The stream's answers are not trusted: what is read counts, not what it says its size is.
+Gdiplus::Status ReadAll(IStream& stream, std::vector<std::uint8_t>& bytes) {
+    if (FAILED(stream.Seek(0, STREAM_SEEK_SET, nullptr))) return Gdiplus::GenericError;
+    for (;;) {
+        const std::size_t had = bytes.size();
+        if (had > kMaxEncodedBytes) return Gdiplus::OutOfMemory;
+        bytes.resize(had + kChunk);
+        ULONG count = 0;
+        const HRESULT result = stream.Read(bytes.data() + had, static_cast<ULONG>(kChunk), &count);
+        if (FAILED(result)) return Gdiplus::GenericError;
+        bytes.resize(had + std::min<std::size_t>(count, kChunk));
+        if (count == 0 || result == S_FALSE) break;
+    }
+    bytes.shrink_to_fit();
+    return Gdiplus::Ok;
+}
+
+}  // namespace
+
+Gdiplus::Status ReadFileBytes(LPCWSTR path, std::vector<std::uint8_t>& bytes) try {
+    if (!path) return Gdiplus::InvalidParameter;
+    const File file(ToUtf8(std::u16string_view(path)));
+    std::size_t size = 0;
+    if (!file.IsRegular(size)) return Gdiplus::FileNotFound;
+    if (size > kMaxEncodedBytes) return Gdiplus::OutOfMemory;
+    bytes.resize(size);
+    const ssize_t count = file.Read(bytes.data(), size);
+    if (count < 0) return Gdiplus::GenericError;
+    bytes.resize(static_cast<std::size_t>(count));
+    return Gdiplus::Ok;
+} catch (const std::bad_alloc&) {
+    return Gdiplus::OutOfMemory;
+}
+
+Gdiplus::Status ReadStreamBytes(IStream* stream, std::vector<std::uint8_t>& bytes) try {
+    return stream ? ReadAll(*stream, bytes) : Gdiplus::InvalidParameter;
+} catch (const std::bad_alloc&) {
+    return Gdiplus::OutOfMemory;
+}
+
+}  // namespace platform

@@ -1,0 +1,305 @@
+#include "platform/graphics/resample.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "platform/graphics/counters.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace platform {
+namespace {
+
+// Weights of the pixels that make up one pixel add up to exactly this, so that a plain colour stays what it
+// is; the largest for which a weight fits a signed 16-bit factor.
+constexpr int kWeightBits = 14;
+constexpr int kWeightSum = 1 << kWeightBits;
+// Rows that are scaled across, but not yet down, keep 7 bits below the channel's own 8.
+constexpr int kMiddleBits = 7;
+constexpr int kAcrossShift = kWeightBits - kMiddleBits;
+constexpr int kDownShift = kWeightBits + kMiddleBits;
+
+// Two source positions and their weights; the loops work on pairs. An odd last one is paired with weight 0.
+struct TapPair {
+    int first, second;
+    std::int16_t firstWeight, secondWeight;
+};
+
+// What every pixel along one axis is made of: pairs [begin[i], begin[i + 1]).
+struct Axis {
+    std::vector<TapPair> pairs;
+    std::vector<std::uint32_t> begin{0};
+
+    int Count() const { return static_cast<int>(begin.size()) - 1; }
+    void Close() { begin.push_back(static_cast<std::uint32_t>(pairs.size())); }
+};
+
+struct AxisRequest {
+    double start, size;  // the source rectangle along this axis
+    int pictureSize;
+    int resultSize;
+    int from, to;  // of the result
+    Filter filter;
+    bool wraps;
+};
+
+class AxisBuilder {
+  public:
+    explicit AxisBuilder(const AxisRequest& request) : request_(request) {
+        scale_ = request.size / request.resultSize;
+        low_ = std::max(request.start, 0.0);
+        high_ = std::min(request.start + request.size, static_cast<double>(request.pictureSize));
+        firstPixel_ = std::clamp(static_cast<int>(std::floor(low_)), 0, request.pictureSize - 1);
+        lastPixel_ = std::clamp(static_cast<int>(std::ceil(high_)) - 1, firstPixel_, request.pictureSize - 1);
+    }
+
+    Axis Build() {
+        const bool average = (request_.filter == Filter::Smooth && scale_ > 1) ||
+                             (request_.filter == Filter::Bilinear && scale_ >= 2);
+        axis_.begin.reserve(static_cast<std::size_t>(request_.to - request_.from) + 1);
+        for (int i = request_.from; i < request_.to; ++i) {
+            if (request_.filter == Filter::Nearest)
+                AddNearest(i);
+            else if (average)
+                AddAverage(i);
+            else
+                AddBilinear(i);
+            axis_.Close();
+        }
+        return std::move(axis_);
+    }
+
+  private:
+    int Inside(double position) const {
+        return static_cast<int>(std::clamp(std::floor(position), 1.0 * firstPixel_, 1.0 * lastPixel_));
+    }
+    int Beside(int pixel) const {
+        if (request_.wraps) {
+            if (pixel < firstPixel_) return lastPixel_;
+            if (pixel > lastPixel_) return firstPixel_;
+        }
+        return std::clamp(pixel, firstPixel_, lastPixel_);
+    }
+
+    void AddNearest(int i) {
+        const int pixel = Inside(request_.start + (i + 0.5) * scale_);
+        axis_.pairs.push_back({pixel, pixel, kWeightSum, 0});
+    }
+
+    void AddBilinear(int i) {
+        const double position =
+            std::clamp(request_.start + (i + 0.5) * scale_ - 0.5, firstPixel_ - 1.0, lastPixel_ + 1.0);
+        const double whole = std::floor(position);
+        const int weight = static_cast<int>(std::lround((position - whole) * kWeightSum));
+        const int pixel = static_cast<int>(whole);
+        axis_.pairs.push_back({Beside(pixel), Beside(pixel + 1),
+                               static_cast<std::int16_t>(kWeightSum - weight),
+                               static_cast<std::int16_t>(weight)});
+    }
+
+    // Every pixel by the length of it that falls between the two ends. Rounding the running sum, not each
+    // length, keeps the total exact.
+    void AddAverage(int i) {
+        const double begin = std::clamp(request_.start + i * scale_, low_, high_);
+        const double end = std::clamp(request_.start + (i + 1) * scale_, low_, high_);
+        const double length = end - begin;
+        if (!(length > 0)) {
+            AddNearest(i);
+            return;
+        }
+        const int first = Inside(begin);
+        const int last = std::max(first, std::min(lastPixel_, static_cast<int>(std::ceil(end)) - 1));
+        int done = 0;
+        const std::size_t start = axis_.pairs.size();
+        bool open = false;
+        for (int pixel = first; pixel <= last; ++pixel) {
+            const int sum = pixel == last
+                                ? kWeightSum
+                                : static_cast<int>(std::lround((pixel + 1 - begin) / length * kWeightSum));
+            const int weight = std::clamp(sum, done, kWeightSum) - done;
+            done += weight;
+            if (weight == 0) continue;
+            if (open) {
+                axis_.pairs.back().second = pixel;
+                axis_.pairs.back().secondWeight = static_cast<std::int16_t>(weight);
+            } else {
+                axis_.pairs.push_back({pixel, pixel, static_cast<std::int16_t>(weight), 0});
+            }
+            open = !open;
+        }
+        if (axis_.pairs.size() == start) AddNearest(i);
+    }
+
+    AxisRequest request_;
+    double scale_;
+    double low_, high_;           // the source rectangle, cut to the picture
+    int firstPixel_, lastPixel_;  // that may be read
+    Axis axis_;
+};
+
+// One row, scaled across: four channels a pixel, in memory order.
+using MiddleRow = std::vector<std::int16_t>;
+
+void ScaleAcross(const std::uint32_t* row, const Axis& axis, std::int16_t* to) {
+    const int count = axis.Count();
+    for (int i = 0; i < count; ++i, to += 4) {
+        const TapPair* pair = axis.pairs.data() + axis.begin[static_cast<std::size_t>(i)];
+        const TapPair* const end = axis.pairs.data() + axis.begin[static_cast<std::size_t>(i) + 1];
+#if defined(__SSE2__)
+        __m128i sum = _mm_set1_epi32(1 << (kAcrossShift - 1));
+        for (; pair != end; ++pair) {
+            const __m128i first = _mm_cvtsi32_si128(static_cast<int>(row[pair->first]));
+            const __m128i second = _mm_cvtsi32_si128(static_cast<int>(row[pair->second]));
+            const __m128i channels = _mm_unpacklo_epi8(_mm_unpacklo_epi8(first, second), _mm_setzero_si128());
+            const __m128i weights = _mm_set1_epi32(pair->firstWeight | (pair->secondWeight << 16));
+            sum = _mm_add_epi32(sum, _mm_madd_epi16(channels, weights));
+        }
+        sum = _mm_srli_epi32(sum, kAcrossShift);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packs_epi32(sum, sum));
+#else
+        std::array<int, 4> sum;
+        sum.fill(1 << (kAcrossShift - 1));
+        for (; pair != end; ++pair)
+            for (int channel = 0; channel < 4; ++channel)
+                sum[static_cast<std::size_t>(channel)] +=
+                    static_cast<int>((row[pair->first] >> (8 * channel)) & 0xFF) * pair->firstWeight +
+                    static_cast<int>((row[pair->second] >> (8 * channel)) & 0xFF) * pair->secondWeight;
+        for (int channel = 0; channel < 4; ++channel)
+            to[channel] = static_cast<std::int16_t>(sum[static_cast<std::size_t>(channel)] >> kAcrossShift);
+#endif
+    }
+}
+
+// sums += first * firstWeight + second * secondWeight.
+void AddDown(const MiddleRow& first, const MiddleRow& second, const TapPair& pair,
+             std::vector<std::int32_t>& sums) {
+    for (std::size_t i = 0; i < sums.size(); ++i)
+        sums[i] += first[i] * pair.firstWeight + second[i] * pair.secondWeight;
+}
+
+void Finish(const std::vector<std::int32_t>& sums, std::uint32_t* to) {
+    for (std::size_t i = 0; i < sums.size(); i += 4)
+        to[i / 4] = static_cast<std::uint32_t>(sums[i] >> kDownShift) |
+                    static_cast<std::uint32_t>(sums[i + 1] >> kDownShift) << 8 |
+                    static_cast<std::uint32_t>(sums[i + 2] >> kDownShift) << 16 |
+                    static_cast<std::uint32_t>(sums[i + 3] >> kDownShift) << 24;
+}
+
+// The common case, one pair of rows, without a detour through sums.
+void BlendDown(const MiddleRow& first, const MiddleRow& second, const TapPair& pair, std::uint32_t* to,
+               int count) {
+    int i = 0;
+#if defined(__SSE2__)
+    const __m128i weights = _mm_set1_epi32(pair.firstWeight | (pair.secondWeight << 16));
+    const __m128i half = _mm_set1_epi32(1 << (kDownShift - 1));
+    const auto load = [](const MiddleRow& row, int pixel) {
+        return _mm_loadu_si128(
+            reinterpret_cast<const __m128i*>(row.data() + static_cast<std::size_t>(pixel) * 4));
+    };
+    const auto blend = [&](__m128i interleaved) {
+        return _mm_srli_epi32(_mm_add_epi32(_mm_madd_epi16(interleaved, weights), half), kDownShift);
+    };
+    for (; i + 2 <= count; i += 2) {
+        const __m128i a = load(first, i);
+        const __m128i b = load(second, i);
+        const __m128i both =
+            _mm_packs_epi32(blend(_mm_unpacklo_epi16(a, b)), blend(_mm_unpackhi_epi16(a, b)));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to + i), _mm_packus_epi16(both, both));
+    }
+#endif
+    for (; i < count; ++i) {
+        std::uint32_t pixel = 0;
+        for (int channel = 0; channel < 4; ++channel) {
+            const std::size_t at = static_cast<std::size_t>(i) * 4 + static_cast<std::size_t>(channel);
+            const int sum =
+                first[at] * pair.firstWeight + second[at] * pair.secondWeight + (1 << (kDownShift - 1));
+            pixel |= static_cast<std::uint32_t>(sum >> kDownShift) << (8 * channel);
+        }
+        to[i] = pixel;
+    }
+}
+
+// Rows scaled across, the last few of them: neighbours in the result share source rows.
+class MiddleRows {
+  public:
+    MiddleRows(const Surface& picture, const Axis& across) : picture_(picture), across_(across) {
+        for (Slot& slot : slots_)
+            slot.row.resize(static_cast<std::size_t>(across.Count()) * 4);
+    }
+    // Valid until the call after next.
+    const MiddleRow& Get(int y) {
+        Slot* oldest = slots_.data();
+        for (Slot& slot : slots_) {
+            if (slot.y == y) {
+                slot.used = ++clock_;
+                return slot.row;
+            }
+            if (slot.used < oldest->used) oldest = &slot;
+        }
+        ScaleAcross(picture_.Row(y), across_, oldest->row.data());
+        oldest->y = y;
+        oldest->used = ++clock_;
+        return oldest->row;
+    }
+
+  private:
+    struct Slot {
+        MiddleRow row;
+        int y = -1;
+        std::uint64_t used = 0;
+    };
+    const Surface& picture_;
+    const Axis& across_;
+    std::array<Slot, 3> slots_;
+    std::uint64_t clock_ = 0;
+};
+
+}  // namespace
+
+Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size) {
+    const double scale = sourceSize / size;
+    const auto place = [&](double position) {
+        return static_cast<int>(
+            std::clamp(std::ceil((position - sourceStart) / scale - 0.5), 0.0, static_cast<double>(size)));
+    };
+    return {place(0), place(pictureSize)};
+}
+
+std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling) {
+    std::shared_ptr<Surface> result =
+        Surface::Create(scaling.right - scaling.left, scaling.bottom - scaling.top);
+    if (!result) return {};
+    ++Gdiplus::Counters().scaledImages;
+    const Axis across = AxisBuilder({scaling.sourceX, scaling.sourceWidth, picture.Width(), scaling.width,
+                                     scaling.left, scaling.right, scaling.filter, scaling.wrapsX})
+                            .Build();
+    const Axis down = AxisBuilder({scaling.sourceY, scaling.sourceHeight, picture.Height(), scaling.height,
+                                   scaling.top, scaling.bottom, scaling.filter, scaling.wrapsY})
+                          .Build();
+    MiddleRows rows(picture, across);
+    std::vector<std::int32_t> sums(static_cast<std::size_t>(across.Count()) * 4);
+    for (int y = 0; y < down.Count(); ++y) {
+        const std::uint32_t begin = down.begin[static_cast<std::size_t>(y)];
+        const std::uint32_t end = down.begin[static_cast<std::size_t>(y) + 1];
+        if (end - begin == 1) {
+            const TapPair& pair = down.pairs[begin];
+            const MiddleRow& first = rows.Get(pair.first);
+            BlendDown(first, rows.Get(pair.second), pair, result->Row(y), across.Count());
+            continue;
+        }
+        std::fill(sums.begin(), sums.end(), 1 << (kDownShift - 1));
+        for (std::uint32_t i = begin; i < end; ++i) {
+            const TapPair& pair = down.pairs[i];
+            const MiddleRow& first = rows.Get(pair.first);
+            AddDown(first, rows.Get(pair.second), pair, sums);
+        }
+        Finish(sums, result->Row(y));
+    }
+    return result;
+}
+
+}  // namespace platform

@@ -1,0 +1,55 @@
+// Scaling of pictures. Every pixel of the result depends only on what is named here, never on which part of
+// the result is asked for.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include <platform/gdiplus.h>
+#include <platform/geometry.h>
+
+#include "platform/graphics/surface.h"
+
+namespace platform {
+
+enum class Filter : std::uint8_t {
+    // Two neighbours on each axis; an axis that shrinks to half or less averages all pixels that fall on one.
+    Bilinear,
+    // The same, but an axis averages as soon as it shrinks.
+    Smooth,
+    Nearest
+};
+
+// A source rectangle scaled to a size. Pixel centres map onto pixel centres: column x of the result lies at
+// sourceX + (x + 0.5) * sourceWidth / width. Beyond the source rectangle its outermost pixels continue,
+// which is also what mirroring gives; with `wraps` the opposite edge follows instead.
+struct Scaling {
+    double sourceX = 0, sourceY = 0, sourceWidth = 0, sourceHeight = 0;
+    int width = 0, height = 0;                     // of the whole result
+    int left = 0, top = 0, right = 0, bottom = 0;  // the part of the result that is meant
+    Filter filter = Filter::Bilinear;
+    bool wrapsX = false, wrapsY = false;
+    friend auto operator<=>(const Scaling&, const Scaling&) = default;
+
+    // Orders before every real one.
+    static Scaling Lowest() {
+        Scaling scaling;
+        scaling.sourceX = -std::numeric_limits<double>::infinity();
+        return scaling;
+    }
+};
+
+// The columns (or rows) of a result of `size` pixels whose centres fall onto the picture: from first up to,
+// not including, second.
+struct Span {
+    int first, second;
+};
+Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size);
+
+// The part of the result that `scaling` names, which must lie inside what CoveredBy gives. Null without
+// memory. Counts as one scaled image.
+std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling);
+
+}  // namespace platform
