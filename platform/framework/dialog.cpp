@@ -18,7 +18,7 @@ namespace {
 
 // The hidden window of a dialog, attached to its object. The object may be gone when this fails.
 std::optional<BuiltDialog> BuildFor(CDialog& dialog, UINT templateId, HWND parent) {
-    if (dialog.m_hWnd) {
+    if (platform::WindowAccess::HasWindow(dialog)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return std::nullopt;
     }
@@ -62,7 +62,7 @@ INT_PTR CDialog::DoModal() {
     const HWND parent = m_pParentWnd ? m_pParentWnd->m_hWnd : HWND();
     const std::optional<BuiltDialog> built = BuildFor(*this, m_nTemplateId, parent);
     if (!built) return -1;
-    loop.Begin(built->window, platform::TopLevelOf(parent));
+    loop.Begin(built->window, platform::EnclosingTopLevel(parent));
     SendMessageW(built->window, WM_INITDIALOG, 0, 0);
     loop.Run();
     return loop.Finish();

@@ -59,7 +59,7 @@ CRect PlaceOf(const DialogTemplate& dialog, const DialogBaseUnits& base, HWND pa
     if ((dialog.style & DS_CENTER) != 0 || dialog.place.x == AnyPlace)
         return CRect(CentredPlace(place.Size(), parent, child), place.Size());
     POINT origin{0, 0};
-    if (!child && IsWindow(parent) && !IsIconic(TopLevelOf(parent)) && ClientToScreen(parent, &origin))
+    if (!child && IsWindow(parent) && !IsIconic(EnclosingTopLevel(parent)) && ClientToScreen(parent, &origin))
         place.OffsetRect(origin.x, origin.y);
     return place;
 }

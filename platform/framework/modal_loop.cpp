@@ -33,10 +33,12 @@ void ModalLoop::Run() {
     if (!Ended()) ShowWindow(window_, SW_SHOW);
     while (!Ended()) {
         MSG message{};
+        wasActive_ = GetActiveWindow() == window_;
         waiting_ = true;
         const int got = GetMessageW(&message, {}, 0, 0);
         waiting_ = false;
         if (got > 0) {
+            wasActive_ = GetActiveWindow() == window_;
             DeliverMessage(message);
             continue;
         }
@@ -55,9 +57,8 @@ INT_PTR ModalLoop::Finish() {
     EnableOwner();
     if (IsWindow(window_) && dialog_) dialog_->DestroyWindow();
     if (IsWindow(window_)) ::DestroyWindow(window_);
-    // Hiding the dialog gives the activation to its owner, unless it was not enabled yet.
-    if (wasActive_ && !GetActiveWindow() && IsWindowVisible(owner_) && IsWindowEnabled(owner_))
-        SetActiveWindow(owner_);
+    // A window that is destroyed is hidden before anybody hears of it; then nothing is active.
+    if (wasActive_ && !GetActiveWindow()) ActivateOwner();
     if (result_ == -1 && error_ != ERROR_SUCCESS) SetLastError(error_);
     return result_;
 }
@@ -66,6 +67,7 @@ void ModalLoop::End(int result) {
     result_ = result;
     ended_ = true;
     EnableOwner();
+    if (GetActiveWindow() == window_) ActivateOwner();
     ShowWindow(window_, SW_HIDE);
     WakeIfWaiting();
 }
@@ -85,8 +87,11 @@ bool ModalLoop::Ended() const {
 void ModalLoop::EnableOwner() {
     if (!ownerDisabled_) return;
     ownerDisabled_ = false;
-    wasActive_ = GetActiveWindow() == window_;
     EnableWindow(owner_, TRUE);
+}
+
+void ModalLoop::ActivateOwner() const {
+    if (IsWindowVisible(owner_) && IsWindowEnabled(owner_)) SetActiveWindow(owner_);
 }
 
 void ModalLoop::WakeIfWaiting() const {

@@ -32,6 +32,7 @@ class ModalLoop {
   private:
     bool Ended() const;
     void EnableOwner();
+    void ActivateOwner() const;
     // Makes a loop that sleeps, waiting for a message, look again whether it has ended.
     void WakeIfWaiting() const;
 
@@ -39,7 +40,7 @@ class ModalLoop {
     HWND window_;
     HWND owner_;
     bool ownerDisabled_ = false;  // by this loop
-    bool wasActive_ = false;      // the dialog was the active window when it ended
+    bool wasActive_ = false;      // the dialog was the active window before the last message
     bool ended_ = false;
     bool waiting_ = false;
     INT_PTR result_ = IDCANCEL;

@@ -24,13 +24,13 @@ CPoint CentredPlace(CSize size, HWND parentOrOwner, bool child) {
         return CPoint(Middle(0, around.Width(), size.cx), Middle(0, around.Height(), size.cy));
     }
     const CSize screen(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
-    const bool seen = IsWindowVisible(parentOrOwner) && !IsIconic(TopLevelOf(parentOrOwner));
+    const bool seen = IsWindowVisible(parentOrOwner) && !IsIconic(EnclosingTopLevel(parentOrOwner));
     if (!seen || !GetWindowRect(parentOrOwner, around)) around = CRect(0, 0, screen.cx, screen.cy);
     return CPoint(KeptInside(Middle(around.left, around.right, size.cx), size.cx, screen.cx),
                   KeptInside(Middle(around.top, around.bottom, size.cy), size.cy, screen.cy));
 }
 
-HWND TopLevelOf(HWND window) {
+HWND EnclosingTopLevel(HWND window) {
     while (IsWindow(window) && (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0)
         window = GetParent(window);
     return IsWindow(window) ? window : HWND();

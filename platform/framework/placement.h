@@ -12,6 +12,6 @@ namespace platform {
 CPoint CentredPlace(CSize size, HWND parentOrOwner, bool child);
 
 // The top-level that a window lies in: itself, or the one its parents lead to. Empty for a stale handle.
-HWND TopLevelOf(HWND window);
+HWND EnclosingTopLevel(HWND window);
 
 }  // namespace platform

@@ -24,11 +24,11 @@ CWnd::~CWnd() {
 }
 
 CWnd* CWnd::FromHandlePermanent(HWND window) {
-    return platform::ObjectOf(window);
+    return IsWindow(window) ? platform::ObjectOf(window) : nullptr;
 }
 
 BOOL CWnd::CreateEx(DWORD exStyle, LPCWSTR title, DWORD style, const RECT& rect, CWnd* parent, UINT id) {
-    if (m_hWnd) {
+    if (platform::WindowAccess::HasWindow(*this)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }

@@ -1,25 +1,33 @@
 #include "platform/framework/window_access.h"
 
+#include <atomic>
+
 #include "platform/framework/modal_loop.h"
 #include "platform/framework/window_objects.h"
+#include "platform/window/core/control.h"
 
 namespace platform {
 namespace {
+
+constexpr LPCWSTR WindowClassName = u"Framework:Window";
 
 thread_local PendingCreation* innermostCreation = nullptr;
 
 }  // namespace
 
 LPCWSTR FrameworkWindowClass() {
-    static const LPCWSTR name = [] {
+    // Fails, to be tried again, while another thread owns windows; creating the window fails then, too.
+    static std::atomic<bool> registered = false;
+    if (!registered) {
         WNDCLASSW description;
         description.lpfnWndProc = &WindowAccess::Procedure;
-        description.lpszClassName = u"Framework:Window";
+        description.lpszClassName = WindowClassName;
         description.hCursor = LoadCursorW({}, IDC_ARROW);
-        RegisterClassW(&description);
-        return description.lpszClassName;
-    }();
-    return name;
+        registered = RegisterClassW(&description) != FALSE;
+        // Messages that the window core dispatches by itself are filtered as those of our own loops.
+        SetMessageFilter([](MSG* message) { return CWnd::WalkPreTranslateTree(message) != FALSE; });
+    }
+    return WindowClassName;
 }
 
 MessageFrame::MessageFrame(CWnd& target, HWND targetWindow, UINT messageNumber, WPARAM w, LPARAM l)
@@ -82,6 +90,13 @@ LRESULT WindowAccess::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM
         if (frame.object && frame.object->m_hWnd == window) Detach(*frame.object);
     }
     return result;
+}
+
+bool WindowAccess::HasWindow(CWnd& object) {
+    if (!object.m_hWnd || IsWindow(object.m_hWnd)) return static_cast<bool>(object.m_hWnd);
+    UnbindObject(object.m_hWnd);
+    object.m_hWnd = nullptr;
+    return false;
 }
 
 void WindowAccess::Detach(CWnd& object) {

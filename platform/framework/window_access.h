@@ -48,6 +48,9 @@ class PendingCreation {
 // The doors into CWnd for the rest of the framework.
 struct WindowAccess {
     static LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // Whether an object has a window. One that was taken away without a word, as when the window system was
+    // shut down, is forgotten here.
+    static bool HasWindow(CWnd& object);
     // The window is gone: takes it from its object, which may delete itself.
     static void Detach(CWnd& object);
     static MessageFrame*& InnermostFrame(CWnd& object) { return object.m_frame; }
