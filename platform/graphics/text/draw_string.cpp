@@ -1,159 +1,162 @@
 // Drawing and measuring text.
 #include <cairo.h>
-#include <platform/gdiplus.h>
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string_view>
 
+#include <platform/gdiplus.h>
+
+#include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
+#include "platform/graphics/ground.h"
+#include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/string_argument.h"
+#include "platform/graphics/text/text_cache.h"
 #include "platform/graphics/text/text_layout.h"
-#include "platform/graphics/text/text_mask.h"
 #include "platform/graphics/text/text_shaper.h"
 
-namespace Gdiplus {
+namespace platform {
 namespace {
 
-using platform::CachedText;
-using platform::PixelBox;
-using platform::TextFormat;
+using Gdiplus::Ok;
+using Gdiplus::Status;
 
-// Coverage above this is rendered anew each time, where it is visible.
+// Coverage of more pixels is rendered anew each time, where it is visible.
 constexpr std::int64_t kMostKeptCoverage = std::int64_t{1} << 20;
-// Farther away nothing is visible, and whole numbers hold.
-constexpr double kFarthest = 1e6;
+// No surface is so far away, and whole numbers hold.
+constexpr double kFarthestText = 1e6;
 
-struct Job {
-    RectF layout;
+struct TextJob {
+    std::u16string_view text;
+    const std::shared_ptr<FontData>& font;
+    Gdiplus::RectF layout;
     TextFormat format;
-    Color color;
+    Gdiplus::Color color;
+
+    std::shared_ptr<CachedText> Laid() const {
+        return TextShaper::OfThread().Cache().Get(text, font, format);
+    }
 };
 
-bool MovesOnly(const cairo_matrix_t& matrix) {
-    return matrix.xx == 1 && matrix.yy == 1 && matrix.xy == 0 && matrix.yx == 0;
+bool MovesOnly(const World& world) {
+    return world.IsUpright() && world.m11 == 1 && world.m22 == 1;
 }
 
-// Everything that may be drawn on, in pixels of the surface.
-PixelBox ClipOf(cairo_t* cairo) {
-    cairo_matrix_t matrix;
-    cairo_get_matrix(cairo, &matrix);
-    cairo_identity_matrix(cairo);
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    cairo_clip_extents(cairo, &left, &top, &right, &bottom);
-    cairo_set_matrix(cairo, &matrix);
-    return {static_cast<int>(std::floor(left)), static_cast<int>(std::floor(top)),
-            static_cast<int>(std::ceil(right)), static_cast<int>(std::ceil(bottom))};
-}
-
-// The layout's rectangle in pixels of the surface, where it clips; pixels that it cuts are in.
-PixelBox CutToLayout(PixelBox clip, const cairo_matrix_t& matrix, const Job& job) {
-    if (!job.format.Clips()) return clip;
-    const double left = matrix.x0 + static_cast<double>(job.layout.X);
-    const double top = matrix.y0 + static_cast<double>(job.layout.Y);
-    const auto clamped = [](double value) {
-        return static_cast<int>(std::clamp(value, -kFarthest, kFarthest));
+// What is left of `box` where the layout's rectangle clips; pixels that its edges cut are left. The
+// rectangle stands at (x, y) of the surface.
+CRect CutToLayout(CRect box, double x, double y, const TextFormat& format) {
+    if (!format.Clips()) return box;
+    const auto whole = [](double edge) {
+        return static_cast<int>(std::clamp(edge, -kFarthestText, kFarthestText));
     };
-    if (job.format.width > 0) {
-        clip = clip.Cut({clamped(std::floor(left)), clip.top,
-                         clamped(std::ceil(left + static_cast<double>(job.format.width))), clip.bottom});
+    if (format.width > 0) {
+        box.left = std::max(box.left, whole(std::floor(x)));
+        box.right = std::min(box.right, whole(std::ceil(x + static_cast<double>(format.width))));
     }
-    if (job.format.height > 0) {
-        clip = clip.Cut({clip.left, clamped(std::floor(top)), clip.right,
-                         clamped(std::ceil(top + static_cast<double>(job.format.height)))});
+    if (format.height > 0) {
+        box.top = std::max(box.top, whole(std::floor(y)));
+        box.bottom = std::min(box.bottom, whole(std::ceil(y + static_cast<double>(format.height))));
     }
-    return clip;
+    return box;
 }
 
-void SetSource(cairo_t* cairo, const Color& color) {
-    cairo_set_source_rgba(cairo, color.GetR() / 255.0, color.GetG() / 255.0, color.GetB() / 255.0,
-                          color.GetA() / 255.0);
+void Blend(Ground& ground, const CRect& visible, const Coverage& coverage, POINT origin,
+           std::uint32_t pixel) {
+    const CoveragePaint paint(pixel);
+    ground.Paint(visible, [&](const CRect& part) {
+        for (int y = part.top; y < part.bottom; ++y) {
+            paint.BlendRow(ground.Pixels().Row(y) + part.left,
+                           coverage.At(part.left - origin.x, y - origin.y),
+                           static_cast<std::size_t>(part.Width()));
+        }
+    });
 }
 
-// On whole pixels, through the coverage: what is kept from an earlier drawing and what is rendered now
-// cannot differ, wherever the clip cuts.
-Status PaintCoverage(platform::DrawingPass& pass, CachedText& text, const Job& job, const PixelBox& clip,
-                     int originX, int originY) {
-    const PixelBox& ink = text.laid->Ink();
-    const PixelBox visible = ink.Moved(originX, originY).Cut(clip);
-    if (visible.IsEmpty()) {
-        pass.Touched(RECT{0, 0, 0, 0});
+// Unscaled text stands on whole pixels and is painted through its coverage: what is kept from an earlier
+// drawing and what is rendered now cannot differ, wherever the clip cuts.
+Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
+    const double x = world.dx + static_cast<double>(job.layout.X);
+    const double y = world.dy + static_cast<double>(job.layout.Y);
+    if (std::abs(x) > kFarthestText || std::abs(y) > kFarthestText) return Ok;
+    const CRect clip = CutToLayout(ground.Box(), x, y, job.format);
+    if (clip.IsRectEmpty() || job.text.empty() || job.color.GetA() == 0) return Ok;
+
+    const std::shared_ptr<CachedText> text = job.Laid();
+    const POINT origin{static_cast<int>(std::floor(x + 0.5)), static_cast<int>(std::floor(y + 0.5))};
+    const CRect ink = text->laid->Ink();
+    CRect visible = ink;
+    visible.OffsetRect(origin.x, origin.y);
+    if (!visible.IntersectRect(visible, clip)) return Ok;
+
+    const std::uint32_t pixel = Premultiply(job.color.GetValue());
+    if (text->coverage.IsEmpty() && std::int64_t{ink.Width()} * ink.Height() <= kMostKeptCoverage) {
+        text->coverage = Coverage::Render(*text->laid, ink);
+        TextShaper::OfThread().Cache().CountCoverage(*text);
+    }
+    if (!text->coverage.IsEmpty()) {
+        Blend(ground, visible, text->coverage, origin, pixel);
         return Ok;
     }
-    platform::SurfacePtr once;
-    PixelBox part = ink;
-    if (!text.coverage) {
-        if (std::int64_t{ink.Width()} * ink.Height() <= kMostKeptCoverage) {
-            text.coverage = RenderCoverage(*text.laid, ink);
-            if (text.coverage) platform::TextShaper::OfThread().Cache().CountCoverage(text);
-        } else {
-            part = visible.Moved(-originX, -originY);
-            once = RenderCoverage(*text.laid, part);
-        }
-    }
-    cairo_surface_t* coverage = once ? once.get() : text.coverage.get();
-    if (coverage == nullptr) return OutOfMemory;
-    cairo_t* cairo = pass.Cairo();
-    cairo_identity_matrix(cairo);
-    cairo_rectangle(cairo, visible.left, visible.top, visible.Width(), visible.Height());
-    cairo_clip(cairo);
-    SetSource(cairo, job.color);
-    cairo_mask_surface(cairo, coverage, part.left + originX, part.top + originY);
-    pass.Touched(RECT{visible.left, visible.top, visible.right, visible.bottom});
+    CRect part = visible;
+    part.OffsetRect(-origin.x, -origin.y);
+    const Coverage once = Coverage::Render(*text->laid, part);
+    if (once.IsEmpty()) return Gdiplus::OutOfMemory;
+    Blend(ground, visible, once, origin, pixel);
     return Ok;
 }
 
-Status PaintTransformed(platform::DrawingPass& pass, const CachedText& text, const Job& job) {
-    cairo_t* cairo = pass.Cairo();
-    cairo_translate(cairo, static_cast<double>(job.layout.X), static_cast<double>(job.layout.Y));
-    const PixelBox& ink = text.laid->Ink();
+Status DrawTransformed(GraphicsData& graphics, const World& world, const TextJob& job) {
+    const std::shared_ptr<CachedText> text = job.Laid();
+    const auto x = static_cast<double>(job.layout.X);
+    const auto y = static_cast<double>(job.layout.Y);
+    const CRect ink = text->laid->Ink();
+    const Box box = Transformed(world, {x + ink.left, y + ink.top, x + ink.right, y + ink.bottom});
+    if (ink.IsRectEmpty() || !IsDrawable(box)) return Ok;
+    CRect around = Rounded(box);
+    around.InflateRect(2, 2);
+    std::optional<DrawingPass> pass = graphics.Begin(around);
+    if (!pass) return graphics.Check();
+    cairo_t* cairo = pass->Cairo();
+    cairo_set_antialias(cairo, CAIRO_ANTIALIAS_GRAY);
+    cairo_translate(cairo, x, y);
     if (job.format.Clips() && (job.format.width > 0 || job.format.height > 0)) {
-        const bool acrossX = job.format.width > 0;
-        const bool acrossY = job.format.height > 0;
-        cairo_rectangle(cairo, acrossX ? 0 : ink.left, acrossY ? 0 : ink.top,
-                        acrossX ? static_cast<double>(job.format.width) : ink.Width(),
-                        acrossY ? static_cast<double>(job.format.height) : ink.Height());
+        const bool cutsX = job.format.width > 0;
+        const bool cutsY = job.format.height > 0;
+        cairo_rectangle(cairo, cutsX ? 0 : ink.left, cutsY ? 0 : ink.top,
+                        cutsX ? static_cast<double>(job.format.width) : ink.Width(),
+                        cutsY ? static_cast<double>(job.format.height) : ink.Height());
         cairo_clip(cairo);
     }
     SetSource(cairo, job.color);
-    text.laid->Show(cairo, ink.top, ink.bottom);
-    return cairo_status(cairo) == CAIRO_STATUS_SUCCESS ? Ok : GenericError;
+    text->laid->Show(cairo, ink.top, ink.bottom);
+    return cairo_status(cairo) == CAIRO_STATUS_SUCCESS ? Ok : Gdiplus::GenericError;
+}
+
+Status Draw(GraphicsData& graphics, const TextJob& job) {
+    Ground ground;
+    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    const World world(graphics, ground.Origin());
+    return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(graphics, world, job);
 }
 
 }  // namespace
+}  // namespace platform
+
+namespace Gdiplus {
 
 Status Graphics::DrawString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
                             const StringFormat* format, const Brush* brush) {
     const auto* solid = dynamic_cast<const SolidBrush*>(brush);
     const std::optional<std::u16string_view> units = platform::StringArgument(text, length);
-    if (!units || font == nullptr || !font->Data() || solid == nullptr ||
+    Color color;
+    if (!units || font == nullptr || !font->Data() || solid == nullptr || solid->GetColor(&color) != Ok ||
         !platform::IsPossibleLayout(layout)) {
         return Keep(InvalidParameter);
     }
-    std::optional<platform::DrawingPass> pass = data_->Begin();
-    if (!pass) return Keep(data_->status);
-    Job job{layout, TextFormat(format, layout.Width, layout.Height), Color()};
-    solid->GetColor(&job.color);
-
-    cairo_matrix_t matrix;
-    cairo_get_matrix(pass->Cairo(), &matrix);
-    auto& cache = platform::TextShaper::OfThread().Cache();
-    if (!MovesOnly(matrix)) {
-        return Keep(PaintTransformed(*pass, *cache.Get(*units, font->Data(), job.format), job));
-    }
-    const PixelBox clip = CutToLayout(ClipOf(pass->Cairo()), matrix, job);
-    const double x = std::floor(matrix.x0 + static_cast<double>(layout.X) + 0.5);
-    const double y = std::floor(matrix.y0 + static_cast<double>(layout.Y) + 0.5);
-    if (clip.IsEmpty() || units->empty() || std::abs(x) > kFarthest || std::abs(y) > kFarthest) {
-        pass->Touched(RECT{0, 0, 0, 0});
-        return Keep(Ok);
-    }
-    const std::shared_ptr<CachedText> laid = cache.Get(*units, font->Data(), job.format);
-    return Keep(PaintCoverage(*pass, *laid, job, clip, static_cast<int>(x), static_cast<int>(y)));
+    const platform::TextFormat box(format, layout.Width, layout.Height);
+    return Keep(platform::Draw(*data_, {*units, font->Data(), layout, box, color}));
 }
 
 Status Graphics::DrawString(LPCWSTR text, INT length, const Font* font, const PointF& origin,
@@ -169,11 +172,11 @@ Status Graphics::MeasureString(LPCWSTR text, INT length, const Font* font, const
     if (!units || font == nullptr || !font->Data() || !platform::IsPossibleLayout(layout)) {
         return Keep(InvalidParameter);
     }
+    // A context without a bitmap can be measured for, one that is gone cannot.
+    data_->Check();
     if (data_->status != Ok) return Keep(data_->status);
-    const TextFormat boxFormat(format, layout.Width, layout.Height);
-    const std::shared_ptr<CachedText> laid =
-        platform::TextShaper::OfThread().Cache().Get(*units, font->Data(), boxFormat);
-    *box = laid->laid->Box();
+    const platform::TextFormat limits(format, layout.Width, layout.Height);
+    *box = platform::TextShaper::OfThread().Cache().Get(*units, font->Data(), limits)->laid->Box();
     box->X += layout.X;
     box->Y += layout.Y;
     return Keep(Ok);

@@ -34,16 +34,4 @@ struct TextFormat {
     float height = 0;
 };
 
-// Whole pixels; right and bottom are the first outside.
-struct PixelBox {
-    int left = 0, top = 0, right = 0, bottom = 0;
-    bool IsEmpty() const { return right <= left || bottom <= top; }
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    PixelBox Moved(int dx, int dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
-    PixelBox Cut(const PixelBox& by) const;
-    void Include(const PixelBox& other);  // an empty one counts for nothing
-    friend bool operator==(const PixelBox&, const PixelBox&) = default;
-};
-
 }  // namespace platform

@@ -48,10 +48,8 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
 void TextCache::CountCoverage(const CachedText& value) {
     // The entry that was asked for last stands first; it is gone when it alone exceeds the limit.
     if (entries_.empty() || entries_.front().value.get() != &value) return;
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(value.coverage.get()));
-    const auto height = static_cast<std::size_t>(cairo_image_surface_get_height(value.coverage.get()));
-    entries_.front().bytes += stride * height;
-    bytes_ += stride * height;
+    entries_.front().bytes += value.coverage.Bytes();
+    bytes_ += value.coverage.Bytes();
     Trim();
 }
 

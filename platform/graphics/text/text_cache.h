@@ -1,8 +1,6 @@
 // The texts of one thread laid out lately, with their coverage once they were drawn.
 #pragma once
 
-#include <cairo.h>
-
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -10,6 +8,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/font_data.h"
 #include "platform/graphics/text/text_box.h"
 
@@ -17,16 +16,10 @@ namespace platform {
 
 class LaidText;
 
-struct DestroySurface {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using SurfacePtr = std::unique_ptr<cairo_surface_t, DestroySurface>;
-
 // Lives on in the hands of its holder when the cache has dropped it.
 struct CachedText {
     std::shared_ptr<const LaidText> laid;
-    // 8-bit coverage of the whole ink, for a text drawn without scaling; null until then.
-    SurfacePtr coverage;
+    Coverage coverage;  // of the whole ink; empty until the text is drawn unscaled
 };
 
 // Least recently used texts go first when the bytes exceed the common limit.

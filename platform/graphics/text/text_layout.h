@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include <platform/geometry.h>
+
 #include "platform/graphics/text/font_data.h"
 #include "platform/graphics/text/text_box.h"
 #include "platform/graphics/text/text_shaper.h"
@@ -22,7 +24,7 @@ struct TextLine {
     int indent = 0;  // from its left edge to the pen's start, where a glyph reaches out to the left
     int left = 0;    // placed
     int baseline = 0;
-    PixelBox ink;  // placed; a pixel wider all round than what the glyphs say
+    CRect ink;  // placed; a pixel wider all round than what the glyphs say
 };
 
 // All coordinates are whole pixels from the top left of the box.
@@ -33,7 +35,7 @@ class LaidText {
 
     // The box of the lines, cut to the layout's box where the format clips.
     const Gdiplus::RectF& Box() const { return box_; }
-    const PixelBox& Ink() const { return ink_; }
+    const CRect& Ink() const { return ink_; }
     const std::vector<TextLine>& Lines() const { return lines_; }
     // Characters that no installed face has.
     int UnknownGlyphs() const;
@@ -50,7 +52,7 @@ class LaidText {
     LaidText() = default;
     std::vector<TextLine> lines_;
     Gdiplus::RectF box_;
-    PixelBox ink_;
+    CRect ink_;
     int above_ = 0;  // how far the ink of any line reaches from its baseline
     int below_ = 0;
     std::size_t bytes_ = 0;

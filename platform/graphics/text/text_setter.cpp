@@ -198,7 +198,7 @@ class TextSetter {
             measured.reach.Include(
                 {std::min(-ink.y, -logical.y), std::min(ink.y + ink.height, logical.y + logical.height)});
             measured.indent = std::max(0, -ink.x);
-            measured.ink = {ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1};
+            measured.ink = CRect(ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1);
         }
         const int right = hasInk ? std::max(logical.width, ink.x + ink.width) : logical.width;
         measured.width = measured.indent + right;
@@ -239,23 +239,24 @@ class TextSetter {
         const int top =
             Offset(format_.lineAlignment, std::min(format_.height, static_cast<float>(kMostPixels)), height_);
         int y = top;
-        PixelBox box;
+        int left = kMostPixels;
+        int right = -kMostPixels;
         for (TextLine& line : laid_->lines_) {
             line.left = Offset(alignment, width_, line.width);
             line.baseline = y + line.reach.ascent;
             y += line.reach.Height();
-            if (!line.ink.IsEmpty()) {
-                line.ink = line.ink.Moved(line.left + line.indent, line.baseline);
-                laid_->above_ = std::max(laid_->above_, line.baseline - line.ink.top);
-                laid_->below_ = std::max(laid_->below_, line.ink.bottom - line.baseline);
-            }
-            laid_->ink_.Include(line.ink);
-            box.Include({line.left, line.baseline - line.reach.ascent, line.left + line.width, y});
+            left = std::min(left, line.left);
+            right = std::max(right, line.left + line.width);
+            if (line.ink.IsRectEmpty()) continue;
+            line.ink.OffsetRect(line.left + line.indent, line.baseline);
+            laid_->above_ = std::max(laid_->above_, line.baseline - line.ink.top);
+            laid_->below_ = std::max(laid_->below_, line.ink.bottom - line.baseline);
+            laid_->ink_.UnionRect(laid_->ink_, line.ink);
         }
-        SetBox(box);
+        if (!laid_->lines_.empty()) SetBox(CRect(left, top, right, y));
     }
 
-    void SetBox(const PixelBox& lines) {
+    void SetBox(const CRect& lines) {
         auto left = static_cast<float>(lines.left);
         auto top = static_cast<float>(lines.top);
         auto right = static_cast<float>(lines.right);

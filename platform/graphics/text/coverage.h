@@ -1,0 +1,52 @@
+// The 8-bit coverage of a laid-out text: what a colour is painted through.
+#pragma once
+
+#include <cairo.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include <platform/geometry.h>
+
+namespace platform {
+
+class LaidText;
+
+class Coverage {
+  public:
+    Coverage() = default;  // empty
+    // A part of a text's ink, in the text's coordinates; parts of one text show the same values as the whole.
+    // Empty without memory.
+    static Coverage Render(const LaidText& text, const CRect& part);
+
+    bool IsEmpty() const { return surface_ == nullptr; }
+    std::size_t Bytes() const { return stride_ * static_cast<std::size_t>(part_.Height()); }
+    // From a pixel of the part on, in the text's coordinates.
+    const std::uint8_t* At(int x, int y) const {
+        return values_ + static_cast<std::size_t>(y - part_.top) * stride_ + (x - part_.left);
+    }
+
+  private:
+    struct Destroy {
+        void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+    };
+    std::unique_ptr<cairo_surface_t, Destroy> surface_;
+    const std::uint8_t* values_ = nullptr;
+    std::size_t stride_ = 0;
+    CRect part_;
+};
+
+// A premultiplied colour at every coverage, each product rounded as everywhere.
+class CoveragePaint {
+  public:
+    explicit CoveragePaint(std::uint32_t pixel);
+    // to = the colour over to, as far as each pixel is covered.
+    void BlendRow(std::uint32_t* to, const std::uint8_t* coverage, std::size_t count) const;
+
+  private:
+    std::array<std::uint32_t, 256> covered_;
+};
+
+}  // namespace platform
