@@ -35,7 +35,8 @@ template <class T>
 void ExpectAsPrintf(const std::string& length, const std::string& conversions, const std::vector<T>& values) {
     for (const char conversion : conversions)
         for (const std::string& decoration : Decorations()) {
-            const std::string format = "<%" + decoration + length + conversion + ">";
+            std::string format = "<%";
+            format.append(decoration).append(length).append({conversion, '>'});
             SCOPED_TRACE(format);
             const std::u16string wide(format.begin(), format.end());
             for (const T value : values)

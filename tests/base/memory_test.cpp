@@ -112,6 +112,7 @@ TEST(Block, LentBytesCannotBeFreed) {
 TEST(Block, ManyThreadsTakeAndFree) {
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t)
         threads.emplace_back([&wrong, t] {
             for (int i = 0; i < 2000; ++i) {

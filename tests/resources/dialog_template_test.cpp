@@ -13,7 +13,6 @@
 namespace {
 
 using platform::DialogControl;
-using platform::DialogTemplate;
 using platform::DialogUnits;
 using platform::ParseDialogTemplate;
 
