@@ -136,7 +136,7 @@ class X11Test : public testing::Test {
     void Idle(int milliseconds) {
         Until([] { return false; }, milliseconds);
     }
-    HWND NewWindow(const CRect& rect, const platform::WindowTraits& traits = {}) {
+    HWND NewWindow(const CRect& rect, const platform::WindowTraits& traits = platform::WindowTraits()) {
         const HWND window(++lastIndex_, 1);
         EXPECT_TRUE(system->Create(window, rect, traits));
         return window;

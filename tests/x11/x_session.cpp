@@ -35,7 +35,8 @@ std::vector<int> DisplayNumbers() {
     if (range == nullptr || std::sscanf(range, "%d-%d", &first, &last) != 2) return {-1};
     std::vector<int> numbers;
     for (int number = first; number <= last; ++number)
-        if (access(("/tmp/.X" + std::to_string(number) + "-lock").c_str(), F_OK) != 0)
+        if (access(("/tmp/.X" + std::to_string(number) + "-lock").c_str(), F_OK) != 0 &&
+            access(("/tmp/.X11-unix/X" + std::to_string(number)).c_str(), F_OK) != 0)
             numbers.push_back(number);
     return numbers;
 }
@@ -247,8 +248,17 @@ bool XSession::WaitForOwner(bool wanted) {
 }
 
 bool XSession::StartWindowManager() {
+    // It names itself first, and drops requests to map a window until its list of windows is there too.
+    const xcb_atom_t list = Atom("_NET_CLIENT_LIST");
+    xcb_delete_property(connection_, root_, list);
     manager_ = Process::Start({"openbox", "--sm-disable"});
-    return WaitForManager(true);
+    return WaitForManager(true) && Eventually([&] {
+               const auto cookie =
+                   xcb_get_property(connection_, 0, root_, list, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+               const Reply<xcb_get_property_reply_t> reply(
+                   xcb_get_property_reply(connection_, cookie, nullptr));
+               return reply && reply->type != 0;
+           });
 }
 
 bool XSession::StopWindowManager() {

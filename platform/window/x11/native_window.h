@@ -34,6 +34,12 @@ struct Pixels {
     bool presented = false;                  // something of `surface` was
 };
 
+// A wish to map a window that the window manager must let go of first.
+struct WaitingMap {
+    bool activate = false;
+    bool minimised = false;
+};
+
 struct NativeWindow {
     HWND handle;
     xcb_window_t id = 0;  // 0 once somebody else has destroyed it
@@ -51,14 +57,17 @@ struct NativeWindow {
 
     bool mapRequested = false;  // the core wants it on the screen, minimised or not
     bool mapped = false;        // the server says that it is
-    bool managed = false;       // a window manager has taken it
+    bool framed = false;        // a window manager has put it into a frame
+    bool hasState = false;      // a window manager keeps its state
     bool withdrawing = false;   // unmapped by us, and the window manager has not let go yet
-    bool mapWhenWithdrawn = false;
+    std::optional<WaitingMap> mapWhenWithdrawn;
     bool minimised = false;
     bool unmapsItself = false;  // minimised by us, for want of a window manager
     bool focusWhenMapped = false;
     bool focused = false;
     bool inside = false;  // the pointer
+
+    bool IsManaged() const { return framed || hasState; }
 };
 
 }  // namespace platform::x11

@@ -80,7 +80,7 @@ void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
 
 bool X11WindowSystem::GrabPointer(HWND handle) {
     NativeWindow* window = Find(handle);
-    if (!window || window->id == 0 || !window->mapRequested) return false;
+    if (!window || window->id == 0 || !(window->mapRequested || window->mapWhenWithdrawn)) return false;
     if (window->mapped) return Grab(*window);
     // The server grabs only for a window on the screen; this one is on its way there.
     grabWhenMapped_ = handle;

@@ -19,7 +19,7 @@ void X11WindowSystem::OnConfigure(const xcb_configure_notify_event_t& event) {
     NativeWindow* window = FindById(event.window);
     if (!window) return;
     const bool sent = (event.response_type & kSentByClient) != 0;
-    if (sent || !window->managed) {
+    if (sent || !window->IsManaged()) {
         PositionTold(*window, CRect(event.x, event.y, event.x + event.width, event.y + event.height));
     } else {
         // Relative to the frame: where that is on the screen must be asked.
@@ -64,11 +64,8 @@ void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
 void X11WindowSystem::OnReparent(const xcb_reparent_notify_event_t& event) {
     NativeWindow* window = FindById(event.window);
     if (!window || event.event != event.window) return;
-    if (event.parent == connection_->Root()) {
-        LetGo(*window);
-    } else {
-        window->managed = true;
-    }
+    window->framed = event.parent != connection_->Root();
+    if (!window->framed) LetGo(*window);
 }
 
 void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
@@ -99,8 +96,11 @@ void X11WindowSystem::OnProperty(const xcb_property_notify_event_t& event) {
 void X11WindowSystem::ManagerChanged() {
     if (!manager_.Refresh() || manager_.IsPresent()) return;
     // It will not finish any more what it was asked for.
-    for (auto& [key, window] : windows_)
-        if (window->id != 0) LetGo(*window);
+    for (auto& [key, window] : windows_) {
+        if (window->id == 0) continue;
+        window->hasState = false;
+        LetGo(*window);
+    }
 }
 
 void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {

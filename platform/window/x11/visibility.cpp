@@ -41,6 +41,11 @@ void X11WindowSystem::Show(HWND handle, Visibility visibility) {
 }
 
 void X11WindowSystem::Map(NativeWindow& window, bool activate, bool minimised) {
+    if (window.withdrawing) {
+        // What is written now would be lost when the window manager lets go.
+        window.mapWhenWithdrawn = WaitingMap{activate, minimised};
+        return;
+    }
     const bool focus = activate && window.traits.activates;
     const bool wasThere = window.mapRequested && (window.mapped || window.minimised);
     if (!window.mapRequested) {
@@ -59,20 +64,19 @@ void X11WindowSystem::Map(NativeWindow& window, bool activate, bool minimised) {
         SetMinimised(window, true);
         return;
     }
-    window.mapWhenWithdrawn = window.withdrawing;
     // A window manager focuses a new window by itself; one that was there must be asked for.
     window.focusWhenMapped = focus && !window.mapped;
     if (!manager_.IsPresent() && focus) Raise(window);
-    if (window.withdrawing) return;
     window.placement.quietUntil = Now() + kSettleTime;
     xcb_map_window(connection_->Get(), window.id);
     if (focus && wasThere && (manager_.IsPresent() || window.mapped)) Activate(window.handle);
 }
 
 void X11WindowSystem::Withdraw(NativeWindow& window) {
-    window.mapWhenWithdrawn = window.focusWhenMapped = false;
+    window.mapWhenWithdrawn.reset();
+    window.focusWhenMapped = false;
     if (!std::exchange(window.mapRequested, false)) return;
-    window.withdrawing = window.managed;
+    window.withdrawing = window.IsManaged();
     window.minimised = window.unmapsItself = false;
     xcb_connection_t* c = connection_->Get();
     xcb_unmap_window(c, window.id);
@@ -87,12 +91,15 @@ void X11WindowSystem::Withdraw(NativeWindow& window) {
 }
 
 void X11WindowSystem::LetGo(NativeWindow& window) {
-    window.managed = window.withdrawing = false;
-    if (std::exchange(window.mapWhenWithdrawn, false)) Map(window, window.focusWhenMapped, false);
+    // Frame and state go one after the other; then the window is ours again.
+    if (window.IsManaged()) return;
+    window.withdrawing = false;
+    if (const auto waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt))
+        Map(window, waiting->activate, waiting->minimised);
 }
 
 void X11WindowSystem::Minimise(NativeWindow& window) {
-    if (!window.mapRequested || window.withdrawing) {
+    if (!window.mapRequested) {
         Map(window, true, true);
     } else if (manager_.IsPresent()) {
         manager_.Tell(window.id, connection_->Names().wmChangeState, {kIconicState, 0, 0, 0, 0});
@@ -120,15 +127,13 @@ void X11WindowSystem::ReadManagerState(NativeWindow& window) {
     const xcb_atom_t property = connection_->Names().wmState;
     const Reply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(c, xcb_get_property(c, 0, window.id, property, property, 0, 1), nullptr));
-    if (!reply || reply->format != 32 || reply->value_len < 1) {
-        LetGo(window);
-        return;
-    }
-    const auto state = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    if (state == kWithdrawnState) {
+    std::uint32_t state = kWithdrawnState;
+    if (reply && reply->format == 32 && reply->value_len >= 1)
+        state = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    window.hasState = state != kWithdrawnState;
+    if (!window.hasState) {
         LetGo(window);
     } else if (!window.withdrawing && (state == kIconicState || state == kNormalState)) {
-        window.managed = true;
         SetMinimised(window, state == kIconicState);
     }
 }
@@ -136,6 +141,7 @@ void X11WindowSystem::ReadManagerState(NativeWindow& window) {
 void X11WindowSystem::Activate(HWND handle) {
     NativeWindow* window = Find(handle);
     if (!window || window->id == 0) return;
+    if (window->mapWhenWithdrawn) window->mapWhenWithdrawn->activate = true;
     if (!window->mapRequested) return;
     if (!window->mapped && !window->minimised) {
         window->focusWhenMapped = window->traits.activates;
@@ -182,7 +188,11 @@ void X11WindowSystem::Restack(HWND handle, StackPlace place, HWND reference) {
     const xcb_window_t sibling = IdOf(reference);
     const bool relative = place == StackPlace::Above || place == StackPlace::Below;
     if (relative && sibling == 0) return;
-    const std::uint32_t mode = place == StackPlace::Above ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW;
+    const std::uint8_t mode = place == StackPlace::Above ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW;
+    if (window->IsManaged() && relative) {
+        RequestRestack(*window, sibling, mode);
+        return;
+    }
     const std::uint32_t values[] = {sibling, mode};
     if (relative) {
         xcb_configure_window(connection_->Get(), window->id,
@@ -190,6 +200,21 @@ void X11WindowSystem::Restack(HWND handle, StackPlace place, HWND reference) {
     } else {
         xcb_configure_window(connection_->Get(), window->id, XCB_CONFIG_WINDOW_STACK_MODE, &values[1]);
     }
+}
+
+void X11WindowSystem::RequestRestack(const NativeWindow& window, xcb_window_t sibling, std::uint8_t mode) {
+    // Inside their frames the two are no siblings, and the server would refuse the request before the window
+    // manager sees it. So it is sent to the window manager itself.
+    xcb_configure_request_event_t request{};
+    request.response_type = XCB_CONFIGURE_REQUEST;
+    request.stack_mode = mode;
+    request.parent = connection_->Root();
+    request.window = window.id;
+    request.sibling = sibling;
+    request.value_mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
+    xcb_send_event(connection_->Get(), 0, connection_->Root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&request));
 }
 
 }  // namespace platform::x11

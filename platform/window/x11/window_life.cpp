@@ -121,8 +121,13 @@ void X11WindowSystem::Recreate(NativeWindow& window, bool alphaChannel) {
         grabbed_ = HWND();
         grabWhenMapped_ = window.handle;
     }
-    window.mapped = window.managed = window.withdrawing = window.inside = false;
-    if (std::exchange(window.mapRequested, false)) Map(window, window.focused, window.minimised);
+    window.mapped = window.framed = window.hasState = window.withdrawing = window.inside = false;
+    const std::optional<WaitingMap> waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt);
+    if (std::exchange(window.mapRequested, false)) {
+        Map(window, window.focused, window.minimised);
+    } else if (waiting) {
+        Map(window, waiting->activate, waiting->minimised);
+    }
     xcb_free_gc(connection_->Get(), oldContext);
     xcb_destroy_window(connection_->Get(), oldId);
 }

@@ -84,6 +84,7 @@ class X11WindowSystem final : public WindowSystem {
     void Minimise(NativeWindow& window);
     void Focus(NativeWindow& window);
     void Raise(NativeWindow& window);
+    void RequestRestack(const NativeWindow& window, xcb_window_t sibling, std::uint8_t mode);
     // Reported with the next events, never from inside a call of the core.
     void SetMinimised(NativeWindow& window, bool minimised);
     void ReportMinimised();

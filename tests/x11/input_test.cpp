@@ -1,0 +1,256 @@
+// Real input, through the server: pointer, grabs, focus, keys, cursors.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <thread>
+
+#include <platform/window.h>
+#include <xcb/xfixes.h>
+
+#include "x11/recorder.h"
+
+namespace {
+
+using namespace platform;
+using xtest::Seen;
+using xtest::Titled;
+
+const CRect kRect(100, 100, 300, 200);
+
+class Input : public xtest::X11Test {
+  protected:
+    HWND OpenOne(const xtest::SessionOptions& options) {
+        Open(options);
+        session->MovePointer(700, 700);
+        const HWND window = NewWindow(kRect, Titled(u"input"));
+        Fill(window, kRect.Size(), 0xFF00C000);
+        ShowAndWait(window);
+        EXPECT_TRUE(Until([&] { return seen.IsFocused(window); }));
+        seen.events.clear();
+        return window;
+    }
+    bool Do(const std::vector<std::string>& arguments) { return session->Xdotool(arguments); }
+};
+
+TEST_F(Input, PointerComesInScreenCoordinatesWithItsState) {
+    for (const bool manager : {false, true}) {
+        SCOPED_TRACE(manager);
+        const HWND window = OpenOne({.windowManager = manager});
+        const std::uint64_t before = system->Now();
+        ASSERT_TRUE(Do({"mousemove", "150", "160"}));
+        ASSERT_TRUE(Until([&] { return seen.Last(Seen::Kind::Moved) != nullptr; }));
+        EXPECT_EQ(seen.Last(Seen::Kind::Moved)->screen, CPoint(150, 160));
+        EXPECT_TRUE(seen.Last(Seen::Kind::Moved)->window == window);
+        EXPECT_EQ(system->PointerPosition(), CPoint(150, 160));
+        for (int button = 1; button <= 3; ++button) {
+            SCOPED_TRACE(button);
+            seen.events.clear();
+            ASSERT_TRUE(Do({"keydown", "ctrl", "click", std::to_string(button), "keyup", "ctrl"}));
+            ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+            const Seen& up = *seen.Last(Seen::Kind::Button);
+            const auto down = std::find_if(seen.events.begin(), seen.events.end(), [](const Seen& event) {
+                return event.kind == Seen::Kind::Button;
+            });
+            EXPECT_TRUE(down->on);
+            EXPECT_FALSE(up.on);
+            EXPECT_EQ(down->value, button);
+            EXPECT_TRUE(down->state.control);
+            EXPECT_FALSE(down->state.shift);
+            EXPECT_EQ(down->state.left, button == 1);
+            EXPECT_EQ(down->state.middle, button == 2);
+            EXPECT_EQ(down->state.right, button == 3);
+            EXPECT_FALSE(up.state.left || up.state.middle || up.state.right);
+            EXPECT_GE(up.time, down->time);
+            EXPECT_GE(down->time + 50, before);
+            EXPECT_LE(up.time, system->Now());
+        }
+        seen.events.clear();
+        ASSERT_TRUE(Do({"click", "4", "click", "4", "click", "5"}));
+        ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Wheel) == 3; }));
+        EXPECT_EQ(seen.Last(Seen::Kind::Wheel)->value, -120);
+        EXPECT_EQ(seen.Count(Seen::Kind::Button), 0);
+        ASSERT_TRUE(Do({"mousemove", "600", "600"}));
+        EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Left) == 1; }));
+        system.reset();
+    }
+}
+
+TEST_F(Input, APressTiesThePointerAndLeavesOnce) {
+    const HWND window = OpenOne({.windowManager = true});
+    ASSERT_TRUE(Do({"mousemove", "150", "160", "mousedown", "1", "mousemove", "50", "60"}));
+    ASSERT_TRUE(Until([&] {
+        const Seen* moved = seen.Last(Seen::Kind::Moved);
+        return moved && moved->screen == CPoint(50, 60);
+    }));
+    EXPECT_TRUE(seen.Last(Seen::Kind::Moved)->window == window);
+    EXPECT_TRUE(seen.Last(Seen::Kind::Moved)->state.left);
+    ASSERT_TRUE(Do({"mouseup", "1"}));
+    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+    EXPECT_EQ(seen.Last(Seen::Kind::Button)->screen, CPoint(50, 60));
+    Idle(100);
+    EXPECT_EQ(seen.Count(Seen::Kind::Left), 1);
+}
+
+TEST_F(Input, AGrabTakesAllUntilItIsReleasedOrLost) {
+    for (const bool manager : {false, true}) {
+        SCOPED_TRACE(manager);
+        const HWND window = OpenOne({.windowManager = manager});
+        const HWND other = NewWindow(CRect(400, 100, 500, 200), Titled(u"other"));
+        ShowAndWait(other);
+        EXPECT_FALSE(system->GrabPointer(HWND(99, 1)));
+        ASSERT_TRUE(system->GrabPointer(window));
+        // Over another window of ours, and over none.
+        for (const CPoint point : {CPoint(450, 150), CPoint(700, 650)}) {
+            seen.events.clear();
+            ASSERT_TRUE(session->Click(point.x, point.y, 3));
+            ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+            EXPECT_TRUE(seen.Last(Seen::Kind::Button)->window == window);
+            EXPECT_EQ(seen.Last(Seen::Kind::Button)->screen, point);
+        }
+        system->ReleasePointer();
+        seen.events.clear();
+        ASSERT_TRUE(session->Click(450, 150));
+        ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+        EXPECT_TRUE(seen.Last(Seen::Kind::Button)->window == other);
+        // The grab ends with the window's being on the screen.
+        ASSERT_TRUE(system->GrabPointer(window));
+        system->Show(window, Visibility::Minimised);
+        ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::GrabLost) == 1; }));
+        // A window on its way to the screen gets it once it is there.
+        system->Show(window, Visibility::Hidden);
+        Idle(100);
+        EXPECT_FALSE(system->GrabPointer(window));
+        system->Show(window, Visibility::Shown);
+        EXPECT_TRUE(system->GrabPointer(window));
+        EXPECT_TRUE(Until([&] { return seen.IsFocused(window); }));
+        seen.events.clear();
+        ASSERT_TRUE(session->Click(700, 650));
+        EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+        system.reset();
+        seen.events.clear();
+    }
+}
+
+TEST_F(Input, KeysComeAsCodesAndText) {
+    const HWND window = OpenOne({.windowManager = true});
+    struct Case {
+        const char* key;
+        UINT code;
+        char16_t text;
+    };
+    const Case cases[] = {
+        {"a", 'A', u'a'},          {"Z", 'Z', u'Z'},          {"7", '7', u'7'},
+        {"exclam", '1', u'!'},     {"Return", VK_RETURN, 13}, {"KP_Enter", VK_RETURN, 13},
+        {"BackSpace", VK_BACK, 8}, {"Tab", VK_TAB, 9},        {"Escape", VK_ESCAPE, 27},
+        {"space", VK_SPACE, u' '}, {"Delete", VK_DELETE, 0},  {"Insert", VK_INSERT, 0},
+        {"Home", VK_HOME, 0},      {"End", VK_END, 0},        {"Prior", VK_PRIOR, 0},
+        {"Next", VK_NEXT, 0},      {"Left", VK_LEFT, 0},      {"Up", VK_UP, 0},
+        {"Right", VK_RIGHT, 0},    {"Down", VK_DOWN, 0},      {"F1", VK_F1, 0},
+        {"F12", VK_F12, 0},        {"Shift_R", VK_SHIFT, 0},  {"Control_L", VK_CONTROL, 0},
+        {"Alt_L", VK_MENU, 0},     {"Super_L", VK_LWIN, 0},   {"semicolon", 0xBA, u';'},
+        {"ctrl+c", 'C', 3},        {"eacute", 0xE7, u'é'},    {"U4E2D", 0xE7, u'中'},
+    };
+    for (const Case& key : cases) {
+        SCOPED_TRACE(key.key);
+        seen.events.clear();
+        ASSERT_TRUE(Do({"key", key.key}));
+        const auto find = [&](bool down) {
+            return std::find_if(seen.events.begin(), seen.events.end(), [&](const Seen& event) {
+                return event.kind == Seen::Kind::Key && event.on == down &&
+                       event.value == static_cast<int>(key.code);
+            });
+        };
+        ASSERT_TRUE(Until([&] { return find(false) != seen.events.end(); }, 3000));
+        ASSERT_TRUE(find(true) != seen.events.end());
+        EXPECT_TRUE(find(true)->window == window);
+        EXPECT_EQ(find(true)->character, key.text);
+    }
+    // The modifier itself counts as held with its own press.
+    seen.events.clear();
+    ASSERT_TRUE(Do({"keydown", "shift", "keydown", "a", "keyup", "a", "keyup", "shift"}));
+    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Key) == 4; }));
+    EXPECT_TRUE(seen.events[0].state.shift);
+    EXPECT_EQ(seen.events[1].character, u'A');
+    EXPECT_TRUE(seen.events[1].state.shift);
+    EXPECT_FALSE(seen.events[3].state.shift);
+}
+
+TEST_F(Input, AHeldKeyRepeatsAsFurtherPresses) {
+    OpenOne({.windowManager = true});
+    ASSERT_TRUE(Do({"keydown", "x"}));
+    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Key) >= 4; }, 5000));
+    ASSERT_TRUE(Do({"keyup", "x"}));
+    EXPECT_TRUE(Until([&] { return !seen.Last(Seen::Kind::Key)->on; }));
+    for (const Seen& event : seen.events) {
+        if (event.kind == Seen::Kind::Key) {
+            EXPECT_EQ(event.on, &event != seen.Last(Seen::Kind::Key));
+        }
+    }
+}
+
+TEST_F(Input, FocusIsReportedOnceEachWay) {
+    const HWND window = OpenOne({.windowManager = true});
+    const HWND other = NewWindow(CRect(400, 100, 500, 200), Titled(u"other"));
+    ShowAndWait(other);
+    ASSERT_TRUE(Until([&] { return seen.IsFocused(other); }));
+    // A key binding of the window manager borrows the keyboard.
+    seen.events.clear();
+    ASSERT_TRUE(Do({"keydown", "alt", "key", "Tab", "key", "Escape", "keyup", "alt"}));
+    Idle(200);
+    EXPECT_TRUE(seen.Count(Seen::Kind::Focus) == 0 || seen.IsFocused(other));
+    seen.events.clear();
+    system->Activate(window);
+    ASSERT_TRUE(Until([&] { return seen.IsFocused(window); }));
+    Idle(100);
+    EXPECT_EQ(seen.Count(Seen::Kind::Focus), 2);
+}
+
+TEST_F(Input, CursorsDiffer) {
+    const HWND window = OpenOne({});
+    ASSERT_TRUE(session->MovePointer(200, 150));
+    xcb_connection_t* c = session->Connection();
+    std::free(xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
+    const auto picture = [&] {
+        system->Poll();
+        xcb_xfixes_get_cursor_image_reply_t* reply =
+            xcb_xfixes_get_cursor_image_reply(c, xcb_xfixes_get_cursor_image(c), nullptr);
+        std::vector<std::uint32_t> pixels;
+        if (reply) {
+            const std::uint32_t* first = xcb_xfixes_get_cursor_image_cursor_image(reply);
+            pixels.assign(first, first + xcb_xfixes_get_cursor_image_cursor_image_length(reply));
+        }
+        std::free(reply);
+        return pixels;
+    };
+    std::map<std::vector<std::uint32_t>, int> pictures;
+    for (const CursorShape shape : {CursorShape::Arrow, CursorShape::Hand, CursorShape::IBeam,
+                                    CursorShape::SizeAll, CursorShape::None}) {
+        system->SetCursor(window, shape);
+        ++pictures[picture()];
+    }
+    EXPECT_EQ(pictures.size(), 5U);
+    const auto invisible = picture();
+    EXPECT_TRUE(std::all_of(invisible.begin(), invisible.end(), [](std::uint32_t p) { return p == 0; }));
+}
+
+TEST_F(Input, AnotherThreadEndsAWait) {
+    OpenOne({});
+    Idle(100);
+    const std::uint64_t before = system->Now();
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        system->Wake();
+    });
+    EXPECT_TRUE(system->Wait(before + 5000));
+    other.join();
+    const std::uint64_t waited = system->Now() - before;
+    EXPECT_GE(waited, 40U);
+    EXPECT_LT(waited, 1000U);
+    // A deadline ends it too, and not earlier.
+    const std::uint64_t start = system->Now();
+    EXPECT_TRUE(system->Wait(start + 60));
+    EXPECT_GE(system->Now(), start + 60);
+}
+
+}  // namespace

@@ -1,0 +1,264 @@
+// Layered and shaped windows: what is seen of them, and where they let the pointer through.
+#include <gtest/gtest.h>
+
+#include "x11/recorder.h"
+
+namespace {
+
+using namespace platform;
+using xtest::ForeignWindow;
+using xtest::Seen;
+using Mode = Compositing::Mode;
+
+constexpr std::uint32_t kBehind = 0x0000C0;
+const CRect kRect(100, 100, 300, 200);
+
+Compositing PerPixel(std::uint8_t alpha = 255) {
+    return {Mode::PerPixel, 0, alpha, false};
+}
+
+class Layers : public xtest::X11Test {
+  protected:
+    // Whether a click at a point of the screen goes to the window, and not to what lies behind.
+    bool Catches(ForeignWindow& behind, HWND window, int x, int y) {
+        const int ours = seen.Count(Seen::Kind::Button);
+        const int theirs = behind.Presses();
+        EXPECT_TRUE(session->Click(x, y));
+        int theirsNow = theirs;
+        EXPECT_TRUE(Until([&] {
+            theirsNow = behind.Presses();
+            return seen.Count(Seen::Kind::Button) >= ours + 2 || theirsNow > theirs;
+        }));
+        const bool caught = seen.Count(Seen::Kind::Button) > ours;
+        if (caught) {
+            EXPECT_TRUE(seen.Last(Seen::Kind::Button)->window == window);
+        }
+        EXPECT_NE(caught, theirsNow > theirs);
+        EXPECT_EQ(caught, system->WindowAt({x, y}) == window);
+        return caught;
+    }
+    // Four fields of 50 pixels: alpha 0, alpha 1, half of white, opaque green.
+    void FillFields(Surface& surface) {
+        const std::uint32_t fields[] = {0x00000000, 0x01010101, 0x80808080, 0xFF00C000};
+        for (int i = 0; i < 4; ++i)
+            FillRect(surface, CRect(i * 50, 0, i * 50 + 50, 100), fields[i]);
+    }
+    HWND NewLayered(const Compositing& compositing) {
+        const HWND window = NewWindow(kRect);
+        system->SetCompositing(window, {Mode::Nothing});
+        auto surface = system->NewSurface(window, 200, 100);
+        EXPECT_TRUE(surface);
+        if (surface) FillFields(*surface);
+        system->Present(window, Region(CRect(0, 0, 200, 100)));
+        system->SetCompositing(window, compositing);
+        return window;
+    }
+};
+
+struct Setting {
+    const char* name;
+    bool manager;
+    bool compositor;
+    bool alphaVisual;
+};
+constexpr Setting kSettings[] = {
+    {"bare server", false, false, true},      {"openbox", true, false, true},
+    {"openbox and picom", true, true, true},  {"picom", false, true, true},
+    {"no alpha visual", false, false, false},
+};
+
+TEST_F(Layers, AlphaDecidesWhatIsSeenAndCaught) {
+    for (const Setting& setting : kSettings) {
+        SCOPED_TRACE(setting.name);
+        Open({.windowManager = setting.manager,
+              .compositor = setting.compositor,
+              .alphaVisual = setting.alphaVisual});
+        ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+        const HWND window = NewLayered(PerPixel());
+        ShowAndWait(window);
+        EXPECT_TRUE(ScreenShows(275, 150, 0x00C000));
+        EXPECT_TRUE(ScreenShows(125, 150, kBehind));
+        // Blended, or from half on taken for there.
+        EXPECT_TRUE(ScreenShows(225, 150, setting.compositor ? 0x8080E0 : 0xFFFFFF));
+        EXPECT_FALSE(Catches(behind, window, 125, 150));
+        EXPECT_EQ(Catches(behind, window, 175, 150), setting.compositor);
+        EXPECT_TRUE(Catches(behind, window, 225, 150));
+        EXPECT_TRUE(Catches(behind, window, 275, 150));
+        // A part of it changes.
+        auto surface = system->NewSurface(window, 200, 100);
+        FillFields(*surface);
+        system->Present(window, Region(CRect(0, 0, 200, 100)));
+        system->BeginWrite(window);
+        FillRect(*surface, CRect(0, 0, 50, 50), 0xFFC00000);
+        FillRect(*surface, CRect(150, 0, 200, 50), 0);
+        system->Present(window, Region(CRect(0, 0, 200, 50)));
+        EXPECT_TRUE(ScreenShows(125, 110, 0xC00000));
+        EXPECT_TRUE(ScreenShows(275, 110, kBehind));
+        EXPECT_TRUE(ScreenShows(275, 190, 0x00C000));
+        EXPECT_TRUE(Catches(behind, window, 125, 110));
+        EXPECT_FALSE(Catches(behind, window, 275, 110));
+        EXPECT_FALSE(Catches(behind, window, 125, 190));
+        system.reset();
+    }
+}
+
+TEST_F(Layers, NothingIsShownOfAWindowThatWasNotFed) {
+    for (const bool compositor : {false, true}) {
+        SCOPED_TRACE(compositor);
+        Open({.windowManager = true, .compositor = compositor});
+        ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+        const HWND window = NewWindow(kRect);
+        system->SetCompositing(window, {Mode::Nothing});
+        system->Show(window, Visibility::Shown);
+        ASSERT_TRUE(Until([&] { return seen.IsFocused(window); }));
+        EXPECT_TRUE(ScreenShows(200, 150, kBehind));
+        EXPECT_FALSE(Catches(behind, window, 200, 150));
+        Fill(window, kRect.Size(), 0xFF00C000);
+        system->SetCompositing(window, PerPixel());
+        EXPECT_TRUE(ScreenShows(200, 150, 0x00C000));
+        EXPECT_TRUE(Catches(behind, window, 200, 150));
+        system.reset();
+    }
+}
+
+TEST_F(Layers, KeyColourIsLeftOut) {
+    for (const Setting& setting : kSettings) {
+        SCOPED_TRACE(setting.name);
+        Open({.windowManager = setting.manager,
+              .compositor = setting.compositor,
+              .alphaVisual = setting.alphaVisual});
+        ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+        const HWND window = NewWindow(kRect);
+        system->SetCompositing(window, {Mode::ColorKey, 0xFF00FF, 255, false});
+        auto surface = system->NewSurface(window, 200, 100);
+        FillRect(*surface, CRect(0, 0, 200, 100), 0x00FF00FF);  // whatever its alpha
+        FillRect(*surface, CRect(50, 0, 100, 100), 0x0000C000);
+        system->Present(window, Region(CRect(0, 0, 200, 100)));
+        ShowAndWait(window);
+        EXPECT_TRUE(ScreenShows(175, 150, 0x00C000));
+        EXPECT_TRUE(ScreenShows(125, 150, kBehind));
+        EXPECT_TRUE(Catches(behind, window, 175, 150));
+        EXPECT_FALSE(Catches(behind, window, 125, 150));
+        system.reset();
+    }
+}
+
+TEST_F(Layers, ConstantAlphaFadesAllOrAllButTheKey) {
+    Open({.windowManager = true, .compositor = true});
+    ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+    const HWND window = NewWindow(kRect);
+    system->SetCompositing(window, {Mode::Constant, 0, 128, false});
+    auto surface = system->NewSurface(window, 200, 100);
+    FillRect(*surface, CRect(0, 0, 200, 100), 0x00FFFFFF);
+    FillRect(*surface, CRect(0, 0, 50, 100), 0x00FF00FF);
+    system->Present(window, Region(CRect(0, 0, 200, 100)));
+    ShowAndWait(window);
+    const auto about = [&](int x, int red, int green, int blue) {
+        return Until(
+            [&] {
+                const int pixel = static_cast<int>(session->PixelAt(x, 150));
+                const auto near = [](int a, int b) { return a - b >= -2 && a - b <= 2; };
+                return near(pixel >> 16, red) && near((pixel >> 8) & 255, green) && near(pixel & 255, blue);
+            },
+            5000);
+    };
+    EXPECT_TRUE(about(250, 128, 128, 0xDF));
+    EXPECT_TRUE(about(125, 128, 0, 0xDF));
+    EXPECT_TRUE(Catches(behind, window, 125, 150));
+    // From here on it needs an alpha channel: a new native window, in the same place and still there.
+    system->SetCompositing(window, {Mode::Constant, 0xFF00FF, 128, true});
+    EXPECT_TRUE(about(250, 128, 128, 0xDF));
+    EXPECT_TRUE(about(125, 0, 0, 0xC0));
+    EXPECT_FALSE(Catches(behind, window, 125, 150));
+    EXPECT_TRUE(Catches(behind, window, 250, 150));
+    // And back to opaque, whatever the alpha of its pixels.
+    system->SetCompositing(window, {Mode::Opaque});
+    EXPECT_TRUE(about(250, 255, 255, 255));
+    EXPECT_TRUE(about(125, 255, 0, 255));
+    // Faded out entirely it is not there for the pointer either.
+    system->SetCompositing(window, {Mode::Constant, 0, 0, false});
+    EXPECT_TRUE(about(250, 0, 0, 0xC0));
+    EXPECT_FALSE(Catches(behind, window, 250, 150));
+    system->SetCompositing(window, PerPixel(128));
+    system->BeginWrite(window);
+    FillRect(*surface, CRect(0, 0, 200, 100), 0x80808080);
+    system->Present(window, Region(CRect(0, 0, 200, 100)));
+    EXPECT_TRUE(about(250, 64, 64, 0xC0 * 3 / 4 + 64));
+    EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0);
+}
+
+TEST_F(Layers, FollowTheCompositor) {
+    Open({.windowManager = true});
+    ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+    const HWND window = NewLayered(PerPixel());
+    ShowAndWait(window);
+    EXPECT_TRUE(ScreenShows(225, 150, 0xFFFFFF));
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(session->StartCompositor());
+        EXPECT_TRUE(ScreenShows(225, 150, 0x8080E0));
+        EXPECT_TRUE(ScreenShows(125, 150, kBehind));
+        EXPECT_TRUE(Catches(behind, window, 175, 150));
+        ASSERT_TRUE(session->StopCompositor());
+        EXPECT_TRUE(ScreenShows(225, 150, 0xFFFFFF));
+        EXPECT_TRUE(ScreenShows(175, 150, kBehind));
+        EXPECT_TRUE(ScreenShows(275, 150, 0x00C000));
+        EXPECT_FALSE(Catches(behind, window, 175, 150));
+    }
+}
+
+TEST_F(Layers, ARegionClipsWindowAndInput) {
+    for (const Setting& setting : kSettings) {
+        SCOPED_TRACE(setting.name);
+        Open({.windowManager = setting.manager,
+              .compositor = setting.compositor,
+              .alphaVisual = setting.alphaVisual});
+        ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+        const HWND window = NewWindow(kRect);
+        const Region round = Region::RoundRect(CRect(0, 0, 200, 100), 60, 60);
+        system->SetShape(window, &round);
+        Fill(window, kRect.Size(), 0xFF00C000);
+        ShowAndWait(window);
+        EXPECT_TRUE(ScreenShows(200, 150, 0x00C000));
+        for (int y = 0; y < 100; y += 7)
+            for (int x = 0; x < 200; x += 9)
+                ASSERT_TRUE(ScreenShows(100 + x, 100 + y, round.Contains(x, y) ? 0x00C000 : kBehind))
+                    << x << ", " << y;
+        EXPECT_FALSE(Catches(behind, window, 102, 102));
+        EXPECT_TRUE(Catches(behind, window, 200, 150));
+        // Together with alpha, both must let a pixel stand.
+        system->SetCompositing(window, PerPixel());
+        auto surface = system->NewSurface(window, 200, 100);
+        FillRect(*surface, CRect(0, 0, 200, 50), 0xFF00C000);
+        system->Present(window, Region(CRect(0, 0, 200, 100)));
+        EXPECT_TRUE(ScreenShows(200, 110, 0x00C000));
+        EXPECT_TRUE(ScreenShows(102, 102, kBehind));
+        EXPECT_TRUE(ScreenShows(200, 180, kBehind));
+        EXPECT_FALSE(Catches(behind, window, 200, 180));
+        EXPECT_FALSE(Catches(behind, window, 102, 102));
+        system->SetShape(window, nullptr);
+        EXPECT_TRUE(ScreenShows(101, 101, 0x00C000));
+        EXPECT_TRUE(Catches(behind, window, 101, 101));
+        system.reset();
+    }
+}
+
+TEST_F(Layers, NoiseDoesNotFreezeTheServer) {
+    Open({.windowManager = true});
+    const CSize size(1200, 700);
+    const HWND window = NewWindow(CRect(CPoint(10, 10), size));
+    system->SetCompositing(window, PerPixel());
+    auto surface = system->NewSurface(window, size.cx, size.cy);
+    std::uint32_t noise = 1;
+    for (int y = 0; y < size.cy; ++y)
+        for (int x = 0; x < size.cx; ++x) {
+            noise = noise * 1664525 + 1013904223;
+            surface->Row(y)[x] = noise & 0x80000000 ? 0xFF00C000 : 0;
+        }
+    const std::uint64_t before = system->Now();
+    system->Present(window, Region(CRect(CPoint(0, 0), size)));
+    ShowAndWait(window);
+    EXPECT_TRUE(xtest::Eventually([&] { return session->PixelAt(600, 350) != 0xFFFFFFFF; }));
+    EXPECT_LT(system->Now() - before, 1500U);
+}
+
+}  // namespace

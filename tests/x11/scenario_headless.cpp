@@ -1,0 +1,35 @@
+// Plays the story in memory and leaves what it told in the file named on the command line.
+#include "x11/scenario.h"
+
+namespace {
+
+class HeadlessStage final : public scenario::Stage {
+  public:
+    void MovePointer(int x, int y) override { Headless::MovePointer(x, y); }
+    void Button(int button, bool down) override {
+        if (down)
+            Headless::ButtonDown(button);
+        else
+            Headless::ButtonUp(button);
+        Headless::Advance(600);  // two presses are never a double click here
+    }
+    void Key(UINT virtualKey, const std::string&) override {
+        Headless::KeyDown(virtualKey);
+        Headless::KeyUp(virtualKey);
+    }
+    void Settle() override { Headless::RunPending(); }
+    std::vector<std::uint32_t> Screen() override {
+        std::vector<std::uint32_t> pixels = Headless::CaptureScreen().argb;
+        for (std::uint32_t& pixel : pixels)
+            pixel &= 0xFFFFFF;
+        return pixels;
+    }
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 2 || !Headless::Use(scenario::kScreenWidth, scenario::kScreenHeight)) return 2;
+    HeadlessStage stage;
+    return scenario::Save(scenario::Play(stage), arguments[1]) ? 0 : 1;
+}
