@@ -84,7 +84,12 @@ LRESULT WindowAccess::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM
 
     if (message == WM_DESTROY) ModalLoop::WindowLeaves(window);
     MessageFrame frame(*object, window, message, wParam, lParam);
-    const LRESULT result = object->WindowProc(message, wParam, lParam);
+    LRESULT result = 0;
+    try {
+        result = object->WindowProc(message, wParam, lParam);
+    } catch (const CException&) {
+        // It ends the message that raised it, not the host's loop.
+    }
     if (message == WM_NCDESTROY) {
         ModalLoop::WindowLeaves(window);
         if (frame.object && frame.object->m_hWnd == window) Detach(*frame.object);

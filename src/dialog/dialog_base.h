@@ -190,6 +190,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void CopyShearedBackCache();
 
     std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints
-    bool m_bStartOver = false;          // a host drew below a frame that was only to be mended
+    bool m_bStartOver = false;     // a host drew below a frame that was only to be mended, or left it out
+    bool m_bFramePainted = false;  // the host's DrawSurface called that of the dialog
     std::shared_ptr<const char> m_pLife = std::make_shared<const char>('\0');  // expires with the object
 };

@@ -136,7 +136,10 @@ bool QKFrame::BeginPart(HRGN wanted) {
 }
 
 bool QKFrame::ClipPart() {
-    return SelectClipRgn(context_, part_) != NULLREGION;
+    if (SelectClipRgn(context_, part_) != NULLREGION)
+        return true;
+    SelectClipRgn(context_, HRGN());
+    return false;
 }
 
 void QKFrame::EndPart() {

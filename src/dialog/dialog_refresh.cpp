@@ -72,10 +72,15 @@ void CQKDialogBase::ComposeLayeredFrame(int width, int height) {
     frame.TakeInputs();
     do {
         m_bStartOver = false;
-        if (frame.BeginPart(HRGN()) && HasCachedBackground()) CopyBackCache();
+        m_bFramePainted = false;
+        if (frame.BeginPart(HRGN()) && HasCachedBackground())
+            CopyBackCache();
         frame.Seal();
         DrawSurface(frame.Context(), width, height, 1);
-        if (m_bStartOver) frame.MakeAllStale();
+        if (!m_bFramePainted && !frame.IsWholePart())
+            m_bStartOver = true;
+        if (m_bStartOver)
+            frame.MakeAllStale();
     } while (m_bStartOver);
 }
 

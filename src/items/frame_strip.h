@@ -3,7 +3,7 @@
 
 #include <platform/geometry.h>
 
-struct QKFrameStrip {
+struct PLATFORM_API QKFrameStrip {
     int width;  // of the whole picture
     int height;
     int count;      // frames; at least 1
@@ -24,4 +24,4 @@ struct QKFrameState {
 //
 // The pressed frame starts at twice the rounded step, not at the rounded double of it. Side by side, an
 // active button of four frames shows its hover frame under the pointer; stacked, it keeps its active frame.
-int QKFrameOffset(const QKFrameStrip& strip, const QKFrameState& state);
+PLATFORM_API int QKFrameOffset(const QKFrameStrip& strip, const QKFrameState& state);

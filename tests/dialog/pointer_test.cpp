@@ -156,7 +156,6 @@ TEST_F(DialogPointer, EmptySpaceDragsTheWindowUnlessForbidden) {
         CRect before, after;
         dialog->GetWindowRect(before);
         dialog->Press(60, 100);
-        EXPECT_EQ(GetCapture() == dialog->m_hWnd, noMove == 1);
         Headless::MovePointer(before.left + 60 + 37, before.top + 100 + 11);
         Headless::ButtonUp();
         dialog->GetWindowRect(after);
@@ -176,6 +175,7 @@ TEST_F(DialogPointer, AMinimiseButtonIsNormalAfterwards) {
     EXPECT_TRUE(IsIconic(dialog->m_hWnd));
     EXPECT_EQ(a->GetStatus(), kNormal);
     EXPECT_EQ(dialog->m_bMinimized, 0);
+    Headless::MovePointer(600, 400);
     ShowWindow(dialog->m_hWnd, SW_RESTORE);
     Headless::RunPending();
     EXPECT_EQ(dialog->Pixel(20, 20), kit::kNormal);

@@ -217,6 +217,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     static BOOL WalkPreTranslateTree(MSG* message);
 
     // Every message of the window comes here; routes it through the message maps, or to DefWindowProc.
+    // A CException that leaves it ends the message with the result 0.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
     // Defaults of the handlers that a message map may route to; each runs Default().
