@@ -40,7 +40,7 @@ Script& TheScript();
 constexpr LPCWSTR kWindowClass = u"WindowTest";
 
 class WindowTest : public testing::Test {
-  protected:
+  public:
     void SetUp() override;
     void TearDown() override;
 

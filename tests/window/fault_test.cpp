@@ -1,0 +1,310 @@
+// Stale handles in every call, and windows that go away while they are being told something.
+#include <set>
+
+#include "window/window_kit.h"
+
+namespace windowtest {
+namespace {
+
+using FaultTest = WindowTest;
+
+TEST_F(FaultTest, EveryCallRecognisesAStaleWindow) {
+    const HWND gone = Create(0, 0, 5, 5);
+    DestroyWindow(gone);
+    const HWND reused = Create(0, 0, 5, 5);
+    ASSERT_FALSE(gone == reused);
+    static const HWND other = reused;
+    const struct {
+        const char* call;
+        bool (*fails)(HWND);
+    } calls[] = {
+        {"DestroyWindow", [](HWND w) { return !DestroyWindow(w); }},
+        {"ShowWindow", [](HWND w) { return !ShowWindow(w, SW_SHOW); }},
+        {"IsWindowVisible", [](HWND w) { return !IsWindowVisible(w); }},
+        {"IsIconic", [](HWND w) { return !IsIconic(w); }},
+        {"EnableWindow", [](HWND w) { return !EnableWindow(w, TRUE); }},
+        {"IsWindowEnabled", [](HWND w) { return !IsWindowEnabled(w); }},
+        {"SetWindowPos", [](HWND w) { return !SetWindowPos(w, {}, 0, 0, 1, 1, 0); }},
+        {"SetWindowPos after", [](HWND w) { return !SetWindowPos(other, w, 0, 0, 1, 1, SWP_NOACTIVATE); }},
+        {"MoveWindow", [](HWND w) { return !MoveWindow(w, 0, 0, 1, 1, TRUE); }},
+        {"GetWindowRect",
+         [](HWND w) {
+             RECT rect;
+             return !GetWindowRect(w, &rect);
+         }},
+        {"GetClientRect",
+         [](HWND w) {
+             RECT rect;
+             return !GetClientRect(w, &rect);
+         }},
+        {"ClientToScreen",
+         [](HWND w) {
+             POINT point = {0, 0};
+             return !ClientToScreen(w, &point);
+         }},
+        {"ScreenToClient",
+         [](HWND w) {
+             POINT point = {0, 0};
+             return !ScreenToClient(w, &point);
+         }},
+        {"GetParent", [](HWND w) { return !GetParent(w); }},
+        {"GetDlgItem", [](HWND w) { return !GetDlgItem(w, 1); }},
+        {"GetWindowLongPtrW", [](HWND w) { return !GetWindowLongPtrW(w, GWL_STYLE); }},
+        {"SetWindowLongPtrW", [](HWND w) { return !SetWindowLongPtrW(w, GWLP_USERDATA, 1); }},
+        {"SetWindowTextW", [](HWND w) { return !SetWindowTextW(w, u"x"); }},
+        {"GetWindowTextW", [](HWND w) { return GetWindowTextW(w).IsEmpty(); }},
+        {"SetFocus", [](HWND w) { return !SetFocus(w); }},
+        {"SetActiveWindow", [](HWND w) { return !SetActiveWindow(w); }},
+        {"SetForegroundWindow", [](HWND w) { return !SetForegroundWindow(w); }},
+        {"InvalidateRect", [](HWND w) { return !InvalidateRect(w, nullptr, TRUE); }},
+        {"ValidateRect", [](HWND w) { return !ValidateRect(w, nullptr); }},
+        {"GetUpdateRect", [](HWND w) { return !GetUpdateRect(w, nullptr, FALSE); }},
+        {"UpdateWindow", [](HWND w) { return !UpdateWindow(w); }},
+        {"BeginPaint",
+         [](HWND w) {
+             PAINTSTRUCT paint;
+             return !BeginPaint(w, &paint);
+         }},
+        {"EndPaint",
+         [](HWND w) {
+             const PAINTSTRUCT paint = {};
+             return !EndPaint(w, &paint);
+         }},
+        {"GetDC", [](HWND w) { return !GetDC(w); }},
+        {"ReleaseDC", [](HWND w) { return !ReleaseDC(w, HDC()); }},
+        {"SetLayeredWindowAttributes",
+         [](HWND w) { return !SetLayeredWindowAttributes(w, 0, 0, LWA_ALPHA); }},
+        {"UpdateLayeredWindow",
+         [](HWND w) { return !UpdateLayeredWindow(w, {}, nullptr, nullptr, {}, nullptr, 0, nullptr, 0); }},
+        {"SetWindowRgn", [](HWND w) { return !SetWindowRgn(w, {}, TRUE); }},
+        {"SendMessageW", [](HWND w) { return !SendMessageW(w, WM_CLOSE, 0, 0); }},
+        {"PostMessageW", [](HWND w) { return !PostMessageW(w, WM_CLOSE, 0, 0); }},
+        {"PeekMessageW",
+         [](HWND w) {
+             MSG message;
+             return !PeekMessageW(&message, w, 0, 0, PM_REMOVE);
+         }},
+        {"GetMessageW",
+         [](HWND w) {
+             MSG message;
+             return GetMessageW(&message, w, 0, 0) == -1;
+         }},
+        {"DefWindowProcW", [](HWND w) { return !DefWindowProcW(w, WM_NCHITTEST, 0, 0); }},
+        {"SetTimer", [](HWND w) { return !SetTimer(w, 1, 10, nullptr); }},
+        {"KillTimer", [](HWND w) { return !KillTimer(w, 1); }},
+        {"SetCapture", [](HWND w) { return !SetCapture(w); }},
+        {"TrackMouseEvent",
+         [](HWND w) {
+             TRACKMOUSEEVENT request = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, w, 0};
+             return !TrackMouseEvent(&request);
+         }},
+        {"CreateWindowExW",
+         [](HWND w) {
+             return !CreateWindowExW(0, kWindowClass, u"", WS_CHILD, 0, 0, 1, 1, w, 0, {}, nullptr);
+         }},
+    };
+    // The second is a handle that no table ever gave out, the third the empty one.
+    // The empty window means something to these.
+    const std::set<std::string> takeEmpty = {
+        "SetWindowPos after", "SetFocus",    "GetDC",    "ReleaseDC", "PostMessageW",
+        "PeekMessageW",       "GetMessageW", "SetTimer", "KillTimer", "CreateWindowExW"};
+    const HWND neverGiven(12345, 1);
+    for (const HWND bad : {gone, neverGiven, HWND()})
+        for (const auto& one : calls) {
+            if (!bad && takeEmpty.count(one.call)) continue;
+            SCOPED_TRACE(one.call);
+            SetLastError(0);
+            EXPECT_TRUE(one.fails(bad));
+            EXPECT_EQ(GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
+        }
+    EXPECT_FALSE(IsWindow(gone));
+    EXPECT_TRUE(IsWindow(reused));
+}
+
+TEST_F(FaultTest, AWindowMayGoInsideAnyMessage) {
+    static FaultTest* self;
+    self = this;
+    static const auto pressAt = [](int button) {
+        self->User().Move(110, 110);
+        self->User().Press(button);
+        self->User().Release(button);
+        self->User().Press(button);
+        self->User().Release(button);
+    };
+    const struct {
+        UINT message;
+        void (*cause)(HWND);
+    } occasions[] = {
+        {WM_SHOWWINDOW, [](HWND w) { ShowWindow(w, SW_HIDE); }},
+        {WM_SIZE, [](HWND w) { MoveWindow(w, 0, 0, 9, 9, TRUE); }},
+        {WM_MOVE, [](HWND w) { MoveWindow(w, 0, 0, 9, 9, TRUE); }},
+        {WM_WINDOWPOSCHANGED, [](HWND w) { SetWindowPos(w, HWND_TOPMOST, 0, 0, 9, 9, SWP_SHOWWINDOW); }},
+        {WM_SIZE, [](HWND w) { ShowWindow(w, SW_MINIMIZE); }},
+        {WM_MOVE, [](HWND w) { ShowWindow(w, SW_MINIMIZE); }},
+        {WM_ACTIVATE, [](HWND w) { ShowWindow(w, SW_MINIMIZE); }},
+        {WM_ACTIVATE, [](HWND w) { DestroyWindow(w); }},
+        {WM_ACTIVATE, [](HWND) { self->Open(300, 300, 9, 9, kRed); }},
+        {WM_KILLFOCUS, [](HWND) { self->Open(300, 300, 9, 9, kRed); }},
+        {WM_SETFOCUS,
+         [](HWND w) {
+             SetFocus({});
+             SetFocus(w);
+         }},
+        {WM_ENABLE, [](HWND w) { EnableWindow(w, FALSE); }},
+        {WM_SETTEXT, [](HWND w) { SetWindowTextW(w, u"x"); }},
+        {WM_PAINT, [](HWND w) { InvalidateRect(w, nullptr, TRUE); }},
+        {WM_PAINT,
+         [](HWND w) {
+             InvalidateRect(w, nullptr, TRUE);
+             UpdateWindow(w);
+         }},
+        {WM_ERASEBKGND, [](HWND w) { InvalidateRect(w, nullptr, TRUE); }},
+        {WM_ERASEBKGND,
+         [](HWND w) {
+             InvalidateRect(w, nullptr, TRUE);
+             GetUpdateRect(w, nullptr, TRUE);
+         }},
+        {WM_CLOSE, [](HWND w) { self->User().RequestClose(w); }},
+        {WM_SYSCOMMAND, [](HWND w) { self->User().RequestClose(w); }},
+        {WM_DESTROY, [](HWND w) { DestroyWindow(w); }},
+        {WM_NCDESTROY, [](HWND w) { DestroyWindow(w); }},
+        {WM_SETCURSOR, [](HWND) { pressAt(1); }},
+        {WM_NCHITTEST, [](HWND) { pressAt(1); }},
+        {WM_NCHITTEST,
+         [](HWND) {
+             WindowFromPoint(POINT{110, 110});
+         }},
+        {WM_MOUSEMOVE, [](HWND) { pressAt(1); }},
+        {WM_LBUTTONDOWN, [](HWND) { pressAt(1); }},
+        {WM_LBUTTONUP, [](HWND) { pressAt(1); }},
+        {WM_LBUTTONDBLCLK, [](HWND) { pressAt(1); }},
+        {WM_RBUTTONDOWN, [](HWND) { pressAt(3); }},
+        {WM_RBUTTONUP, [](HWND) { pressAt(3); }},
+        {WM_MBUTTONDBLCLK, [](HWND) { pressAt(2); }},
+        {WM_MOUSELEAVE,
+         [](HWND w) {
+             self->User().Move(110, 110);
+             TRACKMOUSEEVENT request = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, w, 0};
+             TrackMouseEvent(&request);
+             self->User().Move(10, 10);
+         }},
+        {WM_KEYDOWN, [](HWND) { self->User().KeyDown('A'); }},
+        {WM_CHAR, [](HWND) { self->User().KeyDown('A'); }},
+        {WM_KEYUP,
+         [](HWND) {
+             self->User().KeyDown('A');
+             self->User().KeyUp('A');
+         }},
+        {WM_SYSKEYDOWN,
+         [](HWND) {
+             self->User().KeyDown(VK_MENU);
+             self->User().KeyUp(VK_MENU);
+         }},
+        {WM_TIMER,
+         [](HWND w) {
+             SetTimer(w, 1, 10, nullptr);
+             self->User().Pass(30);
+         }},
+        {WM_USER, [](HWND w) { SendMessageW(w, WM_USER, 0, 0); }},
+        {WM_USER, [](HWND w) { PostMessageW(w, WM_USER, 0, 0); }},
+        {WM_ENTERSIZEMOVE,
+         [](HWND w) {
+             self->User().Move(110, 110);
+             self->User().Press();
+             SendMessageW(w, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+         }},
+    };
+    for (const bool destroysOwner : {false, true})
+        for (const auto& one : occasions) {
+            SCOPED_TRACE(NameOf(one.message) + (destroysOwner ? ", with its owner" : ""));
+            const HWND owner = Open(400, 400, 20, 20, kBlue);
+            const HWND window = Open(100, 100, 50, 50, kRed, owner);
+            OpenChild(window, 30, 30, 5, 5, kGreen);
+            SetActiveWindow(window);
+            User().Settle();
+            bool met = false;
+            Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
+                if (!(heard == window) || message != one.message || met) return false;
+                met = true;
+                DestroyWindow(destroysOwner ? owner : window);
+                return false;
+            };
+            one.cause(window);
+            User().Settle();
+            EXPECT_TRUE(met);
+            Told().answer = nullptr;
+            EXPECT_FALSE(IsWindow(window));
+            EXPECT_EQ(Told().Count(window, WM_NCDESTROY), 1);
+            EXPECT_EQ(Told().Count(window, WM_DESTROY), 1);
+            if (IsWindow(owner)) DestroyWindow(owner);
+            for (int button = 1; button <= 3; ++button)
+                User().Release(button);
+            User().KeyUp('A');
+            User().Move(790, 590);
+        }
+}
+
+TEST_F(FaultTest, AProcedureMayDestroyWhileItIsCreated) {
+    for (const UINT at :
+         {UINT{WM_NCCREATE}, UINT{WM_CREATE}, UINT{WM_SIZE}, UINT{WM_MOVE}, UINT{WM_SHOWWINDOW}}) {
+        SCOPED_TRACE(NameOf(at));
+        bool met = false;
+        Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+            if (message != at || met) return false;
+            met = true;
+            DestroyWindow(window);
+            return false;
+        };
+        EXPECT_FALSE(
+            CreateWindowExW(0, kWindowClass, u"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, {}, 0, {}, nullptr));
+        EXPECT_TRUE(met);
+    }
+}
+
+TEST_F(FaultTest, SiblingsMayGoWhileTheirParentGoes) {
+    const HWND parent = Open(100, 100, 50, 50, kRed);
+    std::vector<HWND> children;
+    for (int i = 0; i < 6; ++i)
+        children.push_back(OpenChild(parent, i, i, 10, 10, kBlue, static_cast<UINT_PTR>(i)));
+    const HWND owned = Open(10, 10, 10, 10, kGreen, parent);
+    Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_DESTROY && window == children[1]) {
+            DestroyWindow(children[4]);
+            DestroyWindow(children[0]);
+            DestroyWindow(owned);
+            DestroyWindow(parent);
+        }
+        return false;
+    };
+    EXPECT_TRUE(DestroyWindow(parent));
+    EXPECT_FALSE(IsWindow(parent) || IsWindow(owned));
+    for (const HWND child : children) {
+        EXPECT_FALSE(IsWindow(child));
+        EXPECT_EQ(Told().Count(child, WM_NCDESTROY), 1);
+    }
+}
+
+TEST_F(FaultTest, NullPointersAreRefused) {
+    const HWND window = Create(0, 0, 5, 5);
+    SetLastError(0);
+    EXPECT_FALSE(GetWindowRect(window, nullptr));
+    EXPECT_FALSE(GetClientRect(window, nullptr));
+    EXPECT_FALSE(ClientToScreen(window, nullptr));
+    EXPECT_FALSE(ScreenToClient(window, nullptr));
+    EXPECT_FALSE(BeginPaint(window, nullptr));
+    EXPECT_FALSE(EndPaint(window, nullptr));
+    EXPECT_FALSE(TrackMouseEvent(nullptr));
+    EXPECT_FALSE(GetCursorPos(nullptr));
+    EXPECT_FALSE(PeekMessageW(nullptr, {}, 0, 0, PM_REMOVE));
+    EXPECT_EQ(GetMessageW(nullptr, {}, 0, 0), -1);
+    EXPECT_FALSE(TranslateMessage(nullptr));
+    EXPECT_EQ(DispatchMessageW(nullptr), 0);
+    EXPECT_FALSE(RegisterClassW(nullptr));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    // A timer message with a procedure that no timer has is not called.
+    const MSG made = {window, WM_TIMER, 1, 0x1234, 0, {0, 0}};
+    EXPECT_EQ(DispatchMessageW(&made), 0);
+}
+
+}  // namespace
+}  // namespace windowtest

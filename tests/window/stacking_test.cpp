@@ -1,0 +1,263 @@
+// Which window is where: stacking, owners, topmost windows, showing, minimising, activation.
+#include <algorithm>
+
+#include "window/window_kit.h"
+
+namespace windowtest {
+namespace {
+
+class StackingTest : public WindowTest {
+  protected:
+    // The windows at one point, seen from above, as letters of their order in `windows`.
+    std::string Order(const std::vector<HWND>& windows) {
+        std::string order;
+        std::vector<HWND> hidden;
+        for (;;) {
+            const HWND top = WindowFromPoint(POINT{110, 110});
+            const auto found = std::find(windows.begin(), windows.end(), top);
+            if (found == windows.end()) break;
+            order += static_cast<char>('a' + (found - windows.begin()));
+            Holes().push_back(top);
+        }
+        Holes().clear();
+        return order;
+    }
+    static std::vector<HWND>& Holes() {
+        static std::vector<HWND> holes;
+        return holes;
+    }
+    void SetUp() override {
+        WindowTest::SetUp();
+        Told().answer = [](HWND window, UINT message, WPARAM, LPARAM, LRESULT& result) {
+            if (message != WM_NCHITTEST) return false;
+            if (std::find(Holes().begin(), Holes().end(), window) == Holes().end()) return false;
+            result = HTTRANSPARENT;
+            return true;
+        };
+    }
+    static constexpr UINT kStay = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+};
+
+TEST_F(StackingTest, WindowsGoWhereTheyArePut) {
+    const HWND a = Open(100, 100, 50, 50, kRed);
+    const HWND b = Open(100, 100, 50, 50, kGreen);
+    const HWND c = Open(100, 100, 50, 50, kBlue);
+    const std::vector<HWND> all = {a, b, c};
+    EXPECT_EQ(Order(all), "cba");
+    const struct {
+        const char* what;
+        HWND window, after;
+        const char* order;
+        std::uint32_t pixel;
+    } steps[] = {
+        {"top", a, HWND_TOP, "acb", kRedPixel},
+        {"bottom", a, HWND_BOTTOM, "cba", kBluePixel},
+        {"under", c, b, "bca", kGreenPixel},
+        {"topmost", a, HWND_TOPMOST, "abc", kRedPixel},
+        {"top again", c, HWND_TOP, "acb", kRedPixel},
+        {"topmost too", b, HWND_TOPMOST, "bac", kGreenPixel},
+        {"not any more", b, HWND_NOTOPMOST, "abc", kRedPixel},
+        {"under a topmost", c, a, "acb", kRedPixel},
+        {"bottom of its layer", a, HWND_BOTTOM, "acb", kRedPixel},
+        {"all normal", a, HWND_NOTOPMOST, "acb", kRedPixel},
+        {"last", c, HWND_TOP, "cab", kBluePixel},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.what);
+        EXPECT_TRUE(SetWindowPos(step.window, step.after, 0, 0, 0, 0, kStay));
+        EXPECT_EQ(Order(all), step.order);
+        EXPECT_EQ(ScreenColour(110, 110), step.pixel);
+    }
+    EXPECT_FALSE(SetWindowPos(a, a, 0, 0, 0, 0, kStay));
+}
+
+TEST_F(StackingTest, OwnedWindowsStayAboveTheirOwners) {
+    const HWND a = Open(100, 100, 50, 50, kRed);
+    const HWND b = Open(100, 100, 50, 50, kGreen, a);
+    const HWND c = Open(100, 100, 50, 50, kBlue, b);
+    const HWND d = Open(100, 100, 50, 50, kWhite);
+    const std::vector<HWND> all = {a, b, c, d};
+    EXPECT_EQ(Order(all), "dcba");
+    const struct {
+        HWND window, after;
+        const char* order;
+    } steps[] = {{a, HWND_TOP, "cbad"},     {c, HWND_BOTTOM, "cbad"}, {d, HWND_TOP, "dcba"},
+                 {a, HWND_TOPMOST, "cbad"}, {d, HWND_TOP, "cbad"},    {a, HWND_NOTOPMOST, "cbad"},
+                 {d, HWND_TOP, "dcba"},     {b, HWND_TOP, "cbda"}};
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.order);
+        EXPECT_TRUE(SetWindowPos(step.window, step.after, 0, 0, 0, 0, kStay));
+        EXPECT_EQ(Order(all), step.order);
+    }
+}
+
+TEST_F(StackingTest, PlacesAndSizes) {
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    RECT rect;
+    Forget();
+    EXPECT_TRUE(SetWindowPos(window, {}, 5, 6, 7, 8, SWP_NOZORDER | SWP_NOACTIVATE));
+    EXPECT_EQ(NamesOf(Told().Of(window)).substr(0, 26), "WINDOWPOSCHANGED MOVE SIZE");
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect, CRect(5, 6, 12, 14));
+    GetClientRect(window, &rect);
+    EXPECT_EQ(rect, CRect(0, 0, 7, 8));
+    Forget();
+    EXPECT_TRUE(MoveWindow(window, 5, 6, 7, 8, TRUE));
+    EXPECT_TRUE(Told().heard.empty()) << "nothing changed";
+    EXPECT_FALSE(SetWindowPos(window, {}, 0, 0, -1, 5, SWP_NOZORDER));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    EXPECT_TRUE(SetWindowPos(window, {}, -20, 2000000000, 0, 0, SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE));
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.left, -20);
+    EXPECT_LT(rect.bottom, 40000) << "held inside what a window system can name";
+    const HWND child = OpenChild(window, 2, 3, 4, 4, kBlue);
+    MoveWindow(window, 100, 200, 20, 20, TRUE);
+    POINT point = {1, 1};
+    EXPECT_TRUE(ClientToScreen(child, &point));
+    EXPECT_EQ(point, (POINT{103, 204}));
+    EXPECT_TRUE(ScreenToClient(child, &point));
+    EXPECT_EQ(point, (POINT{1, 1}));
+}
+
+TEST_F(StackingTest, ShowingAndHiding) {
+    const HWND window = Create(100, 100, 50, 50);
+    EXPECT_FALSE(IsWindowVisible(window));
+    Forget();
+    EXPECT_FALSE(ShowWindow(window, SW_SHOW));
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_EQ(NamesOf(Told().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_SETFOCUS})),
+              "SHOWWINDOW ACTIVATE SETFOCUS");
+    EXPECT_TRUE(ShowWindow(window, SW_SHOW));
+    User().Settle();
+    EXPECT_EQ(Told().Count(window, WM_SHOWWINDOW), 1);
+    EXPECT_EQ(Told().Count(window, WM_ACTIVATE), 1) << "what the system reports is no news";
+    Forget();
+    EXPECT_TRUE(ShowWindow(window, SW_HIDE));
+    EXPECT_EQ(NamesOf(Told().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_KILLFOCUS})),
+              "SHOWWINDOW ACTIVATE KILLFOCUS");
+    EXPECT_EQ(GetActiveWindow(), HWND());
+    EXPECT_EQ(ScreenColour(110, 110), kDesktopColour);
+    for (const int quiet : {SW_SHOWNA, SW_SHOWNOACTIVATE}) {
+        ShowWindow(window, SW_HIDE);
+        ShowWindow(window, quiet);
+        User().Settle();
+        EXPECT_EQ(GetActiveWindow(), HWND()) << quiet;
+    }
+    EXPECT_FALSE(ShowWindow(window, SW_HIDE) == FALSE);
+    EXPECT_TRUE(SetWindowPos(window, {}, 0, 0, 0, 0, kStay | SWP_NOZORDER | SWP_SHOWWINDOW));
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_TRUE(SetWindowPos(window, {}, 0, 0, 0, 0, kStay | SWP_NOZORDER | SWP_HIDEWINDOW));
+    EXPECT_FALSE(IsWindowVisible(window));
+}
+
+TEST_F(StackingTest, MinimisingAndBack) {
+    const HWND other = Open(300, 100, 50, 50, kBlue);
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    const HWND owned = Open(110, 110, 10, 10, kGreen, window);
+    SetActiveWindow(window);
+    User().Settle();
+    Forget();
+    PostMessageW(window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    User().Settle();
+    EXPECT_TRUE(IsIconic(window));
+    RECT rect;
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(CRect(rect).TopLeft(), CPoint(-32000, -32000));
+    const std::vector<Heard> size = Told().Of(window, {WM_SIZE});
+    ASSERT_EQ(size.size(), 1u);
+    EXPECT_EQ(size[0].wParam, WPARAM{SIZE_MINIMIZED});
+    const std::vector<Heard> lost = Told().Of(window, {WM_ACTIVATE});
+    ASSERT_EQ(lost.size(), 1u);
+    EXPECT_EQ(lost[0].wParam, (WPARAM{1} << 16) | WA_INACTIVE);
+    EXPECT_EQ(GetActiveWindow(), other) << "the next one below comes up";
+    EXPECT_EQ(ScreenColour(105, 105), kDesktopColour);
+    EXPECT_EQ(ScreenColour(115, 115), kDesktopColour) << "what it owns goes with it";
+    EXPECT_TRUE(IsWindow(owned));
+    InvalidateRect(window, nullptr, FALSE);
+    Forget();
+    User().Settle();
+    EXPECT_EQ(Told().Count(window, WM_PAINT), 0);
+    // Moved meanwhile, it comes back there.
+    SetWindowPos(window, {}, 120, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.left, -32000);
+    PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+    User().Settle();
+    EXPECT_FALSE(IsIconic(window));
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect, CRect(120, 100, 170, 150));
+    EXPECT_EQ(Told().Of(window, {WM_SIZE}).at(0).wParam, WPARAM{SIZE_RESTORED});
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_EQ(ScreenColour(125, 105), kRedPixel);
+}
+
+TEST_F(StackingTest, TheOwnerComesUpWhenItsDialogGoes) {
+    const HWND owner = Open(100, 100, 50, 50, kRed);
+    const HWND bystander = Open(300, 100, 50, 50, kBlue);
+    for (const bool hide : {false, true}) {
+        SCOPED_TRACE(hide);
+        const HWND dialog = Open(110, 110, 20, 20, kGreen, owner);
+        EXPECT_EQ(GetActiveWindow(), dialog);
+        if (hide)
+            ShowWindow(dialog, SW_HIDE);
+        else
+            DestroyWindow(dialog);
+        User().Settle();
+        EXPECT_EQ(GetActiveWindow(), owner);
+        SetActiveWindow(bystander);
+        User().Settle();
+    }
+}
+
+TEST_F(StackingTest, FocusMovesInsideAndBetween) {
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    const HWND child = OpenChild(window, 0, 0, 10, 10, kBlue);
+    const HWND other = Open(200, 100, 50, 50, kGreen);
+    EXPECT_EQ(GetFocus(), other);
+    EXPECT_EQ(SetFocus(child), other);
+    EXPECT_EQ(GetActiveWindow(), window) << "the focus brings its window along";
+    EXPECT_EQ(GetFocus(), child);
+    User().Settle();
+    Forget();
+    User().KeyDown('Q');
+    User().KeyUp('Q');
+    EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 1);
+    EXPECT_EQ(Told().Count(window, WM_KEYDOWN), 0);
+    EnableWindow(child, FALSE);
+    Forget();
+    User().KeyDown('Q');
+    User().KeyUp('Q');
+    EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 0);
+    EXPECT_EQ(SetFocus(child), HWND()) << "disabled";
+    EnableWindow(child, TRUE);
+    ShowWindow(child, SW_HIDE);
+    EXPECT_EQ(GetFocus(), window);
+    EXPECT_EQ(SetFocus({}), window);
+    EXPECT_EQ(GetFocus(), HWND());
+    EXPECT_TRUE(SetForegroundWindow(other));
+    EXPECT_EQ(GetActiveWindow(), other);
+    ShowWindow(window, SW_HIDE);
+    EXPECT_FALSE(SetForegroundWindow(window));
+}
+
+TEST_F(StackingTest, TextsAndNumbers) {
+    const HWND window = Create(0, 0, 5, 5);
+    EXPECT_TRUE(GetWindowTextW(window) == u"test");
+    EXPECT_TRUE(SetWindowTextW(window, u"Grüße 世界"));
+    EXPECT_TRUE(GetWindowTextW(window) == u"Grüße 世界");
+    EXPECT_TRUE(SetWindowTextW(window, nullptr));
+    EXPECT_TRUE(GetWindowTextW(window).IsEmpty());
+    for (const int index : {GWLP_USERDATA, GWLP_ID, GWL_EXSTYLE}) {
+        SCOPED_TRACE(index);
+        const LONG_PTR before = GetWindowLongPtrW(window, index);
+        EXPECT_EQ(SetWindowLongPtrW(window, index, 0x1234), before);
+        EXPECT_EQ(GetWindowLongPtrW(window, index), 0x1234);
+    }
+    SetLastError(0);
+    EXPECT_EQ(GetWindowLongPtrW(window, 999), 0);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+}  // namespace
+}  // namespace windowtest
