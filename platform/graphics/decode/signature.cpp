@@ -23,16 +23,10 @@ constexpr std::int64_t PixelsPerByte(PictureKind kind) {
         case PictureKind::Bmp:
             return 128;  // a run of 255 in two bytes
         case PictureKind::Icon:
-        case PictureKind::Pnm:
-            return 8;  // one bit each
+            return 8;  // a bit each
         default:
             return 8256;  // deflate's 1032 : 1, one bit each
     }
-}
-
-bool IsPnm(std::span<const std::uint8_t> bytes) {
-    if (bytes.size() < 3 || bytes[0] != 'P' || bytes[1] < '1' || bytes[1] > '6') return false;
-    return " \t\r\n#"sv.find(static_cast<char>(bytes[2])) != std::string_view::npos;
 }
 
 }  // namespace
@@ -57,7 +51,7 @@ PictureKind RecognisePicture(std::span<const std::uint8_t> bytes) {
         if (text.starts_with(signature.start)) return signature.kind;
     }
     if (text.starts_with("RIFF"sv) && text.substr(0, 12).ends_with("WEBP"sv)) return PictureKind::WebP;
-    return IsPnm(bytes) ? PictureKind::Pnm : PictureKind::Unknown;
+    return PictureKind::Unknown;
 }
 
 bool IsBelievableSize(PictureKind kind, std::int64_t width, std::int64_t height, std::size_t bytes) {

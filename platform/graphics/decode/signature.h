@@ -6,7 +6,7 @@
 
 namespace platform {
 
-enum class PictureKind { Unknown, Png, Jpeg, Gif, Bmp, Icon, Tiff, WebP, Pnm };
+enum class PictureKind { Unknown, Png, Jpeg, Gif, Bmp, Icon, Tiff, WebP };
 
 // By content alone: file names and resource types lie.
 PictureKind RecognisePicture(std::span<const std::uint8_t> bytes);

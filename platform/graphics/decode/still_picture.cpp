@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-// Only these: the library also reads vector drawings and formats told by one weak byte, which cost time and
-// trust and which no skin is made of.
+// Only these: the library also reads vector drawings and formats told by a weak byte or two, which cost time
+// and trust, complain on the terminal, and which no skin is made of.
 const char* LibraryName(PictureKind kind) {
     switch (kind) {
         case PictureKind::Png:
@@ -25,8 +25,6 @@ const char* LibraryName(PictureKind kind) {
             return "tiff";
         case PictureKind::WebP:
             return "webp";
-        case PictureKind::Pnm:
-            return "pnm";
         default:
             return nullptr;
     }
@@ -37,24 +35,34 @@ struct Release {
 };
 using LoaderPtr = std::unique_ptr<GdkPixbufLoader, Release>;
 
-// The loader asks for the size before it takes pixel memory; a size of nothing makes it give up.
-struct SizeCheck {
+// What the loader tells while it reads.
+struct Watch {
     PictureKind kind;
     std::size_t bytes;
     bool refused = false;
+    bool sawPixels = false;
 
+    // Asked before pixel memory is taken; a size of nothing makes the loader give up.
     static void OnSize(GdkPixbufLoader* loader, int width, int height, gpointer self) {
-        auto* check = static_cast<SizeCheck*>(self);
-        if (IsBelievableSize(check->kind, width, height, check->bytes)) return;
-        check->refused = true;
+        auto* watch = static_cast<Watch*>(self);
+        if (IsBelievableSize(watch->kind, width, height, watch->bytes)) return;
+        watch->refused = true;
         gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
-};
+    // Some decoders leave the rows that a truncated file does not reach as the allocator gave them.
+    static void OnMemory(GdkPixbufLoader* loader, gpointer) {
+        if (GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader)) gdk_pixbuf_fill(pixels, 0);
+    }
+    static void OnPixels(GdkPixbufLoader*, int, int, int, int, gpointer self) {
+        static_cast<Watch*>(self)->sawPixels = true;
+    }
 
-// Some decoders leave the rows that a truncated file does not reach as the allocator gave them.
-void ClearPixels(GdkPixbufLoader* loader, gpointer) {
-    if (GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader)) gdk_pixbuf_fill(pixels, 0);
-}
+    void Follow(GdkPixbufLoader* loader) {
+        g_signal_connect(loader, "size-prepared", G_CALLBACK(&Watch::OnSize), this);
+        g_signal_connect(loader, "area-prepared", G_CALLBACK(&Watch::OnMemory), nullptr);
+        g_signal_connect(loader, "area-updated", G_CALLBACK(&Watch::OnPixels), this);
+    }
+};
 
 // Returns the error's code in the library's own domain, or 0.
 int TakeError(GError* error) {
@@ -69,7 +77,7 @@ struct LoadResult {
     bool outOfMemory = false;
 };
 
-LoadResult Feed(GdkPixbufLoader* loader, std::span<const std::uint8_t> bytes, const SizeCheck& check) {
+LoadResult Feed(GdkPixbufLoader* loader, std::span<const std::uint8_t> bytes, const Watch& watch) {
     constexpr std::size_t kChunk = std::size_t{64} << 10;
     LoadResult result{true, false};
     const auto note = [&result](gboolean done, GError* error) {
@@ -78,7 +86,7 @@ LoadResult Feed(GdkPixbufLoader* loader, std::span<const std::uint8_t> bytes, co
         result.complete = false;
         if (code == GDK_PIXBUF_ERROR_INSUFFICIENT_MEMORY) result.outOfMemory = true;
     };
-    for (std::size_t at = 0; at < bytes.size() && result.complete && !check.refused; at += kChunk) {
+    for (std::size_t at = 0; at < bytes.size() && result.complete && !watch.refused; at += kChunk) {
         GError* error = nullptr;
         const gboolean done =
             gdk_pixbuf_loader_write(loader, bytes.data() + at, std::min(kChunk, bytes.size() - at), &error);
@@ -125,12 +133,12 @@ std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint
     TakeError(error);
     if (!loader) return nullptr;
 
-    SizeCheck check{kind, bytes.size()};
-    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(&SizeCheck::OnSize), &check);
-    g_signal_connect(loader.get(), "area-prepared", G_CALLBACK(&ClearPixels), nullptr);
-    const LoadResult loaded = Feed(loader.get(), bytes, check);
-    if (loaded.outOfMemory && !check.refused) status = Gdiplus::OutOfMemory;
-    if (check.refused || !loaded.complete) return nullptr;
+    Watch watch{kind, bytes.size()};
+    watch.Follow(loader.get());
+    const LoadResult loaded = Feed(loader.get(), bytes, watch);
+    if (loaded.outOfMemory && !watch.refused) status = Gdiplus::OutOfMemory;
+    // A header alone is no picture, however content the decoder is with it.
+    if (watch.refused || !loaded.complete || !watch.sawPixels) return nullptr;
 
     const GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader.get());
     // Not every decoder asks about the size first.

@@ -1,0 +1,284 @@
+// Animated pictures: composition, order of access, timing and damage.
+#include <numeric>
+
+#include "graphics/decode_kit.h"
+#include "platform/graphics/counters.h"
+#include "platform/graphics/pixel_memory.h"
+
+namespace {
+
+using kit::Bytes;
+using kit::GifFile;
+using kit::GifImage;
+using kit::Pixels;
+
+const std::vector<std::uint32_t> kColours = {0x000000, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00,
+                                             0x00FFFF, 0xFF00FF, 0xFFFFFF, 0x102030};
+
+// What each frame shows, composed the plain way from the first on; nothing for a damaged frame.
+std::vector<std::optional<Pixels>> Expected(const GifFile& file) {
+    std::vector<std::optional<Pixels>> frames;
+    Pixels screen(file.width, file.height);
+    for (const GifImage& image : file.images) {
+        const Pixels before = screen;
+        const auto& palette = image.palette.empty() ? file.palette : image.palette;
+        const auto eachPixel = [&](const auto& set) {
+            for (int y = 0; y < image.height; ++y)
+                for (int x = 0; x < image.width; ++x)
+                    if (screen.Has(image.left + x, image.top + y)) {
+                        const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                                        static_cast<std::size_t>(x);
+                        set(screen.At(image.left + x, image.top + y), image.indices[at]);
+                    }
+        };
+        if (!image.damaged) {
+            eachPixel([&](std::uint32_t& pixel, std::uint8_t index) {
+                if (index != image.transparent) pixel = 0xFF000000U | palette[index];
+            });
+            frames.emplace_back(screen);
+        } else {
+            frames.emplace_back();
+        }
+        if (image.disposal == 2) eachPixel([](std::uint32_t& pixel, std::uint8_t) { pixel = 0; });
+        if (image.disposal == 3) screen = before;
+    }
+    return frames;
+}
+
+void ExpectFrame(platform::EncodedPicture& picture, const std::vector<std::optional<Pixels>>& expected,
+                 int index) {
+    SCOPED_TRACE("frame " + std::to_string(index));
+    const auto frame = picture.Frame(index);
+    const auto& wanted = expected[static_cast<std::size_t>(index)];
+    ASSERT_EQ(frame != nullptr, wanted.has_value());
+    if (frame) {
+        EXPECT_TRUE(kit::Same(kit::PixelsOf(*frame), *wanted));
+    }
+}
+
+GifFile RandomFile(kit::Dice& dice, int frames, bool withDamage) {
+    GifFile file{dice.Between(1, 40), dice.Between(1, 40), kColours, dice.Between(-1, 3), {}, true};
+    for (int i = 0; i < frames; ++i) {
+        GifImage image;
+        if (dice.Between(0, 3) == 0) {
+            image.width = file.width;
+            image.height = file.height;
+        } else {
+            image.left = dice.Between(0, file.width + 3);
+            image.top = dice.Between(0, file.height + 3);
+            image.width = dice.Between(1, 45);
+            image.height = dice.Between(1, 45);
+        }
+        image.indices.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
+        for (std::uint8_t& index : image.indices)
+            index = static_cast<std::uint8_t>(dice.Between(0, 8));
+        if (dice.Between(0, 2) == 0) {
+            image.palette = kColours;
+            std::rotate(image.palette.begin(), image.palette.begin() + 3, image.palette.end());
+        }
+        image.interlaced = dice.Between(0, 1) == 1;
+        image.transparent = dice.Between(-3, 8);
+        image.disposal = dice.Between(0, 3);
+        image.delay = dice.Between(0, 20);
+        image.damaged = withDamage && i > 0 && dice.Between(0, 4) == 0;
+        file.images.push_back(image);
+    }
+    return file;
+}
+
+TEST(DecodeGif, FramesAreTheSameInEveryOrderOfAccess) {
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        kit::Dice dice(seed);
+        const GifFile file = RandomFile(dice, dice.Between(1, 25), seed % 2 == 0);
+        const auto expected = Expected(file);
+        const kit::Opened opened = kit::Open(kit::Gif(file));
+        ASSERT_NE(opened.picture, nullptr);
+        ASSERT_EQ(opened.picture->FrameCount(), static_cast<int>(file.images.size()));
+        EXPECT_EQ(opened.picture->LoopCount(), file.loops);
+        for (std::size_t i = 0; i < file.images.size(); ++i)
+            EXPECT_EQ(opened.picture->Delays()[i], static_cast<std::uint32_t>(file.images[i].delay));
+
+        const int last = opened.picture->FrameCount() - 1;
+        if (seed % 3 == 0)
+            for (int i = last; i >= 0; --i)
+                ExpectFrame(*opened.picture, expected, i);
+        for (int i = 0; i <= last; ++i)
+            ExpectFrame(*opened.picture, expected, i);
+        for (int i = 0; i < 30; ++i)
+            ExpectFrame(*opened.picture, expected, dice.Between(0, last));
+        EXPECT_EQ(opened.picture->Frame(-1), nullptr);
+        EXPECT_EQ(opened.picture->Frame(last + 1), nullptr);
+        if (testing::Test::HasFailure()) return;
+    }
+}
+
+// Written by another encoder: compressed, with growing codes, repeated clears and a shared palette.
+TEST(DecodeGif, CompressedFilesDecode) {
+    const kit::Opened opened = kit::Open(kit::ReadData("three_gradients.gif"));
+    ASSERT_NE(opened.picture, nullptr);
+    EXPECT_EQ(opened.picture->Width(), 120);
+    EXPECT_EQ(opened.picture->Height(), 80);
+    ASSERT_EQ(opened.picture->FrameCount(), 3);
+    EXPECT_EQ(opened.picture->Delays(), (std::vector<std::uint32_t>{7, 0, 250}));
+    EXPECT_EQ(opened.picture->LoopCount(), 0);
+    // Each frame runs from black on the left to one pure colour on the right.
+    for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE(i);
+        const auto frame = opened.picture->Frame(i);
+        ASSERT_NE(frame, nullptr);
+        const int shift = 16 - 8 * i;
+        std::uint32_t before = 0;
+        for (int x = 0; x < 120; ++x) {
+            const std::uint32_t pixel = frame->Row(40)[x];
+            EXPECT_EQ(pixel & ~(0xFFU << shift), 0xFF000000U) << x;
+            EXPECT_GE((pixel >> shift) & 0xFF, before) << x;
+            before = (pixel >> shift) & 0xFF;
+        }
+        EXPECT_EQ(frame->Row(0)[0], 0xFF000000U);
+        EXPECT_EQ(before, 255U);
+    }
+}
+
+TEST(DecodeGif, TimingIsReportedAsStored) {
+    GifFile file{2, 2, kColours, -1, {}, true};
+    for (int i = 0; i < 3; ++i)
+        file.images.push_back(kit::SolidGifImage(0, 0, 2, 2, 1));
+
+    kit::Opened opened = kit::Open(kit::Gif(file));
+    ASSERT_NE(opened.picture, nullptr);
+    EXPECT_TRUE(opened.picture->Delays().empty()) << "no control block, no delays";
+    EXPECT_EQ(opened.picture->LoopCount(), -1);
+
+    file.images[1].delay = 0;
+    opened = kit::Open(kit::Gif(file));
+    ASSERT_NE(opened.picture, nullptr);
+    EXPECT_EQ(opened.picture->Delays(), (std::vector<std::uint32_t>{0, 0, 0}));
+
+    file.images[0].delay = 65535;
+    file.images[1].delay = 20;
+    file.loops = 65535;
+    opened = kit::Open(kit::Gif(file));
+    ASSERT_NE(opened.picture, nullptr);
+    EXPECT_EQ(opened.picture->Delays(), (std::vector<std::uint32_t>{65535, 20, 0}));
+    EXPECT_EQ(opened.picture->LoopCount(), 65535);
+}
+
+// Two frames of 10 x 10 with a delay each, cut after every byte: a frame plays once all of it is there.
+TEST(DecodeGif, ATruncatedFilePlaysItsWholeFrames) {
+    GifFile file{10, 10, kColours, 0, {}, true};
+    for (std::uint8_t i = 0; i < 3; ++i) {
+        file.images.push_back(kit::SolidGifImage(0, 0, 10, 10, i + 1U));
+        file.images.back().delay = 5;
+    }
+    const Bytes whole = kit::Gif(file);
+    file.trailer = false;
+    std::vector<std::size_t> ends;
+    GifFile part = file;
+    for (std::size_t i = 1; i <= 3; ++i) {
+        part.images.assign(file.images.begin(), file.images.begin() + static_cast<std::ptrdiff_t>(i));
+        ends.push_back(kit::Gif(part).size());
+    }
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        SCOPED_TRACE(size);
+        const auto complete =
+            std::count_if(ends.begin(), ends.end(), [&](std::size_t end) { return end <= size; });
+        const kit::Opened opened =
+            kit::Open(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
+        ASSERT_EQ(opened.picture != nullptr, complete > 0);
+        if (!opened.picture) {
+            EXPECT_EQ(opened.status, Gdiplus::UnknownImageFormat);
+            continue;
+        }
+        ASSERT_EQ(opened.picture->FrameCount(), complete);
+        EXPECT_EQ(opened.picture->Delays().size(), static_cast<std::size_t>(complete));
+        const auto frame = opened.picture->Frame(static_cast<int>(complete) - 1);
+        ASSERT_NE(frame, nullptr);
+        EXPECT_EQ(frame->Row(9)[9], 0xFF000000U | kColours[static_cast<std::size_t>(complete)]);
+    }
+}
+
+TEST(DecodeGif, OddScreensAndFrames) {
+    const auto pixelsOf = [](const GifFile& file, int index) {
+        const kit::Opened opened = kit::Open(kit::Gif(file));
+        if (!opened.picture) return Pixels(0, 0);
+        const auto frame = opened.picture->Frame(index);
+        return frame ? kit::PixelsOf(*frame) : Pixels(0, 0);
+    };
+    // A screen of no size takes its first frame's.
+    EXPECT_TRUE(kit::Same(pixelsOf({0, 0, kColours, -1, {kit::SolidGifImage(0, 0, 3, 2, 1)}, true}, 0),
+                          Pixels(3, 2, 0xFFFF0000)));
+    // A frame beside the screen shows nothing and is no fault.
+    EXPECT_TRUE(kit::Same(
+        pixelsOf({4, 4, kColours, -1, {kit::SolidGifImage(60000, 60000, 3, 2, 1)}, true}, 0), Pixels(4, 4)));
+    // Colours beyond the table are black, not what lies behind it.
+    GifFile beyond{1, 1, {0xFF0000}, -1, {kit::SolidGifImage(0, 0, 1, 1, 15)}, true};
+    EXPECT_TRUE(kit::Same(pixelsOf(beyond, 0), Pixels(1, 1, 0xFF000000)));
+    // Without any colours there is nothing to show.
+    EXPECT_EQ(kit::Open(kit::Gif({2, 2, {}, -1, {kit::SolidGifImage(0, 0, 2, 2, 1)}, true})).picture,
+              nullptr);
+    // An empty frame, and a first frame that breaks off.
+    EXPECT_EQ(kit::Open(kit::Gif({2, 2, kColours, -1, {kit::SolidGifImage(0, 0, 0, 0, 1)}, true})).picture,
+              nullptr);
+    GifFile damaged{
+        2, 2, kColours, -1, {kit::SolidGifImage(0, 0, 2, 2, 1), kit::SolidGifImage(0, 0, 2, 2, 2)}, true};
+    damaged.images[0].damaged = true;
+    EXPECT_EQ(kit::Open(kit::Gif(damaged)).picture, nullptr);
+}
+
+// 600 frames of which none starts anew, on a screen small enough to keep every one and on a large one.
+TEST(DecodeGif, FramesAreDecodedOnDemandAndKeptWithinBounds) {
+    for (const int side : {16, 200}) {
+        SCOPED_TRACE(side);
+        GifFile file{side, side, kColours, 0, {}, true};
+        file.images.push_back(kit::SolidGifImage(0, 0, side, side, 0));
+        for (int i = 1; i < 600; ++i)
+            file.images.push_back(kit::SolidGifImage(i % side, 0, 1, side, static_cast<std::uint8_t>(i % 9)));
+        const std::uint64_t before = Gdiplus::Counters().decodedFrames;
+        const auto decoded = [before] { return Gdiplus::Counters().decodedFrames - before; };
+        const kit::Opened opened = kit::Open(kit::Gif(file));
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_EQ(opened.picture->FrameCount(), 600);
+        EXPECT_EQ(decoded(), 1U);
+        for (int i = 0; i < 600; ++i)
+            ASSERT_NE(opened.picture->Frame(i), nullptr);
+        EXPECT_EQ(decoded(), 600U) << "in order, each once";
+        EXPECT_NE(opened.picture->Frame(599), nullptr);
+        EXPECT_EQ(decoded(), 600U) << "the shown frame again";
+        // Back by one, from everywhere: at most the distance between two kept screens.
+        const std::uint64_t most = side == 16 ? 2 : 13;
+        for (int i = 598; i > 0; i -= 7) {
+            const std::uint64_t start = decoded();
+            ASSERT_NE(opened.picture->Frame(i), nullptr);
+            EXPECT_LE(decoded() - start, most) << i;
+        }
+    }
+}
+
+// Each of these once asked for memory or time beyond its worth.
+TEST(DecodeGif, LyingSizesCostNothing) {
+    const std::size_t allocations = platform::PixelMemory::SystemAllocations();
+    struct Case {
+        const char* what;
+        int width, height, frameWidth, frameHeight;
+    };
+    for (const Case& c :
+         {Case{"largest screen", 65535, 65535, 1, 1}, Case{"wide screen", 16385, 1, 1, 1},
+          Case{"many pixels", 16384, 16384, 1, 1}, Case{"few bytes", 8000, 8000, 1, 1},
+          Case{"largest frame", 4, 4, 65535, 65535}, Case{"large frame", 4, 4, 16384, 4096}}) {
+        SCOPED_TRACE(c.what);
+        GifFile file{c.width, c.height, kColours, -1, {kit::SolidGifImage(0, 0, 1, 1, 1)}, true};
+        Bytes bytes = kit::Gif(file);
+        const std::size_t frameAt = 13 + 48 + 5;
+        for (std::size_t i = 0; i < 4; ++i) {
+            const int value = i < 2 ? c.frameWidth : c.frameHeight;
+            bytes[frameAt + i] = static_cast<std::uint8_t>(i % 2 == 0 ? value & 0xFF : value >> 8);
+        }
+        const kit::Opened opened = kit::Open(bytes);
+        EXPECT_EQ(opened.picture, nullptr);
+        EXPECT_EQ(opened.status, Gdiplus::UnknownImageFormat);
+    }
+    EXPECT_EQ(platform::PixelMemory::SystemAllocations(), allocations);
+}
+
+}  // namespace

@@ -1,0 +1,248 @@
+// Pictures of one frame: formats, exact pixels, lies about sizes, and damage.
+#include <malloc.h>
+#include <sys/resource.h>
+
+#include <cstdlib>
+
+#include "graphics/decode_kit.h"
+#include "platform/graphics/counters.h"
+#include "platform/graphics/pixel_memory.h"
+#include "platform/graphics/pixel_rows.h"
+
+namespace {
+
+using kit::Bytes;
+using kit::ByteWriter;
+using kit::Pixels;
+
+long PeakKilobytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST(DecodeStill, PngKeepsEveryPremultipliedPixel) {
+    // Every alpha with every value that it allows: rows are alphas, columns values.
+    const auto surface = platform::Surface::Create(256, 256);
+    Pixels expected(256, 256);
+    for (std::uint32_t a = 0; a < 256; ++a) {
+        for (std::uint32_t v = 0; v < 256; ++v) {
+            const std::uint32_t value = std::min(v, a);
+            const std::uint32_t pixel = (a << 24) | (value << 16) | ((a - value) << 8) | (value / 2);
+            surface->Row(static_cast<int>(a))[v] = pixel;
+            expected.At(static_cast<int>(v), static_cast<int>(a)) = pixel;
+        }
+    }
+    const Bytes png = platform::EncodePng(*surface);
+    ASSERT_FALSE(png.empty());
+    const kit::Opened opened = kit::Open(png);
+    ASSERT_NE(opened.picture, nullptr);
+    EXPECT_EQ(opened.picture->FrameCount(), 1);
+    EXPECT_TRUE(opened.picture->Delays().empty());
+    EXPECT_EQ(opened.picture->LoopCount(), -1);
+    const std::uint64_t decoded = Gdiplus::Counters().decodedFrames;
+    EXPECT_TRUE(kit::Same(kit::PixelsOf(*opened.picture->Frame(0)), expected));
+    EXPECT_EQ(Gdiplus::Counters().decodedFrames, decoded) << "opening has decoded it";
+    EXPECT_TRUE(kit::Same(kit::PixelsOf(*opened.picture->Frame(0)), expected));
+    EXPECT_EQ(Gdiplus::Counters().decodedFrames, decoded + 1);
+    EXPECT_EQ(opened.picture->Frame(1), nullptr);
+}
+
+TEST(DecodeStill, EveryFormatShowsItsColour) {
+    struct Case {
+        const char* name;
+        std::uint32_t pixel;
+        int tolerance;
+    };
+    for (const Case& c :
+         {Case{"red_24x16.jpg", 0xFFC8283C, 2}, Case{"red_24x16_progressive.jpg", 0xFFC8283C, 2},
+          Case{"red_24x16.tif", 0xFFC8283C, 0}, Case{"red_24x16_interlaced.png", 0xFFC8283C, 0},
+          Case{"red_24x16_palette.png", 0xFFC8283C, 0}, Case{"red_24x16_deep.png", 0xFFC8283C, 0},
+          Case{"red_24x16_rle.bmp", 0xFFC8283C, 0},
+          Case{"clear_red_24x16_v5.bmp", platform::Premultiply(0x7FC8283C), 0}}) {
+        SCOPED_TRACE(c.name);
+        const kit::Opened opened = kit::Open(kit::ReadData(c.name));
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_EQ(opened.picture->Width(), 24);
+        EXPECT_EQ(opened.picture->Height(), 16);
+        const Pixels pixels = kit::PixelsOf(*opened.picture->Frame(0));
+        for (const std::uint32_t pixel : pixels.words)
+            for (int shift = 0; shift < 32; shift += 8) {
+                const auto is = static_cast<int>((pixel >> shift) & 0xFF);
+                const auto wanted = static_cast<int>((c.pixel >> shift) & 0xFF);
+                ASSERT_LE(std::abs(is - wanted), c.tolerance) << std::hex << pixel;
+            }
+    }
+}
+
+TEST(DecodeStill, BitmapsOfEveryDepthStandTheRightWayUp) {
+    // Two pixels wide, two high: red and green above blue and white.
+    Pixels expected(2, 2);
+    expected.At(0, 0) = 0xFFFF0000;
+    expected.At(1, 0) = 0xFF00FF00;
+    expected.At(0, 1) = 0xFF0000FF;
+    expected.At(1, 1) = 0xFFFFFFFF;
+    const Bytes table = ByteWriter().Long(0xFF0000).Long(0x00FF00).Long(0x0000FF).Long(0xFFFFFF).Take();
+    const Bytes top24 = ByteWriter().Byte(0).Byte(0).Byte(255).Byte(0).Byte(255).Byte(0).Word(0).Take();
+    const Bytes bottom24 = ByteWriter().Byte(255).Word(0).Byte(255).Byte(255).Byte(255).Word(0).Take();
+    const auto rows = [](const Bytes& first, const Bytes& second) {
+        return ByteWriter().Append(first).Append(second).Take();
+    };
+    const Bytes rows32 = ByteWriter().Long(0x0000FF).Long(0xFFFFFF).Long(0xFF0000).Long(0x00FF00).Take();
+    const Bytes rows8 = ByteWriter().Byte(2).Byte(3).Word(0).Byte(0).Byte(1).Word(0).Take();
+    const Bytes rows4 = ByteWriter().Byte(0x23).Byte(0).Word(0).Byte(0x01).Byte(0).Word(0).Take();
+    struct Case {
+        const char* what;
+        Bytes file;
+    };
+    for (const Case& c :
+         {Case{"24 bits", kit::Bmp(2, 2, 24, {}, rows(bottom24, top24))},
+          Case{"from the top", kit::Bmp(2, -2, 24, {}, rows(top24, bottom24))},
+          Case{"32 bits", kit::Bmp(2, 2, 32, {}, rows32)}, Case{"8 bits", kit::Bmp(2, 2, 8, table, rows8)},
+          Case{"4 bits", kit::Bmp(2, 2, 4, table, rows4)}}) {
+        SCOPED_TRACE(c.what);
+        const kit::Opened opened = kit::Open(c.file);
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_TRUE(kit::Same(kit::PixelsOf(*opened.picture->Frame(0)), expected));
+    }
+}
+
+TEST(DecodeStill, WhatIsNoPictureIsToldSo) {
+    const auto text = [](const std::string& content) { return ByteWriter().Text(content).Take(); };
+    for (const Bytes& bytes :
+         {Bytes{}, Bytes{0x89}, text("BM"), text("GIF89a"), text("\xFF\xD8\xFF"), text("\x89PNG\r\n\x1a\n"),
+          text("plain text"), Bytes(5000, 0), Bytes(5000, 0xFF), text("P6 1 1 255\nabc"), text("II*"),
+          text("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' "
+               "height='9'/></svg>"),
+          text("/* XPM */\nstatic char *a[] = {\"1 1 1 1\", \"a c red\", \"a\"};")}) {
+        const kit::Opened opened = kit::Open(bytes);
+        EXPECT_EQ(opened.picture, nullptr);
+        EXPECT_EQ(opened.status, Gdiplus::UnknownImageFormat);
+    }
+}
+
+// Start of frame of a JPEG without tables: all that a size needs.
+Bytes JpegClaiming(unsigned width, unsigned height) {
+    const auto big = [](unsigned value) { return ByteWriter().Byte(value >> 8).Byte(value & 0xFF).Take(); };
+    return ByteWriter()
+        .Append({0xFF, 0xD8, 0xFF, 0xE0, 0, 16})
+        .Text("JFIF")
+        .Append({0, 1, 1, 0, 0, 1, 0, 1, 0, 0})
+        .Append({0xFF, 0xC0, 0, 11, 8})
+        .Append(big(height))
+        .Append(big(width))
+        .Append({1, 1, 0x11, 0})
+        .Append({0xFF, 0xDA, 0, 8, 1, 1, 0, 0, 0x3F, 0})
+        .Fill(64, 0)
+        .Take();
+}
+
+TEST(DecodeStill, LyingSizesCostNothing) {
+    // Once over everything that starts lazily, so that it is not counted as a picture's cost.
+    kit::Open(kit::ReadData("red_24x16.jpg"));
+    kit::Open(kit::Bmp(1, 1, 32, {}, Bytes(4)));
+    kit::Open(platform::EncodePng(*platform::Surface::Create(2, 2)));
+    testing::internal::CaptureStderr();
+    const std::size_t allocations = platform::PixelMemory::SystemAllocations();
+    const long peak = PeakKilobytes();
+    for (const auto& [width, height] : {std::pair{60000U, 60000U},
+                                        {16385U, 1U},
+                                        {1U, 16385U},
+                                        {16384U, 4097U},
+                                        {16000U, 4000U},
+                                        {8000U, 8000U},
+                                        {0U, 0U},
+                                        {0U, 5U},
+                                        {65535U, 65535U}}) {
+        SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
+        const int signedWidth = static_cast<int>(width);
+        const int signedHeight = static_cast<int>(height);
+        for (const Bytes& bytes : {kit::PngClaiming(width, height, Bytes(40, 7)), JpegClaiming(width, height),
+                                   kit::Bmp(signedWidth, signedHeight, 24, {}, Bytes(40)),
+                                   kit::Bmp(signedWidth, -signedHeight, 32, {}, Bytes(40)),
+                                   kit::Bmp(signedWidth, signedHeight, 8, Bytes(1024), {9, 1, 0, 1}, 1),
+                                   kit::Icon({{0, 0, kit::PngClaiming(width, height, Bytes(40, 7))}}),
+                                   kit::Icon({{0, 0, kit::BitmapHeader(width, height * 2, 32, 0, 0)}})}) {
+            const kit::Opened opened = kit::Open(bytes);
+            EXPECT_EQ(opened.picture, nullptr) << "kind " << static_cast<int>(bytes[1]);
+            EXPECT_EQ(opened.status, Gdiplus::UnknownImageFormat);
+        }
+    }
+    for (const std::uint32_t width : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        const kit::Opened png = kit::Open(kit::PngClaiming(width, 1, Bytes(40, 7)));
+        EXPECT_EQ(png.picture, nullptr);
+        const kit::Opened bmp = kit::Open(kit::Bmp(static_cast<int>(width), 1, 32, {}, Bytes(40)));
+        EXPECT_EQ(bmp.picture, nullptr);
+        const kit::Opened high = kit::Open(kit::Bmp(1, static_cast<int>(width), 32, {}, Bytes(40)));
+        ASSERT_TRUE(high.picture == nullptr || high.picture->Height() == 1);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_LE(platform::PixelMemory::SystemAllocations(), allocations + 1);
+    EXPECT_LT(PeakKilobytes() - peak, 16 * 1024);
+}
+
+TEST(DecodeStill, ThePermittedExtremesOpen) {
+    for (const auto& [width, height] : {std::pair{16384, 1}, {1, 16384}, {16384, 16}}) {
+        const kit::Opened opened = kit::Open(platform::EncodePng(*platform::Surface::Create(width, height)));
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_EQ(opened.picture->Width(), width);
+        EXPECT_EQ(opened.picture->Height(), height);
+    }
+    EXPECT_EQ(kit::Open(platform::EncodePng(*platform::Surface::Create(16385, 1))).picture, nullptr);
+}
+
+// Small pictures of every kind that a decoder behind the door handles.
+std::vector<Bytes> Samples() {
+    std::vector<Bytes> samples;
+    for (const char* name : {"red_24x16.jpg", "red_24x16_progressive.jpg", "red_24x16.tif",
+                             "red_24x16_interlaced.png", "red_24x16_palette.png", "red_24x16_deep.png",
+                             "red_24x16_rle.bmp", "clear_red_24x16_v5.bmp", "three_gradients.gif"})
+        samples.push_back(kit::ReadData(name));
+    samples.push_back(kit::Bmp(5, 3, 24, {}, Bytes(48, 0x55)));
+    const Bytes png = platform::EncodePng(*platform::Surface::Create(3, 3));
+    const Bytes dib = ByteWriter().Append(kit::BitmapHeader(4, 8, 8, 0, 4)).Fill(16 + 16 + 16, 1).Take();
+    samples.push_back(kit::Icon({{3, 3, png}, {4, 4, dib}}));
+    return samples;
+}
+
+TEST(DecodeStill, TruncatedFilesNeitherCrashNorShowStrayMemory) {
+    testing::internal::CaptureStderr();
+    for (const Bytes& whole : Samples()) {
+        const std::size_t step = whole.size() > 1000 ? 37 : 1;
+        for (std::size_t size = 0; size < whole.size(); size += step) {
+            const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+            const kit::Opened opened = kit::Open(part);
+            kit::ExpectSound(opened);
+            if (!opened.picture) continue;
+            // What is missing must not be what the allocator happened to hand out.
+            const Pixels first = kit::PixelsOf(*opened.picture->Frame(0));
+            mallopt(M_PERTURB, 0x5A);
+            const kit::Opened again = kit::Open(part);
+            mallopt(M_PERTURB, 0);
+            ASSERT_NE(again.picture, nullptr);
+            EXPECT_TRUE(kit::Same(kit::PixelsOf(*again.picture->Frame(0)), first)) << size;
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "bad data is no reason to write to the terminal";
+}
+
+TEST(DecodeStill, DamagedFilesNeitherCrashNorHang) {
+    testing::internal::CaptureStderr();
+    kit::Dice dice(20240607);
+    for (const Bytes& whole : Samples()) {
+        for (int round = 0; round < 400; ++round) {
+            Bytes bytes = whole;
+            for (int flips = dice.Between(1, 4); flips > 0; --flips) {
+                // Headers decide most, so they are hit more often.
+                const auto reach = static_cast<int>(
+                    dice.Between(0, 1) == 0 ? std::min<std::size_t>(bytes.size(), 64) : bytes.size());
+                bytes[static_cast<std::size_t>(dice.Between(0, reach - 1))] =
+                    static_cast<std::uint8_t>(dice.Next());
+            }
+            kit::ExpectSound(kit::Open(std::move(bytes)));
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
