@@ -76,6 +76,13 @@ void FollowSystemFocus() {
     SwitchActive(window && CanBeActive(*window) ? reported : HWND(), WA_ACTIVE, false);
 }
 
+void NoteKeyFor(HWND topLevel) {
+    Core& core = Core::Get();
+    if (!core.Peek(topLevel) || core.activation.active == topLevel) return;
+    core.activation.systemFocus = topLevel;
+    FollowSystemFocus();
+}
+
 void MoveFocus(HWND window) {
     Core& core = Core::Get();
     const HWND before = core.activation.focus;

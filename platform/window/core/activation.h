@@ -12,6 +12,8 @@ bool ActivateWindow(HWND topLevel, int how);
 void Deactivate(HWND topLevel, bool minimised);
 // Handles what the window system last reported about the focus.
 void FollowSystemFocus();
+// A key arrived for a top-level: the focus is there, whatever was reported.
+void NoteKeyFor(HWND topLevel);
 // Moves the keyboard focus; the empty window takes it from all.
 void MoveFocus(HWND window);
 

@@ -1,5 +1,6 @@
 #include "platform/window/core/keyboard.h"
 
+#include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/tree.h"
 
@@ -22,6 +23,7 @@ Routed RouteKey(const SystemEvent& event) {
     Core& core = Core::Get();
     Routed routed;
     if (FeedCaptionMove(event)) return routed;
+    NoteKeyFor(event.window);
     HWND target = core.activation.focus;
     if (!core.Peek(target) || (core.Peek(event.window) && !(TopLevelOf(target) == event.window)))
         target = event.window;

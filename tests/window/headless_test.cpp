@@ -1,0 +1,285 @@
+// What only the headless window system promises: its clock, its pictures, its steps.
+#include <cstdio>
+
+#include "window/window_kit.h"
+
+namespace windowtest {
+namespace {
+
+using HeadlessTest = WindowTest;
+
+// When each timer came, as "id@milliseconds".
+std::string Ticks(const std::vector<std::pair<UINT_PTR, DWORD>>& ticks) {
+    std::string text;
+    for (const auto& [id, at] : ticks)
+        text += (text.empty() ? "" : " ") + std::to_string(id) + "@" + std::to_string(at);
+    return text;
+}
+
+class ClockTest : public WindowTest {
+  public:
+    void SetUp() override {
+        WindowTest::SetUp();
+        window_ = Create(0, 0, 5, 5);
+        start_ = GetTickCount();
+        Told().answer = [this](HWND, UINT message, WPARAM id, LPARAM, LRESULT&) {
+            if (message != WM_TIMER) return false;
+            ticks_.push_back({id, GetTickCount() - start_});
+            if (then_) then_(id);
+            return true;
+        };
+    }
+    HWND window_;
+    DWORD start_ = 0;
+    std::vector<std::pair<UINT_PTR, DWORD>> ticks_;
+    std::function<void(UINT_PTR)> then_;
+};
+
+TEST_F(ClockTest, TimersComeInTheOrderTheyFallDue) {
+    EXPECT_EQ(SetTimer(window_, 1, 30, nullptr), 1u);
+    SetTimer(window_, 2, 20, nullptr);
+    SetTimer(window_, 3, 0, nullptr);  // the shortest is 10
+    Headless::Advance(9);
+    EXPECT_EQ(Ticks(ticks_), "");
+    Headless::Advance(51);
+    EXPECT_EQ(Ticks(ticks_), "3@10 2@20 3@20 1@30 3@30 2@40 3@40 3@50 1@60 2@60 3@60");
+    EXPECT_EQ(GetTickCount() - start_, 60u);
+    EXPECT_TRUE(KillTimer(window_, 3));
+    EXPECT_FALSE(KillTimer(window_, 3));
+    ticks_.clear();
+    Headless::Advance(20);
+    EXPECT_EQ(Ticks(ticks_), "2@80");
+}
+
+TEST_F(ClockTest, ArmingAgainReplaces) {
+    SetTimer(window_, 1, 30, nullptr);
+    Headless::Advance(20);
+    SetTimer(window_, 1, 50, nullptr);
+    Headless::Advance(55);
+    EXPECT_EQ(Ticks(ticks_), "1@70");
+    // Each turn chooses the next delay, as an animation with uneven frames does.
+    KillTimer(window_, 1);
+    ticks_.clear();
+    start_ = GetTickCount();
+    then_ = [&](UINT_PTR id) { SetTimer(window_, id, ticks_.size() % 2 ? 100 : 20, nullptr); };
+    SetTimer(window_, 1, 20, nullptr);
+    Headless::Advance(300);
+    EXPECT_EQ(Ticks(ticks_), "1@20 1@120 1@140 1@240 1@260");
+}
+
+TEST_F(ClockTest, TurnsThatWereMissedAreOne) {
+    SetTimer(window_, 1, 10, nullptr);
+    SetTimer(window_, 2, 100, nullptr);
+    then_ = [&](UINT_PTR id) {
+        // A long wait in a handler: other timers fall due many times over.
+        if (id == 2 && ticks_.back().second == 100) {
+            KillTimer(window_, 2);
+            MSG message{};
+            SetTimer(window_, 3, 95, nullptr);
+            GetMessageW(&message, window_, WM_TIMER, WM_TIMER);
+            ticks_.push_back({message.wParam, GetTickCount() - start_});
+        }
+    };
+    Headless::Advance(100);
+    const std::size_t upTo = ticks_.size();
+    Headless::Advance(25);
+    std::vector<std::pair<UINT_PTR, DWORD>> after(ticks_.begin() + static_cast<std::ptrdiff_t>(upTo),
+                                                  ticks_.end());
+    EXPECT_EQ(Ticks(after), "1@110 1@120");
+}
+
+TEST_F(ClockTest, ProceduresAndTimersOfNoWindow) {
+    static std::vector<std::pair<UINT_PTR, bool>> calls;
+    calls.clear();
+    const TIMERPROC procedure = [](HWND window, UINT message, UINT_PTR id, DWORD time) {
+        EXPECT_EQ(message, UINT{WM_TIMER});
+        EXPECT_EQ(time, GetTickCount());
+        calls.push_back({id, static_cast<bool>(window)});
+        KillTimer(window, id);
+    };
+    EXPECT_EQ(SetTimer(window_, 7, 10, procedure), 7u);
+    const UINT_PTR free = SetTimer({}, 7, 20, procedure);
+    ASSERT_NE(free, 0u);
+    EXPECT_EQ(SetTimer({}, free, 30, procedure), free) << "the same timer again";
+    Headless::Advance(100);
+    EXPECT_EQ(calls, (std::vector<std::pair<UINT_PTR, bool>>{{7, true}, {free, false}}));
+    EXPECT_TRUE(ticks_.empty());
+}
+
+TEST_F(ClockTest, ADestroyedWindowsTimersGoWithIt) {
+    SetTimer(window_, 1, 10, nullptr);
+    SetTimer(window_, 2, 10, nullptr);
+    then_ = [&](UINT_PTR) { DestroyWindow(window_); };
+    Headless::Advance(100);
+    EXPECT_EQ(Ticks(ticks_), "1@10");
+}
+
+TEST_F(HeadlessTest, UseAgainResizesTheScreen) {
+    EXPECT_TRUE(Headless::Use(640, 480));
+    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), 640);
+    EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), 480);
+    const HWND window = Open(630, 470, 50, 50, kRed);
+    Headless::Picture screen = Headless::CaptureScreen();
+    EXPECT_EQ(screen.width, 640);
+    EXPECT_EQ(screen.height, 480);
+    EXPECT_EQ(screen.At(639, 479), 0xFFFF0000);
+    EXPECT_EQ(screen.At(629, 479), 0xFF3A6EA5);
+    EXPECT_EQ(screen.At(640, 0), 0u);
+    EXPECT_EQ(screen.At(-1, 0), 0u);
+    EXPECT_TRUE(Headless::Use(800, 600));
+    EXPECT_EQ(Headless::CaptureScreen().At(660, 500), 0xFFFF0000);
+    EXPECT_TRUE(IsWindow(window));
+}
+
+TEST_F(HeadlessTest, APictureOfAWindowIsItsOwn) {
+    const HWND window = Open(100, 100, 40, 30, kRed);
+    const HWND child = OpenChild(window, 10, 10, 5, 6, kBlue);
+    Open(90, 90, 100, 100, kGreen);  // covers it
+    Headless::Picture picture = Headless::Capture(window);
+    EXPECT_EQ(picture.width, 40);
+    EXPECT_EQ(picture.height, 30);
+    EXPECT_EQ(picture.At(0, 0), 0xFFFF0000);
+    EXPECT_EQ(picture.At(12, 12), 0xFF0000FF);
+    picture = Headless::Capture(child);
+    EXPECT_EQ(picture.width, 5);
+    EXPECT_EQ(picture.argb, std::vector<std::uint32_t>(30, 0xFF0000FF));
+    SetWindowLongPtrW(window, GWL_EXSTYLE, WS_EX_LAYERED);
+    SetLayeredWindowAttributes(window, kBlue, 128, LWA_ALPHA | LWA_COLORKEY);
+    SetWindowRgn(window, CreateRectRgn(5, 0, 40, 30), TRUE);
+    User().Settle();
+    picture = Headless::Capture(window);
+    EXPECT_EQ(picture.At(20, 20), 0x80800000);
+    EXPECT_EQ(picture.At(12, 12), 0u) << "the key";
+    EXPECT_EQ(picture.At(4, 20), 0u) << "outside the shape";
+    ShowWindow(window, SW_HIDE);
+    EXPECT_EQ(Headless::Capture(window).At(20, 20), 0u);
+    DestroyWindow(window);
+    EXPECT_EQ(Headless::Capture(window).width, 0);
+}
+
+TEST_F(HeadlessTest, APictureIsSavedAsPng) {
+    Headless::Picture picture;
+    picture.width = 3;
+    picture.height = 2;
+    picture.argb = {0xFF102030, 0x00000000, 0x80800000, 0xFFFFFFFF, 0x01010101, 0xFF00FF00};
+    const CString path = CString(QKUI_TEST_OUTPUT) + CString(u"/Bild 世界.png");
+    ASSERT_TRUE(picture.SavePng(path));
+    std::FILE* file = std::fopen(ToUtf8(path).c_str(), "rb");
+    ASSERT_TRUE(file);
+    unsigned char head[8] = {};
+    EXPECT_EQ(std::fread(head, 1, 8, file), 8u);
+    std::fclose(file);
+    std::remove(ToUtf8(path).c_str());
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(head) + 1, 3), "PNG");
+    EXPECT_FALSE(picture.SavePng(u"/no/such/folder/a.png"));
+    picture.argb.pop_back();
+    EXPECT_FALSE(picture.SavePng(path)) << "fewer pixels than it says";
+    EXPECT_FALSE(Headless::Picture().SavePng(path));
+}
+
+TEST_F(HeadlessTest, StepsRunOneAtEachWait) {
+    static std::string order;
+    order.clear();
+    const auto say = [](void* text) { order += static_cast<const char*>(text); };
+    const HWND window = Create(0, 0, 5, 5);
+    Headless::WhenIdle(say, const_cast<char*>("a"));
+    Headless::WhenIdle(
+        [](void* handle) {
+            order += "b";
+            PostMessageW(*static_cast<HWND*>(handle), WM_USER, 0, 0);
+        },
+        const_cast<HWND*>(&window));
+    Headless::WhenIdle(say, const_cast<char*>("c"));
+    Headless::RunPending();
+    EXPECT_EQ(order, "") << "nothing waits yet";
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 1);
+    EXPECT_EQ(message.message, UINT{WM_USER});
+    EXPECT_EQ(order, "ab");
+    SetTimer(window, 1, 50, nullptr);
+    const DWORD before = GetTickCount();
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 1);
+    EXPECT_EQ(order, "abc") << "steps come before time passes";
+    EXPECT_EQ(message.message, UINT{WM_TIMER});
+    EXPECT_EQ(GetTickCount() - before, 50u);
+    KillTimer(window, 1);
+    // With nothing left to come the loop ends instead of hanging.
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0);
+    EXPECT_EQ(message.message, UINT{WM_QUIT});
+    // A modal loop passes its quit on; that one is not kept for later.
+    PostQuitMessage(0);
+    EXPECT_FALSE(PeekMessageW(&message, {}, 0, 0, PM_REMOVE));
+    PostQuitMessage(9);
+    EXPECT_TRUE(PeekMessageW(&message, {}, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 9u);
+}
+
+TEST_F(HeadlessTest, RunPendingLeavesTheQuitToTheLoop) {
+    PostQuitMessage(2);
+    Headless::RunPending();
+    MSG message{};
+    EXPECT_TRUE(PeekMessageW(&message, {}, 0, 0, PM_NOREMOVE));
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0);
+    EXPECT_EQ(message.wParam, 2u);
+}
+
+TEST_F(HeadlessTest, ACaptionMoveFollowsInputThatComesLater) {
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    Told().answer = [](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_LBUTTONDOWN) SendMessageW(heard, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+        return false;
+    };
+    // A timer must not keep the loop turning while no input can come.
+    SetTimer(window, 1, 10, nullptr);
+    Headless::MovePointer(120, 120);
+    Headless::ButtonDown();
+    Headless::MovePointer(220, 130);
+    RECT rect;
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect, CRect(200, 110, 250, 160));
+    Headless::ButtonUp();
+    EXPECT_EQ(Told().Count(window, WM_EXITSIZEMOVE), 1);
+    EXPECT_EQ(Told().Count(window, WM_LBUTTONUP), 0);
+    Headless::MovePointer(300, 300);
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.left, 200);
+    KillTimer(window, 1);
+}
+
+TEST_F(HeadlessTest, TheCursorShownIsThatOfTheWindowUnderThePointer) {
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    Open(200, 100, 50, 50, kGreen);
+    Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_MOUSEMOVE && heard == window) SetCursor(LoadCursorW({}, IDC_HAND));
+        return false;
+    };
+    Headless::MovePointer(110, 110);
+    EXPECT_EQ(Headless::CursorShown(), 32649u);
+    Headless::MovePointer(210, 110);
+    EXPECT_EQ(Headless::CursorShown(), 32512u);
+    Headless::MovePointer(110, 110);
+    SetCursor({});
+    Headless::RunPending();
+    EXPECT_EQ(Headless::CursorShown(), 0u);
+    Headless::MovePointer(10, 10);
+    EXPECT_EQ(Headless::CursorShown(), 32512u);
+}
+
+TEST_F(HeadlessTest, AManyRefreshedWindowStaysFast) {
+    const HWND window = Open(0, 0, 800, 600, kRed);
+    int paints = 0;
+    Told().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_PAINT) ++paints;
+        return false;
+    };
+    // A thousand scattered invalidations are one paint.
+    for (int i = 0; i < 1000; ++i) {
+        const RECT part = {(i * 37) % 790, (i * 53) % 590, (i * 37) % 790 + 5, (i * 53) % 590 + 5};
+        InvalidateRect(window, &part, FALSE);
+    }
+    Headless::RunPending();
+    EXPECT_EQ(paints, 1);
+}
+
+}  // namespace
+}  // namespace windowtest

@@ -1,0 +1,536 @@
+// The core against its window system: what it asks for, what it makes of events, and the server's death.
+#include <gtest/gtest.h>
+
+#include <platform/headless.h>
+
+#include "platform/window/core/control.h"
+#include "window/scripted_system.h"
+
+namespace platform {
+
+std::unique_ptr<WindowSystem> MakeX11WindowSystem(WindowEvents& events) {
+    if (windowtest::ScriptedSystem::reachable) return std::make_unique<windowtest::ScriptedSystem>(events);
+    SetLastError(ERROR_CONNECTION_UNAVAIL);
+    return nullptr;
+}
+
+}  // namespace platform
+
+namespace windowtest {
+namespace {
+
+using platform::Region;
+
+struct Heard {
+    HWND window;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+std::vector<Heard> heard;
+std::function<bool(HWND, UINT)> answer;
+
+LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    heard.push_back({window, message, wParam, lParam});
+    if (const auto asked = answer; asked && asked(window, message)) return 0;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+class SystemTest : public testing::Test {
+  public:
+    void SetUp() override {
+        ScriptedSystem::reachable = true;
+        WNDCLASSW description;
+        description.lpfnWndProc = Procedure;
+        description.lpszClassName = u"System";
+        description.hCursor = LoadCursorW({}, IDC_ARROW);
+        RegisterClassW(&description);
+        heard.clear();
+        answer = nullptr;
+    }
+    void TearDown() override {
+        answer = nullptr;
+        platform::ShutDownWindows();
+        EXPECT_EQ(ScriptedSystem::current, nullptr);
+    }
+    static HWND Create(DWORD style = WS_POPUP, HWND owner = {}, DWORD exStyle = 0) {
+        return CreateWindowExW(exStyle, u"System", u"t", style, 100, 100, 40, 30, owner, 0, {}, nullptr);
+    }
+    static ScriptedSystem& System() { return *ScriptedSystem::current; }
+    static int Count(HWND window, UINT message) {
+        int count = 0;
+        for (const Heard& one : heard)
+            count += one.window == window && one.message == message;
+        return count;
+    }
+    static void Settle() { platform::RunPendingMessages(); }
+};
+
+TEST_F(SystemTest, WithoutADisplayCreationFailsAndHeadlessRemains) {
+    ScriptedSystem::reachable = false;
+    SetLastError(0);
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    EXPECT_TRUE(heard.empty()) << "no window, no messages";
+    MSG message{};
+    SetLastError(0);
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), -1);
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), 0);
+    PostMessageW({}, WM_USER, 0, 0);
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 1) << "what is posted needs no display";
+    EXPECT_TRUE(Headless::Use());
+    EXPECT_TRUE(Create());
+}
+
+TEST_F(SystemTest, HeadlessIsRefusedWhileOtherWindowsLive) {
+    const HWND window = Create();
+    EXPECT_FALSE(Headless::Use());
+    Headless::MovePointer(1, 1);
+    Headless::ButtonDown();
+    EXPECT_EQ(Headless::CaptureScreen().width, 0);
+    DestroyWindow(window);
+    EXPECT_TRUE(Headless::Use());
+}
+
+TEST_F(SystemTest, AWindowIsIntroducedWithItsTraits) {
+    const HWND owner = Create(WS_POPUP | WS_CAPTION | WS_MINIMIZEBOX, {}, WS_EX_TOPMOST | WS_EX_TOOLWINDOW);
+    platform::WindowTraits traits = System().traits[owner.ToParam()];
+    EXPECT_TRUE(traits.decorated && traits.minimizable && traits.topmost && traits.toolWindow);
+    EXPECT_FALSE(traits.dialog || traits.modal);
+    EXPECT_TRUE(traits.title == u"t");
+    const HWND dialog = Create(WS_POPUP, owner, WS_EX_NOACTIVATE);
+    traits = System().traits[dialog.ToParam()];
+    EXPECT_TRUE(traits.dialog && traits.topmost) << "over a topmost owner";
+    EXPECT_FALSE(traits.decorated || traits.activates || traits.modal);
+    EXPECT_EQ(traits.owner, owner);
+    EnableWindow(owner, FALSE);
+    ShowWindow(dialog, SW_SHOW);
+    EXPECT_TRUE(System().traits[dialog.ToParam()].modal);
+    EnableWindow(owner, TRUE);
+    EXPECT_FALSE(System().traits[dialog.ToParam()].modal);
+    System().TakeLog();
+    SetWindowTextW(dialog, u"new");
+    SetWindowTextW(dialog, u"new");
+    EXPECT_EQ(System().TakeLog(), "traits") << "told once";
+    SetWindowLongPtrW(dialog, GWL_STYLE, WS_POPUP | WS_CAPTION);
+    EXPECT_TRUE(System().traits[dialog.ToParam()].decorated);
+}
+
+TEST_F(SystemTest, ASystemThatRefusesAWindowLeavesNone) {
+    Create();
+    System().refuseCreate = true;
+    SetLastError(0);
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_FALSE(IsWindow(heard.back().window));
+    EXPECT_EQ(heard.back().message, UINT{WM_NCDESTROY});
+}
+
+TEST_F(SystemTest, OnlyWhatWasDrawnIsPresented) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    const HBRUSH brush = CreateSolidBrush(0);
+    RECT drawn = {0, 0, 40, 30};
+    answer = [&](HWND heardBy, UINT message) {
+        if (message != WM_PAINT) return false;
+        PAINTSTRUCT paint;
+        BeginPaint(heardBy, &paint);
+        FillRect(paint.hdc, &drawn, brush);
+        EndPaint(heardBy, &paint);
+        return true;
+    };
+    System().TakeLog();
+    Settle();
+    EXPECT_EQ(System().TakeLog(), "surface write present");
+    EXPECT_EQ(System().presented, Region(drawn));
+    InvalidateRect(window, nullptr, FALSE);
+    drawn = {5, 6, 10, 12};
+    Settle();
+    EXPECT_EQ(System().TakeLog(), "write present");
+    EXPECT_EQ(System().presented, Region(drawn));
+    const RECT part = {8, 0, 40, 30};
+    InvalidateRect(window, &part, FALSE);
+    Settle();
+    EXPECT_EQ(System().presented, Region(RECT{8, 6, 10, 12}));
+    // Pixels that the display lost are shown again without a paint.
+    heard.clear();
+    System().events.Exposed(window, Region(RECT{1, 2, 3, 4}));
+    Settle();
+    EXPECT_EQ(System().presented, Region(RECT{1, 2, 3, 4}));
+    EXPECT_EQ(Count(window, WM_PAINT), 0);
+    DeleteObject(brush);
+}
+
+TEST_F(SystemTest, WithoutMemoryOfTheSystemDrawingStaysSafe) {
+    const HWND window = Create();
+    System().noMemory = true;
+    const HDC context = GetDC(window);
+    ASSERT_TRUE(context);
+    const RECT part = {0, 0, 4, 4};
+    const HBRUSH brush = CreateSolidBrush(0);
+    EXPECT_TRUE(FillRect(context, &part, brush));
+    EXPECT_TRUE(ReleaseDC(window, context));
+    DeleteObject(brush);
+}
+
+TEST_F(SystemTest, APushPresentsWhatDiffers) {
+    const HWND window = Create(WS_POPUP, {}, WS_EX_LAYERED);
+    EXPECT_EQ(System().compositing[window.ToParam()].mode, platform::Compositing::Mode::Nothing);
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = 40;
+    info.bmiHeader.biHeight = -30;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection({}, &info, DIB_RGB_COLORS, &bits);
+    const HDC source = CreateCompatibleDC({});
+    SelectObject(source, bitmap);
+    auto* pixels = static_cast<std::uint32_t*>(bits);
+    const SIZE size = {40, 30};
+    const POINT from = {0, 0};
+    BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+    const auto push = [&] {
+        System().presented = Region();
+        System().log.clear();
+        GdiFlush();
+        return UpdateLayeredWindow(window, {}, nullptr, &size, source, &from, 0, &blend, ULW_ALPHA);
+    };
+    ASSERT_TRUE(push());
+    EXPECT_EQ(System().presented, Region(RECT{0, 0, 40, 30})) << "the first time all of it";
+    EXPECT_EQ(System().compositing[window.ToParam()].mode, platform::Compositing::Mode::PerPixel);
+    ASSERT_TRUE(push());
+    EXPECT_TRUE(System().presented.IsEmpty()) << "nothing differs";
+    for (int y = 3; y < 6; ++y)
+        for (int x = 10; x < 20; ++x)
+            pixels[y * 40 + x] = 0xFF00FF00;
+    pixels[25 * 40 + 39] = 0x01010101;
+    ASSERT_TRUE(push());
+    EXPECT_EQ(System().presented, Region(std::vector<RECT>{{10, 3, 20, 6}, {39, 25, 40, 26}}));
+    EXPECT_EQ(System().TakeLog(), "write present");
+    blend.SourceConstantAlpha = 90;
+    ASSERT_TRUE(push());
+    EXPECT_EQ(System().TakeLog(), "write compositing") << "a fade copies no pixels";
+    SelectObject(source, HBITMAP());
+    DeleteDC(source);
+    DeleteObject(bitmap);
+}
+
+TEST_F(SystemTest, MovesThatWaitAreOne) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    heard.clear();
+    platform::InputState pressed;
+    pressed.left = true;
+    auto& events = System().events;
+    for (int i = 0; i < 50; ++i)
+        events.PointerMoved(window, POINT{105 + i % 20, 110}, {}, 1);
+    PostMessageW(window, WM_USER, 0, 0);
+    events.PointerMoved(window, POINT{107, 111}, {}, 2);
+    events.PointerButton(window, 1, true, POINT{107, 111}, {}, 3);
+    events.PointerMoved(window, POINT{109, 111}, pressed, 4);
+    events.PointerMoved(window, POINT{110, 112}, pressed, 5);
+    Settle();
+    std::string order;
+    for (const Heard& one : heard)
+        if (one.message == WM_MOUSEMOVE || one.message == WM_USER || one.message == WM_LBUTTONDOWN)
+            order += std::to_string(one.message) + ":" +
+                     (one.message == WM_USER ? "" : std::to_string(GET_X_LPARAM(one.lParam))) + " ";
+    EXPECT_EQ(order, "512:7 1024: 513:7 512:10 ");
+}
+
+TEST_F(SystemTest, EventsComeInTheirTurn) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    heard.clear();
+    // The handler of the first key disables the window: the second, reported before, is for nobody.
+    answer = [&](HWND, UINT message) {
+        if (message == WM_KEYDOWN) EnableWindow(window, FALSE);
+        return false;
+    };
+    System().events.Key(window, 'A', true, u'a', {}, 1);
+    System().events.Key(window, 'B', true, u'b', {}, 1);
+    EXPECT_TRUE(heard.empty()) << "nothing runs while the system reports";
+    Settle();
+    EXPECT_EQ(Count(window, WM_KEYDOWN), 1);
+    EXPECT_TRUE(GetKeyState('B') & 0x8000);
+}
+
+TEST_F(SystemTest, TheOutsidePlacesMinimisesAndDestroys) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    heard.clear();
+    auto& events = System().events;
+    events.Placed(window, RECT{1, 2, 3, 4});
+    events.Placed(window, RECT{200, 210, 260, 250});
+    Settle();
+    RECT rect;
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect, (RECT{200, 210, 260, 250}));
+    EXPECT_EQ(Count(window, WM_MOVE), 1);
+    EXPECT_EQ(Count(window, WM_SIZE), 1);
+    EXPECT_EQ(Count(window, WM_PAINT), 1);
+    EXPECT_EQ(System().TakeLog().find("place"), std::string::npos) << "not told back what it said";
+    events.MinimisedChanged(window, true);
+    Settle();
+    EXPECT_TRUE(IsIconic(window));
+    events.MinimisedChanged(window, false);
+    Settle();
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(System().TakeLog().find("minimise"), std::string::npos);
+    SetCapture(window);
+    events.GrabLost(window);
+    Settle();
+    EXPECT_EQ(GetCapture(), HWND());
+    System().TakeLog();
+    events.SystemDestroyed(window);
+    Settle();
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(Count(window, WM_NCDESTROY), 1);
+    EXPECT_EQ(System().TakeLog(), "") << "nothing is asked of a native window that is gone";
+    events.PointerMoved(window, POINT{0, 0}, {}, 1);
+    events.Exposed(window, Region(RECT{0, 0, 9, 9}));
+    events.CloseRequested(window);
+    Settle();
+}
+
+TEST_F(SystemTest, FocusThatArrivesLateIsNoNews) {
+    const HWND one = Create();
+    const HWND two = Create();
+    ShowWindow(one, SW_SHOW);
+    ShowWindow(two, SW_SHOW);
+    heard.clear();
+    auto& events = System().events;
+    // The server is still at the first request.
+    events.FocusChanged(one, true);
+    Settle();
+    EXPECT_EQ(GetActiveWindow(), two);
+    events.FocusChanged(one, false);
+    events.FocusChanged(two, true);
+    Settle();
+    EXPECT_EQ(Count(one, WM_ACTIVATE) + Count(two, WM_ACTIVATE), 0);
+    // The user goes to another program and back to the first window.
+    events.FocusChanged(two, false);
+    Settle();
+    EXPECT_EQ(GetActiveWindow(), HWND());
+    EXPECT_EQ(GetFocus(), HWND());
+    EXPECT_EQ(Count(two, WM_KILLFOCUS), 1);
+    events.FocusChanged(one, true);
+    Settle();
+    EXPECT_EQ(GetActiveWindow(), one);
+    EXPECT_EQ(GetFocus(), one);
+}
+
+TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
+    const HWND one = Create();
+    const HWND two = Create();
+    ShowWindow(one, SW_SHOW);
+    System().events.FocusChanged(one, true);
+    Settle();
+    SetActiveWindow(two);
+    ShowWindow(two, SW_SHOW);
+    EXPECT_EQ(GetActiveWindow(), two);
+    // Nothing is reported: the window manager left the focus where it was. A key shows where that is.
+    System().now += 1000;
+    System().events.Key(one, 'A', true, u'a', {}, System().now);
+    Settle();
+    EXPECT_EQ(GetActiveWindow(), one);
+    EXPECT_EQ(Count(one, WM_KEYDOWN), 1);
+}
+
+TEST_F(SystemTest, AHeldButtonReportsForItsWindowButBelongsToAnother) {
+    const HWND one = Create();
+    const HWND two = Create();
+    ShowWindow(one, SW_SHOW);
+    ShowWindow(two, SW_SHOW);
+    MoveWindow(two, 300, 100, 40, 30, TRUE);
+    Settle();
+    heard.clear();
+    System().under = two;
+    platform::InputState pressed;
+    pressed.left = true;
+    System().events.PointerMoved(one, POINT{310, 110}, pressed, 1);
+    Settle();
+    EXPECT_EQ(Count(two, WM_MOUSEMOVE), 1);
+    EXPECT_EQ(Count(one, WM_MOUSEMOVE), 0);
+    System().under = HWND();
+    System().events.PointerButton(one, 1, false, POINT{500, 500}, pressed, 1);
+    Settle();
+    EXPECT_EQ(Count(one, WM_LBUTTONUP) + Count(two, WM_LBUTTONUP), 0);
+}
+
+TEST_F(SystemTest, TheCursorIsToldOnceAMove) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    answer = [](HWND, UINT message) {
+        if (message == WM_MOUSEMOVE) SetCursor(LoadCursorW({}, IDC_HAND));
+        return false;
+    };
+    for (int i = 0; i < 3; ++i) {
+        System().TakeLog();
+        System().events.PointerMoved(window, POINT{105 + i, 110}, {}, 1);
+        Settle();
+        EXPECT_EQ(System().TakeLog(), i == 0 ? "cursor" : "") << "arrow and hand in one move are no flicker";
+    }
+}
+
+// ---- the server goes away
+
+TEST_F(SystemTest, LossEndsTheLoopAndLeavesEveryCallSafe) {
+    const HWND window = Create();
+    const HWND child =
+        CreateWindowExW(0, u"System", u"", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, window, 1, {}, nullptr);
+    ShowWindow(window, SW_SHOW);
+    SetCapture(window);
+    const HDC context = GetDC(window);
+    PostMessageW(window, WM_USER, 0, 0);
+    System().alive = false;
+    System().events.ConnectionLost();
+    System().TakeLog();
+    MSG message{};
+    SetLastError(0);
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), -1);
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    EXPECT_EQ(GetCapture(), HWND());
+    EXPECT_TRUE(PeekMessageW(&message, {}, WM_USER, WM_USER, PM_REMOVE));
+    Settle();
+    EXPECT_FALSE(PeekMessageW(&message, {}, 0, 0, PM_REMOVE));
+    // Nothing of this reaches the system, and nothing of it harms.
+    const RECT part = {0, 0, 5, 5};
+    const HBRUSH brush = CreateSolidBrush(0);
+    FillRect(context, &part, brush);
+    DeleteObject(brush);
+    EXPECT_TRUE(ReleaseDC(window, context));
+    EXPECT_TRUE(MoveWindow(window, 0, 0, 90, 90, TRUE));
+    EXPECT_TRUE(InvalidateRect(window, nullptr, TRUE));
+    EXPECT_TRUE(UpdateWindow(window));
+    ShowWindow(window, SW_MINIMIZE);
+    ShowWindow(window, SW_RESTORE);
+    ShowWindow(window, SW_HIDE);
+    ShowWindow(window, SW_SHOW);
+    SetWindowLongPtrW(window, GWL_EXSTYLE, WS_EX_LAYERED);
+    EXPECT_TRUE(SetLayeredWindowAttributes(window, 0, 9, LWA_ALPHA));
+    EXPECT_TRUE(SetWindowRgn(window, CreateRectRgn(0, 0, 5, 5), TRUE));
+    EXPECT_TRUE(SetWindowTextW(window, u"x"));
+    SetActiveWindow(window);
+    SetFocus(child);
+    SetCapture(window);
+    ReleaseCapture();
+    SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+    EXPECT_EQ(WindowFromPoint(POINT{5, 5}), HWND());
+    POINT point;
+    SetLastError(0);
+    EXPECT_FALSE(GetCursorPos(&point));
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    SetTimer(window, 1, 10, nullptr);
+    GetTickCount();
+    EXPECT_EQ(System().TakeLog(), "");
+    // Windows can be destroyed, but none made, until the last is gone and the server is back.
+    EXPECT_FALSE(Create());
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    heard.clear();
+    EXPECT_TRUE(DestroyWindow(window));
+    EXPECT_EQ(Count(window, WM_DESTROY) + Count(window, WM_NCDESTROY) + Count(child, WM_NCDESTROY), 3);
+    ScriptedSystem::reachable = false;
+    EXPECT_FALSE(Create());
+    ScriptedSystem::reachable = true;
+    const int before = ScriptedSystem::made;
+    EXPECT_TRUE(Create());
+    EXPECT_EQ(ScriptedSystem::made, before + 1);
+}
+
+TEST_F(SystemTest, HeadlessMayFollowALostServer) {
+    const HWND stranded = Create();
+    System().events.ConnectionLost();
+    EXPECT_TRUE(Headless::Use(300, 200));
+    const HWND window = Create();
+    ASSERT_TRUE(window);
+    ShowWindow(window, SW_SHOW);
+    ShowWindow(stranded, SW_SHOW);
+    MoveWindow(stranded, 5, 5, 9, 9, TRUE);
+    Settle();
+    EXPECT_EQ(Headless::Capture(window).width, 40);
+    EXPECT_EQ(Headless::Capture(stranded).width, 0);
+    EXPECT_TRUE(DestroyWindow(stranded));
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0) << "the loop waits again, and ends for want of input";
+}
+
+TEST_F(SystemTest, TheServerMayDieWhileALoopWaits) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    System().onWait = [] { System().alive = false; };
+    MSG message{};
+    SetLastError(0);
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), -1);
+    EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    EXPECT_TRUE(IsWindow(window));
+}
+
+TEST_F(SystemTest, TheServerMayDieInsideACaptionMove) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    answer = [&](HWND, UINT message) {
+        if (message == WM_LBUTTONDOWN) SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+        return false;
+    };
+    System().onWait = [] {
+        System().alive = false;
+        System().events.ConnectionLost();
+    };
+    System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, 1);
+    Settle();
+    EXPECT_EQ(Count(window, WM_ENTERSIZEMOVE), 1);
+    EXPECT_EQ(Count(window, WM_EXITSIZEMOVE), 1);
+    EXPECT_EQ(GetCapture(), HWND());
+}
+
+TEST_F(SystemTest, APlaceReportedDuringACaptionMoveIsBehind) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    platform::InputState pressed;
+    pressed.left = true;
+    answer = [&](HWND, UINT message) {
+        if (message == WM_LBUTTONDOWN) SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+        return false;
+    };
+    System().onWait = [&] {
+        auto& events = System().events;
+        events.PointerMoved(window, POINT{125, 105}, pressed, 2);
+        events.Placed(window, RECT{101, 100, 141, 130});
+        events.PointerButton(window, 1, false, POINT{125, 105}, pressed, 3);
+    };
+    System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, 1);
+    Settle();
+    RECT rect;
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect, (RECT{120, 100, 160, 130}));
+    EXPECT_EQ(Count(window, WM_LBUTTONUP), 0);
+}
+
+TEST_F(SystemTest, ShutDownForgetsAll) {
+    const HWND window = Create();
+    GetDC(window);
+    SetTimer(window, 1, 10, nullptr);
+    PostMessageW(window, WM_USER, 0, 0);
+    PostQuitMessage(1);
+    heard.clear();
+    platform::ShutDownWindows();
+    EXPECT_TRUE(heard.empty()) << "a host that is ending is not called any more";
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(ScriptedSystem::current, nullptr);
+    EXPECT_TRUE(Create()) << "and a new start works";
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, {}, 0, 0, PM_REMOVE));
+}
+
+}  // namespace
+}  // namespace windowtest
