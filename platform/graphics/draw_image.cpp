@@ -8,13 +8,13 @@
 
 #include <platform/gdiplus.h>
 
-#include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/ground.h"
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/resample.h"
 #include "platform/graphics/scaled_cache.h"
+#include "platform/graphics/side_picture.h"
 
 namespace platform {
 namespace {
@@ -217,7 +217,7 @@ Filter FilterOf(const GraphicsData& graphics) {
 
 // Turned or mirrored by the world transform: left to cairo, which gets the source rectangle as a picture of
 // its own and so cannot look beyond it.
-Status DrawTurned(GraphicsData& graphics, ImageData& image, const Placement& placement) {
+Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, const Placement& placement) {
     const Box& from = placement.from;
     const CRect whole(0, 0, image.Width(), image.Height());
     CRect part(static_cast<int>(std::floor(from.left)), static_cast<int>(std::floor(from.top)),
@@ -227,9 +227,10 @@ Status DrawTurned(GraphicsData& graphics, ImageData& image, const Placement& pla
     if (!piece) return Gdiplus::OutOfMemory;
     CopyPixels(*piece, CRect(0, 0, part.Width(), part.Height()), *image.Pixels(), -part.left, -part.top);
 
-    std::optional<DrawingPass> pass = graphics.Begin();
-    if (!pass) return graphics.Check();
-    cairo_t* const cairo = pass->Cairo();
+    SidePicture side;
+    const Status status = side.Prepare(graphics, ground, placement.to, 0, SidePicture::Kind::Pixels);
+    if (status != Ok || !side.Cairo()) return status;
+    cairo_t* const cairo = side.Cairo();
     cairo_translate(cairo, placement.to.left, placement.to.top);
     cairo_scale(cairo, placement.to.Width() / from.Width(), placement.to.Height() / from.Height());
     cairo_translate(cairo, -from.left, -from.top);
@@ -243,6 +244,8 @@ Status DrawTurned(GraphicsData& graphics, ImageData& image, const Placement& pla
                                                           ? CAIRO_FILTER_NEAREST
                                                           : CAIRO_FILTER_GOOD);
     cairo_fill(cairo);
+    if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) return Gdiplus::GenericError;
+    side.BlendPixels(ground);
     return Ok;
 }
 
@@ -258,7 +261,7 @@ Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, const Pl
     const Box device = Transformed(world, placement.to);
     if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
     if (!world.IsUpright() || world.m11 < 0 || world.m22 < 0)
-        return DrawTurned(graphics, *image->Data(), placement);
+        return DrawTurned(graphics, ground, *image->Data(), placement);
     const CRect to = Rounded(device);
     CRect visible;
     if (!visible.IntersectRect(to, ground.Box())) return Ok;

@@ -11,6 +11,7 @@
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/ground.h"
 #include "platform/graphics/pixel_rows.h"
+#include "platform/graphics/side_picture.h"
 
 namespace platform {
 namespace {
@@ -32,46 +33,35 @@ bool ColorOf(const Gdiplus::Brush* brush, Gdiplus::Color& color) {
     return solid && solid->GetColor(&color) == Ok;
 }
 
-// The pixels that an outline passes over, generously.
-CRect Around(const Box& box, double margin) {
-    return CRect(static_cast<int>(std::floor(box.left - margin)) - 1,
-                 static_cast<int>(std::floor(box.top - margin)) - 1,
-                 static_cast<int>(std::ceil(box.right + margin)) + 1,
-                 static_cast<int>(std::ceil(box.bottom + margin)) + 1);
-}
-
-bool IsNearBox(const Box& box) {
-    return IsNear(box.left) && IsNear(box.top) && IsNear(box.right) && IsNear(box.bottom);
-}
-
 // A line is drawn around its middle. Without smoothing a pixel belongs to it when the pixel's corner does,
 // not its centre, so that a line of width 1 on whole coordinates covers whole pixels.
 double StrokeShift(const GraphicsData& graphics) {
     return IsSmooth(graphics) ? 0 : 0.5;
 }
 
-// Runs `draw` with a cairo context for a shape inside `box`, a rectangle of the world, widened by `margin`.
+// A colour through the shape that `draw` makes with cairo, inside `box`, a rectangle of the world, widened by
+// `margin`.
 template <class Draw>
-Status DrawInCairo(GraphicsData& graphics, const Box& box, double margin, Draw draw) {
+Status BlendShape(GraphicsData& graphics, const Box& box, double margin, const Gdiplus::Color& color,
+                  Draw draw) {
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
-    const Box device = Transformed(World(graphics, ground.Origin()), box);
-    const World world(graphics, ground.Origin());
-    const double reach = margin * (std::hypot(world.m11, world.m21) + std::hypot(world.m12, world.m22)) + 1;
-    if (!IsNearBox(device) || !IsNear(reach)) return Gdiplus::InvalidParameter;
-    std::optional<DrawingPass> pass = graphics.Begin(Around(device, reach));
-    if (!pass) return graphics.Check();
-    draw(pass->Cairo());
+    SidePicture shape;
+    const Status status = shape.Prepare(graphics, ground, box, margin, SidePicture::Kind::Coverage);
+    if (status != Ok || !shape.Cairo() || color.GetA() == 0) return status;
+    draw(shape.Cairo());
+    if (cairo_status(shape.Cairo()) != CAIRO_STATUS_SUCCESS) return Gdiplus::GenericError;
+    shape.BlendColor(ground, Premultiply(color.GetValue()));
     return Ok;
 }
 
 // The same for a stroke: shifted, as wide as the pen, one pixel at least.
 template <class Outline>
-Status StrokeInCairo(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& box, Outline outline) {
+Status BlendStroke(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& box, Outline outline) {
     const double width = std::max(0.0, static_cast<double>(pen.GetWidth()));
     if (!IsNear(width)) return Gdiplus::InvalidParameter;
-    // A mitre reaches out ten times the width at most, cairo's limit.
-    return DrawInCairo(graphics, box, width * 10 + 1, [&](cairo_t* cairo) {
+    // A mitre reaches out ten times half the width at most, cairo's limit.
+    return BlendShape(graphics, box, width * 5, pen.GetColor(), [&](cairo_t* cairo) {
         cairo_matrix_t matrix;
         cairo_get_matrix(cairo, &matrix);
         const double shift = StrokeShift(graphics);
@@ -81,7 +71,6 @@ Status StrokeInCairo(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box&
         outline(cairo);
         const double scale = std::sqrt(std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx));
         cairo_set_line_width(cairo, std::max(width, 1.0 / scale));
-        SetSource(cairo, pen.GetColor());
         cairo_stroke(cairo);
     });
 }
@@ -102,9 +91,8 @@ Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& b
         if (color.GetA() != 0) BlendBox(ground, Rounded(device), Premultiply(color.GetValue()));
         return Ok;
     }
-    return DrawInCairo(graphics, box, 0, [&](cairo_t* cairo) {
+    return BlendShape(graphics, box, 0, color, [&](cairo_t* cairo) {
         cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
-        SetSource(cairo, color);
         cairo_fill(cairo);
     });
 }
@@ -128,7 +116,7 @@ Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& bo
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
     const World world(graphics, ground.Origin());
     if (IsSmooth(graphics) || !world.IsUpright())
-        return StrokeInCairo(graphics, *pen, box, [&](cairo_t* cairo) {
+        return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
         });
     const Box device = Transformed(world, box);
@@ -183,7 +171,7 @@ Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, d
     const World world(graphics, ground.Origin());
     const double scale = std::sqrt(std::abs(world.m11 * world.m22 - world.m12 * world.m21));
     if (IsSmooth(graphics) || pen->GetWidth() * scale > 1)
-        return StrokeInCairo(graphics, *pen, box, [&](cairo_t* cairo) {
+        return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_move_to(cairo, x1, y1);
             cairo_line_to(cairo, x2, y2);
         });
@@ -240,9 +228,8 @@ Status Graphics::FillEllipse(const Brush* brush, const RectF& rect) {
     const platform::Box box = BoxOf(rect.X, rect.Y, rect.Width, rect.Height);
     if (!platform::ColorOf(brush, color) || !platform::IsDrawable(box)) return Keep(InvalidParameter);
     if (!(rect.Width > 0) || !(rect.Height > 0)) return Keep(data_->Check());
-    return Keep(platform::DrawInCairo(*data_, box, 0, [&](cairo_t* cairo) {
+    return Keep(platform::BlendShape(*data_, box, 0, color, [&](cairo_t* cairo) {
         platform::AddEllipseTo(cairo, rect.X, rect.Y, rect.Width, rect.Height);
-        platform::SetSource(cairo, color);
         cairo_fill(cairo);
     }));
 }
@@ -267,11 +254,10 @@ Status Graphics::FillPath(const Brush* brush, const GraphicsPath* path) {
     Color color;
     if (!platform::ColorOf(brush, color) || !path) return Keep(InvalidParameter);
     const platform::PathData& data = path->Data();
-    return Keep(platform::DrawInCairo(*data_, platform::BoundsOf(data), 0, [&](cairo_t* cairo) {
+    return Keep(platform::BlendShape(*data_, platform::BoundsOf(data), 0, color, [&](cairo_t* cairo) {
         platform::AppendOutline(cairo, data);
         cairo_set_fill_rule(
             cairo, data.mode == FillModeWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
-        platform::SetSource(cairo, color);
         cairo_fill(cairo);
     }));
 }
@@ -279,8 +265,8 @@ Status Graphics::FillPath(const Brush* brush, const GraphicsPath* path) {
 Status Graphics::DrawPath(const Pen* pen, const GraphicsPath* path) {
     if (!pen || !path) return Keep(InvalidParameter);
     const platform::PathData& data = path->Data();
-    return Keep(platform::StrokeInCairo(*data_, *pen, platform::BoundsOf(data),
-                                        [&](cairo_t* cairo) { platform::AppendOutline(cairo, data); }));
+    return Keep(platform::BlendStroke(*data_, *pen, platform::BoundsOf(data),
+                                      [&](cairo_t* cairo) { platform::AppendOutline(cairo, data); }));
 }
 
 }  // namespace Gdiplus

@@ -75,7 +75,8 @@ bool IsDrawable(const Box& box) {
 }
 
 CRect Rounded(const Box& box) {
-    const auto edge = [](double position) { return static_cast<int>(std::floor(position + 0.5)); };
+    constexpr double kHalf = 0.5 + 1.0 / 1024;
+    const auto edge = [](double position) { return static_cast<int>(std::floor(position + kHalf)); };
     return CRect(edge(box.left), edge(box.top), edge(box.right), edge(box.bottom));
 }
 

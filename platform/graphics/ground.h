@@ -81,7 +81,8 @@ Box Transformed(const World& world, const Box& box);
 constexpr double kFarthest = 1e9;
 // Whether every edge is a number within +-kFarthest.
 bool IsDrawable(const Box& box);
-// Edges go to the nearest whole pixel, halves up; so that edges that were shared stay shared.
+// Edges go to the nearest whole pixel, halves up, and so does what misses a half by an error of floats: edges
+// that were shared stay shared.
 CRect Rounded(const Box& box);
 
 }  // namespace platform

@@ -49,6 +49,10 @@ std::shared_ptr<ImageData> ImageData::Decode(std::vector<std::uint8_t> bytes) {
     Gdiplus::Status status = Gdiplus::Ok;
     std::unique_ptr<EncodedPicture> picture = OpenPicture(std::move(bytes), status);
     if (!picture) return Failed(status == Gdiplus::Ok ? Gdiplus::UnknownImageFormat : status);
+    return FromPicture(std::move(picture));
+}
+
+std::shared_ptr<ImageData> ImageData::FromPicture(std::unique_ptr<EncodedPicture> picture) {
     auto source = std::make_shared<FrameSource>(std::move(picture));
     std::shared_ptr<Surface> first = source->Frame(0);
     if (!first) return Failed(Gdiplus::UnknownImageFormat);

@@ -43,6 +43,7 @@ class ImageData {
     // An image without pixels, in a lasting error status.
     static std::shared_ptr<ImageData> Failed(Gdiplus::Status status);
     static std::shared_ptr<ImageData> Decode(std::vector<std::uint8_t> bytes);
+    static std::shared_ptr<ImageData> FromPicture(std::unique_ptr<EncodedPicture> picture);
     // Takes the surface over.
     static std::shared_ptr<ImageData> FromSurface(std::shared_ptr<Surface> surface,
                                                   Gdiplus::PixelFormat format);

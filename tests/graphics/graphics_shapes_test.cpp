@@ -1,0 +1,241 @@
+// Rectangles, lines, ellipses and paths.
+#include <cmath>
+#include <limits>
+
+#include "graphics/gdiplus_kit.h"
+#include "platform/graphics/pixel_rows.h"
+
+namespace Gdiplus {
+namespace {
+
+using kit::Canvas;
+using kit::Pixels;
+
+constexpr std::uint32_t kRed = 0xFFFF0000;
+constexpr std::uint32_t kHalf = 0x80008000;  // premultiplied
+const Color kHalfGreen(0x80, 0, 0xFF, 0);
+
+Pixels Framed(int side, const CRect& outer, const CRect& inner, std::uint32_t pixel) {
+    Pixels pixels(side, side);
+    pixels.Fill(outer, pixel);
+    pixels.Fill(inner, 0);
+    return pixels;
+}
+
+TEST(FillRectangle, OnWholePixelsIsExactWithAndWithoutSmoothing) {
+    const SolidBrush brush(kHalfGreen);
+    for (const SmoothingMode mode : {SmoothingModeDefault, SmoothingModeAntiAlias}) {
+        Canvas canvas(12, 12);
+        Graphics graphics(canvas.Context());
+        graphics.SetSmoothingMode(mode);
+        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 2, 3, 5, 4));
+        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, RectF(7, 3, 100, 4)));
+        Pixels expected(12, 12);
+        expected.Fill(CRect(2, 3, 12, 7), kHalf);
+        EXPECT_TRUE(Same(canvas.Get(), expected));
+        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, Rect(2, 3, 1, 1)));
+        std::uint32_t twice = kHalf;
+        platform::BlendColorRow(&twice, kHalf, 1);
+        EXPECT_EQ(twice, canvas.At(2, 3)) << "over, not instead";
+    }
+}
+
+TEST(FillRectangle, FractionsAreRoundedOrSmoothed) {
+    const SolidBrush brush(Color(0xFF, 0xFF, 0, 0));
+    Canvas canvas(8, 8);
+    Graphics graphics(canvas.Context());
+    graphics.FillRectangle(&brush, RectF(1.4F, 1.5F, 3, 3));
+    Pixels expected(8, 8);
+    expected.Fill(CRect(1, 2, 4, 5), kRed);
+    EXPECT_TRUE(Same(canvas.Get(), expected));
+    graphics.Clear(Color(0, 0, 0, 0));
+    graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+    graphics.FillRectangle(&brush, RectF(1.5F, 1, 3, 3));
+    EXPECT_NEAR(0x80, canvas.At(1, 1) >> 24, 1);
+    EXPECT_EQ(kRed, canvas.At(2, 1));
+    EXPECT_NEAR(0x80, canvas.At(4, 3) >> 24, 1);
+    EXPECT_EQ(0U, canvas.At(5, 1));
+    EXPECT_EQ(0U, canvas.At(2, 4));
+}
+
+TEST(FillRectangle, RefusesWhatIsNoRectangle) {
+    const SolidBrush brush(kHalfGreen);
+    Canvas canvas(8, 8);
+    Graphics graphics(canvas.Context());
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 1, 1, 0, 5));
+    EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 4, 4, -2, -2));
+    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(nullptr, 1, 1, 2, 2));
+    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(&brush, nan, 1.0F, 2.0F, 2.0F));
+    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(&brush, 0.0F, 0.0F, infinity, 2.0F));
+    EXPECT_EQ(InvalidParameter, graphics.FillEllipse(&brush, RectF(0, 0, nan, 2)));
+    EXPECT_EQ(Ok, graphics.FillEllipse(&brush, RectF(4, 4, -3, 2)));
+    EXPECT_EQ(InvalidParameter, graphics.FillEllipse(&brush, RectF(0, 0, 5e8F, 5e8F)));
+    EXPECT_EQ(InvalidParameter, graphics.DrawRectangle(nullptr, 1, 1, 2, 2));
+    const Pen pen(kHalfGreen);
+    EXPECT_EQ(InvalidParameter, graphics.DrawRectangle(&pen, 0.0F, nan, 2.0F, 2.0F));
+    EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, 3, 3, -1, 2));
+    EXPECT_EQ(InvalidParameter, graphics.DrawLine(&pen, 0, 0, infinity, 0));
+    EXPECT_EQ(InvalidParameter, graphics.DrawLine(nullptr, 0, 0, 1, 0));
+    EXPECT_EQ(InvalidParameter, graphics.FillPath(&brush, nullptr));
+    EXPECT_EQ(InvalidParameter, graphics.DrawPath(&pen, nullptr));
+    EXPECT_TRUE(Same(canvas.Get(), Pixels(8, 8)));
+}
+
+TEST(DrawRectangle, CoversEveryPixelOfItsFrameOnce) {
+    const struct {
+        RectF rect;
+        REAL width;
+        CRect outer, inner;
+    } cases[] = {
+        {{2, 3, 6, 5}, 1, CRect(2, 3, 9, 9), CRect(3, 4, 8, 8)},
+        {{2, 3, 6, 5}, 0, CRect(2, 3, 9, 9), CRect(3, 4, 8, 8)},
+        {{2.3F, 3.4F, 6, 5}, 1, CRect(2, 3, 9, 9), CRect(3, 4, 8, 8)},
+        {{2.5F, 3.6F, 6, 5}, 1, CRect(2, 4, 9, 10), CRect(3, 5, 8, 9)},
+        {{4, 4, 6, 6}, 2, CRect(3, 3, 11, 11), CRect(5, 5, 9, 9)},
+        {{4, 4, 6, 6}, 3, CRect(3, 3, 12, 12), CRect(6, 6, 9, 9)},
+        {{4, 4, 1, 1}, 1, CRect(4, 4, 6, 6), CRect()},
+        {{4, 4, 2, 2}, 5, CRect(2, 2, 9, 9), CRect()},
+        {{-3, -3, 40, 8}, 1, CRect(-3, -3, 38, 6), CRect(-2, -2, 37, 5)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.rect.X << " " << c.rect.Y << " width " << c.width);
+        Canvas canvas(14, 14);
+        const Pen pen(kHalfGreen, c.width);
+        EXPECT_EQ(Ok, Graphics(canvas.Context()).DrawRectangle(&pen, c.rect));
+        EXPECT_TRUE(Same(canvas.Get(), Framed(14, c.outer, c.inner, kHalf)));
+    }
+}
+
+TEST(DrawRectangle, WithSmoothingLiesOnBothSidesOfItsEdge) {
+    Canvas canvas(12, 12);
+    Graphics graphics(canvas.Context());
+    graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+    const Pen pen(Color(0xFF, 0xFF, 0, 0), 2);
+    graphics.DrawRectangle(&pen, 4, 4, 4, 4);
+    EXPECT_TRUE(Same(canvas.Get(), Framed(12, CRect(3, 3, 9, 9), CRect(5, 5, 7, 7), kRed)));
+}
+
+TEST(DrawLine, ThinLinesHoldBothEndsAndOnePixelPerStep) {
+    const struct {
+        int x1, y1, x2, y2;
+        int pixels;
+    } cases[] = {{1, 1, 8, 1, 8},  {8, 1, 1, 1, 8},  {3, 2, 3, 9, 8}, {1, 1, 8, 8, 8},
+                 {0, 0, 9, 3, 10}, {9, 9, 2, 0, 10}, {4, 4, 4, 4, 1}, {-5, 5, 30, 5, 10}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.x1 << "," << c.y1 << " " << c.x2 << "," << c.y2);
+        Canvas canvas(10, 10);
+        const Pen pen(kHalfGreen);
+        EXPECT_EQ(Ok, Graphics(canvas.Context())
+                          .DrawLine(&pen, static_cast<REAL>(c.x1), static_cast<REAL>(c.y1),
+                                    static_cast<REAL>(c.x2), static_cast<REAL>(c.y2)));
+        const Pixels drawn = canvas.Get();
+        int count = 0;
+        for (int y = 0; y < 10; ++y)
+            for (int x = 0; x < 10; ++x) {
+                if (drawn.At(x, y) == 0) continue;
+                ++count;
+                EXPECT_EQ(kHalf, drawn.At(x, y));
+                const double length = std::hypot(c.x2 - c.x1, c.y2 - c.y1);
+                const double off = (c.x2 - c.x1) * (y - c.y1) - (c.y2 - c.y1) * (x - c.x1);
+                if (length > 0) {
+                    EXPECT_LE(std::abs(off) / length, 0.71);
+                }
+            }
+        EXPECT_EQ(c.pixels, count);
+        if (drawn.Has(c.x1, c.y1)) {
+            EXPECT_EQ(kHalf, drawn.At(c.x1, c.y1));
+        }
+    }
+    Canvas canvas(10, 10);
+    const Pen wide(kHalfGreen, 3);
+    Graphics(canvas.Context()).DrawLine(&wide, 2, 5, 8, 5);
+    Pixels expected(10, 10);
+    expected.Fill(CRect(2, 4, 8, 7), kHalf);
+    EXPECT_TRUE(Same(canvas.Get(), expected));
+    const Pen thin(kHalfGreen);
+    EXPECT_EQ(Ok, Graphics(canvas.Context()).DrawLine(&thin, -9e8F, -9e8F, 9e8F, 9e8F)) << "and soon";
+}
+
+TEST(FillEllipse, HoldsThePixelsWhoseCentresAreInside) {
+    const SolidBrush brush(kHalfGreen);
+    Canvas canvas(22, 16);
+    Graphics(canvas.Context()).FillEllipse(&brush, RectF(1, 2, 20, 12));
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 22; ++x) {
+            const double distance = std::hypot((x + 0.5 - 11) / 10, (y + 0.5 - 8) / 6);
+            if (distance < 0.99) {
+                EXPECT_EQ(kHalf, canvas.At(x, y)) << x << " " << y;
+            }
+            if (distance > 1.01) {
+                EXPECT_EQ(0U, canvas.At(x, y)) << x << " " << y;
+            }
+        }
+}
+
+TEST(Path, FillsByItsModeAndMeasuresItself) {
+    const SolidBrush brush(Color(0xFF, 0xFF, 0, 0));
+    for (const FillMode mode : {FillModeAlternate, FillModeWinding}) {
+        GraphicsPath path(mode);
+        RectF bounds;
+        EXPECT_EQ(Ok, path.GetBounds(&bounds));
+        EXPECT_EQ(0.0F, bounds.Width);
+        EXPECT_EQ(Ok, path.AddRectangle(RectF(1, 1, 8, 8)));
+        EXPECT_EQ(Ok, path.AddRectangle(RectF(3, 3, 4, 4)));
+        EXPECT_EQ(Ok, path.AddRectangle(RectF(50, 50, 0, 4)));
+        EXPECT_EQ(Ok, path.GetBounds(&bounds));
+        EXPECT_EQ(1.0F, bounds.X);
+        EXPECT_EQ(9.0F, bounds.GetBottom());
+        Canvas canvas(10, 10);
+        EXPECT_EQ(Ok, Graphics(canvas.Context()).FillPath(&brush, &path));
+        EXPECT_TRUE(Same(
+            canvas.Get(),
+            Framed(10, CRect(1, 1, 9, 9), mode == FillModeAlternate ? CRect(3, 3, 7, 7) : CRect(), kRed)));
+    }
+    GraphicsPath path;
+    EXPECT_EQ(InvalidParameter, path.AddEllipse(RectF(0, 0, std::numeric_limits<float>::infinity(), 1)));
+    EXPECT_EQ(InvalidParameter, path.AddRectangle(RectF(9e6F, 0, 1, 1)));
+    EXPECT_EQ(InvalidParameter, path.GetBounds(nullptr));
+    EXPECT_EQ(Ok, path.AddEllipse(RectF(2, 4, 6, 3)));
+    RectF bounds;
+    path.GetBounds(&bounds);
+    EXPECT_NEAR(2, bounds.X, 0.02);
+    EXPECT_NEAR(3, bounds.Height, 0.02);
+}
+
+TEST(Path, IsScaledByTheWorldTransformAndStrokedInWorldUnits) {
+    const Pen pen(Color(0xFF, 0xFF, 0, 0), 6);
+    GraphicsPath path;
+    path.AddRectangle(RectF(12, 12, 18, 18));
+    Canvas canvas(16, 16);
+    Graphics graphics(canvas.Context());
+    graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+    const Matrix third(1 / 3.0F, 0, 0, 1 / 3.0F, 1, 0);
+    EXPECT_EQ(Ok, graphics.SetTransform(&third));
+    EXPECT_EQ(Ok, graphics.DrawPath(&pen, &path));
+    EXPECT_EQ(kRed, canvas.At(4, 3));
+    EXPECT_EQ(kRed, canvas.At(11, 10));
+    EXPECT_NEAR(0, canvas.At(8, 7) >> 24, 3);
+    EXPECT_NEAR(0, canvas.At(3, 7) >> 24, 3);
+    EXPECT_EQ(Ok, graphics.ResetTransform());
+    const Matrix flat(1, 1, 1, 1, 0, 0);
+    EXPECT_EQ(InvalidParameter, graphics.SetTransform(&flat));
+    EXPECT_EQ(InvalidParameter, graphics.SetTransform(nullptr));
+}
+
+TEST(Shapes, ThroughCairoHaveTheSameColourAsThroughOurLoops) {
+    kit::Dice dice(41);
+    for (int round = 0; round < 400; ++round) {
+        const Color color(dice.Next());
+        const SolidBrush brush(color);
+        Canvas canvas(9, 9);
+        Graphics graphics(canvas.Context());
+        graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+        graphics.FillEllipse(&brush, RectF(0, 0, 9, 9));
+        ASSERT_EQ(platform::Premultiply(color.GetValue()), canvas.At(4, 4)) << std::hex << color.GetValue();
+    }
+}
+
+}  // namespace
+}  // namespace Gdiplus
