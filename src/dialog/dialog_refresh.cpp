@@ -73,19 +73,17 @@ void CQKDialogBase::ComposeLayeredFrame(int width, int height) {
     do {
         m_bStartOver = false;
         m_bFramePainted = false;
-        if (frame.BeginPart(HRGN()) && HasCachedBackground())
-            CopyBackCache();
+        if (frame.BeginPart(HRGN()) && HasCachedBackground()) CopyBackCache();
         frame.Seal();
         DrawSurface(frame.Context(), width, height, 1);
-        if (!m_bFramePainted && !frame.IsWholePart())
-            m_bStartOver = true;
-        if (m_bStartOver)
-            frame.MakeAllStale();
+        if (!m_bFramePainted && !frame.IsWholePart()) m_bStartOver = true;
+        if (m_bStartOver) frame.MakeAllStale();
     } while (m_bStartOver);
 }
 
 void CQKDialogBase::PaintLayeredPart(int width, int height) {
     QKFrame& frame = *m_pFrame;
+    m_bFramePainted = true;
     const bool untouched = frame.IsSealed();
     if (!untouched && !frame.IsWholePart()) {
         m_bStartOver = true;
