@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -117,9 +118,9 @@ class X11Test : public testing::Test {
   protected:
     void Open(const SessionOptions& options = {}) {
         session = XSession::Start(options);
-        ASSERT_TRUE(session);
+        if (!session) throw std::runtime_error("no session");
         system = platform::MakeX11WindowSystem(seen);
-        ASSERT_TRUE(system) << GetLastError();
+        if (!system) throw std::runtime_error("no window system");
         seen.onExposed = [this](HWND window, const platform::Region& region) {
             system->Present(window, region);
         };

@@ -215,6 +215,7 @@ TEST_F(Windows, CloseWhenTheWindowManagerAsks) {
     decorated.decorated = true;
     const HWND window = NewWindow(CRect(200, 150, 500, 350), decorated);
     ShowAndWait(window);
+    ASSERT_TRUE(Until([&] { return seen.IsFocused(window); }));
     Idle(300);
     EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0) << "the frame goes around the window";
     EXPECT_TRUE(system->WindowAt({200, 150}) == window);

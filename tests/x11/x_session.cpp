@@ -5,9 +5,12 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -27,6 +30,22 @@ struct Free {
 template <class T>
 using Reply = std::unique_ptr<T, Free>;
 
+std::string SocketOf(const std::string& number) {
+    return "/tmp/.X11-unix/X" + number;
+}
+
+// Whether a server listens there; one that was killed leaves its socket behind.
+bool Answers(int number) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::snprintf(address.sun_path, sizeof address.sun_path, "%s", SocketOf(std::to_string(number)).c_str());
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool answers =
+        connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    close(descriptor);
+    return answers;
+}
+
 // Display numbers to try one after the other, when a range is given in the environment ("61-69"); else the
 // server picks one itself.
 std::vector<int> DisplayNumbers() {
@@ -35,9 +54,7 @@ std::vector<int> DisplayNumbers() {
     if (range == nullptr || std::sscanf(range, "%d-%d", &first, &last) != 2) return {-1};
     std::vector<int> numbers;
     for (int number = first; number <= last; ++number)
-        if (access(("/tmp/.X" + std::to_string(number) + "-lock").c_str(), F_OK) != 0 &&
-            access(("/tmp/.X11-unix/X" + std::to_string(number)).c_str(), F_OK) != 0)
-            numbers.push_back(number);
+        if (!Answers(number)) numbers.push_back(number);
     return numbers;
 }
 
@@ -210,6 +227,8 @@ bool XSession::StartServer(const SessionOptions& options) {
 
 void XSession::KillServer() {
     server_.Kill();
+    unlink(SocketOf(display_.substr(1)).c_str());
+    unlink(("/tmp/.X" + display_.substr(1) + "-lock").c_str());
 }
 
 xcb_atom_t XSession::Atom(const std::string& name) {
@@ -248,16 +267,21 @@ bool XSession::WaitForOwner(bool wanted) {
 }
 
 bool XSession::StartWindowManager() {
-    // It names itself first, and drops requests to map a window until its list of windows is there too.
-    const xcb_atom_t list = Atom("_NET_CLIENT_LIST");
-    xcb_delete_property(connection_, root_, list);
     manager_ = Process::Start({"openbox", "--sm-disable"});
-    return WaitForManager(true) && Eventually([&] {
-               const auto cookie =
-                   xcb_get_property(connection_, 0, root_, list, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-               const Reply<xcb_get_property_reply_t> reply(
-                   xcb_get_property_reply(connection_, cookie, nullptr));
-               return reply && reply->type != 0;
+    return WaitForManager(true) && Eventually([&] { return ManagesWindows(); });
+}
+
+bool XSession::ManagesWindows() {
+    // While it starts it loses requests to map a window: only one that was taken shows that it is ready.
+    const xcb_window_t probe = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, probe, root_, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection_, probe);
+    const bool taken = Eventually([&] { return !Property(probe, "WM_STATE").empty(); }, 300);
+    xcb_destroy_window(connection_, probe);
+    return taken && Eventually([&] {
+               const auto list = Property(root_, "_NET_CLIENT_LIST");
+               return std::count(list.begin(), list.end(), probe) == 0;
            });
 }
 

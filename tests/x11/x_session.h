@@ -96,6 +96,7 @@ class XSession {
     bool WaitForOwner(bool wanted);
     bool WaitForManager(bool wanted);
     xcb_window_t ManagerWindow();
+    bool ManagesWindows();
 
     std::string display_;
     Process server_, manager_, compositor_;

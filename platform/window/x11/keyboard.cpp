@@ -4,6 +4,7 @@
 #include <array>
 #include <clocale>
 #include <cstdlib>
+#include <string_view>
 
 #include <platform/text.h>
 #include <platform/window.h>
@@ -31,6 +32,20 @@ const char* ComposeLocale() {
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"})
         if (const char* value = std::getenv(name); value != nullptr && *value != '\0') return value;
     return "C";
+}
+
+// The letter that a key has on a keyboard of the United States; 0 for other keys. Where a layout knows no
+// Latin letters, hosts still expect their codes.
+UINT LetterAtPlaceOf(xcb_keycode_t key) {
+    struct Row {
+        xcb_keycode_t first;
+        std::string_view letters;
+    };
+    constexpr Row kRows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    for (const Row& row : kRows)
+        if (key >= row.first && key < row.first + row.letters.size())
+            return static_cast<UINT>(row.letters[static_cast<std::size_t>(key - row.first)]);
+    return 0;
 }
 
 }  // namespace
@@ -124,7 +139,8 @@ KeyStroke Keyboard::Translate(xcb_keycode_t key, std::uint16_t modifiers, bool d
     stroke.virtualKey = VirtualKeyOfKey(key);
     if (down) stroke.text = TextOf(key);
     if (stroke.virtualKey == VK_DELETE) stroke.text.clear();  // an action, although ASCII has a code for it
-    if (stroke.virtualKey == 0 && !stroke.text.empty()) stroke.virtualKey = kTextOnlyKey;
+    const bool hasText = down ? !stroke.text.empty() : xkb_state_key_get_utf32(state_.get(), key) != 0;
+    if (stroke.virtualKey == 0 && hasText) stroke.virtualKey = kTextOnlyKey;
     return stroke;
 }
 
@@ -147,7 +163,7 @@ UINT Keyboard::VirtualKeyOfKey(xcb_keycode_t key) const {
     // A layout of another script: the key's letter in a Latin one beside it.
     for (xkb_layout_index_t layout = 0; layout < layouts; ++layout)
         if (const UINT code = codeIn(layout, 0); code != 0) return code;
-    return 0;
+    return LetterAtPlaceOf(key);
 }
 
 std::u16string Keyboard::TextOf(xcb_keycode_t key) {
