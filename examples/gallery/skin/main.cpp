@@ -12,6 +12,7 @@
 #include "examples/gallery/skin/emblem.h"
 #include "examples/gallery/skin/landscape.h"
 #include "examples/gallery/skin/panels.h"
+#include "examples/gallery/skin/shell.h"
 #include "examples/gallery/skin/skin_sizes.h"
 #include "examples/gallery/skin/strips.h"
 #include "examples/gallery/skin/writers.h"
@@ -28,6 +29,7 @@ void WriteBackgrounds(const std::filesystem::path& folder) {
 }
 
 void WritePanels(const std::filesystem::path& folder) {
+    WritePng(ShellWindow(), folder / "shell.png");
     WritePng(GlassPanel(), folder / "panel_alpha.png");
     WritePng(KeyedMedal(), folder / "panel_key.png");
 }

@@ -1,21 +1,25 @@
 // Sizes of the skin's pictures, in pixels. The gallery places its items by these, the generator draws by
 // them.
 //
-//   file                              frames  layout      one frame   look
-//   background_wide.png               -       -           1600 x 900  dusk over a lake, round moon right of
-//   centre background_tall.png               -       -            700 x 1100 the same place, upright
-//   background.jpg                    -       -           1280 x 800  northern lights
-//   background_tile.bmp               -       -             64 x 64   seamless weave
-//   panel_alpha.png                   -       -            560 x 380  glass, per-pixel alpha with its own
-//   shadow panel_key.png                     -       -            340 x 400  medal on solid 255,0,255; hard
-//   edge btn1_v.png … btn5_v.png           1 … 5   vertical     120 x 36   pill; 4 and 5 frames have an
-//   indicator btn1_h.png … btn5_h.png           1 … 5   horizontal   120 x 36   the same btn_wide_v.png 4
-//   vertical      96 x 36   pill without indicator btn_close_v.png, btn_min_v.png    3       vertical      32
-//   x 28   window buttons btn_play_v.png                    4       vertical      72 x 72   round, accent
-//   ring; the active frame pauses btn_prev_v.png, btn_next_v.png    3       vertical      48 x 48   round
-//   tab_layers.png … tab_areas.png    4       vertical     132 x 40   toolbar tab, glyph left, text room
-//   right app_icon_64.png                   -       -             64 x 64   application icon app_icon.ico -
-//   -             16 24 32 48 (bitmaps) 64 256 (PNG)
+// clang-format off
+//   file                             frames  layout      one frame   look
+//   shell.png                        -       -         1104 x 744    the gallery's window, with its shadow
+//   background_wide.png              -       -         1600 x 900    dusk over a lake, moon right of centre
+//   background_tall.png              -       -          700 x 1100   the same place, upright
+//   background.jpg                   -       -         1280 x 800    northern lights
+//   background_tile.bmp              -       -           64 x 64     seamless weave
+//   panel_alpha.png                  -       -          560 x 380    glass, per-pixel alpha, its own shadow
+//   panel_key.png                    -       -          340 x 400    medal on solid 255,0,255; hard edge
+//   btn1_v.png ... btn5_v.png        1 ... 5 vertical   120 x 36     pill; 4 and 5 frames have an indicator
+//   btn1_h.png ... btn5_h.png        1 ... 5 horizontal 120 x 36     the same
+//   btn_wide_v.png                   4       vertical    96 x 36     pill without indicator
+//   btn_close_v.png, btn_min_v.png   3       vertical    32 x 28     window buttons
+//   btn_play_v.png                   4       vertical    72 x 72     round; the active frame pauses
+//   btn_prev_v.png, btn_next_v.png   3       vertical    48 x 48     round
+//   tab_layers.png ... tab_areas.png 4       vertical   132 x 40     tab, glyph left, text room right
+//   app_icon_64.png                  -       -           64 x 64     application icon
+//   app_icon.ico                     -       -          16 24 32 48 (bitmaps) 64 256 (PNG)
+// clang-format on
 //
 // Frames come in the order normal, pointer over, pressed, active, disabled.
 #pragma once
@@ -26,6 +30,19 @@ struct PictureSize {
     int width;
     int height;
 };
+
+inline constexpr PictureSize kShell{1104, 744};
+// What lies outside the body is shadow or nothing.
+inline constexpr int kShellBodyLeft = 32;
+inline constexpr int kShellBodyTop = 28;
+inline constexpr int kShellBodyWidth = 1040;
+inline constexpr int kShellBodyHeight = 680;
+inline constexpr int kShellTitleHeight = 56;
+inline constexpr int kShellSidebarWidth = 164;
+inline constexpr int kShellPaneLeft = 196;  // the frosted pane that a page fills
+inline constexpr int kShellPaneTop = 92;
+inline constexpr int kShellPaneWidth = 860;
+inline constexpr int kShellPaneHeight = 600;
 
 inline constexpr PictureSize kBackgroundWide{1600, 900};
 inline constexpr PictureSize kBackgroundTall{700, 1100};

@@ -1,0 +1,21 @@
+// What the command line asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace gallery {
+
+struct Options {
+    enum class Task { Open, Shot, ShotAll, List, Help };
+    Task task = Task::Open;
+    std::string page;    // its name; empty for the first
+    std::string target;  // the file of Shot, the folder of ShotAll
+};
+
+extern const char* const kUsage;
+
+// Nothing, and one line on standard error, for arguments that cannot be understood.
+std::optional<Options> ParseOptions(int count, const char* const* arguments);
+
+}  // namespace gallery

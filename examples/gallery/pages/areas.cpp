@@ -1,0 +1,217 @@
+// Where a per-pixel window takes the pointer: what is drawn, an item's rectangle, or all of it. And the
+// rubber band, which takes empty space.
+#include <array>
+#include <memory>
+
+#include "examples/gallery/demo_window.h"
+#include "examples/gallery/page.h"
+#include "examples/gallery/resource.h"
+#include "examples/gallery/shell.h"
+#include "examples/gallery/skin/skin_sizes.h"
+#include "examples/gallery/skin_files.h"
+#include "examples/gallery/user.h"
+
+namespace gallery {
+namespace {
+
+constexpr int kFieldWidth = 252;
+constexpr int kFieldHeight = 150;
+constexpr int kFieldPitch = (grid::kWidth - kFieldWidth) / 2;
+constexpr int kGrain = 7;  // distance of the dots of a map
+constexpr int kBandTop = grid::kTop + kFieldHeight + 104;
+
+struct Field {
+    LPCWSTR title;
+    LPCWSTR text;
+    bool itemCatches;
+    bool windowCatches;
+};
+constexpr std::array<Field, 3> kFields = {{
+    {u"Passing through", u"Only what is drawn takes the pointer.", false, false},
+    {u"An item catches", u"Its whole rectangle does, SetTranMouseOver(0).", true, false},
+    {u"The window catches", u"All of it, seen or not, SetMouseTranOver(0).", false, true},
+}};
+
+DemoLooks LooksOf(const Field& field) {
+    DemoLooks looks;
+    looks.size = CSize(kFieldWidth, kFieldHeight);
+    looks.style = LAY_OPAQUE;
+    looks.catches = field.windowCatches;
+    return looks;
+}
+
+DemoLooks BandLooks() {
+    DemoLooks looks;
+    looks.size = CSize(kFieldPitch + kFieldWidth, 150);
+    looks.background = SkinFile("background.jpg");
+    looks.keepRatio = true;
+    looks.corners = CSize(24, 24);
+    looks.band = true;
+    return looks;
+}
+
+// A window that is clear but for one button, over a field of the page. The dots that the page draws beneath
+// it say for each point whether the window would take the pointer there.
+class Clear {
+  public:
+    Clear(const Field& field, CPoint place) : window(LooksOf(field)), facts(field), corner(place) {
+        button.Load(IDP_PLAY, 4);
+        button.PlaceAt((kFieldWidth - skin::kPlayButton.width) / 2,
+                       (kFieldHeight - skin::kPlayButton.height) / 2);
+        button.SetTranMouseOver(!field.itemCatches);
+        button.SetMouseMoveHand(1);
+        button.OnClick([this] {
+            button.SetActive(!button.GetActive());
+            window.UpdateView();
+        });
+        window.Add(&button);
+    }
+
+    DemoWindow window;
+    PushButton button;
+    Field facts;
+    CPoint corner;  // of the field, in client pixels of the shell
+    int caught = 0;
+    int passed = 0;
+};
+
+class AreasPage : public Page {
+  public:
+    AreasPage();
+
+    void Enter(Shell& shell) override;
+    void Leave() override;
+    void Draw(Ink& ink) override;
+    void Pressed(CPoint point) override;
+    void ShellMoved(CSize by) override;
+    void Pose() override;
+
+  private:
+    void OpenAll();
+    void DrawMap(Ink& ink, const Clear& clear) const;
+
+    Shell* shell_ = nullptr;
+    std::array<std::unique_ptr<Clear>, kFields.size()> clears_;
+    DemoWindow band_{BandLooks()};
+    bool entered_ = false;
+};
+
+AreasPage::AreasPage() {
+    for (std::size_t i = 0; i < kFields.size(); ++i)
+        clears_[i] = std::make_unique<Clear>(
+            kFields[i], CPoint(grid::kLeft + static_cast<int>(i) * kFieldPitch, grid::kTop));
+}
+
+void AreasPage::Enter(Shell& shell) {
+    shell_ = &shell;
+    const auto refresh = [this] {
+        if (entered_) shell_->UpdateView();
+    };
+    for (const auto& clear : clears_) {
+        clear->window.moved = refresh;
+        clear->window.pressed = [refresh, counted = clear.get()] {
+            ++counted->caught;
+            refresh();
+        };
+    }
+    band_.draw = [](Ink& ink) {
+        ink.Text(TextStyle::Title, CRect(24, 20, 320, 44), u"Rubber band");
+        ink.Text(TextStyle::Body, CRect(24, 48, 330, 140),
+                 u"Double-click on empty space, hold and draw. SetSelRect(1) allows it.");
+    };
+    // Windows over this one need it on the screen.
+    shell.Later([this, &shell] {
+        if (shell.Current() == this) OpenAll();
+    });
+}
+
+void AreasPage::OpenAll() {
+    for (const auto& clear : clears_)
+        clear->window.Open(shell_, shell_->ToScreen(clear->corner));
+    band_.Open(shell_, shell_->ToScreen(CPoint(grid::kLeft, kBandTop)));
+    entered_ = true;
+    shell_->UpdateView();
+}
+
+void AreasPage::Leave() {
+    entered_ = false;
+    for (const auto& clear : clears_)
+        clear->window.Close();
+    band_.Close();
+    Page::Leave();
+}
+
+void AreasPage::ShellMoved(CSize by) {
+    if (!entered_) return;
+    entered_ = false;  // one refresh for all of them
+    const auto follow = [by](DemoWindow& window) {
+        if (!window.IsOpen()) return;
+        CRect place;
+        window.GetWindowRect(place);
+        window.SetWindowPos(HWND(), place.left + by.cx, place.top + by.cy, 0, 0,
+                            SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    for (const auto& clear : clears_)
+        follow(clear->window);
+    follow(band_);
+    entered_ = true;
+    shell_->UpdateView();
+}
+
+void AreasPage::Pressed(CPoint point) {
+    for (const auto& clear : clears_) {
+        if (!CRect(clear->corner, CSize(kFieldWidth, kFieldHeight)).PtInRect(point)) continue;
+        ++clear->passed;
+        shell_->UpdateView();
+    }
+}
+
+void AreasPage::DrawMap(Ink& ink, const Clear& clear) const {
+    const CRect field(clear.corner, CSize(kFieldWidth, kFieldHeight));
+    ink.Well(field);
+    if (!clear.window.IsOpen()) return;
+    for (int y = field.top + kGrain; y < field.bottom - 2; y += kGrain) {
+        for (int x = field.left + kGrain; x < field.right - 2; x += kGrain) {
+            const bool takes = WindowFromPoint(shell_->ToScreen(CPoint(x, y))) == clear.window.m_hWnd;
+            if (takes)
+                ink.Dot(x, y, 1.9F, skin::palette::kAmber);
+            else
+                ink.Dot(x, y, 1.0F, skin::WithAlpha(skin::palette::kMist, 0.30));
+        }
+    }
+}
+
+void AreasPage::Draw(Ink& ink) {
+    for (const auto& clear : clears_) {
+        DrawMap(ink, *clear);
+        const int left = clear->corner.x;
+        int y = clear->corner.y + kFieldHeight + 6;
+        ink.Label(TextStyle::Title, CRect(left, y, left + kFieldWidth, y + 24), clear->facts.title,
+                  Align::Left);
+        ink.Label(TextStyle::Note, CRect(left, y + 24, left + kFieldWidth + 16, y + 44), clear->facts.text,
+                  Align::Left);
+        CString presses;
+        presses.Format(u"%d caught, %d passed through", clear->caught, clear->passed);
+        ink.Label(TextStyle::Note, CRect(left, y + 44, left + kFieldWidth, y + 64), presses, Align::Left,
+                  skin::palette::kGold);
+    }
+}
+
+void AreasPage::Pose() {
+    for (const auto& clear : clears_) {
+        ClickOn(clear->window, clear->button);
+        for (const int x : {30, 60, 92}) {
+            PointAt(clear->window, CPoint(x, 40));
+            Click();
+        }
+    }
+    DoubleClickAndDrag(band_, CPoint(430, 34), CPoint(690, 122));
+}
+
+const PageEntry entry(
+    {6, "areas", u"Areas", IDP_TAB_AREAS, u"Passing and catching the pointer",
+     u"Three clear windows lie over these fields. Bright dots: the window takes the pointer."},
+    [] { return std::unique_ptr<Page>(new AreasPage); });
+
+}  // namespace
+}  // namespace gallery

@@ -1,0 +1,141 @@
+// Windows with rounded corners, from none to an ellipse.
+#include <array>
+#include <memory>
+
+#include "examples/gallery/demo_window.h"
+#include "examples/gallery/page.h"
+#include "examples/gallery/resource.h"
+#include "examples/gallery/shell.h"
+#include "examples/gallery/skin_files.h"
+#include "examples/gallery/user.h"
+
+namespace gallery {
+namespace {
+
+struct Sample {
+    CRect place;  // on the page; the window opens in this size
+    CSize corners;
+    LPCWSTR title;
+    const char* file;
+};
+
+constexpr int kSquare = 148;
+constexpr int kSquarePitch = (grid::kWidth - kSquare) / 4;
+constexpr int kBroad = 257;
+constexpr int kBroadPitch = (grid::kWidth - kBroad) / 2;
+constexpr int kLower = grid::kTop + kSquare + 96;
+
+CRect Square(int column) {
+    const int left = grid::kLeft + column * kSquarePitch;
+    return CRect(left, grid::kTop, left + kSquare, grid::kTop + kSquare);
+}
+CRect Broad(int column) {
+    const int left = grid::kLeft + column * kBroadPitch;
+    return CRect(left, kLower, left + kBroad, kLower + kSquare);
+}
+
+std::array<Sample, 8> Samples() {
+    return {{
+        {Square(0), CSize(0, 0), u"Square", "background_tall.png"},
+        {Square(1), CSize(16, 16), u"16 x 16", "background_tall.png"},
+        {Square(2), CSize(40, 40), u"40 x 40", "background_tall.png"},
+        {Square(3), CSize(80, 80), u"80 x 80", "background_tall.png"},
+        {Square(4), CSize(kSquare, kSquare), u"A circle", "background_tall.png"},
+        {Broad(0), CSize(120, 40), u"120 x 40", "background.jpg"},
+        {Broad(1), CSize(40, 120), u"40 x 120", "background.jpg"},
+        {Broad(2), CSize(kBroad, kSquare), u"An ellipse", "background.jpg"},
+    }};
+}
+
+DemoLooks LooksOf(const Sample& sample, bool closable) {
+    DemoLooks looks;
+    looks.size = sample.place.Size();
+    looks.background = SkinFile(sample.file);
+    looks.keepRatio = true;
+    looks.corners = sample.corners;
+    if (closable) looks.close = CPoint(looks.size.cx / 2 - 16, 14);
+    return looks;
+}
+
+class ShapePage : public Page {
+  public:
+    void Enter(Shell& shell) override;
+    void Leave() override;
+    void Draw(Ink& ink) override;
+    void Pose() override;
+
+  private:
+    struct Shown {
+        explicit Shown(const Sample& of) : sample(of), window(LooksOf(of, true)) {}
+        Sample sample;
+        DemoWindow window;
+        std::unique_ptr<Gdiplus::Bitmap> picture;
+        PushButton* open = nullptr;
+    };
+
+    void Toggle(Shown& shown);
+
+    Shell* shell_ = nullptr;
+    std::vector<std::unique_ptr<Shown>> shown_;
+};
+
+void ShapePage::Enter(Shell& shell) {
+    shell_ = &shell;
+    for (const Sample& sample : Samples()) {
+        shown_.push_back(std::make_unique<Shown>(sample));
+        Shown& shown = *shown_.back();
+        DemoWindow painter(LooksOf(sample, false));
+        if (painter.Prepare(&shell, CPoint())) shown.picture = PictureOf(painter);
+
+        shown.open = &Add(shell);
+        shown.open->Load(IDP_WIDE, 4);
+        shown.open->PlaceAt(sample.place.right - 96, sample.place.bottom + 9);
+        shown.open->SetMouseMoveHand(1);
+        shown.open->OnClick([this, &shown] { Toggle(shown); });
+        shown.window.closed = [this, &shown] {
+            shown.open->SetActive(0);
+            shell_->UpdateView();
+        };
+    }
+}
+
+void ShapePage::Leave() {
+    shown_.clear();
+    Page::Leave();
+}
+
+void ShapePage::Toggle(Shown& shown) {
+    if (shown.window.IsOpen()) {
+        shown.window.Close();
+    } else {
+        // Beside its picture, half over it.
+        const CRect& place = shown.sample.place;
+        const CPoint corner = shell_->ToScreen(CPoint(place.left + 48, place.top + 56));
+        shown.open->SetActive(shown.window.Open(shell_, corner));
+    }
+    shell_->UpdateView();
+}
+
+void ShapePage::Draw(Ink& ink) {
+    for (const auto& shown : shown_) {
+        const CRect& place = shown->sample.place;
+        if (shown->picture) ink.Graphics().DrawImage(shown->picture.get(), place.left, place.top);
+        const CRect button = shown->open->Place();
+        ink.Label(TextStyle::Title, CRect(place.left + 4, button.top, button.left, button.bottom - 2),
+                  shown->sample.title, Align::Left);
+        ink.Label(TextStyle::Button, CRect(button.left, button.top, button.right, button.bottom - 2),
+                  shown->window.IsOpen() ? u"Close" : u"Open");
+    }
+}
+
+void ShapePage::Pose() {
+    ClickOn(*shell_, *shown_[4]->open);
+    ClickOn(*shell_, *shown_[7]->open);
+}
+
+const PageEntry entry({3, "shape", u"Shape", IDP_TAB_SHAPE, u"Rounded windows",
+                       u"Width and height of the ellipse that the corners are cut from, in pixels."},
+                      [] { return std::unique_ptr<Page>(new ShapePage); });
+
+}  // namespace
+}  // namespace gallery

@@ -1,0 +1,87 @@
+#include "examples/gallery/shots.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+#include "examples/gallery/demo_window.h"
+#include "examples/gallery/shell.h"
+#include "examples/gallery/skin_files.h"
+
+namespace gallery {
+namespace {
+
+constexpr int kScreenWidth = 1440;
+constexpr int kScreenHeight = 900;
+constexpr int kShellLeft = 24;
+constexpr int kShellTop = 84;
+
+DemoLooks WallpaperLooks() {
+    DemoLooks looks;
+    looks.size = CSize(kScreenWidth, kScreenHeight);
+    looks.background = SkinFile("background.jpg");
+    looks.keepRatio = true;
+    return looks;
+}
+
+// A screen in memory with a wallpaper, and the gallery on it.
+class Studio {
+  public:
+    bool Open() {
+        Headless::Use(kScreenWidth, kScreenHeight);
+        if (!wallpaper_.Open(nullptr, CPoint(0, 0)) || !shell_.Open()) {
+            std::fprintf(stderr, "gallery: no window: %s\n", ErrorText(GetLastError()));
+            return false;
+        }
+        shell_.Show(CPoint(kShellLeft, kShellTop));
+        return true;
+    }
+
+    std::size_t PageCount() const { return shell_.PageCount(); }
+    const char* Name(std::size_t page) const { return shell_.Facts(page).name; }
+
+    bool Shoot(std::size_t page, const std::string& file) {
+        // Away from everything, and no button left down by the page before.
+        Headless::MovePointer(kScreenWidth - 1, kScreenHeight - 1);
+        Headless::ButtonUp();
+        shell_.Select(page);
+        Headless::RunPending();
+        shell_.Current()->Pose();
+        Headless::RunPending();
+        if (Headless::CaptureScreen().SavePng(FromUtf8(file))) return true;
+        std::fprintf(stderr, "gallery: cannot write %s\n", file.c_str());
+        return false;
+    }
+
+  private:
+    DemoWindow wallpaper_{WallpaperLooks()};
+    Shell shell_;
+};
+
+}  // namespace
+
+int ShootPage(std::size_t page, const std::string& file) {
+    Studio studio;
+    return studio.Open() && studio.Shoot(page, file) ? 0 : 1;
+}
+
+int ShootAllPages(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        std::fprintf(stderr, "gallery: cannot make the folder %s: %s\n", folder.c_str(),
+                     error.message().c_str());
+        return 1;
+    }
+    Studio studio;
+    if (!studio.Open()) return 1;
+    for (std::size_t page = 0; page < studio.PageCount(); ++page) {
+        const std::string file =
+            (std::filesystem::path(folder) / (std::string(studio.Name(page)) + ".png")).string();
+        if (!studio.Shoot(page, file)) return 1;
+        std::printf("%s\n", file.c_str());
+    }
+    return 0;
+}
+
+}  // namespace gallery
