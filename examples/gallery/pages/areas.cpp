@@ -18,7 +18,9 @@ constexpr int kFieldWidth = 252;
 constexpr int kFieldHeight = 150;
 constexpr int kFieldPitch = (grid::kWidth - kFieldWidth) / 2;
 constexpr int kGrain = 7;  // distance of the dots of a map
-constexpr int kBandTop = grid::kTop + kFieldHeight + 104;
+constexpr int kBandTop = grid::kTop + kFieldHeight + 96;
+constexpr int kBandHeight = 224;
+constexpr int kBandText = 296;  // width of the shaded part
 
 struct Field {
     LPCWSTR title;
@@ -28,8 +30,8 @@ struct Field {
 };
 constexpr std::array<Field, 3> kFields = {{
     {u"Passing through", u"Only what is drawn takes the pointer.", false, false},
-    {u"An item catches", u"Its whole rectangle does, SetTranMouseOver(0).", true, false},
-    {u"The window catches", u"All of it, seen or not, SetMouseTranOver(0).", false, true},
+    {u"An item catches", u"Its rectangle does: SetTranMouseOver(0).", true, false},
+    {u"The window catches", u"All of it does: SetMouseTranOver(0).", false, true},
 }};
 
 DemoLooks LooksOf(const Field& field) {
@@ -42,7 +44,7 @@ DemoLooks LooksOf(const Field& field) {
 
 DemoLooks BandLooks() {
     DemoLooks looks;
-    looks.size = CSize(kFieldPitch + kFieldWidth, 150);
+    looks.size = CSize(grid::kWidth, kBandHeight);
     looks.background = SkinFile("background.jpg");
     looks.keepRatio = true;
     looks.corners = CSize(24, 24);
@@ -115,8 +117,9 @@ void AreasPage::Enter(Shell& shell) {
         };
     }
     band_.draw = [](Ink& ink) {
-        ink.Text(TextStyle::Title, CRect(24, 20, 320, 44), u"Rubber band");
-        ink.Text(TextStyle::Body, CRect(24, 48, 330, 140),
+        ink.Fill(CRect(0, 0, kBandText, kBandHeight), skin::WithAlpha(skin::palette::kInk, 0.62));
+        ink.Text(TextStyle::Title, CRect(24, 20, kBandText - 24, 44), u"Rubber band");
+        ink.Text(TextStyle::Body, CRect(24, 48, kBandText - 24, kBandHeight),
                  u"Double-click on empty space, hold and draw. SetSelRect(1) allows it.");
     };
     // Windows over this one need it on the screen.
@@ -205,7 +208,7 @@ void AreasPage::Pose() {
             Click();
         }
     }
-    DoubleClickAndDrag(band_, CPoint(430, 34), CPoint(690, 122));
+    DoubleClickAndDrag(band_, CPoint(410, 52), CPoint(688, 176));
 }
 
 const PageEntry entry(

@@ -26,7 +26,7 @@ constexpr std::array<Song, 4> kSongs = {{
 
 constexpr int kFrameCounts = 5;
 constexpr int kTableTop = grid::kTop + kPlayerHeight + 28;
-constexpr int kRowHeight = 48;
+constexpr int kRowHeight = 56;
 constexpr int kRowsTop = kTableTop + 36;
 
 struct Column {
@@ -133,8 +133,7 @@ void ButtonsPage::Draw(Ink& ink) {
 
 void ButtonsPage::DrawPlayer(Ink& ink) {
     const int top = grid::kTop;
-    ink.Frame(CRect(grid::kLeft, top, grid::kRight, top + kPlayerHeight),
-              skin::WithAlpha(skin::palette::kMist, 0.16));
+    ink.Well(CRect(grid::kLeft, top, grid::kRight, top + kPlayerHeight));
     const int left = grid::kLeft + 244;
     const bool playing = play_->GetActive() != 0;
     ink.Label(TextStyle::Note, CRect(left, top + 20, grid::kRight - 24, top + 40),

@@ -25,7 +25,7 @@ struct Row {
 constexpr std::array<Row, kRows> kTexts = {{
     {u"Ordinary", u"An opaque rectangle. It paints what an update region asks for."},
     {u"Colour key", u"Pixels of one colour are left out, to sight and to the pointer."},
-    {u"Constant alpha", u"The whole window under one alpha, here 165 of 255."},
+    {u"Constant alpha", u"The whole window under one alpha, here 180 of 255."},
     {u"Per-pixel alpha", u"Each pixel has its own: soft shadows, smooth edges, glass."},
     {u"Modal", u"DoModal waits for the answer; this window is disabled meanwhile."},
 }};
@@ -51,7 +51,7 @@ DemoLooks ConstantAlphaLooks() {
     DemoLooks looks;
     looks.size = CSize(336, 210);
     looks.style = LAY_ALPHA;
-    looks.alpha = 165;
+    looks.alpha = 180;
     looks.background = SkinFile("background_wide.png");
     looks.keepRatio = true;
     looks.corners = CSize(28, 28);
@@ -97,10 +97,10 @@ class LayersPage : public Page {
 };
 
 LayersPage::LayersPage()
-    : demos_{{{DemoWindow(OrdinaryLooks()), CPoint(724, 196), nullptr},
-              {DemoWindow(ColourKeyLooks()), CPoint(1034, 20), nullptr},
-              {DemoWindow(ConstantAlphaLooks()), CPoint(846, 302), nullptr},
-              {DemoWindow(PerPixelLooks()), CPoint(800, 440), nullptr}}} {
+    : demos_{{{DemoWindow(OrdinaryLooks()), CPoint(672, 172), nullptr},
+              {DemoWindow(ColourKeyLooks()), CPoint(1040, 8), nullptr},
+              {DemoWindow(ConstantAlphaLooks()), CPoint(884, 384), nullptr},
+              {DemoWindow(PerPixelLooks()), CPoint(796, 468), nullptr}}} {
     demos_[0].window.draw = [](Ink& ink) {
         ink.Frame(CRect(0, 0, 300, 188), skin::WithAlpha(skin::palette::kMist, 0.35));
         ink.Text(TextStyle::Title, CRect(20, 14, 250, 40), u"Ordinary window");
@@ -118,7 +118,7 @@ LayersPage::LayersPage()
     };
     demos_[2].window.draw = [](Ink& ink) {
         ink.Text(TextStyle::Title, CRect(20, 14, 290, 40), u"Constant alpha");
-        ink.Text(TextStyle::Body, CRect(20, 44, 316, 120), u"LAY_ALPHA, and rounded corners.");
+        ink.Text(TextStyle::Body, CRect(20, 44, 190, 120), u"LAY_ALPHA, and the corners are rounded.");
     };
     demos_[3].window.draw = [](Ink& ink) {
         constexpr int kLeft = skin::kPanelAlphaBodyLeft;

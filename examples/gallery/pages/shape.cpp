@@ -23,7 +23,7 @@ constexpr int kSquare = 148;
 constexpr int kSquarePitch = (grid::kWidth - kSquare) / 4;
 constexpr int kBroad = 257;
 constexpr int kBroadPitch = (grid::kWidth - kBroad) / 2;
-constexpr int kLower = grid::kTop + kSquare + 96;
+constexpr int kLower = grid::kTop + kSquare + 104;
 
 CRect Square(int column) {
     const int left = grid::kLeft + column * kSquarePitch;
@@ -71,6 +71,7 @@ class ShapePage : public Page {
         DemoWindow window;
         std::unique_ptr<Gdiplus::Bitmap> picture;
         PushButton* open = nullptr;
+        CPoint opensAt;  // over the shell's right edge, each a little lower
     };
 
     void Toggle(Shown& shown);
@@ -84,12 +85,14 @@ void ShapePage::Enter(Shell& shell) {
     for (const Sample& sample : Samples()) {
         shown_.push_back(std::make_unique<Shown>(sample));
         Shown& shown = *shown_.back();
+        const int nth = static_cast<int>(shown_.size()) - 1;
+        shown.opensAt = CPoint(1018 + 24 * (nth % 3), 16 + 78 * nth);
         DemoWindow painter(LooksOf(sample, false));
         if (painter.Prepare(&shell, CPoint())) shown.picture = PictureOf(painter);
 
         shown.open = &Add(shell);
         shown.open->Load(IDP_WIDE, 4);
-        shown.open->PlaceAt(sample.place.right - 96, sample.place.bottom + 9);
+        shown.open->PlaceAt(sample.place.CenterPoint().x - 48, sample.place.bottom + 32);
         shown.open->SetMouseMoveHand(1);
         shown.open->OnClick([this, &shown] { Toggle(shown); });
         shown.window.closed = [this, &shown] {
@@ -108,9 +111,7 @@ void ShapePage::Toggle(Shown& shown) {
     if (shown.window.IsOpen()) {
         shown.window.Close();
     } else {
-        // Beside its picture, half over it.
-        const CRect& place = shown.sample.place;
-        const CPoint corner = shell_->ToScreen(CPoint(place.left + 48, place.top + 56));
+        const CPoint corner = shell_->ToScreen(shown.opensAt);
         shown.open->SetActive(shown.window.Open(shell_, corner));
     }
     shell_->UpdateView();
@@ -121,16 +122,16 @@ void ShapePage::Draw(Ink& ink) {
         const CRect& place = shown->sample.place;
         if (shown->picture) ink.Graphics().DrawImage(shown->picture.get(), place.left, place.top);
         const CRect button = shown->open->Place();
-        ink.Label(TextStyle::Title, CRect(place.left + 4, button.top, button.left, button.bottom - 2),
-                  shown->sample.title, Align::Left);
+        ink.Label(TextStyle::Title, CRect(place.left, place.bottom + 6, place.right, place.bottom + 30),
+                  shown->sample.title);
         ink.Label(TextStyle::Button, CRect(button.left, button.top, button.right, button.bottom - 2),
                   shown->window.IsOpen() ? u"Close" : u"Open");
     }
 }
 
 void ShapePage::Pose() {
-    ClickOn(*shell_, *shown_[4]->open);
-    ClickOn(*shell_, *shown_[7]->open);
+    for (const std::size_t sample : {2U, 4U, 7U})
+        ClickOn(*shell_, *shown_[sample]->open);
 }
 
 const PageEntry entry({3, "shape", u"Shape", IDP_TAB_SHAPE, u"Rounded windows",

@@ -26,7 +26,7 @@ constexpr std::array<State, 6> kStates = {{
     {u"Disabled", QKItemBase::QK_NORMAL, false, false},
 }};
 
-constexpr int kLabelWidth = 132;
+constexpr int kLabelWidth = 96;
 constexpr int kPitch = (grid::kWidth - kLabelWidth) / static_cast<int>(kStates.size());
 constexpr int kHeaderHeight = 36;
 

@@ -59,6 +59,10 @@ void PaintTitle(Canvas& canvas) {
     cairo_t* context = canvas.Cairo();
     Rectangle(kTitle)(context);
     FillVertical(context, kTitle.y, kTitle.Bottom(), {{0, Rgb(0x3c367f, 0.62)}, {1, Rgb(0x14123c, 0.72)}});
+    // The bar's shadow on the view.
+    Rectangle({kTitle.x, kTitle.Bottom(), kTitle.width, 60})(context);
+    FillVertical(context, kTitle.Bottom(), kTitle.Bottom() + 60,
+                 {{0, WithAlpha(palette::kInk, 0.62)}, {1, WithAlpha(palette::kInk, 0)}});
     Rectangle({kTitle.x, kTitle.Bottom() - 1, kTitle.width, 1})(context);
     Fill(context, WithAlpha(palette::kInk, 0.55));
     Rectangle({kTitle.x, kTitle.Bottom(), kTitle.width, 1})(context);
