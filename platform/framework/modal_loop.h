@@ -26,7 +26,7 @@ class ModalLoop {
     // The object is being destroyed.
     void Forget() { dialog_ = nullptr; }
 
-    // A window is being destroyed or is gone: the loop that runs for it, if any, ends.
+    // A window's last message: the loop that runs for it, if any, ends.
     static void WindowLeaves(HWND window);
 
   private:

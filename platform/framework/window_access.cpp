@@ -82,7 +82,6 @@ LRESULT WindowAccess::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM
     }
     if (!object) return DefWindowProcW(window, message, wParam, lParam);
 
-    if (message == WM_DESTROY) ModalLoop::WindowLeaves(window);
     MessageFrame frame(*object, window, message, wParam, lParam);
     LRESULT result = 0;
     try {

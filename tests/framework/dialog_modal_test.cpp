@@ -1,12 +1,5 @@
 #include "framework/dialog_fixture.h"
 
-IMPLEMENT_DYNAMIC(ScriptedDialog, CDialog)
-BEGIN_MESSAGE_MAP(ScriptedDialog, CDialog)
-ON_WM_TIMER()
-ON_MESSAGE(DestroyYourself, OnDestroyYourself)
-ON_MESSAGE(DeleteYourself, OnDeleteYourself)
-END_MESSAGE_MAP()
-
 namespace {
 
 class ModalDialog : public DialogTest {
@@ -91,6 +84,34 @@ TEST_F(ModalDialog, EndDialogHidesAtOnceAndBringsTheOwnerBack) {
         ExpectOwnerIsBack();
     });
     EXPECT_EQ(dialog.DoModal(), 1);
+}
+
+// A loop that sleeps when its dialog ends returns at once: what comes later does not run in it.
+TEST_F(ModalDialog, ALoopThatSleepsNoticesItsEnd) {
+    const std::function<void(ScriptedDialog&)> ends[] = {[](ScriptedDialog& d) { d.EndDialog(3); },
+                                                         [](ScriptedDialog& d) { d.DestroyWindow(); }};
+    for (const auto& end : ends) {
+        for (const bool underAnother : {false, true}) {
+            SCOPED_TRACE(underAnother ? "another dialog ran inside that sleep" : "alone");
+            bool ranLater = false;
+            ScriptedDialog outer(PlainTemplate, &owner);
+            WhenIdle([&] {
+                if (!underAnother) return end(outer);
+                ScriptedDialog inner(PlainTemplate, &owner);
+                WhenIdle([&] { end(outer); });
+                WhenIdle([&] { inner.EndDialog(4); });
+                WhenIdle([&] { ranLater = true; });
+                EXPECT_EQ(inner.DoModal(), 4);
+            });
+            if (!underAnother) WhenIdle([&] { ranLater = true; });
+            outer.DoModal();
+            EXPECT_FALSE(ranLater);
+            // The step that is left over runs in the next loop.
+            WhenIdle([&] { outer.EndDialog(5); });
+            EXPECT_EQ(outer.DoModal(), 5);
+            EXPECT_TRUE(ranLater);
+        }
+    }
 }
 
 TEST_F(ModalDialog, CommandsOtherThanClicksEndNothing) {

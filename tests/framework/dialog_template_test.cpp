@@ -143,6 +143,21 @@ TEST_F(DialogTemplate, UnitsGrowWithTheFont) {
     }
 }
 
+TEST_F(DialogTemplate, BoldLettersAreWider) {
+    int widths[2];
+    for (const bool bold : {false, true}) {
+        maker::Dialog dialog;
+        dialog.face = u"DejaVu Sans";
+        dialog.pointSize = 24;
+        dialog.weight = bold ? 700 : 400;
+        Use(dialog);
+        const HWND window = Make();
+        widths[bold ? 1 : 0] = PlaceOf(window).Width();
+        EXPECT_TRUE(DestroyWindow(window));
+    }
+    EXPECT_GT(widths[1], widths[0]);
+}
+
 TEST_F(DialogTemplate, PlacesTheWindow) {
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, u"owner", WS_POPUP, CRect(300, 200, 700, 500), nullptr, 0));

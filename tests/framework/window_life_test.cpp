@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 
@@ -205,6 +206,48 @@ TEST_F(WindowLife, CreationsNest) {
     EXPECT_EQ(CWnd::FromHandlePermanent(window.m_hWnd), &window);
     EXPECT_EQ(CWnd::FromHandlePermanent(window.inside.m_hWnd), &window.inside);
     EXPECT_EQ(GetParent(window.inside.m_hWnd), window.m_hWnd);
+}
+
+// A new window in the middle of a message of the old one: that message is over.
+class Phoenix : public CWnd {
+  public:
+    int defaults = 0;
+
+  protected:
+    LRESULT OnRise(WPARAM, LPARAM) {
+        DestroyWindow();
+        EXPECT_TRUE(CreateEx(0, u"again", WS_POPUP, CRect(0, 0, 5, 5), nullptr, 0));
+        return Default();
+    }
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_APP) ++defaults;
+        return CWnd::DefWindowProc(message, wParam, lParam);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(Phoenix, CWnd)
+ON_MESSAGE(WM_APP, OnRise)
+END_MESSAGE_MAP()
+
+TEST_F(WindowLife, DefaultIsNotForALaterWindow) {
+    Phoenix window;
+    ASSERT_TRUE(window.CreateEx(0, u"first", WS_POPUP, CRect(0, 0, 5, 5), nullptr, 0));
+    window.SendMessage(WM_APP);
+    EXPECT_TRUE(window.m_hWnd);
+    EXPECT_EQ(window.defaults, 0);
+}
+
+// Objects with static storage outlive the thread's own: their windows are out of reach by then.
+TEST_F(WindowLife, AStaticObjectSurvivesTheEndOfTheProgram) {
+    // In a process of its own, started anew.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            static CWnd window;
+            window.CreateEx(0, u"static", WS_POPUP | WS_VISIBLE, CRect(0, 0, 5, 5), nullptr, 0);
+            std::exit(window.m_hWnd ? 5 : 1);
+        },
+        testing::ExitedWithCode(5), "");
 }
 
 TEST_F(WindowLife, StylesRectanglesAndCentring) {
