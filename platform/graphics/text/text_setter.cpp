@@ -194,11 +194,19 @@ class TextSetter {
         }
         const bool hasInk = ink.width > 0 && ink.height > 0;
         if (hasInk) {
-            // Letters that are higher than their face's line was held to, as far as the face itself allows.
-            measured.reach.Include(
-                {std::min(-ink.y, -logical.y), std::min(ink.y + ink.height, logical.y + logical.height)});
+            // Letters that are higher than their face's line was held to, as far as the face itself allows,
+            // and the pixel that rounding can add.
+            measured.reach.Include({std::min(-ink.y, 1 - logical.y),
+                                    std::min(ink.y + ink.height, logical.y + logical.height + 1)});
             measured.indent = std::max(0, -ink.x);
             measured.ink = CRect(ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1);
+        }
+        // The library does not count lines through and under the text as ink.
+        constexpr int kDecorations = Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
+        if ((font_.style & kDecorations) != 0) {
+            measured.ink.UnionRect(measured.ink,
+                                   CRect(logical.x - 1, logical.y - 1, logical.x + logical.width + 1,
+                                         logical.y + logical.height + 1));
         }
         const int right = hasInk ? std::max(logical.width, ink.x + ink.width) : logical.width;
         measured.width = measured.indent + right;

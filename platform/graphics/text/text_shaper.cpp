@@ -55,15 +55,20 @@ PangoContext* MakeContext(PangoFontMap* fonts, PangoDirection direction) {
     return context;
 }
 
-// The decorations of a style; null for none.
-PangoAttrList* MakeAttributes(int style) {
-    if ((style & (Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout)) == 0) return nullptr;
-    PangoAttrList* attributes = pango_attr_list_new();
+struct UnrefAttributes {
+    void operator()(PangoAttrList* list) const { pango_attr_list_unref(list); }
+};
+using AttributesPtr = std::unique_ptr<PangoAttrList, UnrefAttributes>;
+
+AttributesPtr MakeAttributes(int style) {
+    AttributesPtr attributes(pango_attr_list_new());
+    // A word that is broken for want of room stays the text that was given.
+    pango_attr_list_insert(attributes.get(), pango_attr_insert_hyphens_new(FALSE));
     if ((style & Gdiplus::FontStyleUnderline) != 0) {
-        pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+        pango_attr_list_insert(attributes.get(), pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
     }
     if ((style & Gdiplus::FontStyleStrikeout) != 0) {
-        pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
+        pango_attr_list_insert(attributes.get(), pango_attr_strikethrough_new(TRUE));
     }
     return attributes;
 }
@@ -93,10 +98,7 @@ ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightTo
     ObjectPtr<PangoLayout> layout(pango_layout_new((rightToLeft ? rightToLeft_ : leftToRight_).get()));
     pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_font_description(layout.get(), font.description);
-    if (PangoAttrList* attributes = MakeAttributes(font.style)) {
-        pango_layout_set_attributes(layout.get(), attributes);
-        pango_attr_list_unref(attributes);
-    }
+    pango_layout_set_attributes(layout.get(), MakeAttributes(font.style).get());
     return layout;
 }
 

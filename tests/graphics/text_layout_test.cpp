@@ -1,0 +1,374 @@
+// Lines, trimming, placing and the box of a text; faces and scripts.
+#include <cmath>
+
+#include "graphics/text_kit.h"
+#include "platform/graphics/text/font_names.h"
+
+namespace {
+
+using namespace Gdiplus;
+using kit::Box;
+using kit::InUtf8;
+using kit::Laid;
+using kit::LinesOf;
+using kit::WidthOf;
+using Lines = std::vector<std::u16string>;
+
+float Wide(std::u16string_view text) {
+    return static_cast<float>(WidthOf(text));
+}
+
+int LineHeight() {
+    return static_cast<int>(Laid(u"x")->Box().Height);
+}
+
+TEST(TextLayout, LinesBreakAtWordsThenInsideThem) {
+    struct Case {
+        const char* what;
+        std::u16string text;
+        Box box;
+        Lines lines;
+    };
+    for (const Case& c : {
+             Case{"fits", u"aaa bbb", {Wide(u"aaa bbb")}, {u"aaa bbb"}},
+             Case{"a pixel short", u"aaa bbb", {Wide(u"aaa bbb") - 1}, {u"aaa", u"bbb"}},
+             Case{"blanks at the end take no room", u"aaa bbb   ", {Wide(u"aaa bbb")}, {u"aaa bbb"}},
+             Case{"a long word",
+                  u"xx aaaaaaaaaa bb",
+                  {Wide(u"aaaa")},
+                  {u"xx", u"aaaa", u"aaaa", u"aa", u"bb"}},
+             Case{"narrower than a letter", u"ab", {1}, {u"a", u"b"}},
+             Case{"ideographs", u"一二三四五", {Wide(u"一二")}, {u"一二", u"三四", u"五"}},
+             Case{"every line end",
+                  u"a\nb\r\nc\rd\u2028e\u2029f\vg",
+                  {},
+                  {u"a", u"b", u"c", u"d", u"e", u"f", u"g"}},
+             Case{"empty lines", u"\na\n\nb\n", {50}, {u"", u"a", u"", u"b", u""}},
+             Case{"no width, no wrapping", u"aaa bbb ccc", {}, {u"aaa bbb ccc"}},
+             Case{"a negative width", u"aaa bbb ccc", {-5, -5}, {u"aaa bbb ccc"}},
+             Case{"told not to wrap",
+                  u"aaa bbb\nccc ddd",
+                  {10, 0, StringFormatFlagsNoWrap, StringTrimmingNone},
+                  {u"aaa bbb", u"ccc ddd"}},
+             Case{"nothing", u"", {50, 50}, {}},
+         }) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(InUtf8(LinesOf(*Laid(c.text, c.box))), InUtf8(c.lines));
+    }
+}
+
+TEST(TextLayout, HeightLimitsLines) {
+    const std::u16string text = u"a\nb\nc\nd";
+    const auto line = static_cast<float>(LineHeight());
+    struct Case {
+        const char* what;
+        Box box;
+        std::size_t lines;
+        float height;
+    };
+    for (const Case& c : {
+             Case{"exact", {50, 2 * line}, 2, 2 * line},
+             Case{"the half line shows", {50, 2.5F * line}, 3, 2.5F * line},
+             Case{"no width", {0, 2.5F * line}, 3, 2.5F * line},
+             Case{"less than one line", {50, 3}, 1, 3},
+             Case{"only whole lines", {50, 2.5F * line, StringFormatFlagsLineLimit}, 2, 2 * line},
+             Case{"not even one", {50, 3, StringFormatFlagsLineLimit}, 0, 0},
+             Case{"unclipped, all of them", {50, 2 * line, StringFormatFlagsNoClip}, 4, 4 * line},
+             Case{"unclipped but limited",
+                  {50, 2 * line, StringFormatFlagsNoClip | StringFormatFlagsLineLimit},
+                  2,
+                  2 * line},
+             Case{"an ellipsis is not cut in half",
+                  {50, 2.5F * line, 0, StringTrimmingEllipsisWord},
+                  2,
+                  2 * line},
+             Case{"not even one, but an ellipsis", {50, 3, 0, StringTrimmingEllipsisCharacter}, 1, 3},
+             Case{"no height, no limit", {50, 0}, 4, 4 * line},
+         }) {
+        SCOPED_TRACE(c.what);
+        const auto laid = Laid(text, c.box);
+        EXPECT_EQ(laid->Lines().size(), c.lines);
+        EXPECT_FLOAT_EQ(laid->Box().Height, c.height);
+    }
+}
+
+TEST(TextLayout, WhatDoesNotFitIsTrimmed) {
+    const std::u16string text = u"hello wonderful world";
+    const float width = Wide(u"hello wonde");
+    const auto line = static_cast<float>(LineHeight());
+    // The longest start that leaves room for the ellipsis, found the slow way.
+    std::u16string ellipsis;
+    for (std::size_t n = 0; n < text.size() && Wide(text.substr(0, n) + u"…") <= width; ++n)
+        ellipsis = text.substr(0, n) + u"…";
+    ASSERT_GT(ellipsis.size(), 7U);
+    constexpr int kNoWrap = StringFormatFlagsNoWrap;
+    struct Case {
+        const char* what;
+        std::u16string text;
+        Box box;
+        Lines lines;
+    };
+    for (const Case& c : {
+             Case{"none", text, {width, 0, kNoWrap, StringTrimmingNone}, {text}},
+             Case{"character", text, {width, 0, kNoWrap, StringTrimmingCharacter}, {u"hello wonde"}},
+             Case{"word", text, {width, 0, kNoWrap, StringTrimmingWord}, {u"hello"}},
+             Case{"ellipsis character",
+                  text,
+                  {width, 0, kNoWrap, StringTrimmingEllipsisCharacter},
+                  {ellipsis}},
+             Case{"ellipsis word", text, {width, 0, kNoWrap, StringTrimmingEllipsisWord}, {u"hello…"}},
+             Case{"a word that never fits",
+                  u"wonderful",
+                  {Wide(u"wond"), 0, kNoWrap, StringTrimmingWord},
+                  {u"wond"}},
+             Case{"it fits", u"hello", {width, line, kNoWrap, StringTrimmingEllipsisWord}, {u"hello"}},
+             Case{"room for nothing", text, {1, 0, kNoWrap, StringTrimmingEllipsisCharacter}, {u"…"}},
+             Case{"room for nothing, no ellipsis", text, {1, 0, kNoWrap, StringTrimmingCharacter}, {u"h"}},
+             Case{"each line",
+                  u"hello wonderful\nworld",
+                  {width, 0, kNoWrap, StringTrimmingEllipsisWord},
+                  {u"hello…", u"world"}},
+             Case{"the last line goes on with letters", text, {width, line}, {u"hello wonde"}},
+             Case{"the last line keeps whole words", text, {width, line, 0, StringTrimmingWord}, {u"hello"}},
+             Case{"the last line shows that more follows",
+                  text,
+                  {width, line, 0, StringTrimmingEllipsisCharacter},
+                  {ellipsis}},
+             Case{"on the second line",
+                  u"aaa hello wonderful world",
+                  {Wide(u"wonderful…"), 2 * line, 0, StringTrimmingEllipsisWord},
+                  {u"aaa hello", u"wonderful…"}},
+             Case{"more paragraphs follow",
+                  u"aaa\nbbb\nccc",
+                  {width, 2 * line, 0, StringTrimmingEllipsisWord},
+                  {u"aaa", u"bbb…"}},
+             Case{"untrimmed lines stay", text, {width, line, 0, StringTrimmingNone}, {u"hello"}},
+         }) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(InUtf8(LinesOf(*Laid(c.text, c.box))), InUtf8(c.lines));
+    }
+}
+
+TEST(TextLayout, TrimmingLeavesWholeCharacters) {
+    // A letter with its accent, a pair of surrogates, a joined family: each is cut as one.
+    for (const std::u16string unit : {u"e\u0301", u"\U0001D11E", u"\u4E2D"}) {
+        std::u16string text;
+        for (int i = 0; i < 12; ++i)
+            text += unit;
+        for (int width = 5; width < 90; width += 3) {
+            const Lines lines = LinesOf(*Laid(text, {static_cast<float>(width), 0, StringFormatFlagsNoWrap}));
+            ASSERT_EQ(lines.size(), 1U);
+            EXPECT_EQ(lines[0].size() % unit.size(), 0U) << width << " " << ToUtf8(lines[0]);
+            EXPECT_FALSE(lines[0].empty());
+        }
+    }
+}
+
+// Where the ink lies in a box of 200 x 100, as near, centre or far.
+TEST(TextLayout, AlignmentPlacesTheInk) {
+    const std::u16string text = u"Hxxx\nHxH";
+    for (const bool rightToLeft : {false, true})
+        for (const auto alignment : {StringAlignmentNear, StringAlignmentCenter, StringAlignmentFar})
+            for (const auto lineAlignment :
+                 {StringAlignmentNear, StringAlignmentCenter, StringAlignmentFar}) {
+                SCOPED_TRACE(testing::Message() << rightToLeft << alignment << lineAlignment);
+                Box box{200, 100, rightToLeft ? StringFormatFlagsDirectionRightToLeft : 0};
+                box.alignment = alignment;
+                box.lineAlignment = lineAlignment;
+                const auto laid = Laid(text, box);
+                const CRect ink = kit::PaintedBox(*laid);
+                const bool left = alignment == (rightToLeft ? StringAlignmentFar : StringAlignmentNear);
+                if (alignment == StringAlignmentCenter)
+                    EXPECT_NEAR(ink.left, 200 - ink.right, 3);
+                else
+                    EXPECT_LE(left ? ink.left : 200 - ink.right, 3);
+                if (lineAlignment == StringAlignmentCenter)
+                    EXPECT_NEAR(ink.top, 100 - ink.bottom, 5);
+                else
+                    EXPECT_LE(lineAlignment == StringAlignmentNear ? ink.top : 100 - ink.bottom, 5);
+                // Both lines stand at the same edge, or around the same middle.
+                const auto& lines = laid->Lines();
+                ASSERT_EQ(lines.size(), 2U);
+                if (alignment == StringAlignmentCenter)
+                    EXPECT_NEAR(lines[0].left * 2 + lines[0].width, lines[1].left * 2 + lines[1].width, 1);
+                else if (left)
+                    EXPECT_EQ(lines[0].left, lines[1].left);
+                else
+                    EXPECT_EQ(lines[0].left + lines[0].width, lines[1].left + lines[1].width);
+            }
+}
+
+TEST(TextLayout, WithoutABoxTextStandsAroundItsPoint) {
+    Box box;
+    box.alignment = StringAlignmentCenter;
+    box.lineAlignment = StringAlignmentCenter;
+    const RectF middle = Laid(u"HHHH", box)->Box();
+    EXPECT_NEAR(middle.X + middle.Width / 2, 0, 0.5);
+    EXPECT_NEAR(middle.Y + middle.Height / 2, 0, 0.5);
+    box.alignment = StringAlignmentFar;
+    box.lineAlignment = StringAlignmentFar;
+    const RectF before = Laid(u"HHHH", box)->Box();
+    EXPECT_EQ(before.GetRight(), 0);
+    EXPECT_EQ(before.GetBottom(), 0);
+}
+
+// Every script and style, in and out of boxes: no pixel outside the box, and no box far beyond its pixels.
+TEST(TextLayout, TheBoxHoldsTheInk) {
+    const std::u16string texts[] = {u"jgÅÄyq|",
+                                    u"fff j",
+                                    u"Wide text 你好，世界 gj",
+                                    u"ÂÊÎ\nqpg",
+                                    u"שלום עולם",
+                                    u"漢字かな交じり",
+                                    u"e\u0301\u0302 a\u0323",
+                                    u"_",
+                                    u"J",
+                                    u"…"};
+    for (const std::u16string& text : texts)
+        for (const auto family : {u"DejaVu Sans", u"宋体", u"Noto Serif CJK SC"})
+            for (const int style : {0, 1, 2, 3, 4, 8, 15})
+                for (const float pixels : {9.0F, 12.0F, 16.0F, 37.5F}) {
+                    const auto font = kit::TestFont(pixels, style, family);
+                    const auto laid = Laid(text, {}, font);
+                    const CRect ink = kit::PaintedBox(*laid);
+                    const RectF box = laid->Box();
+                    SCOPED_TRACE(testing::Message()
+                                 << ToUtf8(text) << " " << ToUtf8(family) << " " << style << " " << pixels);
+                    ASSERT_FALSE(ink.IsRectEmpty());
+                    EXPECT_GE(static_cast<float>(ink.left), box.X);
+                    EXPECT_LE(static_cast<float>(ink.right), box.GetRight());
+                    EXPECT_GE(static_cast<float>(ink.top), box.Y);
+                    EXPECT_LE(static_cast<float>(ink.bottom), box.GetBottom());
+                    EXPECT_LE(box.Width, static_cast<float>(ink.Width()) + pixels);
+                    CRect promised = laid->Ink();
+                    EXPECT_TRUE(promised.left <= ink.left && promised.top <= ink.top &&
+                                promised.right >= ink.right && promised.bottom >= ink.bottom)
+                        << ink << " in " << promised;
+                }
+}
+
+TEST(TextLayout, AMeasuredBoxTakesTheSameLines) {
+    const std::u16string text = u"jog wander quickly along 上海的街道 file";
+    for (int width = 20; width < 320; width += 7) {
+        const auto first = Laid(text, {static_cast<float>(width), 0});
+        const RectF box = first->Box();
+        EXPECT_LE(box.Width, static_cast<float>(width));
+        if (box.Width < 12) continue;
+        EXPECT_EQ(InUtf8(LinesOf(*Laid(text, {box.Width, box.Height}))), InUtf8(LinesOf(*first))) << width;
+    }
+}
+
+TEST(TextLayout, LinesOfIdeographsAreNoHigherThanTheyNeed) {
+    // Captions of 12 pixels are made for boxes of 15 or 16.
+    for (const auto family : {u"宋体", u"Noto Sans CJK SC", u"DejaVu Sans"}) {
+        const auto laid = Laid(u"中文 Agj", {}, kit::TestFont(12, 0, family));
+        EXPECT_LE(laid->Box().Height, 16) << ToUtf8(family);
+        EXPECT_GE(laid->Box().Height, 14) << ToUtf8(family);
+    }
+    EXPECT_EQ(Laid(u"中文", {}, kit::TestFont())->Box().Height,
+              Laid(u"Agj", {}, kit::TestFont())->Box().Height)
+        << "a line is as high whichever script it is in";
+}
+
+TEST(TextLayout, ScriptsHaveGlyphs) {
+    for (const std::u16string text :
+         {u"plain", u"中文混排 Latin", u"かな", u"한글", u"שלום", u"Ελληνικά", u"Кириллица"}) {
+        const auto laid = Laid(text);
+        EXPECT_EQ(laid->UnknownGlyphs(), 0) << ToUtf8(text);
+        EXPECT_FALSE(kit::PaintedBox(*laid).IsRectEmpty()) << ToUtf8(text);
+    }
+    EXPECT_GT(Laid(u"\U0010FFFD")->UnknownGlyphs(), 0) << "or the count says nothing";
+}
+
+TEST(TextLayout, FacesThatAreMissingAreReplaced) {
+    const std::string song = platform::ResolveFamily("宋体");
+    EXPECT_NE(song, "宋体");
+    EXPECT_EQ(platform::ResolveFamily("SimSun"), song);
+    EXPECT_EQ(platform::ResolveFamily("simsun"), song);
+    EXPECT_EQ(platform::ResolveFamily("DejaVu Sans"), "DejaVu Sans");
+    EXPECT_EQ(platform::ResolveFamily("no such face"), platform::ResolveFamily(""));
+    EXPECT_NE(platform::ResolveFamily("no such face"), song);
+    // Latin letters and ideographs come from the one face.
+    const auto laid = Laid(u"A中", {}, kit::TestFont(12, 0, u"宋体"));
+    ASSERT_EQ(laid->Lines().size(), 1U);
+    const auto* runs = laid->Lines()[0].line->runs;
+    const PangoFont* first = static_cast<const PangoLayoutRun*>(runs->data)->item->analysis.font;
+    for (const GSList* at = runs; at != nullptr; at = at->next)
+        EXPECT_EQ(static_cast<const PangoLayoutRun*>(at->data)->item->analysis.font, first);
+    // Ideographs of a Latin face are Chinese, unless the user's language has its own.
+    const auto fallback = Laid(u"中", {}, kit::TestFont());
+    const auto chinese = Laid(u"中", {}, kit::TestFont(12, 0, u"Noto Sans CJK SC"));
+    EXPECT_EQ(static_cast<const PangoLayoutRun*>(fallback->Lines()[0].line->runs->data)->item->analysis.font,
+              static_cast<const PangoLayoutRun*>(chinese->Lines()[0].line->runs->data)->item->analysis.font);
+}
+
+TEST(TextLayout, RightToLeftTextStartsAtTheRight) {
+    Box box{200, 40, StringFormatFlagsDirectionRightToLeft, StringTrimmingEllipsisCharacter};
+    const CRect ink = kit::PaintedBox(*Laid(u"שלום", box));
+    EXPECT_GT(ink.left, 150);
+    EXPECT_GE(ink.right, 196);
+    // The full stop of a right-to-left sentence stands at its left.
+    const CRect stop = kit::PaintedBox(*Laid(u".", box));
+    const auto sentence = Laid(u"ab.", box);
+    const int plain = WidthOf(u"ab");
+    EXPECT_GE(kit::PaintedBox(*sentence).left, 200 - plain - 8);
+    EXPECT_GE(stop.left, 190);
+    const auto coverage = platform::Coverage::Render(*sentence, CRect(200 - plain, 0, 200, 8));
+    bool anyAtRight = false;
+    for (int y = 0; y < 8; ++y)
+        anyAtRight |= *coverage.At(193, y) != 0;
+    EXPECT_TRUE(anyAtRight) << "the letter b, not the stop, is at the right";
+    // An ellipsis stands at the end of the reading direction.
+    box.width = 60;
+    box.flags |= StringFormatFlagsNoWrap;
+    const Lines lines = LinesOf(*Laid(u"שלום עולם שלום עולם", box));
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].back(), u'…');
+}
+
+TEST(TextLayout, MalformedTextShowsReplacements) {
+    const auto same = [](std::u16string_view text, std::u16string_view as) {
+        EXPECT_EQ(InUtf8(LinesOf(*Laid(text))), InUtf8(LinesOf(*Laid(as))));
+        EXPECT_EQ(Laid(text)->Box().Width, Laid(as)->Box().Width);
+    };
+    same(std::u16string{u'a', char16_t(0xD800), u'b'}, u"a\uFFFDb");
+    same(std::u16string{char16_t(0xDC00)}, u"\uFFFD");
+    same(std::u16string{u'a', char16_t(0xDBFF)}, u"a\uFFFD");
+    EXPECT_EQ(WidthOf(std::u16string_view(u"a\0b", 3)), WidthOf(u"ab")) << "a zero takes no room";
+}
+
+TEST(TextLayout, LongTextsCostWhatIsSeenOfThem) {
+    std::u16string text;
+    for (int i = 0; i < 300'000; ++i)
+        text += i % 7 == 6 ? u' ' : static_cast<char16_t>(u'a' + i % 26);
+    const auto seen = Laid(text, {200, 100});
+    EXPECT_LE(seen->Lines().size(), 8U);
+    EXPECT_EQ(InUtf8(LinesOf(*seen)), InUtf8(LinesOf(*Laid(text.substr(0, 2000), {200, 100}))));
+    const Box oneLine{200, 0, StringFormatFlagsNoWrap, StringTrimmingEllipsisCharacter};
+    EXPECT_EQ(InUtf8(LinesOf(*Laid(text, oneLine))), InUtf8(LinesOf(*Laid(text.substr(0, 2000), oneLine))));
+    // Wider in all than the shaping library can count; every line is there, in order.
+    const auto all = Laid(text, {200, 0});
+    std::u16string joined;
+    for (const std::u16string& line : LinesOf(*all))
+        joined += line + u' ';
+    joined.resize(text.size());
+    EXPECT_TRUE(joined == text);
+    for (const platform::TextLine& line : all->Lines())
+        ASSERT_LE(line.width, 201);
+}
+
+TEST(TextLayout, ExtremesOfSizeAreHarmless) {
+    EXPECT_EQ(platform::FontData::Get(u"DejaVu Sans", 0, 0), nullptr);
+    EXPECT_EQ(platform::FontData::Get(u"DejaVu Sans", 5000, 0), nullptr);
+    for (const float pixels : {0.001F, 0.3F, 1.0F, 300.0F, 4096.0F})
+        for (const float width : {0.0F, 0.01F, 1.0F, 1e9F, 3e38F})
+            for (const float height : {0.0F, 0.01F, 1e9F, 3e38F})
+                for (const auto trimming : {StringTrimmingNone, StringTrimmingEllipsisWord}) {
+                    Box box{width, height, 0, trimming, StringAlignmentCenter, StringAlignmentFar};
+                    const RectF measured = Laid(u"Ag xy\nz", box, kit::TestFont(pixels))->Box();
+                    EXPECT_TRUE(std::isfinite(measured.Width) && measured.Width >= 0);
+                    EXPECT_TRUE(std::isfinite(measured.Height) && measured.Height >= 0);
+                }
+}
+
+}  // namespace
