@@ -185,12 +185,13 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void PaintThroughFrame(HDC dc, int width, int height);
     void PushLayeredFrame(const CRect& window);
     void ComposeLayeredFrame(int width, int height);
+    bool ComposeStalePart(int width, int height);
     void PaintLayeredPart(int width, int height);
     void CopyBackCache();
     void CopyShearedBackCache();
 
     std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints
-    bool m_bStartOver = false;     // a host drew below a frame that was only to be mended, or left it out
-    bool m_bFramePainted = false;  // the host's DrawSurface called that of the dialog
+    bool m_bStartOver = false;          // a host drew below a frame that was only to be mended
+    bool m_bFramePainted = false;       // the host's DrawSurface called that of the dialog
     std::shared_ptr<const char> m_pLife = std::make_shared<const char>('\0');  // expires with the object
 };

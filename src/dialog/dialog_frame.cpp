@@ -136,8 +136,7 @@ bool QKFrame::BeginPart(HRGN wanted) {
 }
 
 bool QKFrame::ClipPart() {
-    if (SelectClipRgn(context_, part_) != NULLREGION)
-        return true;
+    if (SelectClipRgn(context_, part_) != NULLREGION) return true;
     SelectClipRgn(context_, HRGN());
     return false;
 }

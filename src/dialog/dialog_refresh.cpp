@@ -70,15 +70,21 @@ void CQKDialogBase::ComposeLayeredFrame(int width, int height) {
     if (!frame.IsSealed()) frame.MakeAllStale();
     DescribeFrame(frame.NewInputs(), width, height);
     frame.TakeInputs();
-    do {
-        m_bStartOver = false;
-        m_bFramePainted = false;
-        if (frame.BeginPart(HRGN()) && HasCachedBackground()) CopyBackCache();
-        frame.Seal();
-        DrawSurface(frame.Context(), width, height, 1);
-        if (!m_bFramePainted && !frame.IsWholePart()) m_bStartOver = true;
-        if (m_bStartOver) frame.MakeAllStale();
-    } while (m_bStartOver);
+    if (ComposeStalePart(width, height)) return;
+    frame.MakeAllStale();
+    ComposeStalePart(width, height);
+}
+
+// False when the host's DrawSurface was not content with a mended surface: it drew below the frame, or left
+// the frame out.
+bool CQKDialogBase::ComposeStalePart(int width, int height) {
+    QKFrame& frame = *m_pFrame;
+    m_bStartOver = false;
+    m_bFramePainted = false;
+    if (frame.BeginPart(HRGN()) && HasCachedBackground()) CopyBackCache();
+    frame.Seal();
+    DrawSurface(frame.Context(), width, height, 1);
+    return !m_bStartOver && (m_bFramePainted || frame.IsWholePart());
 }
 
 void CQKDialogBase::PaintLayeredPart(int width, int height) {
