@@ -263,7 +263,8 @@ TEST_F(Layers, NoiseDoesNotFreezeTheServer) {
     system->Present(window, Region(CRect(CPoint(0, 0), size)));
     ShowAndWait(window);
     EXPECT_TRUE(xtest::Eventually([&] { return session->PixelAt(600, 350) != 0xFFFFFFFF; }));
-    EXPECT_LT(system->Now() - before, 1500U);
+    // Unbounded it takes the server more than twenty seconds.
+    EXPECT_LT(system->Now() - before, 5000U);
 }
 
 }  // namespace

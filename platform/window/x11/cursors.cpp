@@ -30,10 +30,11 @@ std::span<const char* const> NamesOf(CursorShape shape) {
 }  // namespace
 
 Cursors::~Cursors() {
-    if (!connection_->IsAlive()) return;
-    for (const xcb_cursor_t cursor : loaded_)
-        if (cursor != 0) xcb_free_cursor(connection_->Get(), cursor);
-    if (theme_ != nullptr) xcb_cursor_context_free(theme_);
+    if (connection_->IsAlive()) {
+        for (const xcb_cursor_t cursor : loaded_)
+            if (cursor != 0) xcb_free_cursor(connection_->Get(), cursor);
+    }
+    if (theme_ != nullptr) xcb_cursor_context_free(theme_);  // also its memory, with the server or without
 }
 
 xcb_cursor_t Cursors::Get(CursorShape shape) {

@@ -52,7 +52,11 @@ void ConvertPixels(Conversion conversion, std::uint32_t key, const std::uint32_t
             const auto& reciprocals = Reciprocals();
             for (std::size_t i = 0; i < count; ++i) {
                 const std::uint32_t pixel = source[i];
-                target[i] = pixel >= kOpaque ? pixel : Unpremultiplied(pixel, reciprocals);
+                if (pixel >= kOpaque || pixel == 0) {
+                    target[i] = pixel | kOpaque;
+                } else {
+                    target[i] = Unpremultiplied(pixel, reciprocals);
+                }
             }
             break;
         }

@@ -8,18 +8,30 @@ namespace platform::x11 {
 
 namespace {
 
-// Walks a row in runs of pixels that belong and pixels that do not.
+constexpr int kBlock = 16;
+
+// The first pixel from `x` on that belongs (`wanted`) or does not; the width when there is none. Long runs
+// are passed over in blocks, which the vectoriser counts at once.
+template <bool wanted, class Belongs>
+int FindNext(const std::uint32_t* pixels, int x, int width, Belongs belongs) {
+    for (; x + kBlock <= width; x += kBlock) {
+        int count = 0;
+        for (int i = 0; i < kBlock; ++i)
+            count += belongs(pixels[x + i]) ? 1 : 0;
+        if (count != (wanted ? 0 : kBlock)) break;
+    }
+    while (x < width && belongs(pixels[x]) != wanted)
+        ++x;
+    return x;
+}
+
 template <class Belongs>
 void ScanRow(const std::uint32_t* pixels, int width, Belongs belongs, Spans& out) {
     out.clear();
     int x = 0;
-    while (x < width) {
-        while (x < width && !belongs(pixels[x]))
-            ++x;
-        if (x == width) return;
+    while ((x = FindNext<true>(pixels, x, width, belongs)) < width) {
         const int left = x;
-        while (x < width && belongs(pixels[x]))
-            ++x;
+        x = FindNext<false>(pixels, x, width, belongs);
         out.push_back({static_cast<std::int16_t>(left), static_cast<std::int16_t>(x)});
     }
 }
@@ -33,10 +45,10 @@ void ScanRow(const std::uint32_t* pixels, int width, const SpanRule& rule, Spans
             out.assign(1, {0, static_cast<std::int16_t>(width)});
             return;
         case SpanRule::Kind::AlphaAtLeast: {
-            // Alpha is the top byte: comparing whole pixels compares it.
-            const std::uint32_t least = std::uint32_t{rule.threshold} << 24;
+            const int least = rule.threshold;
             ScanRow(
-                pixels, width, [least](std::uint32_t pixel) { return pixel >= least; }, out);
+                pixels, width,
+                [least](std::uint32_t pixel) { return static_cast<int>(pixel >> 24) >= least; }, out);
             return;
         }
         case SpanRule::Kind::NotKey: {

@@ -16,6 +16,7 @@ namespace x11 {
 
 X11WindowSystem::X11WindowSystem(std::shared_ptr<Connection> connection, WindowEvents& events)
     : connection_(std::move(connection)),
+      closeAtEnd_{connection_},
       events_(events),
       manager_(connection_),
       properties_(connection_, manager_),
@@ -28,8 +29,6 @@ X11WindowSystem::~X11WindowSystem() {
         DestroyNative(*window);
     windows_.clear();
     connection_->Flush();
-    // Surfaces that somebody still holds keep the connection's memory, not its windows.
-    ahead_.reset();
 }
 
 NativeWindow* X11WindowSystem::Find(HWND window) {

@@ -141,7 +141,14 @@ class X11WindowSystem final : public WindowSystem {
     void OnFocus(const xcb_focus_in_event_t& event, bool focused);
     std::uint64_t EventTime(xcb_timestamp_t time) { return clock_.ToLocal(time, Now()); }
 
+    // Ends the connection after everything that uses it, also while surfaces are still held by others.
+    struct CloseAtEnd {
+        std::shared_ptr<Connection> connection;
+        ~CloseAtEnd() { connection->Close(); }
+    };
+
     std::shared_ptr<Connection> connection_;
+    CloseAtEnd closeAtEnd_;
     WindowEvents& events_;
     WindowManager manager_;
     WindowProperties properties_;
