@@ -78,6 +78,7 @@ void DemoWindow::Close() {
 BOOL DemoWindow::OnInitDialog() {
     CQKDialogBase::OnInitDialog();
     SetWindowPos(HWND(), 0, 0, looks_.size.cx, looks_.size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowText(u"QKUILib demonstration");
     ApplyStyle();
     SetBack(looks_.background, looks_.keepRatio, looks_.cached);
     SetBackColor(looks_.fill, looks_.filled);

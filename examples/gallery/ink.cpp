@@ -108,11 +108,11 @@ void Ink::Well(const CRect& place) {
     Frame(place, WithAlpha(palette::kMist, 0.13));
 }
 
-void Ink::Dot(int x, int y, float radius, Colour colour) {
+void FillDot(Gdiplus::Graphics& graphics, int x, int y, float radius, Colour colour) {
     const Gdiplus::SolidBrush brush(Tint(colour));
     const auto left = static_cast<float>(x) + 0.5F - radius;
     const auto top = static_cast<float>(y) + 0.5F - radius;
-    graphics_.FillEllipse(&brush, Gdiplus::RectF(left, top, 2 * radius, 2 * radius));
+    graphics.FillEllipse(&brush, Gdiplus::RectF(left, top, 2 * radius, 2 * radius));
 }
 
 }  // namespace gallery

@@ -19,6 +19,9 @@ enum class Align { Left, Centre, Right };
 
 Gdiplus::Color Tint(skin::Colour colour);
 
+// A disc around the middle of a pixel.
+void FillDot(Gdiplus::Graphics& graphics, int x, int y, float radius, skin::Colour colour);
+
 // Draws onto one device context for the length of a paint. Coordinates are client pixels.
 class Ink {
   public:
@@ -40,7 +43,7 @@ class Ink {
     void Frame(const CRect& place, skin::Colour colour);
     // A sunken field for samples.
     void Well(const CRect& place);
-    void Dot(int x, int y, float radius, skin::Colour colour);
+    void Dot(int x, int y, float radius, skin::Colour colour) { FillDot(graphics_, x, y, radius, colour); }
 
   private:
     void Write(TextStyle style, const CRect& place, const CString& text, const Gdiplus::StringFormat& format,

@@ -44,6 +44,7 @@ void Page::Leave() {
 
 void Page::Pressed(CPoint) {}
 void Page::ShellMoved(CSize) {}
+void Page::Reminded() {}
 void Page::Pose() {}
 
 }  // namespace gallery

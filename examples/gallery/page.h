@@ -36,8 +36,10 @@ class Page {
     virtual void Draw(Ink& ink) = 0;
     // The pointer went down on the shell, on an item or not.
     virtual void Pressed(CPoint point);
-    // The shell moved by so many pixels, and is repainted afterwards.
+    // The shell moved by so many pixels.
     virtual void ShellMoved(CSize by);
+    // Some time after the last Shell::Remind.
+    virtual void Reminded();
     // For a picture: acts as a user would, by the headless window system's input.
     virtual void Pose();
 

@@ -21,6 +21,7 @@ CRect Question::PlaceOf(int control) const {
 
 BOOL Question::OnInitDialog() {
     CQKDialogBase::OnInitDialog();
+    SetWindowText(title_);
     Set_OPAQUEDlg(255);
     SetBack(SkinFile("panel_alpha.png"), 0, 1);
     const auto place = [this](PushButton& button, int control, int answer) {

@@ -10,6 +10,8 @@ namespace gallery {
 namespace {
 
 constexpr UINT kRunLater = WM_APP + 1;
+constexpr UINT_PTR kReminder = 1001;
+constexpr UINT kReminderTime = 333;  // milliseconds
 
 }  // namespace
 
@@ -17,6 +19,7 @@ BEGIN_MESSAGE_MAP(Shell, CQKDialogBase)
 ON_WM_DESTROY()
 ON_WM_MOVE()
 ON_WM_LBUTTONDOWN()
+ON_WM_TIMER()
 ON_MESSAGE(kRunLater, OnRunLater)
 END_MESSAGE_MAP()
 
@@ -38,6 +41,7 @@ void Shell::Show(CPoint place) {
 
 BOOL Shell::OnInitDialog() {
     CQKDialogBase::OnInitDialog();
+    SetWindowText(u"QKUILib Gallery");
     SetMinMaxStyle();
     Set_OPAQUEDlg(255);
     SetBack(SkinFile("shell.png"), 0, 1);
@@ -103,6 +107,19 @@ LRESULT Shell::OnRunLater(WPARAM, LPARAM) {
     later_.pop_front();
     step();
     return 0;
+}
+
+void Shell::Remind() {
+    SetTimer(kReminder, kReminderTime);
+}
+
+void Shell::OnTimer(UINT_PTR id) {
+    if (id != kReminder) {
+        CQKDialogBase::OnTimer(id);
+        return;
+    }
+    KillTimer(kReminder);
+    if (page_) page_->Reminded();
 }
 
 CPoint Shell::ToScreen(CPoint client) const {

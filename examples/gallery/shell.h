@@ -28,6 +28,8 @@ class Shell : public CQKDialogBase {
 
     // Runs a step when the message being handled is done: a click's callback may not change pages itself.
     void Later(std::function<void()> step);
+    // Calls the page's Reminded once, a third of a second after the last of these calls.
+    void Remind();
     CPoint ToScreen(CPoint client) const;
 
     BOOL OnInitDialog() override;
@@ -37,6 +39,7 @@ class Shell : public CQKDialogBase {
     void OnDestroy();
     void OnMove(int x, int y);
     void OnLButtonDown(UINT flags, CPoint point);
+    void OnTimer(UINT_PTR id);
     LRESULT OnRunLater(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 

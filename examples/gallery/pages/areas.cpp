@@ -73,6 +73,7 @@ class Clear {
     PushButton button;
     Field facts;
     CPoint corner;  // of the field, in client pixels of the shell
+    std::unique_ptr<Gdiplus::Bitmap> map;
     int caught = 0;
     int passed = 0;
 };
@@ -86,11 +87,13 @@ class AreasPage : public Page {
     void Draw(Ink& ink) override;
     void Pressed(CPoint point) override;
     void ShellMoved(CSize by) override;
+    void Reminded() override;
     void Pose() override;
 
   private:
     void OpenAll();
-    void DrawMap(Ink& ink, const Clear& clear) const;
+    // Asks for each point of a field, which takes a while: not for every frame.
+    std::unique_ptr<Gdiplus::Bitmap> MapOf(const Clear& clear) const;
 
     Shell* shell_ = nullptr;
     std::array<std::unique_ptr<Clear>, kFields.size()> clears_;
@@ -106,14 +109,13 @@ AreasPage::AreasPage() {
 
 void AreasPage::Enter(Shell& shell) {
     shell_ = &shell;
-    const auto refresh = [this] {
-        if (entered_) shell_->UpdateView();
-    };
     for (const auto& clear : clears_) {
-        clear->window.moved = refresh;
-        clear->window.pressed = [refresh, counted = clear.get()] {
+        clear->window.moved = [this] {
+            if (entered_) shell_->Remind();
+        };
+        clear->window.pressed = [this, counted = clear.get()] {
             ++counted->caught;
-            refresh();
+            shell_->UpdateView();
         };
     }
     band_.draw = [](Ink& ink) {
@@ -133,6 +135,12 @@ void AreasPage::OpenAll() {
         clear->window.Open(shell_, shell_->ToScreen(clear->corner));
     band_.Open(shell_, shell_->ToScreen(CPoint(grid::kLeft, kBandTop)));
     entered_ = true;
+    shell_->Remind();
+}
+
+void AreasPage::Reminded() {
+    for (const auto& clear : clears_)
+        clear->map = MapOf(*clear);
     shell_->UpdateView();
 }
 
@@ -146,7 +154,7 @@ void AreasPage::Leave() {
 
 void AreasPage::ShellMoved(CSize by) {
     if (!entered_) return;
-    entered_ = false;  // one refresh for all of them
+    entered_ = false;  // they keep their places over the fields
     const auto follow = [by](DemoWindow& window) {
         if (!window.IsOpen()) return;
         CRect place;
@@ -158,7 +166,6 @@ void AreasPage::ShellMoved(CSize by) {
         follow(clear->window);
     follow(band_);
     entered_ = true;
-    shell_->UpdateView();
 }
 
 void AreasPage::Pressed(CPoint point) {
@@ -169,24 +176,27 @@ void AreasPage::Pressed(CPoint point) {
     }
 }
 
-void AreasPage::DrawMap(Ink& ink, const Clear& clear) const {
-    const CRect field(clear.corner, CSize(kFieldWidth, kFieldHeight));
-    ink.Well(field);
-    if (!clear.window.IsOpen()) return;
-    for (int y = field.top + kGrain; y < field.bottom - 2; y += kGrain) {
-        for (int x = field.left + kGrain; x < field.right - 2; x += kGrain) {
-            const bool takes = WindowFromPoint(shell_->ToScreen(CPoint(x, y))) == clear.window.m_hWnd;
-            if (takes)
-                ink.Dot(x, y, 1.9F, skin::palette::kAmber);
+std::unique_ptr<Gdiplus::Bitmap> AreasPage::MapOf(const Clear& clear) const {
+    if (!clear.window.IsOpen()) return nullptr;
+    auto map = std::make_unique<Gdiplus::Bitmap>(kFieldWidth, kFieldHeight);
+    Gdiplus::Graphics graphics(map.get());
+    graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+    const CPoint origin = shell_->ToScreen(clear.corner);
+    for (int y = kGrain; y < kFieldHeight - 2; y += kGrain) {
+        for (int x = kGrain; x < kFieldWidth - 2; x += kGrain) {
+            if (WindowFromPoint(CPoint(origin.x + x, origin.y + y)) == clear.window.m_hWnd)
+                FillDot(graphics, x, y, 1.9F, skin::palette::kAmber);
             else
-                ink.Dot(x, y, 1.0F, skin::WithAlpha(skin::palette::kMist, 0.30));
+                FillDot(graphics, x, y, 1.0F, skin::WithAlpha(skin::palette::kMist, 0.30));
         }
     }
+    return map;
 }
 
 void AreasPage::Draw(Ink& ink) {
     for (const auto& clear : clears_) {
-        DrawMap(ink, *clear);
+        ink.Well(CRect(clear->corner, CSize(kFieldWidth, kFieldHeight)));
+        if (clear->map) ink.Graphics().DrawImage(clear->map.get(), clear->corner.x, clear->corner.y);
         const int left = clear->corner.x;
         int y = clear->corner.y + kFieldHeight + 6;
         ink.Label(TextStyle::Title, CRect(left, y, left + kFieldWidth, y + 24), clear->facts.title,
