@@ -12,7 +12,7 @@ namespace {
 // Does something to itself inside one message.
 class Fragile : public CWnd {
   public:
-    enum class Act { Nothing, Destroy, DestroyRaw, Delete, Refuse };
+    enum class Act { Nothing, Destroy, DestroyRaw, Delete, Refuse, Throw };
     UINT when = WM_NULL;
     Act act = Act::Nothing;
     bool deletesItself = false;  // once the window is gone
@@ -44,6 +44,8 @@ class Fragile : public CWnd {
                 return 0;
             case Act::Refuse:
                 return message == WM_CREATE ? -1 : 0;
+            case Act::Throw:
+                AfxThrowInvalidArgException();
             default:
                 return 0;
         }
@@ -129,6 +131,25 @@ TEST_F(WindowLife, AWindowMayGoInsideAnyOfItsHandlers) {
             }
             Headless::RunPending();
         }
+    }
+}
+
+// The window goes on as if the handler had returned 0; after its last message it is gone all the same.
+TEST_F(WindowLife, AnExceptionEndsItsMessageOnly) {
+    for (const UINT message : {UINT{WM_APP}, UINT{WM_SIZE}, UINT{WM_DESTROY}, UINT{WM_NCDESTROY}}) {
+        SCOPED_TRACE(message);
+        int gone = 0;
+        Fragile window;
+        window.gone = &gone;
+        ASSERT_TRUE(window.CreateEx(0, u"throws", WS_POPUP, CRect(0, 0, 60, 60), nullptr, 0));
+        window.when = message;
+        window.act = Fragile::Act::Throw;
+        window.MoveWindow(0, 0, 30, 30);
+        EXPECT_EQ(window.SendMessage(WM_APP), 0);
+        EXPECT_TRUE(window.DestroyWindow());
+        EXPECT_EQ(window.act, Fragile::Act::Nothing);
+        EXPECT_FALSE(window.m_hWnd);
+        EXPECT_EQ(gone, 1);
     }
 }
 
