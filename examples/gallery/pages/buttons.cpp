@@ -77,11 +77,11 @@ void ButtonsPage::Enter(Shell& shell) {
 }
 
 void ButtonsPage::AddPlayer() {
-    const int middle = grid::kTop + kPlayerHeight / 2;
-    const auto add = [this, middle](PushButton*& button, UINT picture, int frames, int left, int height) {
+    constexpr int kMiddle = grid::kTop + kPlayerHeight / 2;
+    const auto add = [this](PushButton*& button, UINT picture, int frames, int left, int height) {
         button = &Add(*shell_);
         button->Load(picture, frames);
-        button->PlaceAt(left, middle - height / 2);
+        button->PlaceAt(left, kMiddle - height / 2);
         button->SetMouseMoveHand(1);
     };
     add(previous_, IDP_PREVIOUS, 3, grid::kLeft + 24, skin::kSkipButton.height);

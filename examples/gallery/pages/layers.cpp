@@ -98,7 +98,7 @@ class LayersPage : public Page {
 
 LayersPage::LayersPage()
     : demos_{{{DemoWindow(OrdinaryLooks()), CPoint(672, 172), nullptr},
-              {DemoWindow(ColourKeyLooks()), CPoint(1040, 8), nullptr},
+              {DemoWindow(ColourKeyLooks()), CPoint(1040, 64), nullptr},
               {DemoWindow(ConstantAlphaLooks()), CPoint(884, 384), nullptr},
               {DemoWindow(PerPixelLooks()), CPoint(796, 468), nullptr}}} {
     demos_[0].window.draw = [](Ink& ink) {
@@ -127,7 +127,7 @@ LayersPage::LayersPage()
                   u"Per-pixel alpha", Align::Left);
         ink.Text(TextStyle::Body, CRect(152, kTop + 62, kLeft + skin::kPanelAlphaBodyWidth - 28, kTop + 200),
                  u"LAY_OPAQUE: the picture brings its own shadow and its own glass. What lies behind shows "
-                 u"through, and where nothing is drawn the pointer goes through as well.");
+                 u"through, and where nothing is drawn the pointer goes through too.");
         ink.Label(TextStyle::Note,
                   CRect(kLeft + 24, kTop + skin::kPanelAlphaBodyHeight - skin::kPanelAlphaFooterHeight, 500,
                         kTop + skin::kPanelAlphaBodyHeight),
