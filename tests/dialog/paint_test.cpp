@@ -124,6 +124,28 @@ TEST_F(DialogPaint, EachStyleShowsItsPixels) {
     }
 }
 
+TEST_F(DialogPaint, StylesFollowOneAnother) {
+    TestDialog dialog;
+    TestButton button(10, 10);
+    dialog.AddQKItem(&button);
+    dialog.Open();
+    const auto screen = [&](int x, int y) {
+        dialog.Refresh();
+        return Headless::CaptureScreen().At(100 + x, 100 + y);
+    };
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(screen(60, 60), 0xFF000000U);
+        dialog.Set_ALPHADlg(0);
+        EXPECT_EQ(screen(20, 20), 0xFF3A6EA5U);
+        dialog.Set_OPAQUEDlg(255);
+        EXPECT_EQ(screen(20, 20), kit::kNormal);
+        EXPECT_EQ(screen(60, 60), 0xFF3A6EA5U);
+        dialog.Set_COLORKEYDlg(RGB(0x10, 0x10, 0x10));
+        EXPECT_EQ(screen(20, 20), 0xFF3A6EA5U);
+        dialog.SetNoLayDlg();
+    }
+}
+
 TEST_F(DialogPaint, AlphaOneFillsCatchThePointerOnPerPixelWindows) {
     TestDialog behind, dialog;
     behind.Open();

@@ -76,7 +76,7 @@ TEST_F(LayeredTest, EachModeShowsItsPixels) {
     User().Settle();
     EXPECT_EQ(right(), kDesktopColour) << "layered and not fed";
     EXPECT_EQ(WindowFromPoint(POINT{115, 110}), HWND());
-    EXPECT_TRUE(SetLayeredWindowAttributes(window, 0, 100, 4)) << "neither bit: nothing happens";
+    EXPECT_TRUE(SetLayeredWindowAttributes(window, 0, 100, 4)) << "neither bit: no attributes";
     User().Settle();
     EXPECT_EQ(right(), kDesktopColour);
     const struct {
@@ -239,11 +239,22 @@ TEST_F(LayeredTest, BadPushesFailAndChangeNothing) {
     }
     DeleteDC(empty);
     EXPECT_EQ(ScreenColour(105, 105), kDesktopColour);
-    // Attributes and pushes exclude each other until the style is set anew.
+    // Attributes and pushes exclude each other until the attributes are taken off or the style is set anew.
     ASSERT_TRUE(SetLayeredWindowAttributes(window, 0, 255, LWA_ALPHA));
     EXPECT_FALSE(Push(window, source, size));
     SetWindowLongPtrW(window, GWL_EXSTYLE, 0);
     SetWindowLongPtrW(window, GWL_EXSTYLE, WS_EX_LAYERED);
+    EXPECT_TRUE(Push(window, source, size));
+    ASSERT_TRUE(SetLayeredWindowAttributes(window, 0, 255, LWA_ALPHA));
+    ASSERT_TRUE(SetLayeredWindowAttributes(window, 0, 0, 0));
+    EXPECT_TRUE(Push(window, source, size));
+    // Flags without either bit do the same.
+    ASSERT_TRUE(SetLayeredWindowAttributes(window, 0, 255, LWA_ALPHA));
+    User().Settle();
+    EXPECT_EQ(ScreenColour(105, 105), kRedPixel);
+    ASSERT_TRUE(SetLayeredWindowAttributes(window, 0, 255, 4));
+    User().Settle();
+    EXPECT_EQ(ScreenColour(105, 105), kDesktopColour) << "what was pushed before is not shown again";
     EXPECT_TRUE(Push(window, source, size));
 }
 

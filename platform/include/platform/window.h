@@ -249,13 +249,13 @@ PLATFORM_API int ReleaseDC(HWND window, HDC context);
 
 // Layered windows (WS_EX_LAYERED). With attributes the window paints as usual and shows opaque pixels, those
 // of the key colour left out, or all with one alpha. Without attributes it shows what UpdateLayeredWindow
-// last pushed, and nothing before. Flags carrying neither bit leave the attributes alone and succeed.
+// last pushed, and nothing before. Flags carrying neither bit take the attributes off and succeed: the window is
+// ready to be fed, and shows nothing until then.
 enum : DWORD { LWA_COLORKEY = 1, LWA_ALPHA = 2 };
 PLATFORM_API BOOL SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags);
 enum : DWORD { ULW_COLORKEY = 1, ULW_ALPHA = 2, ULW_OPAQUE = 4 };
 // Places and sizes the window (null: as it is) and shows `size` pixels of `source` from `sourcePoint`; what
-// lies outside the source is transparent. Fails on a window whose attributes were set, until WS_EX_LAYERED
-// is taken off and set again.
+// lies outside the source is transparent. Fails on a window that has attributes.
 PLATFORM_API BOOL UpdateLayeredWindow(HWND window, HDC destination, const POINT* position, const SIZE* size,
                                       HDC source, const POINT* sourcePoint, COLORREF key,
                                       const BLENDFUNCTION* blend, DWORD flags);

@@ -152,7 +152,13 @@ using namespace platform;
 BOOL SetLayeredWindowAttributes(HWND handle, COLORREF key, BYTE alpha, DWORD flags) {
     Window* window = FindLayered(handle);
     if (!window) return FALSE;
-    if (!(flags & (LWA_COLORKEY | LWA_ALPHA))) return TRUE;
+    if (!(flags & (LWA_COLORKEY | LWA_ALPHA))) {
+        // From here on the window shows what it is fed.
+        if (window->layering.hasAttributes) window->layering.fed = false;
+        window->layering.hasAttributes = false;
+        UpdateCompositing(*window);
+        return TRUE;
+    }
     const bool wasPainted = IsPainted(*window);
     Compositing chosen;
     if (flags & LWA_ALPHA) {
