@@ -103,7 +103,8 @@ std::shared_ptr<Surface> ImageData::Writable() {
     if (sharers_.use_count() > 1) {
         std::shared_ptr<Surface> copy = CopyOf(*pixels_);
         if (!copy) return {};
-        Show(std::move(copy), nullptr);
+        // Until something is drawn, the copy shows what the clones show.
+        Show(std::move(copy), Facts());
     }
     return pixels_;
 }

@@ -214,6 +214,9 @@ TEST(Bitmap, ClonesShareUntilOneChanges) {
     const std::unique_ptr<Bitmap> clone(original->Clone());
     EXPECT_EQ(original->GetRevision(), clone->GetRevision());
     EXPECT_EQ(original->Data()->Pixels(), clone->Data()->Pixels());
+    const SolidBrush brush(Color(1, 2, 3));
+    Graphics(clone.get()).FillRectangle(&brush, 20, 20, 5, 5);
+    EXPECT_EQ(original->GetRevision(), clone->GetRevision()) << "nothing was drawn";
     clone->SetPixel(0, 0, Color(9, 8, 7));
     EXPECT_NE(original->GetRevision(), clone->GetRevision());
     EXPECT_TRUE(Same(kit::PixelsOf(*original), pixels));
@@ -225,11 +228,11 @@ TEST(Bitmap, ClonesShareUntilOneChanges) {
     Graphics graphics(original.get());
     const HDC context = graphics.GetHDC();
     const std::unique_ptr<Bitmap> second(original->Clone());
-    const HBRUSH brush = CreateSolidBrush(0);
+    const HBRUSH black = CreateSolidBrush(0);
     const RECT rect{0, 0, 9, 5};
-    FillRect(context, &rect, brush);
+    FillRect(context, &rect, black);
     graphics.ReleaseHDC(context);
-    DeleteObject(brush);
+    DeleteObject(black);
     EXPECT_TRUE(Same(kit::PixelsOf(*original), Pixels(9, 5, 0xFF000000)));
     EXPECT_TRUE(Same(kit::PixelsOf(*second), pixels)) << "cloned while a context was given out";
 }
