@@ -45,7 +45,8 @@ constexpr int kLabelWidth = 236;
 constexpr int kColumnPitch = (grid::kWidth - kLabelWidth) / static_cast<int>(kColumns.size());
 
 constexpr std::array<LPCWSTR, kFrameCounts> kFrameTexts = {
-    u"one look for all states", u"normal, over", u"normal, over, pressed", u"and active", u"and disabled",
+    u"one look for all states", u"normal, over", u"normal, over, pressed", u"and active",
+    u"disabled, never active",
 };
 
 class ButtonsPage : public Page {
@@ -133,7 +134,8 @@ void ButtonsPage::Draw(Ink& ink) {
 
 void ButtonsPage::DrawPlayer(Ink& ink) {
     const int top = grid::kTop;
-    ink.Well(CRect(grid::kLeft, top, grid::kRight, top + kPlayerHeight));
+    ink.Frame(CRect(grid::kLeft, top, grid::kRight, top + kPlayerHeight),
+              skin::WithAlpha(skin::palette::kMist, 0.16));
     const int left = grid::kLeft + 244;
     const bool playing = play_->GetActive() != 0;
     ink.Label(TextStyle::Note, CRect(left, top + 20, grid::kRight - 24, top + 40),
