@@ -11,7 +11,8 @@
 namespace platform {
 
 PathData::PathData(Gdiplus::FillMode fillMode) : mode(fillMode) {
-    cairo_surface_t* const nowhere = cairo_image_surface_create(CAIRO_FORMAT_A8, 0, 0);
+    // Glyph outlines are dropped where there is no pixel at all.
+    cairo_surface_t* const nowhere = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
     outline = cairo_create(nowhere);
     cairo_surface_destroy(nowhere);
 }
