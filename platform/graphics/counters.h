@@ -18,8 +18,8 @@ inline DrawingCounters& Counters() {
 
 namespace platform {
 
-// In bytes, for each cache alone. A cache looks at it whenever it takes something in, so that a lowered
-// limit takes effect with the next entry.
+// In bytes, for each cache alone. A cache looks at it whenever it is asked, so that a lowered limit takes
+// effect with the next drawing.
 inline std::atomic<std::size_t>& DrawingCacheLimit() {
     static std::atomic<std::size_t> limit{std::size_t{64} << 20};
     return limit;

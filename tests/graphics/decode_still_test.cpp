@@ -176,6 +176,14 @@ TEST(DecodeStill, LyingSizesCostNothing) {
         const kit::Opened high = kit::Open(kit::Bmp(1, static_cast<int>(width), 32, {}, Bytes(40)));
         ASSERT_TRUE(high.picture == nullptr || high.picture->Height() == 1);
     }
+    // Rows far behind the end, a table of more colours than there are bytes, a header without end.
+    for (const std::size_t field : {10U, 14U, 46U}) {
+        for (const std::uint8_t top : {0x01, 0x7F, 0xFF}) {
+            Bytes bytes = kit::Bmp(2, 2, 8, Bytes(1024), Bytes(8));
+            bytes[field + 3] = top;
+            EXPECT_EQ(kit::Open(bytes).picture, nullptr) << field << " " << top;
+        }
+    }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_LE(platform::PixelMemory::SystemAllocations(), allocations + 1);
     EXPECT_LT(PeakKilobytes() - peak, 16 * 1024);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/graphics/counters.h"
+#include "platform/graphics/decode/byte_reader.h"
 #include "platform/graphics/pixel_rows.h"
 
 namespace platform {
@@ -72,6 +73,20 @@ int TakeError(GError* error) {
     return code;
 }
 
+// The library takes memory for all that a bitmap's header announces before its rows: none of it may be more
+// than the file holds.
+bool HasSoundStart(PictureKind kind, std::span<const std::uint8_t> bytes) {
+    if (kind != PictureKind::Bmp) return true;
+    ByteReader reader(bytes, 10);
+    const std::uint32_t rowsAt = reader.DoubleWord();
+    const std::uint32_t headerBytes = reader.DoubleWord();
+    if (rowsAt > bytes.size() || headerBytes > bytes.size()) return false;
+    if (headerBytes < 40) return !reader.Overran();  // an older header counts no colours
+    reader.Skip(28);
+    const std::uint32_t colours = reader.DoubleWord();
+    return !reader.Overran() && colours <= bytes.size() / 3;
+}
+
 struct LoadResult {
     bool complete = false;
     bool outOfMemory = false;
@@ -127,7 +142,7 @@ std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint
                                      Gdiplus::Status& status) {
     status = Gdiplus::UnknownImageFormat;
     const char* name = LibraryName(kind);
-    if (name == nullptr) return nullptr;
+    if (name == nullptr || !HasSoundStart(kind, bytes)) return nullptr;
     GError* error = nullptr;
     const LoaderPtr loader(gdk_pixbuf_loader_new_with_type(name, &error));
     TakeError(error);

@@ -27,7 +27,9 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
                                            const TextFormat& format) {
     if (const auto found = byKey_.find(KeyView{text, font->revision, format}); found != byKey_.end()) {
         entries_.splice(entries_.begin(), entries_, found->second);
-        return found->second->value;
+        const std::shared_ptr<CachedText> value = found->second->value;
+        Trim();
+        return value;
     }
     auto value = std::make_shared<CachedText>();
     value->laid = LaidText::LayOut(text, *font, format);
