@@ -284,6 +284,48 @@ TEST_F(FaultTest, SiblingsMayGoWhileTheirParentGoes) {
     }
 }
 
+TEST_F(FaultTest, AnExceptionLeavesNoHalfWindow) {
+    struct Oops {};
+    const HWND bystander = Open(300, 300, 9, 9, kBlue);
+    for (const UINT at : {UINT{WM_NCCREATE}, UINT{WM_CREATE}, UINT{WM_SIZE}}) {
+        SCOPED_TRACE(NameOf(at));
+        HWND met;
+        Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+            if (message != at) return false;
+            met = window;
+            throw Oops();
+        };
+        EXPECT_THROW(CreateWindowExW(0, kWindowClass, u"", WS_POPUP, 0, 0, 9, 9, {}, 0, {}, nullptr), Oops);
+        EXPECT_TRUE(met);
+        EXPECT_FALSE(IsWindow(met));
+    }
+    for (const UINT at : {UINT{WM_SHOWWINDOW}, UINT{WM_DESTROY}, UINT{WM_NCDESTROY}})
+        for (const bool inChild : {false, true}) {
+            if (inChild && at == WM_SHOWWINDOW) continue;
+            SCOPED_TRACE(NameOf(at));
+            Told().answer = nullptr;
+            const HWND window = Open(100, 100, 50, 50, kRed);
+            const HWND child = OpenChild(window, 0, 0, 9, 9, kGreen);
+            const HWND owned = Open(100, 100, 9, 9, kGreen, window);
+            Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+                if (message == at && heard == (inChild ? child : window)) throw Oops();
+                return false;
+            };
+            EXPECT_THROW(DestroyWindow(window), Oops);
+            EXPECT_FALSE(IsWindow(window) || IsWindow(child) || IsWindow(owned));
+        }
+    Told().answer = [](HWND, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+        if (message == WM_USER || message == WM_PAINT || message == WM_LBUTTONDOWN) throw Oops();
+        return false;
+    };
+    EXPECT_THROW(SendMessageW(bystander, WM_USER, 0, 0), Oops);
+    InvalidateRect(bystander, nullptr, TRUE);
+    EXPECT_THROW(UpdateWindow(bystander), Oops);
+    Told().answer = nullptr;
+    User().Settle();
+    EXPECT_EQ(ScreenColour(303, 303), kBluePixel) << "what was not painted still is";
+}
+
 TEST_F(FaultTest, NullPointersAreRefused) {
     const HWND window = Create(0, 0, 5, 5);
     SetLastError(0);

@@ -265,6 +265,43 @@ TEST_F(HeadlessTest, TheCursorShownIsThatOfTheWindowUnderThePointer) {
     EXPECT_EQ(Headless::CursorShown(), 32512u);
 }
 
+TEST_F(HeadlessTest, AWindowThatNeverStopsPaintingIsGivenUpOn) {
+    const HWND window = Open(0, 0, 10, 10, kRed);
+    int paints = 0;
+    Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message != WM_PAINT) return false;
+        ++paints;
+        ValidateRect(heard, nullptr);
+        InvalidateRect(heard, nullptr, FALSE);
+        return true;
+    };
+    InvalidateRect(window, nullptr, FALSE);
+    Headless::RunPending();
+    EXPECT_GT(paints, 100);
+    // Nor does it keep a loop from ending.
+    PostQuitMessage(0);
+    MSG message{};
+    while (GetMessageW(&message, {}, 0, 0) > 0)
+        DispatchMessageW(&message);
+    EXPECT_EQ(message.message, UINT{WM_QUIT});
+}
+
+TEST_F(HeadlessTest, ThePixelsDecideWhatThePointerIsOver) {
+    const HWND below = Open(100, 100, 20, 20, kRed);
+    const HWND window = Open(100, 100, 20, 20, kGreen);
+    SetWindowLongPtrW(window, GWL_EXSTYLE, WS_EX_LAYERED);
+    SetLayeredWindowAttributes(window, kBlue, 255, LWA_COLORKEY);
+    Headless::MovePointer(110, 110);
+    TRACKMOUSEEVENT request = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, window, 0};
+    TrackMouseEvent(&request);
+    Forget();
+    Told().colours[window.ToParam()] = kBlue;
+    InvalidateRect(window, nullptr, FALSE);
+    Headless::RunPending();
+    EXPECT_EQ(Told().Count(window, WM_MOUSELEAVE), 1);
+    EXPECT_EQ(Told().Count(below, WM_MOUSEMOVE), 1);
+}
+
 TEST_F(HeadlessTest, AManyRefreshedWindowStaysFast) {
     const HWND window = Open(0, 0, 800, 600, kRed);
     int paints = 0;

@@ -305,6 +305,14 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
             NamesOf(Told().Of(window, {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_SETCURSOR, WM_CLOSE})),
             "");
     EXPECT_EQ(GetActiveWindow(), dialog);
+    const HWND bystander = Open(300, 120, 50, 50, kBlack);
+    EXPECT_EQ(GetActiveWindow(), bystander);
+    User().Move(120, 190);
+    User().Press();
+    User().Release();
+    EXPECT_EQ(GetActiveWindow(), dialog) << "a press on what it disabled brings the dialog up";
+    EXPECT_EQ(WindowFromPoint(POINT{310, 130}), dialog);
+    Forget();
     User().Move(310, 110);
     User().Press();
     User().Release();

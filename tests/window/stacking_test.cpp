@@ -192,6 +192,26 @@ TEST_F(StackingTest, MinimisingAndBack) {
     EXPECT_EQ(ScreenColour(125, 105), kRedPixel);
 }
 
+TEST_F(StackingTest, AWindowMayAppearMinimised) {
+    for (const bool born : {false, true}) {
+        SCOPED_TRACE(born);
+        const DWORD style = WS_POPUP | (born ? DWORD{WS_MINIMIZE | WS_VISIBLE} : 0);
+        const HWND window =
+            CreateWindowExW(0, kWindowClass, u"", style, 100, 100, 30, 30, {}, 0, {}, nullptr);
+        if (!born) ShowWindow(window, SW_MINIMIZE);
+        Told().colours[window.ToParam()] = kRed;
+        User().Settle();
+        EXPECT_TRUE(IsIconic(window) && IsWindowVisible(window));
+        EXPECT_FALSE(GetActiveWindow() == window);
+        EXPECT_EQ(ScreenColour(110, 110), kDesktopColour);
+        ShowWindow(window, SW_RESTORE);
+        User().Settle();
+        EXPECT_EQ(GetActiveWindow(), window);
+        EXPECT_EQ(ScreenColour(110, 110), kRedPixel);
+        DestroyWindow(window);
+    }
+}
+
 TEST_F(StackingTest, TheOwnerComesUpWhenItsDialogGoes) {
     const HWND owner = Open(100, 100, 50, 50, kRed);
     const HWND bystander = Open(300, 100, 50, 50, kBlue);

@@ -37,7 +37,8 @@ PLATFORM_API void RequestClose(HWND window);
 
 // Moves the clock step by step to each timer that falls due, and delivers what each causes.
 PLATFORM_API void Advance(unsigned milliseconds);
-// Dispatches until no message and no update region is left. Timers need Advance.
+// Dispatches until no message and no update region is left. Timers need Advance. A window that invalidates
+// itself in every paint is given up on after a thousand paints in a row.
 PLATFORM_API void RunPending();
 // Runs `step` from inside the next wait of a loop (a modal dialog, GetMessageW) that has nothing else to do.
 // Steps run in the order given, one per wait: this is how a test acts while DoModal blocks. A loop that

@@ -35,6 +35,13 @@ bool CanBeActive(const Window& window) {
     return window.IsShown() && !window.IsMinimised() && !window.IsDisabled() && !window.destroying;
 }
 
+bool IsOwnedBy(const Window& window, HWND owner) {
+    Core& core = Core::Get();
+    for (const Window* at = core.Peek(window.parent); at; at = core.Peek(at->parent))
+        if (at->handle == owner) return true;
+    return false;
+}
+
 }  // namespace
 
 bool ActivateWindow(HWND topLevel, int how) {
@@ -51,6 +58,18 @@ bool ActivateWindow(HWND topLevel, int how) {
     }
     SwitchActive(topLevel, how, false);
     return true;
+}
+
+bool ActivateModalOf(HWND topLevel) {
+    Core& core = Core::Get();
+    const Window* disabled = core.Peek(topLevel);
+    if (!disabled || !disabled->IsDisabled() || disabled->owned.empty()) return false;
+    for (std::size_t i = core.stack.size(); i-- > 0;) {
+        const Window* window = core.Peek(core.stack[i]);
+        if (window && CanBeActive(*window) && IsOwnedBy(*window, topLevel))
+            return ActivateWindow(core.stack[i], WA_ACTIVE);
+    }
+    return false;
 }
 
 void Deactivate(HWND topLevel, bool minimised) {
@@ -72,6 +91,7 @@ void FollowSystemFocus() {
             activation.asked = HWND();
     }
     if (reported == activation.active) return;
+    if (ActivateModalOf(reported)) return;
     const Window* window = core.Peek(reported);
     SwitchActive(window && CanBeActive(*window) ? reported : HWND(), WA_ACTIVE, false);
 }

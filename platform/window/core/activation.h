@@ -8,6 +8,9 @@ namespace platform {
 // Makes a top-level active: WM_ACTIVATE to the one before and to it, then the focus; asks the window system
 // to do the same. False for a window that cannot be: hidden, disabled, minimised.
 bool ActivateWindow(HWND topLevel, int how);
+// A disabled window was asked for: brings up the window that disabled it, the topmost enabled one of those
+// that it owns. False when there is none.
+bool ActivateModalOf(HWND topLevel);
 // Ends the activation of a window that is going away, is hidden or minimised.
 void Deactivate(HWND topLevel, bool minimised);
 // Handles what the window system last reported about the focus.

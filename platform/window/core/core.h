@@ -148,6 +148,7 @@ class Core {
     CaptionMove captionMove;
     std::optional<int> quit;
     std::uint64_t quitTime = 0;
+    int paintsBeforeQuit = 0;
     bool quitMadeUp = false;  // the quit just returned was the window system's, not a host's
     bool (*messageFilter)(MSG*) = nullptr;
 

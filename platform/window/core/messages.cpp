@@ -20,6 +20,9 @@ struct ThreadMessages {
 };
 thread_local ThreadMessages threadMessages;
 
+// So many paints in a row are a window that invalidates itself whenever it paints.
+constexpr int kEndlessPaints = 1000;
+
 MSG Stamped(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Core& core = Core::Get();
     MSG stamped{window, message, wParam, lParam, static_cast<DWORD>(core.Now()), POINT{0, 0}};
@@ -95,9 +98,12 @@ bool TakeQueued(MSG& out, const MessageFilter& filter, Take take) {
 }
 
 bool TakePaint(MSG& out, const MessageFilter& filter) {
+    Core& core = Core::Get();
     if (!filter.TakesKind(WM_PAINT)) return false;
     const HWND window = NextToPaint(filter.window);
     if (!window) return false;
+    // A window that invalidates itself in every paint must not hold up a WM_QUIT for ever.
+    if (core.quit && ++core.paintsBeforeQuit > kEndlessPaints) return false;
     out = Stamped(window, WM_PAINT, 0, 0);
     return true;
 }
@@ -121,7 +127,10 @@ bool TakeQuit(MSG& out, Take take) {
     Core& core = Core::Get();
     if (!core.quit) return false;
     out = Stamped(HWND(), WM_QUIT, static_cast<WPARAM>(*core.quit), 0);
-    if (take == Take::Yes) core.quit.reset();
+    if (take == Take::Yes) {
+        core.quit.reset();
+        core.paintsBeforeQuit = 0;
+    }
     return true;
 }
 
@@ -179,8 +188,11 @@ void RunPendingMessages() {
     Core& core = Core::Get();
     if (!core.Claim()) return;
     MSG message{};
-    while (Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No))
+    int paints = 0;  // without anything else in between
+    while (paints < kEndlessPaints && Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
+        paints = message.message == WM_PAINT ? paints + 1 : 0;
         DispatchOwn(message);
+    }
 }
 
 }  // namespace platform
@@ -257,6 +269,7 @@ int GetMessageW(MSG* message, HWND window, UINT first, UINT last) {
     for (;;) {
         if (!CheckFilterWindow(window)) return -1;
         if (core.IsLost()) {
+            core.RunSentInbox();
             SetLastError(ERROR_CONNECTION_UNAVAIL);
             return -1;
         }

@@ -66,6 +66,7 @@ PlaceChange ChangeRect(Window& window, const CRect& wanted, Redraw redraw) {
     } else if (window.IsShown() && redraw == Redraw::Yes) {
         InvalidateUnder(window, before);
         InvalidateUnder(window, rect);
+        InvalidateAll(window, true);  // a parent that clips its children does not pass it on
     }
     if (change.sized) {
         window.update.Intersect(window.Bounds());
@@ -88,7 +89,7 @@ void AcceptPlace(const std::shared_ptr<Window>& window, const CRect& rect) {
     change.sized = !(rect.Size() == window->rect.Size());
     window->rect = rect;
     if (change.sized) InvalidateAll(*window, true);
-    SendPlaceMessages(window, change);
+    if (!window->IsMinimised()) SendPlaceMessages(window, change);
 }
 
 void AcceptMinimised(const std::shared_ptr<Window>& window, bool minimised) {
@@ -182,8 +183,12 @@ BOOL ShowWindow(HWND handle, int command) {
             break;
         case SW_MINIMIZE:
             if (window->IsChild()) break;
-            SetShown(window, true, Activate::No);
-            if (Core::Get().Peek(handle)) SetMinimised(window, true);
+            // One that is not shown yet goes straight into the task list.
+            if (window->IsShown())
+                SetMinimised(window, true);
+            else
+                AcceptMinimised(window, true);
+            if (Core::Get().Peek(handle)) SetShown(window, true, Activate::No);
             break;
         case SW_SHOWNA:
             SetShown(window, true, Activate::No);
@@ -234,8 +239,9 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
     const Activate activate = flags & SWP_NOACTIVATE ? Activate::No : Activate::Yes;
     if (flags & SWP_SHOWWINDOW && Core::Get().Peek(handle)) SetShown(window, true, activate);
     if (flags & SWP_HIDEWINDOW && Core::Get().Peek(handle)) SetShown(window, false, Activate::No);
-    if (Core::Get().Peek(handle) && window->IsShown() && !window->IsMinimised() && !window->IsChild() &&
-        !(flags & (SWP_NOACTIVATE | SWP_NOZORDER)) && !(after == HWND_BOTTOM))
+    const bool raises = !(flags & SWP_NOZORDER) && !(after == HWND_BOTTOM);
+    if (activate == Activate::Yes && (raises || flags & SWP_SHOWWINDOW) && Core::Get().Peek(handle) &&
+        !window->IsChild())
         ActivateWindow(handle, WA_ACTIVE);
     return TRUE;
 }

@@ -203,7 +203,11 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     }
     core.pointer.hover = target;
     const Window* window = core.Peek(target);
-    if (!window || !IsEnabledInTree(*window)) return routed;
+    if (!window) return routed;
+    if (!IsEnabledInTree(*window)) {
+        if (event.kind == SystemEvent::Kind::Button && event.down) ActivateModalOf(TopLevelOf(target));
+        return routed;
+    }
     MSG& message = routed.message;
     message.hwnd = target;
     message.time = static_cast<DWORD>(event.time);

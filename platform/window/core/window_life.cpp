@@ -1,4 +1,6 @@
 // Classes, and windows from their first message to their last.
+#include <exception>
+
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/core.h"
@@ -57,8 +59,36 @@ void Forget(const std::shared_ptr<Window>& window) {
     core.Remove(handle);
 }
 
+// Removes a window and what hangs on it without a word, when an exception left one of its messages.
+class ForgetOnException {
+  public:
+    explicit ForgetOnException(std::shared_ptr<Window> window)
+        : window_(std::move(window)), exceptions_(std::uncaught_exceptions()) {}
+    ~ForgetOnException() {
+        if (std::uncaught_exceptions() > exceptions_) ForgetTree(window_);
+    }
+    ForgetOnException(const ForgetOnException&) = delete;
+    ForgetOnException& operator=(const ForgetOnException&) = delete;
+
+  private:
+    static void ForgetTree(const std::shared_ptr<Window>& window) {
+        Core& core = Core::Get();
+        if (!window || !core.Peek(window->handle)) return;
+        const std::vector<HWND> children = window->children;
+        const std::vector<HWND> owned = window->owned;
+        for (HWND handle : children)
+            ForgetTree(core.PeekShared(handle));
+        for (HWND handle : owned)
+            ForgetTree(core.PeekShared(handle));
+        if (core.Peek(window->handle)) Forget(window);
+    }
+    std::shared_ptr<Window> window_;
+    int exceptions_;
+};
+
 void DestroyTree(const std::shared_ptr<Window>& window) {
     Core& core = Core::Get();
+    const ForgetOnException guard(window);
     window->destroying = true;
     CallProcedure(window, WM_DESTROY, 0, 0);
     // A procedure may make or destroy others meanwhile: look anew each time.
@@ -97,7 +127,11 @@ bool CreateInSystem(Window& window) {
         return false;
     }
     window.systemSerial = core.SystemSerial();
+    // WM_NCCREATE may have set these up already.
+    window.surface.reset();
+    window.layering.told = Compositing();
     UpdateCompositing(window);
+    if (window.shape) system->SetShape(window.handle, &*window.shape);
     return true;
 }
 
@@ -105,6 +139,7 @@ bool CreateInSystem(Window& window) {
 bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) {
     Core& core = Core::Get();
     const HWND handle = window->handle;
+    const ForgetOnException guard(window);
     const auto lParam = reinterpret_cast<LPARAM>(parameter);
     const bool accepted = CallProcedure(window, WM_NCCREATE, 0, lParam) != FALSE;
     if (!core.Peek(handle)) return false;
@@ -200,6 +235,7 @@ BOOL DestroyWindow(HWND handle) {
     Core& core = Core::Get();
     const std::shared_ptr<Window> window = core.Share(handle);
     if (!window || window->destroying) return FALSE;
+    const ForgetOnException guard(window);
     window->destroying = true;
     SetShown(window, false, Activate::No);
     if (core.Peek(handle)) EndCaptionMove(handle);

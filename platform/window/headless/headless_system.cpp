@@ -222,6 +222,8 @@ void HeadlessSystem::Present(HWND window, const Region& damage) {
         for (int y = rect.top; y < rect.bottom; ++y)
             std::memcpy(native->shown->Row(y) + rect.left, from.Row(y) + rect.left, bytes);
     }
+    // The pixels decide what the pointer is over.
+    if (native->compositing.mode != Compositing::Mode::Opaque) PointerMayHaveChangedWindow();
 }
 
 // ---- pointer and keyboard
