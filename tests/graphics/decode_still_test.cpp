@@ -178,9 +178,9 @@ TEST(DecodeStill, LyingSizesCostNothing) {
     }
     // Rows far behind the end, a table of more colours than there are bytes, a header without end.
     for (const std::size_t field : {10U, 14U, 46U}) {
-        for (const std::uint8_t top : {0x01, 0x7F, 0xFF}) {
+        for (const int top : {0x01, 0x7F, 0xFF}) {
             Bytes bytes = kit::Bmp(2, 2, 8, Bytes(1024), Bytes(8));
-            bytes[field + 3] = top;
+            bytes[field + 3] = static_cast<std::uint8_t>(top);
             EXPECT_EQ(kit::Open(bytes).picture, nullptr) << field << " " << top;
         }
     }
