@@ -249,8 +249,8 @@ PLATFORM_API int ReleaseDC(HWND window, HDC context);
 
 // Layered windows (WS_EX_LAYERED). With attributes the window paints as usual and shows opaque pixels, those
 // of the key colour left out, or all with one alpha. Without attributes it shows what UpdateLayeredWindow
-// last pushed, and nothing before. Flags carrying neither bit take the attributes off and succeed: the window is
-// ready to be fed, and shows nothing until then.
+// last pushed, and nothing before. Flags carrying neither bit take the attributes off and succeed: the window
+// is ready to be fed, and shows nothing until then.
 enum : DWORD { LWA_COLORKEY = 1, LWA_ALPHA = 2 };
 PLATFORM_API BOOL SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags);
 enum : DWORD { ULW_COLORKEY = 1, ULW_ALPHA = 2, ULW_OPAQUE = 4 };
