@@ -1,5 +1,9 @@
 // Text drawn through Graphics and paths: the same pixels from every cache state and under every clip.
+#include <unistd.h>
+
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <limits>
 #include <thread>
@@ -399,6 +403,37 @@ TEST(TextDraw, OutlinesAreLaidOutOnce) {
         path.AddString(kText, -1, &family, 0, 17, RectF(static_cast<float>(i), 0, 80, 0), nullptr);
     }
     EXPECT_EQ(Layouts(), before + 1);
+}
+
+// In a process of its own, which starts under a user's rules against everything that we ask for.
+TEST(TextDraw, RenderingRulesOfTheUserChangeNoPixel) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto hash = [] {
+        const Font font(u"DejaVu Sans", 9);
+        const SolidBrush brush(Color(0, 0, 0));
+        const Pixels pixels = Drawn(160, 30, [&](Graphics& graphics) {
+            graphics.DrawString(kText, -1, &font, PointF(2, 2), &brush);
+        });
+        std::uint64_t value = 14695981039346656037ULL;
+        for (const std::uint32_t word : pixels.words)
+            value = (value ^ word) * 1099511628211ULL;
+        return std::to_string(value);
+    };
+    constexpr const char* kExpected = "TEXT_DRAW_TEST_EXPECTED";
+    if (std::getenv(kExpected) == nullptr) setenv(kExpected, hash().c_str(), 1);  // the child only reads it
+    const std::string path = std::string(QKUI_TEST_OUTPUT) + "/text_rules.conf";
+    std::ofstream(path) << R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig>
+        <include>/etc/fonts/fonts.conf</include><match target="font">
+        <edit name="antialias" mode="assign"><bool>false</bool></edit>
+        <edit name="hintstyle" mode="assign"><const>hintfull</const></edit>
+        <edit name="autohint" mode="assign"><bool>true</bool></edit>
+        <edit name="rgba" mode="assign"><const>rgb</const></edit></match></fontconfig>)";
+    EXPECT_EXIT(
+        {
+            setenv("FONTCONFIG_FILE", path.c_str(), 1);
+            _exit(hash() == std::getenv(kExpected) ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(TextDraw, ThreadsDrawAlike) {

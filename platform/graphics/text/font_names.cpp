@@ -7,6 +7,8 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/graphics/text/font_configuration.h"
+
 namespace platform {
 namespace {
 
@@ -33,11 +35,11 @@ PatternPtr Match(const std::string& family, const char* language) {
     if (!wanted) return nullptr;
     FcPatternAddString(wanted.get(), FC_FAMILY, AsFc(family.c_str()));
     if (language != nullptr) FcPatternAddString(wanted.get(), FC_LANG, AsFc(language));
-    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
+    FcConfigSubstitute(FontConfiguration(), wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
     const std::unique_ptr<FcFontSet, DestroySet> faces(
-        FcFontSort(nullptr, wanted.get(), FcFalse, nullptr, &result));
+        FcFontSort(FontConfiguration(), wanted.get(), FcFalse, nullptr, &result));
     if (!faces) return nullptr;
     for (int i = 0; i < faces->nfont; ++i) {
         FcChar8* format = nullptr;

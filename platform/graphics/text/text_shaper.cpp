@@ -1,6 +1,5 @@
 #include "platform/graphics/text/text_shaper.h"
 
-#include <fontconfig/fontconfig.h>
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 #include <platform/gdiplus.h>
@@ -8,27 +7,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/graphics/text/font_configuration.h"
+
 namespace platform {
 namespace {
-
-// The desktop's rendering preferences reach a font through its pattern; ours replace them.
-void FixRendering(FcPattern* pattern, gpointer) {
-    constexpr const char* kOurs[] = {FC_ANTIALIAS, FC_HINTING,    FC_HINT_STYLE,     FC_AUTOHINT,
-                                     FC_RGBA,      FC_LCD_FILTER, FC_EMBEDDED_BITMAP};
-    for (const char* name : kOurs)
-        FcPatternDel(pattern, name);
-    FcPatternAddBool(pattern, FC_ANTIALIAS, FcTrue);
-    FcPatternAddBool(pattern, FC_HINTING, FcTrue);
-    FcPatternAddInteger(pattern, FC_HINT_STYLE, FC_HINT_SLIGHT);
-    FcPatternAddBool(pattern, FC_AUTOHINT, FcFalse);
-    FcPatternAddInteger(pattern, FC_RGBA, FC_RGBA_NONE);
-    FcPatternAddBool(pattern, FC_EMBEDDED_BITMAP, FcFalse);
-}
 
 PangoFontMap* MakeFontMap() {
     PangoFontMap* fonts = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts), 96);
-    pango_fc_font_map_set_default_substitute(PANGO_FC_FONT_MAP(fonts), &FixRendering, nullptr, nullptr);
+    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(fonts), FontConfiguration());
     return fonts;
 }
 
