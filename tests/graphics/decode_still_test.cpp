@@ -189,6 +189,35 @@ TEST(DecodeStill, LyingSizesCostNothing) {
     EXPECT_LT(PeakKilobytes() - peak, 16 * 1024);
 }
 
+// A large progressive picture whose last pass comes again and again, at a few bytes each.
+TEST(DecodeStill, EndlessPassesAreRefused) {
+    const Bytes whole = kit::ReadData("red_24x16_progressive.jpg");
+    const auto find = [&whole](std::uint8_t marker, std::size_t from) {
+        for (std::size_t i = from; i + 1 < whole.size(); ++i)
+            if (whole[i] == 0xFF && whole[i + 1] == marker) return i;
+        return whole.size();
+    };
+    std::size_t lastScan = 0;
+    for (std::size_t at = find(0xDA, 0); at < whole.size(); at = find(0xDA, at + 2))
+        lastScan = at;
+    const auto begin = [&whole](std::size_t at) { return whole.begin() + static_cast<std::ptrdiff_t>(at); };
+    const Bytes scan(begin(lastScan), whole.end() - 2);
+    const auto repeated = [&](int times, unsigned side) {
+        Bytes bytes(whole.begin(), whole.end() - 2);
+        const std::size_t size = find(0xC2, 0) + 5;
+        for (const std::size_t i : {size, size + 2}) {
+            bytes[i] = static_cast<std::uint8_t>(side >> 8);
+            bytes[i + 1] = static_cast<std::uint8_t>(side & 0xFF);
+        }
+        for (int i = 0; i < times; ++i)
+            bytes.insert(bytes.end(), scan.begin(), scan.end());
+        bytes.insert(bytes.end(), {0xFF, 0xD9});
+        return bytes;
+    };
+    EXPECT_EQ(kit::Open(repeated(4000, 4096)).picture, nullptr);
+    EXPECT_NE(kit::Open(repeated(20, 64)).picture, nullptr) << "a small one may";
+}
+
 TEST(DecodeStill, ThePermittedExtremesOpen) {
     for (const auto& [width, height] : {std::pair{16384, 1}, {1, 16384}, {16384, 16}}) {
         const kit::Opened opened = kit::Open(platform::EncodePng(*platform::Surface::Create(width, height)));

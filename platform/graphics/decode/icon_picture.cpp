@@ -13,8 +13,9 @@
 namespace platform {
 namespace {
 
-// A file can list one costly entry thousands of times.
-constexpr std::size_t kMostTries = 8;
+// A file can list one costly entry that fails at its end thousands of times.
+constexpr std::int64_t kMostTriedPixels = kMaxPicturePixels;
+constexpr std::int64_t kLeastTry = 1 << 16;  // what the smallest failure counts for
 
 struct IconEntry {
     std::span<const std::uint8_t> bytes;
@@ -174,8 +175,10 @@ std::shared_ptr<Surface> DecodeBitmapEntry(const IconEntry& entry) {
 std::shared_ptr<Surface> DecodeIcon(PictureKind, std::span<const std::uint8_t> bytes,
                                     Gdiplus::Status& status) {
     const std::vector<IconEntry> entries = ReadDirectory(bytes);
-    for (std::size_t i = 0; i < std::min(entries.size(), kMostTries); ++i) {
-        const IconEntry& entry = entries[i];
+    std::int64_t tried = 0;
+    for (const IconEntry& entry : entries) {
+        tried += std::max<std::int64_t>(std::int64_t{entry.width} * entry.height, kLeastTry);
+        if (tried > kMostTriedPixels) break;
         std::shared_ptr<Surface> surface =
             entry.isPng ? DecodeStill(PictureKind::Png, entry.bytes, status) : DecodeBitmapEntry(entry);
         if (!surface) continue;

@@ -3,6 +3,7 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "platform/graphics/counters.h"
@@ -36,17 +37,37 @@ struct Release {
 };
 using LoaderPtr = std::unique_ptr<GdkPixbufLoader, Release>;
 
+// A progressive picture may be sent in any number of passes, each of which costs as much as the whole picture
+// and can be a few bytes long. Ordinary files have some ten.
+constexpr std::int64_t kMostPassPixels = std::int64_t{1} << 30;
+
+std::int64_t CountPasses(PictureKind kind, std::span<const std::uint8_t> bytes) {
+    if (kind != PictureKind::Jpeg) return 1;
+    static constexpr std::string_view kStartOfScan = "\xFF\xDA";
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    std::int64_t count = 0;
+    for (std::size_t at = text.find(kStartOfScan); at != std::string_view::npos;
+         at = text.find(kStartOfScan, at + kStartOfScan.size())) {
+        ++count;
+    }
+    return count;
+}
+
 // What the loader tells while it reads.
 struct Watch {
     PictureKind kind;
     std::size_t bytes;
+    std::int64_t passes;
     bool refused = false;
     bool sawPixels = false;
 
     // Asked before pixel memory is taken; a size of nothing makes the loader give up.
     static void OnSize(GdkPixbufLoader* loader, int width, int height, gpointer self) {
         auto* watch = static_cast<Watch*>(self);
-        if (IsBelievableSize(watch->kind, width, height, watch->bytes)) return;
+        if (IsBelievableSize(watch->kind, width, height, watch->bytes) &&
+            watch->passes * width * height <= kMostPassPixels) {
+            return;
+        }
         watch->refused = true;
         gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
@@ -148,7 +169,7 @@ std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint
     TakeError(error);
     if (!loader) return nullptr;
 
-    Watch watch{kind, bytes.size()};
+    Watch watch{kind, bytes.size(), CountPasses(kind, bytes)};
     watch.Follow(loader.get());
     const LoadResult loaded = Feed(loader.get(), bytes, watch);
     if (loaded.outOfMemory && !watch.refused) status = Gdiplus::OutOfMemory;
