@@ -39,7 +39,7 @@ using LoaderPtr = std::unique_ptr<GdkPixbufLoader, Release>;
 
 // A progressive picture may be sent in any number of passes, each of which costs as much as the whole picture
 // and can be a few bytes long. Ordinary files have some ten.
-constexpr std::int64_t kMostPassPixels = std::int64_t{1} << 30;
+constexpr std::int64_t kMostPassPixels = std::int64_t{1} << 29;
 
 std::int64_t CountPasses(PictureKind kind, std::span<const std::uint8_t> bytes) {
     if (kind != PictureKind::Jpeg) return 1;
