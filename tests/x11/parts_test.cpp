@@ -21,6 +21,7 @@ using Mode = Compositing::Mode;
 
 Region ToRegion(const std::vector<xcb_rectangle_t>& rectangles) {
     std::vector<RECT> rects;
+    rects.reserve(rectangles.size());
     for (const xcb_rectangle_t& r : rectangles)
         rects.push_back({r.x, r.y, r.x + r.width, r.y + r.height});
     return Region(rects);

@@ -106,6 +106,7 @@ bool Picture::SavePpm(const std::string& path) const {
 
 Process Process::Start(const std::vector<std::string>& command, int keep) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

@@ -51,7 +51,6 @@ struct NativeWindow {
     Placement placement;
     Pixels pixels;
     WindowOutline outline;
-    std::optional<Region> shape;
     Region exposed;  // collected until the last Expose of a series
     CursorShape cursor = CursorShape::Arrow;
 

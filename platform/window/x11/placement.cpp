@@ -13,7 +13,7 @@ constexpr std::uint64_t kEchoTime = 250;
 
 // A window of the protocol is never empty; the core's may be.
 bool SamePlace(const CRect& core, const CRect& native) {
-    return core.TopLeft() == native.TopLeft() && ToExtent(core.Width()) == native.Width() &&
+    return core.left == native.left && core.top == native.top && ToExtent(core.Width()) == native.Width() &&
            ToExtent(core.Height()) == native.Height();
 }
 

@@ -66,6 +66,8 @@ void X11WindowSystem::OnReparent(const xcb_reparent_notify_event_t& event) {
     if (!window || event.event != event.window) return;
     window->framed = event.parent != connection_->Root();
     if (!window->framed) LetGo(*window);
+    window->outline.ForgetInput();
+    window->outline.Send(*connection_, window->id);
 }
 
 void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
