@@ -220,6 +220,10 @@ TEST_F(Windows, CloseWhenTheWindowManagerAsks) {
     EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0) << "the frame goes around the window";
     EXPECT_TRUE(system->WindowAt({200, 150}) == window);
     EXPECT_FALSE(session->WindowsAt(210, 140).empty()) << "a title above it";
+    // The manager closes the window that it takes for the active one.
+    const std::vector<std::uint32_t> active{session->FindByTitle("closing")};
+    ASSERT_TRUE(xtest::Eventually(
+        [&] { return session->Property(session->Root(), "_NET_ACTIVE_WINDOW") == active; }));
     ASSERT_TRUE(session->Xdotool({"key", "--clearmodifiers", "alt+F4"}));
     EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Close) == 1; }));
 }
