@@ -23,6 +23,8 @@ class Driver {
     virtual void Settle() = 0;
     // Lets time go by, dispatching.
     virtual void Pass(unsigned milliseconds) = 0;
+    // Time goes by only in Pass. Otherwise the user needs some for everything.
+    virtual bool HasExactClock() const = 0;
     // The pixels of the screen, alpha 255.
     virtual Headless::Picture Screen() = 0;
     // Runs `act` as the user while a modal loop of the next call blocks.

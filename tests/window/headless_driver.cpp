@@ -14,6 +14,7 @@ class HeadlessDriver : public Driver {
     void RequestClose(HWND window) override { Headless::RequestClose(window); }
     void Settle() override { Headless::RunPending(); }
     void Pass(unsigned milliseconds) override { Headless::Advance(milliseconds); }
+    bool HasExactClock() const override { return true; }
     Headless::Picture Screen() override { return Headless::CaptureScreen(); }
     void WhenBlocked(void (*act)(void*), void* argument) override { Headless::WhenIdle(act, argument); }
 };

@@ -135,6 +135,7 @@ TEST_F(LayeredTest, PushedPixelsBlendAndCatchByAlpha) {
         }
     }
     ASSERT_TRUE(Push(window, source, {40, 10}, PixelAlpha(0)));
+    User().Settle();
     EXPECT_EQ(WindowFromPoint(POINT{105, 105}), below);
 }
 
@@ -176,6 +177,7 @@ TEST_F(LayeredTest, APushPlacesSizesAndCuts) {
     // Without a source the window only moves.
     const POINT back = {100, 100};
     ASSERT_TRUE(UpdateLayeredWindow(window, {}, &back, nullptr, {}, nullptr, 0, nullptr, 0));
+    User().Settle();
     EXPECT_EQ(ScreenColour(103, 104), 0xFFFFFFu);
 }
 
@@ -268,6 +270,7 @@ TEST_F(LayeredTest, ContextsOfAPushedWindowDrawNowhere) {
     RECT box;
     EXPECT_EQ(GetClipBox(context, &box), NULLREGION);
     ReleaseDC(window, context);
+    User().Settle();
     EXPECT_EQ(ScreenColour(105, 105), 0xFFFFFFu);
 }
 
@@ -295,6 +298,7 @@ TEST_F(LayeredTest, AShapeClipsPixelsAndPointer) {
             }
         }
     EXPECT_TRUE(SetWindowRgn(window, HRGN(), TRUE));
+    User().Settle();
     EXPECT_EQ(WindowFromPoint(POINT{100, 100}), window);
     EXPECT_EQ(ScreenColour(130, 115), kRedPixel);
     DeleteObject(hole);

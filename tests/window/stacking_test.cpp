@@ -65,6 +65,7 @@ TEST_F(StackingTest, WindowsGoWhereTheyArePut) {
     for (const auto& step : steps) {
         SCOPED_TRACE(step.what);
         EXPECT_TRUE(SetWindowPos(step.window, step.after, 0, 0, 0, 0, kStay));
+        User().Settle();
         EXPECT_EQ(Order(all), step.order);
         EXPECT_EQ(ScreenColour(110, 110), step.pixel);
     }
@@ -87,6 +88,7 @@ TEST_F(StackingTest, OwnedWindowsStayAboveTheirOwners) {
     for (const auto& step : steps) {
         SCOPED_TRACE(step.order);
         EXPECT_TRUE(SetWindowPos(step.window, step.after, 0, 0, 0, 0, kStay));
+        User().Settle();
         EXPECT_EQ(Order(all), step.order);
     }
 }

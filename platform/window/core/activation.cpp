@@ -72,10 +72,17 @@ bool ActivateModalOf(HWND topLevel) {
     return false;
 }
 
-void Deactivate(HWND topLevel, bool minimised) {
+void DeactivateMinimised(HWND topLevel) {
     Core& core = Core::Get();
     if (core.activation.asked == topLevel) core.activation.asked = HWND();
-    if (core.activation.active == topLevel) SwitchActive(HWND(), WA_INACTIVE, minimised);
+    if (core.activation.active == topLevel) SwitchActive(HWND(), WA_INACTIVE, true);
+}
+
+void PassActivationOn(const Window& topLevel) {
+    Core& core = Core::Get();
+    if (core.activation.asked == topLevel.handle) core.activation.asked = HWND();
+    if (!(core.activation.active == topLevel.handle)) return;
+    if (!ActivateWindow(topLevel.parent, WA_ACTIVE)) SwitchActive(HWND(), WA_INACTIVE, false);
 }
 
 void FollowSystemFocus() {

@@ -11,8 +11,11 @@ bool ActivateWindow(HWND topLevel, int how);
 // A disabled window was asked for: brings up the window that disabled it, the topmost enabled one of those
 // that it owns. False when there is none.
 bool ActivateModalOf(HWND topLevel);
-// Ends the activation of a window that is going away, is hidden or minimised.
-void Deactivate(HWND topLevel, bool minimised);
+// Ends the activation of a window that is minimised.
+void DeactivateMinimised(HWND topLevel);
+// Ends the activation of a window that is hidden or going away: its owner comes up, where it can; otherwise
+// the window system chooses.
+void PassActivationOn(const Window& topLevel);
 // Handles what the window system last reported about the focus.
 void FollowSystemFocus();
 // A key arrived for a top-level: the focus is there, whatever was reported.

@@ -107,7 +107,7 @@ void AcceptMinimised(const std::shared_ptr<Window>& window, bool minimised) {
     if (!Lives(window)) return;
     CallProcedure(window, WM_SIZE, minimised ? SIZE_MINIMIZED : SIZE_RESTORED,
                   minimised ? 0 : SizeParam(*window));
-    if (minimised && Lives(window)) Deactivate(window->handle, true);
+    if (minimised && Lives(window)) DeactivateMinimised(window->handle);
 }
 
 void SetShown(const std::shared_ptr<Window>& window, bool shown, Activate activate) {
@@ -138,7 +138,7 @@ void SetShown(const std::shared_ptr<Window>& window, bool shown, Activate activa
         WithdrawPointer(*window);
     }
     TellShown(*window, shown, activate);
-    if (!shown) Deactivate(window->handle, false);
+    if (!shown) PassActivationOn(*window);
 }
 
 }  // namespace platform
