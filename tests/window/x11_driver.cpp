@@ -81,17 +81,20 @@ class X11Driver : public Driver {
     }
     bool HasExactClock() const override { return false; }
     Headless::Picture Screen() override {
-        // The compositor draws in its own time.
+        // The window manager and the compositor act in their own time: the screen must stay the same for a
+        // while.
+        Settle();
         Headless::Picture picture;
         std::vector<std::uint32_t> before;
-        for (int i = 0; i < 50; ++i) {
+        for (int i = 0, same = 0; i < 100; ++i) {
             const xtest::Picture seen = session_->Screenshot();
             picture.width = seen.width;
             picture.height = seen.height;
             picture.argb = seen.pixels;
-            if (picture.argb == before) break;
+            same = picture.argb == before ? same + 1 : 0;
+            if (same == 3) break;
             before = picture.argb;
-            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+            Settle();
         }
         for (std::uint32_t& pixel : picture.argb)
             pixel |= 0xFF000000;
