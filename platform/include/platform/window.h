@@ -201,8 +201,12 @@ PLATFORM_API LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LP
 PLATFORM_API BOOL ShowWindow(HWND window, int command);  // returns whether it was visible before
 PLATFORM_API BOOL IsWindowVisible(HWND window);          // shown, and so are all its parents
 PLATFORM_API BOOL IsIconic(HWND window);
-PLATFORM_API BOOL EnableWindow(HWND window, BOOL enable);  // returns whether it was disabled before
+// A disabled window stops the pointer and the keys for itself and its children; a press on it brings up the
+// window, owned by it, that it waits for. Returns whether it was disabled before.
+PLATFORM_API BOOL EnableWindow(HWND window, BOOL enable);
 PLATFORM_API BOOL IsWindowEnabled(HWND window);
+// A new size invalidates the whole window (not with SWP_NOREDRAW); a new place keeps its pixels. Sizes are 0
+// to 32767; positions are held between -32768 and 32767.
 PLATFORM_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 PLATFORM_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 // In screen coordinates. A minimised window is at (-32000, -32000).
@@ -233,7 +237,8 @@ struct PAINTSTRUCT {
     BOOL fErase;
     RECT rcPaint;  // the box of the update region
 };
-// Null invalidates all. Update regions add up until a paint.
+// Null invalidates all. Update regions add up until a paint; what a WM_PAINT neither paints nor validates is
+// validated after it.
 PLATFORM_API BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 PLATFORM_API BOOL ValidateRect(HWND window, const RECT* rect);
 PLATFORM_API BOOL GetUpdateRect(HWND window, RECT* rect, BOOL erase);  // FALSE when nothing waits
@@ -265,7 +270,8 @@ PLATFORM_API int SetWindowRgn(HWND window, HRGN region, BOOL redraw);
 
 // ---- Messages -----------------------------------------------------------------------------------------
 
-// Runs the procedure at once and returns its result. From another thread it waits for the owner to dispatch.
+// Runs the procedure at once and returns its result. From another thread it waits for the owner to dispatch;
+// 0 when the window goes first.
 PLATFORM_API LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // An empty window posts to the calling thread itself.
 PLATFORM_API BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -225,7 +225,7 @@ int SetWindowRgn(HWND handle, HRGN region, BOOL redraw) {
     if (redraw) {
         Window* parent = window->IsChild() ? Core::Get().Peek(window->parent) : nullptr;
         if (parent)
-            Invalidate(*parent, Region(window->rect), true);
+            Invalidate(*parent, window->rect, true);
         else
             InvalidateAll(*window, true);
     }

@@ -111,10 +111,9 @@ void PaintNow(HWND handle) {
 
 }  // namespace
 
-void Invalidate(Window& window, const Region& region, bool erase) {
-    Region added = region;
-    added.Intersect(window.Bounds());
-    if (added.IsEmpty()) return;
+void Invalidate(Window& window, const CRect& rect, bool erase) {
+    CRect added;
+    if (!added.IntersectRect(rect, window.Bounds())) return;
     window.update.Add(added);
     window.eraseWanted = window.eraseWanted || erase;
     Core& core = Core::Get();
@@ -126,19 +125,18 @@ void Invalidate(Window& window, const Region& region, bool erase) {
     for (HWND handle : window.children) {
         Window* child = core.Peek(handle);
         if (!child || !child->IsShown() || child->type->letsPointerThrough) continue;
-        if (!added.Intersects(child->rect)) continue;
-        Region inChild = added;
-        inChild.Offset(-child->rect.left, -child->rect.top);
+        CRect inChild = added;
+        inChild.OffsetRect(-child->rect.left, -child->rect.top);
         Invalidate(*child, inChild, erase);
     }
 }
 
 void InvalidateAll(Window& window, bool erase) {
-    Invalidate(window, Region(window.Bounds()), erase);
+    Invalidate(window, window.Bounds(), erase);
 }
 
 void Validate(Window& window) {
-    window.update = Region();
+    window.update.Clear();
     window.eraseWanted = false;
     ++window.validation;
 }
@@ -225,7 +223,7 @@ using namespace platform;
 BOOL InvalidateRect(HWND handle, const RECT* rect, BOOL erase) {
     Window* window = Core::Get().Find(handle);
     if (!window) return FALSE;
-    Invalidate(*window, Region(rect ? *rect : static_cast<const RECT&>(window->Bounds())), erase != FALSE);
+    Invalidate(*window, rect ? CRect(*rect) : window->Bounds(), erase != FALSE);
     return TRUE;
 }
 
@@ -233,7 +231,7 @@ BOOL ValidateRect(HWND handle, const RECT* rect) {
     Window* window = Core::Get().Find(handle);
     if (!window) return FALSE;
     if (rect) {
-        window->update.Subtract(Region(*rect));
+        window->update.Subtract(*rect);
         ++window->validation;
     }
     if (!rect || window->update.IsEmpty()) Validate(*window);
@@ -247,7 +245,7 @@ BOOL GetUpdateRect(HWND handle, RECT* rect, BOOL erase) {
     if (rect) *rect = window->update.Box();
     if (erase && window->eraseWanted) {
         Region region = DrawableRegion(*window);
-        region.Intersect(window->update);
+        region.Intersect(window->update.Get());
         const HDC context = MakeContext(*window, std::move(region), false);
         SendErase(window, context);
         if (Core::Get().Peek(handle)) EndContext(*window, context, false);
@@ -269,7 +267,7 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return HDC();
     }
-    const Region update = std::exchange(window->update, Region());
+    const Region update = window->update.Take();
     ++window->validation;
     Region region = DrawableRegion(*window);
     region.Intersect(update);

@@ -5,9 +5,9 @@
 
 namespace platform {
 
-// Adds to the update region, in window coordinates. What a window draws lies over what its parent draws, so
-// children under the region are painted again too.
-void Invalidate(Window& window, const Region& region, bool erase);
+// Adds to the update region, in window coordinates. A parent draws over its children, so those under the
+// rectangle are painted again too, unless its style spares them.
+void Invalidate(Window& window, const CRect& rect, bool erase);
 void InvalidateAll(Window& window, bool erase);
 void Validate(Window& window);
 

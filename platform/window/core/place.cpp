@@ -28,7 +28,7 @@ LPARAM SizeParam(const Window& window) {
 // The parts of the parent that a child covered or covers now.
 void InvalidateUnder(const Window& child, const CRect& rect) {
     Window* parent = Core::Get().Peek(child.parent);
-    if (parent && IsVisibleInTree(*parent)) Invalidate(*parent, Region(rect), true);
+    if (parent && IsVisibleInTree(*parent)) Invalidate(*parent, rect, true);
 }
 
 void TellShown(Window& window, bool shown, Activate activate) {

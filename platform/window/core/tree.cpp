@@ -101,7 +101,7 @@ void RestackChild(Window& window, HWND after) {
     else if (!(after == HWND_TOP))
         place = std::find(siblings.begin(), siblings.end(), after);
     siblings.insert(place, window.handle);
-    if (IsVisibleInTree(window)) Invalidate(window, Region(window.Bounds()), true);
+    if (IsVisibleInTree(window)) InvalidateAll(window, true);
 }
 
 }  // namespace

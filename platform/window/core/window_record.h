@@ -10,6 +10,7 @@
 
 #include "platform/graphics/region.h"
 #include "platform/graphics/surface.h"
+#include "platform/window/core/update_region.h"
 #include "platform/window/window_system.h"
 
 namespace platform {
@@ -48,7 +49,7 @@ struct Window {
     // Screen coordinates for a top-level, the parent's for a child. While minimised: the place to go back to.
     CRect rect;
 
-    Region update;  // window coordinates
+    UpdateRegion update;  // window coordinates
     bool eraseWanted = false;
     bool listedDirty = false;      // stands in the core's list of windows to paint
     std::uint64_t validation = 0;  // counts whatever takes from `update`
