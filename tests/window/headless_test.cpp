@@ -1,6 +1,9 @@
 // What only the headless window system promises: its clock, its pictures, its steps.
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include "window/window_kit.h"
 
@@ -8,6 +11,38 @@ namespace windowtest {
 namespace {
 
 using HeadlessTest = WindowTest;
+
+// An object of a host that is older than the library's own and so outlives them.
+struct OutlivesTheLibrary {
+    HWND window;
+    ~OutlivesTheLibrary() {
+        if (!window) return;
+        MSG message{};
+        const bool safe = !IsWindow(window) && !DestroyWindow(window) && !ShowWindow(window, SW_HIDE) &&
+                          !SendMessageW(window, WM_USER, 0, 0) && !PostMessageW(window, WM_USER, 0, 0) &&
+                          !PostMessageW({}, WM_USER, 0, 0) && !KillTimer(window, 1) && !GetDC({}) &&
+                          !PeekMessageW(&message, {}, 0, 0, PM_REMOVE) && !GetFocus() &&
+                          GetMessageW(&message, {}, 0, 0) == -1 && !Headless::Use() &&
+                          !CreateWindowExW(0, u"STATIC", u"", WS_POPUP, 0, 0, 9, 9, {}, 0, {}, nullptr);
+        PostQuitMessage(0);
+        ReleaseCapture();
+        GetTickCount();
+        Headless::RunPending();
+        _exit(safe ? 7 : 8);
+    }
+} outlivesTheLibrary;
+
+TEST(HeadlessDeathTest, CallsAfterTheEndFail) {
+    EXPECT_EXIT(
+        {
+            Headless::Use();
+            outlivesTheLibrary.window =
+                CreateWindowExW(0, u"STATIC", u"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, {}, 0, {}, nullptr);
+            SetTimer(outlivesTheLibrary.window, 1, 10, nullptr);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(7), "");
+}
 
 // When each timer came, as "id@milliseconds".
 std::string Ticks(const std::vector<std::pair<UINT_PTR, DWORD>>& ticks) {

@@ -1,6 +1,7 @@
 #include "platform/window/core/core.h"
 
 #include <chrono>
+#include <new>
 
 #include "platform/graphics/device_context.h"
 #include "platform/window/core/control.h"
@@ -17,19 +18,21 @@ constexpr LRESULT kNoAnswer = 0;
 }  // namespace
 
 Core& Core::Get() {
-    static Core core;
-    return core;
+    struct Ending {
+        Core* core;
+        ~Ending() { core->End(); }
+    };
+    alignas(Core) static std::byte memory[sizeof(Core)];
+    static Core* const core = new (memory) Core;
+    static const Ending ending{core};
+    return *core;
 }
 
 // Surfaces and device contexts keep tables of their own. Using both here makes those older than the core,
-// so that they are still there when the core goes at the end of the process.
+// so that they are still there when the core ends with the process.
 Core::Core() : nowhere(Surface::Create(1, 1)), sink_(MakeEventSink(*this)) {
     DeleteDeviceContext(MakeDeviceContext(nowhere, POINT{0, 0}, Region()));
     AddStandardClasses();
-}
-
-Core::~Core() {
-    ShutDown();
 }
 
 void Core::AddStandardClasses() {
@@ -88,6 +91,10 @@ bool Core::IsOwningThread() const {
 
 bool Core::Claim() {
     if (IsOwningThread()) return true;
+    if (ended_) {
+        SetLastError(ERROR_CONNECTION_UNAVAIL);
+        return false;
+    }
     std::lock_guard lock(shared_);
     if (windows_.Count() != 0) {
         SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
@@ -166,11 +173,6 @@ std::uint64_t Core::Now() {
 }
 
 // ---- what other threads hand over
-
-void Core::WakeUp() {
-    std::lock_guard lock(shared_);
-    if (system_) system_->Wake();
-}
 
 bool Core::PostFromElsewhere(const MSG& message) {
     constexpr std::size_t kLongestInbox = 100000;
@@ -276,6 +278,22 @@ void Core::ShutDown() {
     DropSystem();
     headless_ = false;
     owner_ = nullptr;
+}
+
+void Core::End() {
+    ShutDown();
+    ended_ = true;
+    std::lock_guard lock(shared_);
+    windows_ = {};
+    stack = {};
+    classes = {};
+    dirty = {};
+    contexts = {};
+    queue = {};
+    timers = {};
+    nowhere.reset();
+    sink_.reset();
+    messageFilter = nullptr;
 }
 
 // ---- procedures

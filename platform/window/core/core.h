@@ -75,9 +75,8 @@ struct SentFromElsewhere {
 
 class Core {
   public:
+    // Its memory is never given back: objects of the host that outlive the library's own may still ask.
     static Core& Get();
-    Core();
-    ~Core();
     Core(const Core&) = delete;
     Core& operator=(const Core&) = delete;
 
@@ -126,9 +125,11 @@ class Core {
     void TakeInbox();     // posted messages, into the queue
     void RunSentInbox();  // sent ones, at once
     void FailSentTo(HWND window);
-    void WakeUp();  // any thread
 
     void ShutDown();
+    // Shuts down for good and releases everything. Every later call fails.
+    void End();
+    bool HasEnded() const { return ended_; }
 
     // ---- the parts
     std::vector<HWND> stack;  // top-levels, bottom to top
@@ -153,6 +154,7 @@ class Core {
     bool (*messageFilter)(MSG*) = nullptr;
 
   private:
+    Core();
     void AddStandardClasses();
     void DropSystem();
 
@@ -163,6 +165,7 @@ class Core {
     unsigned systemSerial_ = 1;
     bool headless_ = false;
     bool lost_ = false;
+    bool ended_ = false;
 
     // Guards changes of `windows_` and `system_`, which the owner reads freely, and all of the inboxes.
     std::mutex shared_;

@@ -135,6 +135,7 @@ bool TakeQuit(MSG& out, Take take) {
 }
 
 bool RetrieveOnOtherThread(MSG& out, const MessageFilter& filter, Take take) {
+    if (Core::Get().HasEnded()) return false;  // and so may the thread's own storage
     std::deque<MSG>& posted = threadMessages.posted;
     for (auto at = posted.begin(); at != posted.end(); ++at) {
         if (!filter.Takes(*at)) continue;
@@ -212,7 +213,7 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const MSG stamped = Stamped(window, message, wParam, lParam);
     if (!core.HasOwner()) core.Claim();
     if (!core.IsOwningThread()) {
-        if (window) return core.PostFromElsewhere(stamped);
+        if (window || core.HasEnded()) return core.PostFromElsewhere(stamped);
         threadMessages.posted.push_back(stamped);
         return TRUE;
     }
@@ -226,6 +227,7 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 void PostQuitMessage(int exitCode) {
     Core& core = Core::Get();
     if (!core.HasOwner()) core.Claim();
+    if (core.HasEnded()) return;
     if (!core.IsOwningThread()) {
         threadMessages.quit = exitCode;
         return;
