@@ -74,6 +74,11 @@ void Blend(Ground& ground, const CRect& visible, const Coverage& coverage, POINT
     });
 }
 
+// Where the top left corner of the layout's rectangle comes to stand.
+POINT Origin(double x, double y) {
+    return {static_cast<int>(std::floor(x + 0.5)), static_cast<int>(std::floor(y + 0.5))};
+}
+
 // Unscaled text stands on whole pixels and is painted through its coverage: what is kept from an earlier
 // drawing and what is rendered now cannot differ, wherever the clip cuts.
 Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
@@ -84,7 +89,7 @@ Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
     if (clip.IsRectEmpty() || job.text.empty() || job.color.GetA() == 0) return Ok;
 
     const std::shared_ptr<CachedText> text = job.Laid();
-    const POINT origin{static_cast<int>(std::floor(x + 0.5)), static_cast<int>(std::floor(y + 0.5))};
+    const POINT origin = Origin(x, y);
     const CRect ink = text->laid->Ink();
     CRect visible = ink;
     visible.OffsetRect(origin.x, origin.y);
@@ -175,11 +180,29 @@ Status Graphics::MeasureString(LPCWSTR text, INT length, const Font* font, const
     // A context without a bitmap can be measured for, one that is gone cannot.
     data_->Check();
     if (data_->status != Ok) return Keep(data_->status);
-    const platform::TextFormat limits(format, layout.Width, layout.Height);
-    *box = platform::TextShaper::OfThread().Cache().Get(*units, font->Data(), limits)->laid->Box();
-    box->X += layout.X;
-    box->Y += layout.Y;
+    *box = GetTextExtent(text, length, font, layout, format).box;
     return Keep(Ok);
+}
+
+TextExtent GetTextExtent(LPCWSTR text, INT length, const Font* font, const RectF& layout,
+                         const StringFormat* format) {
+    const std::optional<std::u16string_view> units = platform::StringArgument(text, length);
+    if (!units || font == nullptr || !font->Data() || !platform::IsPossibleLayout(layout)) return {};
+    const platform::TextFormat limits(format, layout.Width, layout.Height);
+    const auto laid = platform::TextShaper::OfThread().Cache().Get(*units, font->Data(), limits)->laid;
+    TextExtent extent;
+    extent.box = laid->Box();
+    extent.box.X += layout.X;
+    extent.box.Y += layout.Y;
+    const auto x = static_cast<double>(layout.X);
+    const auto y = static_cast<double>(layout.Y);
+    if (std::abs(x) > platform::kFarthestText || std::abs(y) > platform::kFarthestText) return extent;
+    const POINT origin = platform::Origin(x, y);
+    CRect ink = laid->Ink();
+    ink.OffsetRect(origin.x, origin.y);
+    ink = platform::CutToLayout(ink, x, y, limits);
+    if (!ink.IsRectEmpty()) extent.ink = Rect(ink.left, ink.top, ink.Width(), ink.Height());
+    return extent;
 }
 
 }  // namespace Gdiplus

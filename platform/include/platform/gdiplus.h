@@ -466,6 +466,14 @@ class PLATFORM_API Graphics {
     mutable Status last_ = Ok;
 };
 
+// How a text lies in its layout rectangle, without a target to draw on. Nothing for what DrawString refuses.
+struct TextExtent {
+    RectF box;  // as MeasureString gives it
+    Rect ink;   // the whole pixels that DrawString touches at most, with the identity transform
+};
+PLATFORM_API TextExtent GetTextExtent(LPCWSTR text, INT length, const Font* font, const RectF& layout,
+                                      const StringFormat* format);
+
 // Work that warm frames must not repeat; a frame that finds everything in its caches leaves them unchanged.
 struct DrawingCounters {
     std::uint64_t scaledImages = 0;   // pictures resampled
