@@ -9,4 +9,12 @@
 
 #include "dialog/dialog_base.h"
 #include "items/button.h"
+#include "items/check_box.h"
+#include "items/gif_image.h"
+#include "items/image.h"
 #include "items/item_base.h"
+#include "items/progress.h"
+#include "items/scroll_bar.h"
+#include "items/static_text.h"
+#include "items/text_button.h"
+#include "list/list_item.h"

@@ -9,8 +9,14 @@
 #include "items/item_base.h"
 
 class QKButton;
+class QKCheckBox;
 class QKFrame;
 class QKFrameInputs;
+class QKImage;
+class QKProgress;
+class QKStaticText;
+class QKVScrollBar;
+struct QKListItem;
 
 // The fill that makes an area of a per-pixel window catch the pointer while it stays invisible.
 constexpr Gdiplus::ARGB QK_PAINT_TRANSPARENT = 0x01FFFFFF;
@@ -100,7 +106,40 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     // Width and height are used for the colour-key fill; all else takes the client size.
     void OnQKPaint(HDC dc, int width, int height);
 
+    // ---- Drawing one item onto any context, as OnQKPaint does; hidden items draw nothing
+
+    // Buttons of every kind: a text button with its caption, a check box or radio button with its mark but
+    // without its text.
     void DrawButton(HDC dc, QKButton* button);
+    void DrawCheckBoxText(HDC dc, QKCheckBox* box);
+    void DrawStaticText(HDC dc, QKStaticText* text);
+    void DrawImage(HDC dc, QKImage* image);
+    void DrawGifImage(HDC dc, QKImage* image);  // another name of DrawImage
+    void DrawProgress(HDC dc, QKProgress* progress);
+    void DrawVScroll(HDC dc, QKVScrollBar* bar);
+
+    // ---- Drawing for hosts; the dialog's state plays no part
+
+    // A text with a soft glow behind it. `rect`: the layout rectangle, its size cut to whole pixels.
+    // `origin`: where the glow's layout starts, seen from the rectangle; (1, 1) lies on the text. `factor`
+    // above 0: more makes the glow wider and softer.
+    void DrawShadowText(Gdiplus::Graphics* graphics, const CString& text, const Gdiplus::Font& font,
+                        const Gdiplus::StringFormat& format, const Gdiplus::Color& textColor,
+                        const Gdiplus::Color& glowColor, const Gdiplus::RectF& rect,
+                        const Gdiplus::PointF& origin, float factor);
+    // The same, rendered once and kept in the list entry. Only another text renders it again (or the same,
+    // once the entry's szTextCath was emptied): another font, colour or size does not, the rendered caption
+    // is stretched.
+    void DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entry, const CString& text,
+                        const Gdiplus::Font& font, const Gdiplus::StringFormat& format,
+                        const Gdiplus::Color& textColor, const Gdiplus::Color& glowColor,
+                        const Gdiplus::RectF& rect, const Gdiplus::PointF& origin, float factor);
+    // A frame of nine images around a rectangle, row by row from the top left: corners at their own size,
+    // edges stretched along the sides, a centre. Null images are left out; a null array draws nothing.
+    void DrawStateImage(Gdiplus::Graphics* graphics, Gdiplus::Image** images, const Gdiplus::RectF& rect);
+    void DrawStateImage(Gdiplus::Graphics* graphics, Gdiplus::Bitmap** images, const Gdiplus::RectF& rect);
+    // Gives every pixel that is not black the alpha (its low 8 bits); black pixels stay, whatever theirs.
+    void SetALPH255(Gdiplus::Bitmap* bitmap, int alpha);
 
     // ---- Pointer
 
@@ -172,6 +211,9 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     static bool TakesPointer(const QKItemBase* item);
     QKItemBase* CapturedItem();
     bool CompleteClick(QKItemBase* item);
+    bool ToggleCheck(QKItemBase* item);
+    void UncheckOthers(const QKItemBase* radio);
+    int DragThumb(QKItemBase* item, CPoint point);
     void StartBand(CPoint point);
     void DragWindowOrCapture(CPoint point);
     void EndPress();
@@ -179,7 +221,6 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
     Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
     void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight);
-    void DrawItem(HDC dc, QKItemBase* item);
     void DrawBand(Gdiplus::Graphics& graphics);
     void DescribeFrame(QKFrameInputs& inputs, int width, int height) const;
     void PaintThroughFrame(HDC dc, int width, int height);

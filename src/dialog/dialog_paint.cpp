@@ -1,49 +1,84 @@
 // One frame: what it is composed of, in which order, and what it is drawn from.
+#include <bit>
 #include <cstdint>
+#include <string_view>
+#include <utility>
 
 #include "dialog/dialog_base.h"
 #include "dialog/dialog_frame.h"
-#include "items/button.h"
+#include "items/pieces.h"
 
 namespace {
 
 constexpr Gdiplus::ARGB kBandFill = 0x643399FF;
 constexpr Gdiplus::ARGB kBandOutline = 0xFF3399FF;
 
-bool IsButton(const QKItemBase* item) {
-    return item->GetType() == QKUI_BUTTON || item->GetType() == QKUI_TEXTBUTTON;
-}
-
 bool CatchesPointer(const QKItemBase* item) {
     return item->IsShow() && !item->GetTranMouseOver();
 }
 
 // The pixels that drawing the item may change.
-CRect TouchedBy(const QKItemBase* item) {
-    CRect touched;
-    if (CatchesPointer(item)) item->GetRect(&touched);
-    if (IsButton(item)) {
-        const QKButton::Cut cut = static_cast<const QKButton*>(item)->GetFrameCut();
-        touched.UnionRect(CRect(touched), CRect(cut.destination, cut.source.Size()));
+void AddBounds(const QKItemBase& item, QKPieceBounds& bounds) {
+    if (CatchesPointer(&item)) {
+        CRect rect;
+        item.GetRect(&rect);
+        bounds.Include(rect);
     }
-    return touched;
+    QKComposeItem(item, bounds);
 }
 
-void DescribeItem(const QKItemBase* item, QKFrameInputs& inputs) {
-    inputs.Begin();
-    inputs.Touches(TouchedBy(item));
-    inputs.Add(static_cast<std::uint64_t>(item->GetType()));
-    inputs.Add(CatchesPointer(item));
-    CRect rect;
-    item->GetRect(&rect);
-    inputs.Add(rect);
-    if (IsButton(item)) {
-        const auto* button = static_cast<const QKButton*>(item);
-        const QKButton::Cut cut = button->GetFrameCut();
-        inputs.Add(cut.source);
-        inputs.Add(CRect(cut.destination, CSize(0, 0)));
-        inputs.Add(cut.source.IsRectEmpty() ? 0 : button->GetImage()->GetRevision());
+// Notes what the picture of an item depends on.
+class PieceInputs final : public QKPieceBounds {
+  public:
+    explicit PieceInputs(QKFrameInputs& inputs) : inputs_(inputs) {}
+
+    void Add(const QKImagePiece& piece) override {
+        QKPieceBounds::Add(piece);
+        inputs_.Add(piece.image->GetRevision());
+        Add(piece.destination);
+        Add(piece.source);
+        inputs_.Add(static_cast<std::uint64_t>(piece.wrap));
     }
+
+    void Add(const QKTextPiece& piece) override {
+        if (!piece.text) return;
+        QKPieceBounds::Add(piece);
+        Add(std::u16string_view(piece.text, static_cast<std::size_t>(piece.length)));
+        inputs_.Add(piece.font ? piece.font->GetRevision() : 0);
+        Add(piece.layout);
+        const Gdiplus::StringFormat& format = *piece.format;
+        inputs_.Add(static_cast<std::uint64_t>(format.GetFormatFlags()));
+        inputs_.Add(static_cast<std::uint64_t>(format.GetAlignment()));
+        inputs_.Add(static_cast<std::uint64_t>(format.GetLineAlignment()));
+        inputs_.Add(static_cast<std::uint64_t>(format.GetTrimming()));
+        inputs_.Add(piece.color.GetValue());
+    }
+
+  private:
+    void Add(const Gdiplus::RectF& rect) {
+        for (const float value : {rect.X, rect.Y, rect.Width, rect.Height})
+            inputs_.Add(std::bit_cast<std::uint32_t>(value));
+    }
+
+    // Four units to a number.
+    void Add(std::u16string_view text) {
+        inputs_.Add(text.size());
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            number = number << 16U | text[i];
+            if (i % 4 == 3 || i + 1 == text.size()) inputs_.Add(std::exchange(number, 0));
+        }
+    }
+
+    QKFrameInputs& inputs_;
+};
+
+void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
+    inputs.Begin();
+    inputs.Add(CatchesPointer(&item));
+    PieceInputs pieces(inputs);
+    AddBounds(item, pieces);
+    inputs.Touches(pieces.Touched());
 }
 
 // Whether a context draws on any pixel of a rectangle.
@@ -115,22 +150,20 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
         graphics.FillRectangle(&catching, 0, 0, client.Width(), client.Height());
 
     const Drawable drawable(dc);
-    for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
-        QKItemBase* item = m_arItems[i];
-        if (!drawable.Meets(TouchedBy(item))) continue;
+    QKPiecePainter painter(graphics);
+    for (const QKItemBase* item : m_arItems) {
+        QKPieceBounds bounds;
+        AddBounds(*item, bounds);
+        if (!drawable.Meets(bounds.Touched())) continue;
         if (CatchesPointer(item)) {
             Gdiplus::Rect rect;
             item->GetRect(&rect);
             graphics.FillRectangle(&catching, rect);
         }
-        DrawItem(dc, item);
+        QKComposeItem(*item, painter);
     }
     DrawBand(graphics);
     graphics.ReleaseHDC(dc);  // never acquired: without effect, and has always been here
-}
-
-void CQKDialogBase::DrawItem(HDC dc, QKItemBase* item) {
-    if (IsButton(item)) DrawButton(dc, static_cast<QKButton*>(item));
 }
 
 Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight) const {
@@ -210,7 +243,7 @@ void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) 
     }
 
     for (const QKItemBase* item : m_arItems)
-        DescribeItem(item, inputs);
+        DescribeItem(*item, inputs);
 
     inputs.Begin();
     if (m_bSelRect && m_bSelecting) {

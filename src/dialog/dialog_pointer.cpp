@@ -2,7 +2,8 @@
 #include <algorithm>
 
 #include "dialog/dialog_base.h"
-#include "items/button.h"
+#include "items/check_box.h"
+#include "items/scroll_bar.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. A callback may
 // delete the dialog; whoever called one holds `m_pLife` weakly and touches nothing once it expired.
@@ -17,13 +18,18 @@ bool CQKDialogBase::HitRect(const QKItemBase* item, CRect& rect) {
         case QKUI_TEXTBUTTON:
             static_cast<const QKButton*>(item)->GetButtonRect(rect);
             return true;
+        case QKUI_CHECKBOX:
+        case QKUI_RADIO:
+        case QKUI_VSCROLLBAR:
+            item->GetRect(&rect);
+            return true;
         default:
             return false;
     }
 }
 
 int CQKDialogBase::MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point) {
-    if (item->m_bCapture) return 0;
+    if (item->m_bCapture) return DragThumb(item, point);
     const bool inside = rect.PtInRect(point);
     if (inside && item->m_bHand) SetCursor(LoadCursorW(nullptr, IDC_HAND));
     // A pressed item keeps its look outside its rectangle, too.
@@ -33,15 +39,57 @@ int CQKDialogBase::MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point)
     return 1;
 }
 
+// The thumb follows the pointer as far as its travel goes. Of all captured items only a scroll bar moves. The
+// host's function may end the dialog or the bar: neither is touched after it.
+int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
+    if (item->m_nType != QKUI_VSCROLLBAR || item->m_nStatus != QKItemBase::QK_MOUSEDOWN ||
+        point.y == item->m_ptLast.y)
+        return 0;
+    auto* bar = static_cast<QKVScrollBar*>(item);
+    bar->SetBarPos(bar->m_nPos + (point.y - bar->m_ptLast.y));
+    bar->m_ptLast = point;
+    if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
+    return 1;
+}
+
 int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint point) {
     if (!rect.PtInRect(point) || item->m_nStatus == QKItemBase::QK_MOUSEDOWN) return 0;
-    m_pDownItem = item;
+    m_pDownItem = item;  // a scroll bar pressed beside its thumb, too
+    if (item->m_nType == QKUI_VSCROLLBAR && !static_cast<QKVScrollBar*>(item)->ptOnBar(point)) return 0;
     item->m_nStatus = QKItemBase::QK_MOUSEDOWN;
     item->m_ptLast = point;
     UpdateViewRect(rect);
     SetCapture(m_hWnd);
     item->m_bCapture = 1;
     return 1;
+}
+
+// Of one group at most one radio button stays checked by clicks.
+void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
+    const unsigned int group = static_cast<const QKRadio*>(radio)->GetGroupID();
+    for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
+        if (m_arItems[i] == radio || m_arItems[i]->m_nType != QKUI_RADIO) continue;
+        auto* other = static_cast<QKRadio*>(m_arItems[i]);
+        if (other->GetGroupID() != group || !other->m_bCheck) continue;
+        other->m_bCheck = 0;
+        if (m_nLayStyle == LAY_OPAQUE) continue;  // the clicked one refreshes everything
+        CRect rect;
+        other->GetRect(&rect);
+        UpdateViewRect(rect);
+    }
+}
+
+// What a completed click does to the item's check; true when it changed.
+bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
+    if (item->m_nType == QKUI_CHECKBOX) {
+        auto* box = static_cast<QKCheckBox*>(item);
+        box->m_bCheck = !box->m_bCheck;
+        return true;
+    }
+    if (item->m_nType != QKUI_RADIO || static_cast<QKRadio*>(item)->m_bCheck) return false;
+    UncheckOthers(item);
+    static_cast<QKRadio*>(item)->m_bCheck = 1;
+    return true;
 }
 
 // False when the item, the window or the dialog itself did not outlive the callback: the release then touches
@@ -67,13 +115,17 @@ int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point)
         return 1;
     }
 
-    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item)) return 0;
+    bool changed = false;
+    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN) {
+        changed = ToggleCheck(item);
+        if (!CompleteClick(item)) return 0;
+    }
 
     const bool minimized = m_bMinimized == 1;
     m_bMinimized = 0;
     // A window that was just minimised is no longer under the pointer.
     const QKItemBase::QK_STATUS status = minimized ? QKItemBase::QK_NORMAL : QKItemBase::QK_MOUSEON;
-    if (item->m_nStatus == status) return 0;
+    if (item->m_nStatus == status && !changed) return 0;
     item->m_nStatus = status;
     UpdateViewRect(rect);
     return 1;
@@ -112,11 +164,13 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
     DragWindowOrCapture(point);
 }
 
+// A scroll bar is not pressed by the second press of a double click.
 void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        if (TakesPointer(item) && HitRect(item, rect) && MoveDownItem(item, rect, point)) {
+        if (item->m_nType != QKUI_VSCROLLBAR && TakesPointer(item) && HitRect(item, rect) &&
+            MoveDownItem(item, rect, point)) {
             SetCapture(m_hWnd);
             return;
         }
@@ -147,11 +201,13 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     TRACKMOUSEEVENT leave = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, m_hWnd, 0};
     TrackMouseEvent(&leave);
 
+    const std::weak_ptr<const char> life = m_pLife;
     int changed = 0;
     if (QKItemBase* captured = CapturedItem()) {
         CRect rect;
         captured->GetRect(&rect);
         changed = MoveOnItem(captured, rect, point);
+        if (life.expired()) return;
     } else {
         // All of them: overlapping items light up together.
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
@@ -176,7 +232,8 @@ void CQKDialogBase::OnMouseLeave() {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        if (TakesPointer(item) && HitRect(item, rect)) MoveLeaveItem(item, rect);
+        const bool followsPointer = item->m_nType != QKUI_VSCROLLBAR;
+        if (followsPointer && TakesPointer(item) && HitRect(item, rect)) MoveLeaveItem(item, rect);
     }
     CDialog::OnMouseLeave();
 }

@@ -4,6 +4,7 @@
 
 #include "dialog/dialog_base.h"
 #include "dialog/dialog_frame.h"
+#include "items/gif_image.h"
 
 namespace {
 
@@ -45,7 +46,19 @@ void CQKDialogBase::UpdateViewPt(const POINT& source) {
 
 void CQKDialogBase::CallBackInvalidate() {}
 
+// Every image that runs on the timer goes on by a frame, each for its own delay: with several on one timer
+// the last one's delay holds.
 void CQKDialogBase::OnTimer(UINT_PTR id) {
+    const std::weak_ptr<const char> life = m_pLife;
+    for (INT_PTR i = 0; m_bHasGif && i < m_arItems.GetSize(); ++i) {
+        if (m_arItems[i]->GetType() != QKUI_GIFIMAGE) continue;
+        auto* image = static_cast<QKGifImage*>(m_arItems[i]);
+        if (image->GetTimerID() != id) continue;
+        image->Step();
+        if (const std::optional<UINT> time = image->GetFrameTime()) ::SetTimer(m_hWnd, id, *time, nullptr);
+        UpdateView();
+        if (life.expired()) return;
+    }
     CDialog::OnTimer(id);
 }
 

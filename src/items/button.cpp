@@ -1,5 +1,7 @@
 #include "items/button.h"
 
+#include "items/pieces.h"
+
 QKButton::QKButton() : QKButton(QKUI_BUTTON) {}
 
 QKButton::QKButton(QKUIType type) : QKItemBase(type) {}
@@ -51,4 +53,10 @@ QKButton::Cut QKButton::GetFrameCut() const {
     const int offset = QKFrameOffset(strip, {m_nStatus, m_bActive != 0, m_bEnable != 0});
     cut.source = CRect(strip.vertical ? CPoint(0, offset) : CPoint(offset, 0), size);
     return cut;
+}
+
+void QKButton::Compose(QKPieces& pieces) const {
+    const Cut cut = GetFrameCut();
+    if (!cut.source.IsRectEmpty())
+        pieces.Add({m_pImage, QKRectF(CRect(cut.destination, cut.source.Size())), QKRectF(cut.source)});
 }

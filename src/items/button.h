@@ -4,6 +4,8 @@
 #include "items/frame_strip.h"
 #include "items/item_base.h"
 
+class QKPieces;
+
 class PLATFORM_API QKButton : public QKItemBase {
   public:
     // How many frames the strip has, in the order normal, over, pressed, active, disabled. With two, the
@@ -48,6 +50,7 @@ class PLATFORM_API QKButton : public QKItemBase {
     };
     // An empty source when there is nothing to draw.
     Cut GetFrameCut() const;
+    void Compose(QKPieces& pieces) const;
 
   protected:
     QKFrameStrip Strip() const;

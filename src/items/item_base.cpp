@@ -84,3 +84,15 @@ int QKItemBase::SetImage(LPCWSTR path, Gdiplus::Image** target) {
     *target = new Gdiplus::Image(path);
     return 1;
 }
+
+std::shared_ptr<Gdiplus::Image> QKItemBase::LoadShared(UINT id, LPCWSTR type) {
+    Gdiplus::Image* image = nullptr;
+    SetImage(id, type, &image);
+    return std::shared_ptr<Gdiplus::Image>(image);
+}
+
+std::shared_ptr<Gdiplus::Image> QKItemBase::LoadShared(LPCWSTR path) {
+    Gdiplus::Image* image = nullptr;
+    SetImage(path, &image);
+    return std::shared_ptr<Gdiplus::Image>(image);
+}

@@ -1,6 +1,8 @@
 // What every lightweight item of a dialog has: a kind, a place, a visual state and a click callback.
 #pragma once
 
+#include <memory>
+
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 #include <platform/text.h>
@@ -100,6 +102,9 @@ class PLATFORM_API QKItemBase {
     // From the host's resources: a missing resource gives 0 and leaves the target alone.
     int SetImage(UINT id, LPCWSTR type, Gdiplus::Image** target);
     int SetImage(LPCWSTR path, Gdiplus::Image** target);
+    // The same, for a picture that copies of the item share; null where SetImage answers 0.
+    std::shared_ptr<Gdiplus::Image> LoadShared(UINT id, LPCWSTR type);
+    std::shared_ptr<Gdiplus::Image> LoadShared(LPCWSTR path);
 
     QKCallbacks m_callbacks;
     HWND m_hParent;

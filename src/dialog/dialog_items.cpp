@@ -1,0 +1,59 @@
+// The drawing routines of the items, one for each kind, as hosts may call them on a context of their own.
+#include "dialog/dialog_base.h"
+#include "items/check_box.h"
+#include "items/image.h"
+#include "items/pieces.h"
+#include "items/progress.h"
+#include "items/scroll_bar.h"
+#include "items/static_text.h"
+#include "items/text_button.h"
+
+namespace {
+
+template <class Compose>
+void Paint(HDC dc, const QKItemBase* item, Compose compose) {
+    if (!item->IsShow()) return;
+    Gdiplus::Graphics graphics(dc);
+    QKPiecePainter painter(graphics);
+    compose(painter);
+}
+
+}  // namespace
+
+void CQKDialogBase::DrawButton(HDC dc, QKButton* button) {
+    Paint(dc, button, [button](QKPieces& pieces) {
+        switch (button->GetType()) {
+            case QKUI_TEXTBUTTON:
+                return static_cast<QKTextButton*>(button)->Compose(pieces);
+            case QKUI_CHECKBOX:
+            case QKUI_RADIO:
+                return static_cast<QKCheckBox*>(button)->Compose(pieces);
+            default:
+                return button->Compose(pieces);
+        }
+    });
+}
+
+void CQKDialogBase::DrawStaticText(HDC dc, QKStaticText* text) {
+    Paint(dc, text, [text](QKPieces& pieces) { text->Compose(pieces); });
+}
+
+void CQKDialogBase::DrawCheckBoxText(HDC dc, QKCheckBox* box) {
+    Paint(dc, box, [box](QKPieces& pieces) { box->ComposeText(pieces); });
+}
+
+void CQKDialogBase::DrawImage(HDC dc, QKImage* image) {
+    Paint(dc, image, [image](QKPieces& pieces) { image->Compose(pieces); });
+}
+
+void CQKDialogBase::DrawGifImage(HDC dc, QKImage* image) {
+    DrawImage(dc, image);
+}
+
+void CQKDialogBase::DrawProgress(HDC dc, QKProgress* progress) {
+    Paint(dc, progress, [progress](QKPieces& pieces) { progress->Compose(pieces); });
+}
+
+void CQKDialogBase::DrawVScroll(HDC dc, QKVScrollBar* bar) {
+    Paint(dc, bar, [bar](QKPieces& pieces) { bar->Compose(pieces); });
+}

@@ -1,0 +1,72 @@
+// Check boxes and radio buttons: a button's frame, a mark over it while checked, a text to its right.
+#pragma once
+
+#include <memory>
+
+#include "items/button.h"
+#include "items/item_text.h"
+
+// A click inverts the check. The item rectangle takes the pointer, not the frame. The default font is "宋体"
+// of 12 pixels.
+class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
+  public:
+    QKCheckBox();
+    explicit QKCheckBox(QKUIType type);
+    ~QKCheckBox();
+
+    // Load the strip of frames and then the check image; 1 when both are there. A failed strip leaves the
+    // check image alone. The old strip is freed, the old check image is not: DestroyCheckImage first.
+    int SetImage(UINT stripId, UINT checkId, LPCWSTR type, QKBT_IMGS images, QKBT_TYPE layout);
+    int SetImage(LPCWSTR stripPath, LPCWSTR checkPath, QKBT_IMGS images, QKBT_TYPE layout);
+    void DestroyCheckImage();
+
+    // Requests no repaint and, on a radio button, leaves the others of its group alone.
+    void SetCheck(int check) { m_bCheck = check; }
+    int GetCheck() const { return m_bCheck; }
+
+    // Shift the text, in pixels. Without a strip image they have no effect.
+    void SetTextInerTop(int top) { m_nTextTop = top; }
+    int GetTextInerTop() const { return m_nTextTop; }
+    void SetTextInerLeft(int left) { m_nTextLeft = left; }
+    int GetTextInerLeft() const { return m_nTextLeft; }
+
+    // The text's colours while the pointer is over the item and while it is pressed; alpha 0, as at first,
+    // stands for the normal text colour, and alpha 255 is stored as 254.
+    void SetTextMouseOnColor(const Gdiplus::Color& color) { m_crTextOver = WithoutFullAlpha(color); }
+    Gdiplus::Color& GetTextMouseOnColor() { return m_crTextOver; }
+    void SetTextMouseDownColor(const Gdiplus::Color& color) { m_crTextDown = WithoutFullAlpha(color); }
+    Gdiplus::Color& GetTextMouseDownColor() { return m_crTextDown; }
+    // The colour for the status as it is now.
+    Gdiplus::Color& GetTextStateColor();
+
+    // Frame and mark.
+    void Compose(QKPieces& pieces) const;
+    // The text starts right of the whole strip, not of one frame of it, and is centred on the frame's height.
+    void ComposeText(QKPieces& pieces) const;
+
+  private:
+    Gdiplus::Color StateColor() const;
+    Gdiplus::RectF TextLayout() const;
+
+    Gdiplus::Image* m_pCheckImage = nullptr;  // owned
+    int m_nTextTop = 0;
+    int m_nTextLeft = 0;
+    Gdiplus::Color m_crTextDown{0x00FFFFFF};
+    Gdiplus::Color m_crTextOver{0x00FFFFFF};
+    Gdiplus::Color m_crTextState{0xFEFFFFFF};
+    int m_bCheck = 0;
+
+    friend class CQKDialogBase;
+};
+
+// A check box that a click only checks: the other radio buttons of its dialog with the same group identifier
+// are unchecked then.
+class PLATFORM_API QKRadio : public QKCheckBox {
+  public:
+    QKRadio();
+    void SetGroupID(unsigned int group) { m_nGroup = group; }
+    unsigned int GetGroupID() const { return m_nGroup; }
+
+  private:
+    unsigned int m_nGroup = 0;
+};

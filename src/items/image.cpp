@@ -1,0 +1,22 @@
+#include "items/image.h"
+
+#include "items/pieces.h"
+
+QKImage::QKImage(QKUIType type) : QKItemBase(type) {}
+
+int QKImage::SetImage(UINT id, LPCWSTR type) {
+    m_pImage = LoadShared(id, type);
+    return m_pImage != nullptr;
+}
+
+int QKImage::SetImage(LPCWSTR path) {
+    m_pImage = LoadShared(path);
+    return m_pImage != nullptr;
+}
+
+void QKImage::Compose(QKPieces& pieces) const {
+    if (!m_pImage) return;
+    Gdiplus::RectF place;
+    GetRect(&place);
+    pieces.Add({m_pImage.get(), place, QKWholeImage(m_pImage.get()), Gdiplus::WrapModeTileFlipXY});
+}

@@ -1,0 +1,36 @@
+#include "items/item_text.h"
+
+#include "items/pieces.h"
+
+QKItemText::QKItemText(float fontSize, Gdiplus::Unit unit)
+    : m_pFont(std::make_unique<Gdiplus::Font>(u"宋体", fontSize, Gdiplus::FontStyleRegular, unit)) {}
+
+void QKItemText::SetText(LPCWSTR text) {
+    m_strText = text ? text : u"";
+    m_bHasText = text != nullptr;
+}
+
+void QKItemText::ReleaseBuf() {
+    SetText(nullptr);
+}
+
+void QKItemText::SetFont(const Gdiplus::Font& font) {
+    m_pFont.reset(font.Clone());
+}
+
+// Text never goes onto a per-pixel surface fully opaque; hosts compare with the value that they read back.
+Gdiplus::Color QKItemText::WithoutFullAlpha(const Gdiplus::Color& color) {
+    return color.GetA() == 255 ? Gdiplus::Color(254, color.GetR(), color.GetG(), color.GetB()) : color;
+}
+
+void QKItemText::SetTextColor(const Gdiplus::Color& color) {
+    m_crText = WithoutFullAlpha(color);
+}
+
+void QKItemText::SetTextFormat(Gdiplus::StringAlignment alignment) {
+    m_format.SetAlignment(alignment);
+}
+
+QKTextPiece QKItemText::TextPiece(const Gdiplus::RectF& layout) const {
+    return {GetText(), GetTextLen(), m_pFont.get(), layout, &m_format, m_crText};
+}

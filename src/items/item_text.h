@@ -1,0 +1,53 @@
+// The text of an item, with its font, colour and format.
+#pragma once
+
+#include <memory>
+
+#include <platform/gdiplus.h>
+#include <platform/text.h>
+
+struct QKTextPiece;
+
+class PLATFORM_API QKItemText {
+  public:
+    QKItemText(const QKItemText&) = delete;
+    QKItemText& operator=(const QKItemText&) = delete;
+
+    // Keeps a copy; null is no text.
+    void SetText(LPCWSTR text);
+    // The item's own copy, until the next change; null while there is no text.
+    LPCWSTR GetText() const { return m_bHasText ? m_strText.GetString() : nullptr; }
+    // In UTF-16 units; -1 while there is no text, 0 for an empty one.
+    int GetTextLen() const { return m_bHasText ? m_strText.GetLength() : -1; }
+    void ReleaseBuf();
+
+    // Keeps a clone. The default face is "宋体"; a font that cannot be cloned leaves none, and no text shows.
+    void SetFont(const Gdiplus::Font& font);
+    // Stays the item's own.
+    Gdiplus::Font* GetFont() const { return m_pFont.get(); }
+
+    // Alpha 255 is stored as 254, every other alpha as it is. At first white of alpha 254.
+    void SetTextColor(const Gdiplus::Color& color);
+    Gdiplus::Color& GetTextColor() { return m_crText; }
+    const Gdiplus::Color& GetTextColor() const { return m_crText; }
+
+    // Sets the horizontal alignment; all else is set through the format itself.
+    void SetTextFormat(Gdiplus::StringAlignment alignment);
+    Gdiplus::StringFormat& GetFormat() { return m_format; }
+    const Gdiplus::StringFormat& GetFormat() const { return m_format; }
+
+  protected:
+    QKItemText(float fontSize, Gdiplus::Unit unit);
+    ~QKItemText() = default;
+
+    static Gdiplus::Color WithoutFullAlpha(const Gdiplus::Color& color);
+    // Whole, in the item's colour.
+    QKTextPiece TextPiece(const Gdiplus::RectF& layout) const;
+
+  private:
+    CString m_strText;
+    bool m_bHasText = false;
+    std::unique_ptr<Gdiplus::Font> m_pFont;
+    Gdiplus::Color m_crText{0xFEFFFFFF};
+    Gdiplus::StringFormat m_format;
+};

@@ -1,0 +1,123 @@
+#include "items/scroll_bar.h"
+
+#include <algorithm>
+
+#include "items/pieces.h"
+
+namespace {
+
+// What stands for the two caps where the thumb takes the pointer.
+constexpr int kThumbExtension = 20;
+
+// 32-bit numbers that wrap.
+int Difference(int a, int b) {
+    return static_cast<int>(static_cast<unsigned int>(a) - static_cast<unsigned int>(b));
+}
+
+int Product(int a, int b) {
+    return static_cast<int>(static_cast<unsigned int>(a) * static_cast<unsigned int>(b));
+}
+
+}  // namespace
+
+QKVScrollBar::QKVScrollBar() : QKItemBase(QKUI_VSCROLLBAR) {}
+
+void QKVScrollBar::DestroyImag() {
+    m_pTrackImage.reset();
+    m_pMiddleImage.reset();
+    m_pTopImage.reset();
+    m_pBottomImage.reset();
+}
+
+void QKVScrollBar::SetBarImage(UINT firstId, UINT secondId, UINT, LPCWSTR type) {
+    DestroyImag();
+    m_pTopImage = LoadShared(firstId, type);
+    m_pMiddleImage = LoadShared(secondId, type);
+    m_pBottomImage = LoadShared(firstId, type);
+}
+
+void QKVScrollBar::SetBarImage(LPCWSTR topPath, LPCWSTR middlePath, LPCWSTR bottomPath) {
+    DestroyImag();
+    m_pTopImage = LoadShared(topPath);
+    m_pMiddleImage = LoadShared(middlePath);
+    m_pBottomImage = LoadShared(bottomPath);
+}
+
+int QKVScrollBar::SetTrackImage(UINT id, LPCWSTR type) {
+    m_pTrackImage = LoadShared(id, type);
+    return m_pTrackImage != nullptr;
+}
+
+int QKVScrollBar::SetTrackImage(LPCWSTR path) {
+    m_pTrackImage = LoadShared(path);
+    return m_pTrackImage != nullptr;
+}
+
+int QKVScrollBar::FrameHeight(const Picture& strip) const {
+    return static_cast<int>(strip->GetHeight() / m_nFrames);
+}
+
+void QKVScrollBar::SetBarLength(int visible, int total) {
+    m_nVisible = visible;
+    m_nTotal = total;
+    if (total <= 0) return;
+    int length = m_nHeight;
+    if (HasCaps()) length -= FrameHeight(m_pTopImage) + FrameHeight(m_pBottomImage);
+    m_nMax = Product(Difference(total, visible), length) / total;
+    m_nBarHeight = Difference(length, m_nMax);
+}
+
+void QKVScrollBar::SetBarPos(int position) {
+    m_nPos = std::max(std::min(position, m_nMax), 0);
+}
+
+int QKVScrollBar::GetPos() const {
+    if (m_nMax == 0) return 0;
+    const double position = static_cast<double>(Difference(m_nTotal, m_nVisible)) / m_nMax * m_nPos;
+    return static_cast<int>(std::clamp(position, -2147483648.0, 2147483647.0));
+}
+
+int QKVScrollBar::ptOnBar(const POINT& point) const {
+    const CRect thumb(CPoint(m_nX, m_nY + m_nPos), CSize(m_nWidth, m_nBarHeight + kThumbExtension));
+    return thumb.PtInRect(point);
+}
+
+void QKVScrollBar::SetVBarCallBack(const QKVScrollCallbacks* callbacks) {
+    m_pArgument = callbacks ? callbacks->pArgument : nullptr;
+    m_pfnPosition = callbacks ? callbacks->pfnPosition : nullptr;
+}
+
+void QKVScrollBar::Compose(QKPieces& pieces) const {
+    if (m_pTrackImage) {
+        Gdiplus::RectF place;
+        GetRect(&place);
+        pieces.Add({m_pTrackImage.get(), place, QKWholeImage(m_pTrackImage.get())});
+    }
+    if (HasCaps() && m_pMiddleImage && m_nPos >= 0 && m_nPos <= m_nMax && m_nMax > 0) ComposeThumb(pieces);
+}
+
+// All three parts show the frame at the middle strip's offset, and none is centred on its own width: cap
+// strips are as high and wide as the middle's. A middle wider than the bar lands far outside of it.
+void QKVScrollBar::ComposeThumb(QKPieces& pieces) const {
+    const unsigned int height = m_pMiddleImage->GetHeight();
+    const unsigned int offset = m_nStatus == QK_MOUSEON     ? height / 3
+                                : m_nStatus == QK_MOUSEDOWN ? 2 * height / 3
+                                                            : 0;
+    const unsigned int margin = static_cast<unsigned int>(m_nWidth) - m_pMiddleImage->GetWidth();
+    const auto left = static_cast<int>(static_cast<unsigned int>(m_nX) + (margin >> 1U));
+    int top = m_nY + m_nPos;
+    const auto add = [&](const Picture& strip, int drawn, int cut, Gdiplus::WrapMode wrap) {
+        const auto width = static_cast<float>(strip->GetWidth());
+        pieces.Add({strip.get(),
+                    {static_cast<float>(left), static_cast<float>(top), width, static_cast<float>(drawn)},
+                    {0, static_cast<float>(offset), width, static_cast<float>(cut)},
+                    wrap});
+        top += drawn;
+    };
+    const int topCap = FrameHeight(m_pTopImage);
+    const int bottomCap = FrameHeight(m_pBottomImage);
+    add(m_pTopImage, topCap, topCap, Gdiplus::WrapModeClamp);
+    // A pixel short of the frame, so that the stretch never mixes in the next one.
+    add(m_pMiddleImage, m_nBarHeight, FrameHeight(m_pMiddleImage) - 1, Gdiplus::WrapModeTileFlipY);
+    add(m_pBottomImage, bottomCap, bottomCap, Gdiplus::WrapModeClamp);
+}

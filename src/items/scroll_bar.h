@@ -1,0 +1,74 @@
+// A vertical scroll bar whose thumb the user drags.
+#pragma once
+
+#include <memory>
+
+#include "items/item_base.h"
+
+class QKPieces;
+
+// What a scroll bar calls while its thumb is dragged. `position` is the thumb's offset in pixels, 0 to the
+// bar's maximum; QKVScrollBar::GetPos turns it into a position of the content. It may close the dialog or
+// remove the bar.
+struct QKVScrollCallbacks {
+    LPVOID pReserved1 = nullptr;  // not read
+    LPVOID pArgument = nullptr;
+    LPVOID pReserved3 = nullptr;  // not read
+    void (*pfnPosition)(int position, LPVOID argument) = nullptr;
+};
+
+// The bar does not know its content: the host says how much of it is visible. The thumb is a top cap, a
+// stretched middle and a bottom cap, each cut from a strip of three stacked frames: normal, over, pressed. A
+// press beside the thumb does nothing. Copies share the pictures.
+class PLATFORM_API QKVScrollBar : public QKItemBase {
+  public:
+    QKVScrollBar();
+
+    // Let go of all pictures, the track's too, and load the thumb's. From resources both caps come from the
+    // first identifier, and the third is not used. One that is missing leaves the thumb out.
+    void SetBarImage(UINT firstId, UINT secondId, UINT thirdId, LPCWSTR type);
+    void SetBarImage(LPCWSTR topPath, LPCWSTR middlePath, LPCWSTR bottomPath);
+    // The track, stretched over the whole bar. After SetBarImage, which takes it away. 1 when there is an
+    // image object.
+    int SetTrackImage(UINT id, LPCWSTR type);
+    int SetTrackImage(LPCWSTR path);
+    void DestroyImag();
+
+    // How much of the content is visible, and how long it is, in any unit. With a total of 0 or less the
+    // thumb stays as it was. The bar's height and the caps are those of now; the position is not limited to
+    // the new maximum until it is next set or dragged.
+    void SetBarLength(int visible, int total);
+    void SetBarPos(int position);  // limited to 0 up to the maximum
+    int GetBarPos() const { return m_nPos; }
+    int GetMax() const { return m_nMax; }              // the thumb's travel, in pixels
+    int GetBarHeight() const { return m_nBarHeight; }  // of the thumb's middle part
+    int GetPos() const;                                // of the content, in the unit of SetBarLength
+    // Whether the thumb takes a point. It reaches 20 pixels below its middle part, whatever the caps measure.
+    int ptOnBar(const POINT& point) const;
+
+    // Copies argument and function; null removes them.
+    void SetVBarCallBack(const QKVScrollCallbacks* callbacks);
+
+    void Compose(QKPieces& pieces) const;
+
+  private:
+    using Picture = std::shared_ptr<Gdiplus::Image>;
+    bool HasCaps() const { return m_pTopImage && m_pBottomImage; }
+    int FrameHeight(const Picture& strip) const;
+    void ComposeThumb(QKPieces& pieces) const;
+
+    LPVOID m_pArgument = nullptr;
+    void (*m_pfnPosition)(int, LPVOID) = nullptr;
+    Picture m_pTrackImage;
+    Picture m_pMiddleImage;
+    Picture m_pTopImage;
+    Picture m_pBottomImage;
+    int m_nPos = 0;
+    int m_nMax = 0;
+    int m_nBarHeight = 0;
+    int m_nVisible = 0;
+    int m_nTotal = 0;
+    static constexpr unsigned int m_nFrames = 3;
+
+    friend class CQKDialogBase;
+};

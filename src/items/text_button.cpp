@@ -1,0 +1,14 @@
+#include "items/text_button.h"
+
+#include "items/pieces.h"
+
+QKTextButton::QKTextButton() : QKButton(QKUI_TEXTBUTTON), QKItemText(12, Gdiplus::UnitPixel) {
+    GetFormat().SetAlignment(Gdiplus::StringAlignmentCenter);
+    GetFormat().SetLineAlignment(Gdiplus::StringAlignmentCenter);
+}
+
+void QKTextButton::Compose(QKPieces& pieces) const {
+    QKButton::Compose(pieces);
+    const Cut cut = GetFrameCut();
+    if (m_pImage) pieces.Add(TextPiece(QKRectF(CRect(cut.destination, cut.source.Size()))));
+}
