@@ -11,10 +11,10 @@
 namespace platform {
 
 PathData::PathData(Gdiplus::FillMode fillMode) : mode(fillMode) {
-    // Glyph outlines are dropped where there is no pixel at all.
-    cairo_surface_t* const nowhere = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
-    outline = cairo_create(nowhere);
-    cairo_surface_destroy(nowhere);
+    // Glyphs far from a surface leave no outline; this one is everywhere.
+    cairo_surface_t* const everywhere = cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr);
+    outline = cairo_create(everywhere);
+    cairo_surface_destroy(everywhere);
 }
 
 PathData::~PathData() {

@@ -377,6 +377,8 @@ TEST(TextDraw, BoundsOfOutlinesAreTight) {
     EXPECT_LT(bounds(u"x", 100).Height, capitals.Height);
     EXPECT_GT(bounds(u"HHH", 100).Width, capitals.Width);
     EXPECT_NEAR(bounds(u"HH", 50).Width * 2, capitals.Width, 4);
+    EXPECT_NEAR(bounds(CString(u'H', 200), 12).Width, bounds(CString(u'H', 100), 12).Width * 2, 4)
+        << "far from the start as well";
 
     GraphicsPath path;
     const RectF origin;

@@ -8,9 +8,9 @@
 
 #include <platform/gdiplus.h>
 
-#include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/ground.h"
+#include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/string_argument.h"
 #include "platform/graphics/text/text_cache.h"
@@ -112,7 +112,21 @@ Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
     return Ok;
 }
 
-Status DrawTransformed(GraphicsData& graphics, const World& world, const TextJob& job) {
+void ClipToLayout(cairo_t* cairo, const CRect& ink, const TextFormat& format) {
+    const bool cutsX = format.width > 0;
+    const bool cutsY = format.height > 0;
+    if (!format.Clips() || !(cutsX || cutsY)) return;
+    cairo_rectangle(cairo, cutsX ? 0 : ink.left, cutsY ? 0 : ink.top,
+                    cutsX ? static_cast<double>(format.width) : ink.Width(),
+                    cutsY ? static_cast<double>(format.height) : ink.Height());
+    cairo_clip(cairo);
+}
+
+// Rendered for the whole surface, wherever the clip cuts: what lies under edges that do not follow the pixels
+// comes out differently in parts.
+Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
+    constexpr double kLeastArea = 1e-9;  // that a pixel may become
+    if (std::abs(world.m11 * world.m22 - world.m12 * world.m21) < kLeastArea) return Ok;
     const std::shared_ptr<CachedText> text = job.Laid();
     const auto x = static_cast<double>(job.layout.X);
     const auto y = static_cast<double>(job.layout.Y);
@@ -121,29 +135,26 @@ Status DrawTransformed(GraphicsData& graphics, const World& world, const TextJob
     if (ink.IsRectEmpty() || !IsDrawable(box)) return Ok;
     CRect around = Rounded(box);
     around.InflateRect(2, 2);
-    std::optional<DrawingPass> pass = graphics.Begin(around);
-    if (!pass) return graphics.Check();
-    cairo_t* cairo = pass->Cairo();
-    cairo_set_antialias(cairo, CAIRO_ANTIALIAS_GRAY);
-    cairo_translate(cairo, x, y);
-    if (job.format.Clips() && (job.format.width > 0 || job.format.height > 0)) {
-        const bool cutsX = job.format.width > 0;
-        const bool cutsY = job.format.height > 0;
-        cairo_rectangle(cairo, cutsX ? 0 : ink.left, cutsY ? 0 : ink.top,
-                        cutsX ? static_cast<double>(job.format.width) : ink.Width(),
-                        cutsY ? static_cast<double>(job.format.height) : ink.Height());
-        cairo_clip(cairo);
-    }
-    SetSource(cairo, job.color);
-    text->laid->Show(cairo, ink.top, ink.bottom);
-    return cairo_status(cairo) == CAIRO_STATUS_SUCCESS ? Ok : Gdiplus::GenericError;
+    around.IntersectRect(around, CRect(0, 0, ground.Pixels().Width(), ground.Pixels().Height()));
+    CRect visible;
+    if (!visible.IntersectRect(around, ground.Box())) return Ok;
+    const Coverage coverage = Coverage::Render(around, [&](cairo_t* cairo) {
+        const cairo_matrix_t matrix{world.m11, world.m12, world.m21, world.m22, world.dx, world.dy};
+        cairo_transform(cairo, &matrix);
+        cairo_translate(cairo, x, y);
+        ClipToLayout(cairo, ink, job.format);
+        text->laid->Show(cairo, ink.top, ink.bottom);
+    });
+    if (coverage.IsEmpty()) return Gdiplus::OutOfMemory;
+    Blend(ground, visible, coverage, {0, 0}, Premultiply(job.color.GetValue()));
+    return Ok;
 }
 
 Status Draw(GraphicsData& graphics, const TextJob& job) {
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     const World world(graphics, ground.Origin());
-    return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(graphics, world, job);
+    return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(ground, world, job);
 }
 
 }  // namespace
