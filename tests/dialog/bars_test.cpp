@@ -1,0 +1,262 @@
+// Progress bars and scroll bars: the arithmetic in tables, the pictures, and the drag.
+#include <limits>
+
+#include "kit/test_dialog.h"
+
+namespace {
+
+using kit::Solid;
+using kit::Strip;
+using kit::TestDialog;
+
+class Bars : public kit::HeadlessTest {};
+
+TEST_F(Bars, AProgressBarFillsItsShare) {
+    constexpr unsigned kMost = std::numeric_limits<unsigned>::max();
+    struct Case {
+        const char* name;
+        unsigned minimum, maximum, position;
+        int border;
+        CRect filled;  // of an item at (10, 20), 200 by 20
+    };
+    const Case cases[] = {
+        {"half", 0, 100, 50, 1, CRect(11, 21, 110, 39)},
+        {"full", 0, 100, 100, 1, CRect(11, 21, 209, 39)},
+        {"truncated", 0, 3, 1, 0, CRect(10, 20, 76, 40)},
+        {"from a minimum", 40, 60, 45, 0, CRect(10, 20, 60, 40)},
+        {"thick", 0, 4, 3, 5, CRect(15, 25, 157, 35)},
+        {"empty", 0, 100, 0, 1, CRect(11, 21, 11, 39)},
+        {"below", 10, 100, 9, 1, CRect()},
+        {"above", 0, 100, 101, 1, CRect()},
+        {"no range", 7, 7, 7, 1, CRect()},
+        {"turned round", 100, 0, 50, 1, CRect()},
+        {"the product wraps", 0, kMost, kMost, 0, CRect(10, 20, 10, 40)},
+        {"thicker than the item", 0, 100, 100, 15, CRect(25, 35, 195, 25)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        QKProgress progress;
+        progress.SetRect(10, 20, 200, 20);
+        progress.SetMinMax(c.minimum, c.maximum);
+        progress.SetPos(c.position);
+        progress.SetBackBordThick(c.border);
+        EXPECT_EQ(progress.GetFilledRect(), c.filled);
+    }
+}
+
+TEST_F(Bars, TheBarIsSqueezedIntoItsTrack) {
+    constexpr std::uint32_t kTrack = 0xFF404040, kRed = 0xFFFF0000, kBlue = 0xFF0000FF;
+    TestDialog dialog;
+    QKProgress progress;
+    progress.SetBarImage(Solid("track", kTrack, 2, 2), Strip("bar", {kRed, kBlue}, 4, 4, false));
+    progress.SetRect(10, 20, 102, 20);
+    progress.SetPos(40);
+    dialog.AddQKItem(&progress);
+    dialog.Open();
+    struct Case {
+        int x, y;
+        std::uint32_t colour;
+    };
+    // 40 of 100 pixels: the bar's left half ends before 31, its right half at 51.
+    for (const auto& [x, y, colour] :
+         {Case{10, 20, kTrack}, Case{11, 21, kRed}, Case{26, 38, kRed}, Case{36, 30, kBlue},
+          Case{50, 30, kBlue}, Case{51, 30, kTrack}, Case{20, 39, kTrack}, Case{111, 30, kTrack}})
+        EXPECT_EQ(dialog.Pixel(x, y), colour) << x << ", " << y;
+    progress.SetShow(0);
+    progress.SetPos(101);
+    progress.SetShow(1);
+    dialog.Refresh();
+    EXPECT_EQ(dialog.Pixel(11, 21), kTrack);
+}
+
+// Caps of 10 pixels, as high as the frames of the middle.
+struct Bar : QKVScrollBar {
+    Bar() {
+        SetRect(20, 10, 16, 120);
+        LoadThumb(12);
+        const QKVScrollCallbacks callbacks = {nullptr, this, nullptr, [](int position, LPVOID bar) {
+                                                  auto* self = static_cast<Bar*>(bar);
+                                                  self->reported.push_back(position);
+                                                  if (const auto act = self->act) act();
+                                              }};
+        SetVBarCallBack(&callbacks);
+    }
+    void LoadThumb(int width) {
+        SetBarImage(Strip("top", {0xFF100000, 0xFF200000, 0xFF300000}, width, 10, true),
+                    Strip("middle", {0xFF001000, 0xFF002000, 0xFF003000}, width, 10, true),
+                    Strip("bottom", {0xFF000010, 0xFF000020, 0xFF000030}, width, 10, true));
+    }
+    std::vector<int> reported;
+    std::function<void()> act;
+};
+
+TEST_F(Bars, TheThumbTravelsOverWhatIsNotVisible) {
+    struct Case {
+        const char* name;
+        bool caps;
+        int height, visible, total;
+        int maximum, barHeight;
+        int set, position, content;
+    };
+    const Case cases[] = {
+        {"end", true, 200, 50, 200, 135, 45, 200, 135, 150},
+        {"beginning", true, 200, 50, 200, 135, 45, -5, 0, 0},
+        {"truncated", true, 200, 50, 200, 135, 45, 1, 1, 1},
+        {"without caps", false, 200, 50, 200, 150, 50, 75, 75, 75},
+        {"all visible", true, 200, 200, 200, 0, 180, 5, 0, 0},
+        {"more visible than there is", true, 200, 300, 200, -90, 270, 5, 0, 0},
+        {"long content", true, 200, 1000, 1000000, 179, 1, 179, 179, 999000},
+        {"the product wraps", false, 1000, 0, 5000000, 141, 859, 141, 141, 5000000},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Bar bar;
+        if (!c.caps) bar.DestroyImag();
+        bar.SetRect(0, 0, 16, c.height);
+        bar.SetBarLength(c.visible, c.total);
+        EXPECT_EQ(bar.GetMax(), c.maximum);
+        EXPECT_EQ(bar.GetBarHeight(), c.barHeight);
+        bar.SetBarPos(c.set);
+        EXPECT_EQ(bar.GetBarPos(), c.position);
+        EXPECT_EQ(bar.GetPos(), c.content);
+        bar.SetBarLength(c.visible, 0);  // no length leaves the thumb
+        EXPECT_EQ(bar.GetMax(), c.maximum);
+    }
+}
+
+TEST_F(Bars, TheThumbTakesThePointerTwentyPixelsBelowItsMiddle) {
+    Bar bar;
+    bar.SetBarLength(50, 100);  // travel 50, middle 50
+    bar.SetBarPos(7);
+    struct Case {
+        int x, y, inside;
+    };
+    for (const auto& [x, y, inside] : {Case{20, 17, 1}, Case{35, 86, 1}, Case{36, 50, 0}, Case{19, 50, 0},
+                                       Case{25, 16, 0}, Case{25, 87, 0}})
+        EXPECT_EQ(bar.ptOnBar(POINT{x, y}), inside) << x << ", " << y;
+}
+
+TEST_F(Bars, TheThumbIsCapsAndAStretchedMiddle) {
+    TestDialog dialog;
+    dialog.SetBackColor(Gdiplus::Color(0xFF000000), 1);
+    Bar bar;
+    bar.SetBarLength(50, 100);
+    bar.SetBarPos(20);
+    dialog.AddQKItem(&bar);
+    dialog.Open();
+    const auto expect = [&](const char* name, int frame, bool drawn = true) {
+        SCOPED_TRACE(name);
+        dialog.Refresh();
+        const auto part = [&](unsigned shift) {
+            return drawn ? 0xFF000000 | (static_cast<std::uint32_t>(frame + 1) * 0x10) << shift : 0xFF000000;
+        };
+        // 20 below the bar's top: 10 of cap, 50 of middle, 10 of cap; 12 wide, in the middle of 16.
+        EXPECT_EQ(dialog.Pixel(22, 29), 0xFF000000);
+        EXPECT_EQ(dialog.Pixel(22, 30), part(16));
+        EXPECT_EQ(dialog.Pixel(33, 39), part(16));
+        EXPECT_EQ(dialog.Pixel(22, 40), part(8));
+        EXPECT_EQ(dialog.Pixel(33, 89), part(8));  // the last row shows nothing of the next frame
+        EXPECT_EQ(dialog.Pixel(22, 90), part(0));
+        EXPECT_EQ(dialog.Pixel(22, 99), part(0));
+        EXPECT_EQ(dialog.Pixel(22, 100), 0xFF000000);
+        EXPECT_EQ(dialog.Pixel(21, 60), 0xFF000000);
+        EXPECT_EQ(dialog.Pixel(34, 60), 0xFF000000);
+    };
+    expect("at rest", 0);
+    dialog.Move(25, 15);  // anywhere over the bar
+    expect("over", 1);
+    dialog.Press(25, 15);  // beside the thumb
+    expect("over", 1);
+    EXPECT_EQ(dialog.m_pDownItem, &bar);
+    dialog.Release(25, 15);
+    dialog.Press(25, 60);
+    expect("pressed", 2);
+    dialog.Release(25, 60);
+    dialog.Move(150, 150);
+    expect("at rest again", 0);
+    bar.SetBarLength(100, 100);
+    expect("nothing to scroll", 0, false);
+    bar.SetBarLength(50, 100);
+    bar.SetBarPos(20);
+    bar.LoadThumb(17);
+    expect("wider than the bar", 0, false);
+    bar.SetBarImage(u"none", u"none", u"none");
+    EXPECT_EQ(bar.SetTrackImage(Solid("scroll_track", 0xFFABCDEF, 3, 3)), 1);
+    dialog.Refresh();
+    EXPECT_EQ(dialog.Pixel(20, 10), 0xFFABCDEFU);
+    EXPECT_EQ(dialog.Pixel(35, 129), 0xFFABCDEFU);
+}
+
+TEST_F(Bars, ADragFollowsThePointerBetweenBothEnds) {
+    TestDialog dialog;
+    Bar bar;
+    bar.SetBarLength(50, 100);  // travel 50
+    bar.SetBarPos(45);
+    dialog.AddQKItem(&bar);
+    dialog.Open();
+    dialog.Press(25, 100);
+    struct Case {
+        const char* name;
+        int x, y;
+        std::vector<int> reported;
+    };
+    const Case cases[] = {
+        {"sideways", 60, 100, {}},       {"beyond the end", 60, 140, {50}},   {"further", 60, 145, {50}},
+        {"back at once", 25, 140, {45}}, {"beyond the beginning", 0, 5, {0}}, {"further up", 0, 2, {0}},
+        {"down", 0, 12, {10}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        bar.reported.clear();
+        dialog.Move(c.x, c.y);
+        EXPECT_EQ(bar.reported, c.reported);
+        EXPECT_EQ(bar.GetStatus(), QKItemBase::QK_MOUSEDOWN);
+    }
+    dialog.Release(0, 12);
+    EXPECT_EQ(bar.GetStatus(), QKItemBase::QK_NORMAL);
+    bar.reported.clear();
+    dialog.Move(25, 60);
+    EXPECT_TRUE(bar.reported.empty());
+    // The pointer leaving the window does not end the look of a scroll bar.
+    dialog.OnMouseLeave();
+    EXPECT_EQ(bar.GetStatus(), QKItemBase::QK_MOUSEON);
+    // The second press of a double click does not take the thumb.
+    dialog.OnLbuttonDbClkDown(0, CPoint(25, 60));
+    EXPECT_EQ(bar.GetStatus(), QKItemBase::QK_MOUSEON);
+    Headless::ButtonUp();
+}
+
+TEST_F(Bars, TheFunctionMayEndAnything) {
+    struct Case {
+        const char* name;
+        std::function<void(TestDialog*&, std::unique_ptr<Bar>&)> act;
+    };
+    const Case cases[] = {
+        {"closes", [](TestDialog*& dialog, auto&) { dialog->CloseQKDlg(); }},
+        {"destroys", [](TestDialog*& dialog, auto&) { dialog->DestroyWindow(); }},
+        {"deletes the dialog", [](TestDialog*& dialog, auto&) { delete std::exchange(dialog, nullptr); }},
+        {"frees the bar",
+         [](TestDialog*& dialog, auto& bar) {
+             dialog->RemoveAllQKItem();
+             bar.reset();
+         }},
+        {"changes the lengths", [](TestDialog*&, auto& bar) { bar->SetBarLength(1, 1000); }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto* dialog = new TestDialog;
+        auto bar = std::make_unique<Bar>();
+        bar->SetBarLength(50, 100);
+        dialog->AddQKItem(bar.get());
+        dialog->Open();
+        bar->act = [&] { c.act(dialog, bar); };
+        dialog->Press(25, 30);
+        dialog->Move(25, 40);
+        Headless::RunPending();
+        Headless::ButtonUp();
+        Headless::RunPending();
+        delete dialog;
+    }
+}
+
+}  // namespace
