@@ -1,4 +1,5 @@
-// The dialog that the frames are measured on: a picture background and sixty image buttons of 96 by 36.
+// The dialog that the frames are measured on: a picture background and sixty image buttons of 96 by 36, and,
+// when it is furnished, check boxes, texts of several scripts, progress bars and stretched images.
 #pragma once
 
 #include <QKUILib.h>
@@ -6,6 +7,7 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "bench/paired.h"
@@ -73,6 +75,36 @@ class BenchDialog : public CQKDialogBase {
         Settle();
         return true;
     }
+    void Furnish(int width, int height) {
+        const CString strip = ButtonPicture(), background = BackgroundPicture();
+        const auto add = [&](auto& owner, int index, int row, auto make) {
+            auto& item = *owner.emplace_back(
+                std::make_unique<
+                    typename std::remove_reference_t<decltype(owner)>::value_type::element_type>());
+            make(item);
+            item.SetRect(10 + index % 10 * (width - 20) / 10, row + index / 10 * 30, width / 10 - 8, 26);
+            AddQKItem(&item);
+        };
+        for (int i = 0; i < 20; ++i)
+            add(boxes, i, height / 6, [&](QKCheckBox& box) {
+                box.SetImage(strip, strip, QKButton::QKBT_IMGS_4, QKButton::QKBT_VERTICAL);
+                box.SetText(i % 2 ? u"记住 the password" : u"Show hidden files");
+                box.SetCheck(i % 3 == 0);
+            });
+        const LPCWSTR words[] = {u"下载速度 1.4 MB/s", u"The quick brown fox", u"שלום world 123",
+                                 u"éàü Žluťoučký"};
+        for (int i = 0; i < 20; ++i)
+            add(texts, i, height / 2, [&](QKStaticText& text) { text.SetText(words[i % 4]); });
+        for (int i = 0; i < 5; ++i)
+            add(bars, i, height * 3 / 4, [&](QKProgress& bar) {
+                bar.SetBarImage(background, strip);
+                bar.SetPos(static_cast<unsigned>(20 * i + 10));
+            });
+        for (int i = 0; i < 4; ++i)
+            add(images, i, height * 7 / 8, [&](QKImage& image) { image.SetImage(background); });
+        UpdateView();
+        Settle();
+    }
     // Paints what waits.
     void Settle() { UpdateWindow(m_hWnd); }
     void Toggle(int index) {
@@ -86,6 +118,10 @@ class BenchDialog : public CQKDialogBase {
     }
 
     std::vector<std::unique_ptr<QKButton>> buttons;
+    std::vector<std::unique_ptr<QKCheckBox>> boxes;
+    std::vector<std::unique_ptr<QKStaticText>> texts;
+    std::vector<std::unique_ptr<QKProgress>> bars;
+    std::vector<std::unique_ptr<QKImage>> images;
     Clock::time_point composed;  // when the last frame was complete, before it was shown
 };
 

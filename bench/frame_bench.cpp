@@ -16,12 +16,22 @@ void Touch(BenchDialog& dialog, Change change, int turn) {
 }
 
 enum Until { kComposed, kShown };
+enum Items { kButtonsOnly, kFurnished };
 
 // The whole window is refreshed and painted; `change` is what differs from the frame before. Composed: the
-// frame is complete in the window's surface. Shown: the headless screen has taken it over, too.
-void WholeFrame(benchmark::State& state, int width, int height, Change change, Until until) {
+// frame is complete in the window's surface. Shown: the headless screen has taken it over, too. Counts the
+// texts laid out and the images scaled again, over all frames.
+void WholeFrame(benchmark::State& state, int width, int height, Change change, Until until,
+                Items items = kButtonsOnly) {
     BenchDialog dialog;
     dialog.Open(width, height, false);
+    if (items == kFurnished) dialog.Furnish(width, height);
+    for (int i = 0; i < bench::kButtons; ++i) {  // both looks of every button, before the count starts
+        dialog.Toggle(i);
+        dialog.UpdateView();
+        dialog.Settle();
+    }
+    const Gdiplus::DrawingCounters before = Gdiplus::GetDrawingCounters();
     int turn = 0;
     bench::RunPaired(state, static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, [&] {
         Touch(dialog, change, ++turn);
@@ -31,6 +41,9 @@ void WholeFrame(benchmark::State& state, int width, int height, Change change, U
         return until == kShown ? bench::Seconds(start)
                                : std::chrono::duration<double>(dialog.composed - start).count();
     });
+    const Gdiplus::DrawingCounters after = Gdiplus::GetDrawingCounters();
+    state.counters["layouts"] = static_cast<double>(after.textLayouts - before.textLayouts);
+    state.counters["scaled"] = static_cast<double>(after.scaledImages - before.scaledImages);
 }
 
 // One hovered button is refreshed through UpdateViewRect; the memcpy is that of the button's pixels.
@@ -85,6 +98,12 @@ BENCHMARK_CAPTURE(WholeFrame, unchanged_1280x800, 1280, 800, kNothing, kComposed
 BENCHMARK_CAPTURE(WholeFrame, one_button_1280x800, 1280, 800, kOneButton, kComposed)->UseManualTime();
 BENCHMARK_CAPTURE(WholeFrame, from_nothing_1280x800, 1280, 800, kEverything, kComposed)->UseManualTime();
 BENCHMARK_CAPTURE(WholeFrame, one_button_shown_1280x800, 1280, 800, kOneButton, kShown)->UseManualTime();
+BENCHMARK_CAPTURE(WholeFrame, furnished_unchanged_1280x800, 1280, 800, kNothing, kComposed, kFurnished)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(WholeFrame, furnished_one_button_1280x800, 1280, 800, kOneButton, kComposed, kFurnished)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(WholeFrame, furnished_from_nothing_1280x800, 1280, 800, kEverything, kComposed, kFurnished)
+    ->UseManualTime();
 BENCHMARK_CAPTURE(ButtonRectangle, in_1280x800, 1280, 800)->UseManualTime();
 BENCHMARK_CAPTURE(ButtonRectangle, in_2560x1600, 2560, 1600)->UseManualTime();
 BENCHMARK_CAPTURE(PerPixelUpdate, unchanged_1920x1080, 1920, 1080, kNothing)->UseManualTime();
