@@ -13,6 +13,8 @@
 
 namespace platform {
 
+class ImageData;
+
 struct GdiBitmap {
     std::shared_ptr<Surface> surface;
     bool section = false;  // its memory is written directly
@@ -21,6 +23,10 @@ struct GdiBitmap {
 
 struct GdiBrush {
     COLORREF colour;
+};
+
+struct GdiIcon {
+    std::shared_ptr<ImageData> image;
 };
 
 // One drawing context. Used by one thread at a time, as every object of a window is.
@@ -69,6 +75,7 @@ struct GdiTables {
     HandleTable<HBITMAP, GdiBitmap> bitmaps;
     HandleTable<HBRUSH, GdiBrush> brushes;
     HandleTable<HRGN, Region> regions;
+    HandleTable<HICON, GdiIcon> icons;
 };
 GdiTables& Gdi();
 

@@ -1,7 +1,11 @@
 #include <platform/gdiplus.h>
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <memory>
 
+#include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/text/font_data.h"
 #include "platform/graphics/text/text_shaper.h"
 
@@ -39,6 +43,20 @@ Font::Font(const FontFamily* family, REAL emSize, INT style, Unit unit)
         status_ = family == nullptr ? InvalidParameter : FontFamilyNotFound;
         data_.reset();
     }
+}
+
+Font::Font(HDC context, const LOGFONTW* font) : unit_(UnitWorld), status_(InvalidParameter) {
+    if (!platform::ShareContext(context) || font == nullptr) return;
+    constexpr LONG kBold = 700;
+    const WCHAR* const end = std::find(std::begin(font->lfFaceName), std::end(font->lfFaceName), u'\0');
+    family_ = CString(font->lfFaceName, static_cast<int>(end - font->lfFaceName));
+    size_ = std::abs(static_cast<REAL>(font->lfHeight));
+    style_ = (font->lfWeight >= kBold ? FontStyleBold : 0) | (font->lfItalic ? FontStyleItalic : 0) |
+             (font->lfUnderline ? FontStyleUnderline : 0) | (font->lfStrikeOut ? FontStyleStrikeout : 0);
+    data_ = platform::FontData::Get(family_.View(), size_, style_);
+    if (!data_) return;
+    revision_ = data_->revision;
+    status_ = Ok;
 }
 
 Font::~Font() = default;

@@ -62,6 +62,29 @@ PLATFORM_API BOOL DeleteObject(HBITMAP bitmap);
 PLATFORM_API BOOL DeleteObject(HBRUSH brush);
 PLATFORM_API BOOL DeleteObject(HRGN region);
 
+// A font by its looks.
+struct LOGFONTW {
+    LONG lfHeight;  // negative: of the letters, in pixels; the sign is not looked at
+    LONG lfWidth;   // this and the next four are not looked at
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;  // 700 and above is bold
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;  // this and the next four are not looked at
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    WCHAR lfFaceName[32];
+};
+
+// Icons are made from pictures: Gdiplus::Bitmap::GetHICON. Each is its owner's until DestroyIcon. A stale or
+// foreign handle gives the empty one, or FALSE, with ERROR_INVALID_HANDLE.
+PLATFORM_API HICON CopyIcon(HICON icon);
+PLATFORM_API BOOL DestroyIcon(HICON icon);
+
 enum : DWORD { SRCCOPY = 0x00CC0020 };
 // Copies a block, alpha channel included, without blending. The parts of the source rectangle outside the
 // source leave the destination alone. Source and destination may be one bitmap; overlap is handled.

@@ -297,6 +297,11 @@ class PLATFORM_API Bitmap : public Image {
 
     Bitmap* Clone() const override;
 
+    // An icon that shows this picture, owned by the caller.
+    Status GetHICON(HICON* icon) const;
+    // The picture of an icon, owned by the caller; in an error status for a stale handle.
+    static Bitmap* FromHICON(HICON icon);
+
     Status GetPixel(INT x, INT y, Color* color) const;
     Status SetPixel(INT x, INT y, const Color& color);
     // Gives access to the pixels of a rectangle (null: all) in the asked format: straight, premultiplied or
@@ -332,6 +337,8 @@ class PLATFORM_API Font {
   public:
     Font(LPCWSTR family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
     Font(const FontFamily* family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
+    // The context has to be live.
+    Font(HDC context, const LOGFONTW* font);
     ~Font();
     Font(const Font&) = delete;
     Font& operator=(const Font&) = delete;

@@ -324,6 +324,20 @@ PLATFORM_API HCURSOR GetCursor();
 enum { SM_CXSCREEN = 0, SM_CYSCREEN = 1, SM_CXDOUBLECLK = 36, SM_CYDOUBLECLK = 37 };
 PLATFORM_API int GetSystemMetrics(int index);
 
+// How a desktop shows its icons.
+struct ICONMETRICSW {
+    UINT cbSize;  // of this record, set by the caller
+    int iHorzSpacing;
+    int iVertSpacing;
+    int iTitleWrap;
+    LOGFONTW lfFont;  // of their titles
+};
+static_assert(sizeof(ICONMETRICSW) == 108);
+enum : UINT { SPI_GETICONMETRICS = 45 };
+// SPI_GETICONMETRICS fills an ICONMETRICSW: the font is the system's common one, of 9 points. `size` is the
+// record's own or 0. Other actions and sizes fail with ERROR_INVALID_PARAMETER.
+PLATFORM_API BOOL SystemParametersInfoW(UINT action, UINT size, LPVOID value, UINT flags);
+
 // ---- Dialogs from templates ---------------------------------------------------------------------------
 
 // Creates the window of a DIALOGEX (or DIALOG) template and its controls, hidden unless the template says
