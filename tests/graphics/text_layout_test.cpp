@@ -1,4 +1,5 @@
 // Lines, trimming, placing and the box of a text; faces and scripts.
+#include <algorithm>
 #include <cmath>
 
 #include "graphics/text_kit.h"
@@ -326,6 +327,51 @@ TEST(TextLayout, RightToLeftTextStartsAtTheRight) {
     EXPECT_EQ(lines[0].back(), u'…');
 }
 
+// One rule along the whole line, on whole pixels, whichever faces the letters come from.
+TEST(TextLayout, RulesAreSharpAndUnbroken) {
+    const std::u16string text = u"g下 Aqש ✓";
+    for (const auto family : {u"宋体", u"DejaVu Sans"})
+        for (const float pixels : {9.0F, 12.0F, 13.0F, 20.0F, 37.5F})
+            for (const int style : {FontStyleUnderline | FontStyleItalic, int{FontStyleStrikeout}}) {
+                SCOPED_TRACE(testing::Message() << ToUtf8(family) << " " << pixels << " " << style);
+                const auto plain = Laid(text, {}, kit::TestFont(pixels, style & FontStyleItalic, family));
+                const auto ruled = Laid(text, {}, kit::TestFont(pixels, style, family));
+                EXPECT_EQ(ruled->Box().Height, plain->Box().Height) << "the rule asks for no room";
+                const platform::TextLine& line = ruled->Lines()[0];
+                CRect all;
+                all.UnionRect(plain->Ink(), ruled->Ink());
+                const auto without = platform::Coverage::Render(*plain, all);
+                const auto with = platform::Coverage::Render(*ruled, all);
+                int rows = 0;
+                for (int y = all.top; y < all.bottom; ++y) {
+                    const auto* row = with.At(line.left + line.indent, y);
+                    const bool whole =
+                        std::all_of(row, row + line.ruled, [](int value) { return value == 255; });
+                    rows += whole ? 1 : 0;
+                    for (int x = all.left; x < all.right && !whole; ++x)
+                        ASSERT_EQ(*with.At(x, y), *without.At(x, y)) << x << ", " << y;
+                }
+                EXPECT_NEAR(rows, std::max(1.0F, pixels / 16), 1.5F);
+                EXPECT_GE(rows, 1);
+            }
+}
+
+TEST(TextLayout, MarksStandOnTheirLetters) {
+    for (const auto family : {u"宋体", u"Noto Serif CJK SC", u"DejaVu Sans"})
+        for (const int style : {0, 3})
+            for (const std::u16string text :
+                 {u"e\u0301", u"x\u0301", u"o\u0302\u0301", u"Å\u0301", u"x\u0323\u0304"}) {
+                EXPECT_LE(WidthOf(text, kit::TestFont(40, style, family)),
+                          WidthOf(text, kit::TestFont(40, style)) + 4)
+                    << "no room beside the letter: " << ToUtf8(text) << " " << ToUtf8(family) << style;
+                EXPECT_EQ(Laid(text)->UnknownGlyphs(), 0);
+            }
+    std::u16string heap = u"e";
+    heap.append(20'000, u'\u0301');
+    EXPECT_LT(Laid(heap + u"x")->Bytes(), 100'000U);
+    EXPECT_GT(WidthOf(heap + u"x"), WidthOf(u"x")) << "what follows is still there";
+}
+
 TEST(TextLayout, MalformedTextShowsReplacements) {
     const auto same = [](std::u16string_view text, std::u16string_view as) {
         EXPECT_EQ(InUtf8(LinesOf(*Laid(text))), InUtf8(LinesOf(*Laid(as))));
@@ -355,6 +401,8 @@ TEST(TextLayout, LongTextsCostWhatIsSeenOfThem) {
     EXPECT_TRUE(joined == text);
     for (const platform::TextLine& line : all->Lines())
         ASSERT_LE(line.width, 201);
+    // A letter to the line.
+    EXPECT_EQ(Laid(std::u16string(20'000, u'!'), {6, 0})->Lines().size(), 20'000U);
 }
 
 TEST(TextLayout, ExtremesOfSizeAreHarmless) {

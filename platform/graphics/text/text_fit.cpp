@@ -12,21 +12,25 @@ constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
 
 class Fitter {
   public:
-    Fitter(std::string_view text, const TextShaper& shaper, const FontData& font, const FitRequest& request)
-        : text_(text), request_(request), layout_(shaper.MakeLayout(font, request.rightToLeft)) {}
+    Fitter(std::string_view text, TextShaper& shaper, const FontData& font, const FitRequest& request)
+        : text_(text),
+          request_(request),
+          shaper_(shaper),
+          font_(font),
+          layout_(shaper.MakeLayout(font, request.rightToLeft)) {}
 
     std::string Fit() {
         // Only as much of a very long text is looked at as can matter.
         for (std::size_t look = 512;; look *= 4) {
             const std::string_view part = StartOf(text_, look);
             const bool whole = part.size() == text_.size();
-            if (whole || Measure(std::string(part)) > request_.width) return Cut(part, whole);
+            if (whole || Measure(part) > request_.width) return Cut(part, whole);
         }
     }
 
   private:
-    int Measure(const std::string& text) {
-        pango_layout_set_text(layout_.get(), text.data(), static_cast<int>(text.size()));
+    int Measure(std::string_view text) {
+        shaper_.SetText(layout_.get(), text, font_);
         PangoRectangle logical;
         pango_layout_line_get_pixel_extents(pango_layout_get_line_readonly(layout_.get(), 0), nullptr,
                                             &logical);
@@ -56,7 +60,7 @@ class Fitter {
 
     // Where the text may be cut, as byte counts above zero, in order.
     void FindStops(std::string_view part) {
-        pango_layout_set_text(layout_.get(), part.data(), static_cast<int>(part.size()));
+        shaper_.SetText(layout_.get(), part, font_);
         gint count = 0;
         const PangoLogAttr* attributes = pango_layout_get_log_attrs_readonly(layout_.get(), &count);
         std::size_t at = 0;
@@ -80,6 +84,8 @@ class Fitter {
 
     std::string_view text_;
     FitRequest request_;
+    TextShaper& shaper_;
+    const FontData& font_;
     ObjectPtr<PangoLayout> layout_;
     std::vector<std::size_t> characters_;
     std::vector<std::size_t> words_;
@@ -87,7 +93,7 @@ class Fitter {
 
 }  // namespace
 
-std::string FitText(std::string_view text, const TextShaper& shaper, const FontData& font,
+std::string FitText(std::string_view text, TextShaper& shaper, const FontData& font,
                     const FitRequest& request) {
     return Fitter(text, shaper, font, request).Fit();
 }

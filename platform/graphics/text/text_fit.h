@@ -18,7 +18,7 @@ struct FitRequest {
 
 // The longest start of `text` (UTF-8, one paragraph) that fits, the ellipsis included. Without an ellipsis it
 // keeps at least one character; with one, at least that.
-std::string FitText(std::string_view text, const TextShaper& shaper, const FontData& font,
+std::string FitText(std::string_view text, TextShaper& shaper, const FontData& font,
                     const FitRequest& request);
 
 }  // namespace platform

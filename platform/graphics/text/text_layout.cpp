@@ -3,19 +3,30 @@
 #include <pango/pangocairo.h>
 
 #include <algorithm>
-#include <set>
 
 namespace platform {
 
 int LaidText::UnknownGlyphs() const {
-    std::set<PangoLayout*> layouts;
     int count = 0;
     for (const TextLine& line : lines_) {
-        if (layouts.insert(line.layout.get()).second) {
-            count += pango_layout_get_unknown_glyphs_count(line.layout.get());
+        for (const GSList* at = line.line->runs; at != nullptr; at = at->next) {
+            const PangoGlyphString* glyphs = static_cast<const PangoLayoutRun*>(at->data)->glyphs;
+            count += static_cast<int>(std::count_if(
+                glyphs->glyphs, glyphs->glyphs + glyphs->num_glyphs,
+                [](const auto& glyph) { return (glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0; }));
         }
     }
     return count;
+}
+
+// add(x, y, width, height), in the text's coordinates.
+template <class Add>
+void LaidText::ForEachRule(const TextLine& line, const Add& add) const {
+    for (const TextRule& rule : {rules_.under, rules_.through}) {
+        if (rule.thickness > 0 && line.ruled > 0) {
+            add(line.left + line.indent, line.baseline + rule.top, line.ruled, rule.thickness);
+        }
+    }
 }
 
 void LaidText::Show(cairo_t* target, int top, int bottom) const {
@@ -24,6 +35,10 @@ void LaidText::Show(cairo_t* target, int top, int bottom) const {
     for (auto at = first; at != lines_.end() && at->baseline - above_ < bottom; ++at) {
         cairo_move_to(target, at->left + at->indent, at->baseline);
         pango_cairo_show_layout_line(target, at->line);
+        ForEachRule(*at, [target](int x, int y, int width, int height) {
+            cairo_rectangle(target, x, y, width, height);
+            cairo_fill(target);
+        });
     }
 }
 
@@ -31,6 +46,9 @@ void LaidText::AddOutline(cairo_t* target, double x, double y) const {
     for (const TextLine& line : lines_) {
         cairo_move_to(target, x + line.left + line.indent, y + line.baseline);
         pango_cairo_layout_line_path(target, line.line);
+        ForEachRule(line, [=](int left, int top, int width, int height) {
+            cairo_rectangle(target, x + left, y + top, width, height);
+        });
     }
 }
 

@@ -21,6 +21,7 @@ struct TextLine {
     PangoLayoutLine* line = nullptr;
     LineReach reach;
     int width = 0;   // that the line takes up
+    int ruled = 0;   // of it, from the pen's start, what a rule runs along
     int indent = 0;  // from its left edge to the pen's start, where a glyph reaches out to the left
     int left = 0;    // placed
     int baseline = 0;
@@ -50,6 +51,10 @@ class LaidText {
   private:
     friend class TextSetter;
     LaidText() = default;
+    template <class Add>
+    void ForEachRule(const TextLine& line, const Add& add) const;
+
+    TextRules rules_;
     std::vector<TextLine> lines_;
     Gdiplus::RectF box_;
     CRect ink_;

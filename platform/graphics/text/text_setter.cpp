@@ -14,14 +14,42 @@ namespace {
 // library's fixed-point numbers hold.
 constexpr int kMostPixels = 700'000;
 
-// Of a text that may not all be seen, this much is shaped at first, in bytes.
-constexpr std::size_t kFirstLook = 4096;
+// A wrapped text is shaped in pieces of so many lines, by the bytes that fill a square of the line. The
+// shaping library takes a time for a piece that grows with the square of its lines.
+constexpr float kUsualLines = 32;
+constexpr float kBytesPerSquare = 3;
+constexpr float kLeastLook = 128;
+constexpr float kMostUsualLook = 4096;
+// No surface shows more of a line, and what a line of many directions or tabs costs grows with the square.
+constexpr std::size_t kLongestLine = 16'384;
+// Marks on one letter; what comes after them is not drawn.
+constexpr int kMostMarks = 32;
 
-// UTF-8 in which every kind of line end is a line feed, and a zero is no character to be seen.
+// The character that starts at a unit; a lone surrogate is itself.
+gunichar CharacterAt(std::u16string_view text, std::size_t i) {
+    const bool pair =
+        (text[i] & 0xFC00U) == 0xD800U && i + 1 < text.size() && (text[i + 1] & 0xFC00U) == 0xDC00U;
+    return pair ? 0x10000U + ((text[i] & 0x3FFU) << 10) + (text[i + 1] & 0x3FFU) : text[i];
+}
+
+// UTF-8 in which every kind of line end is a line feed, a zero is no character to be seen, and no letter has
+// more marks than anybody could read.
 std::string Normalise(std::u16string_view text) {
     std::u16string units;
     units.reserve(text.size());
+    int marks = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
+        const gunichar character = CharacterAt(text, i);
+        const bool mark = character >= 0x300 && g_unichar_ismark(character) != 0;
+        marks = mark ? marks + 1 : 0;
+        if (marks > kMostMarks) {
+            if (character > 0xFFFF) ++i;
+            continue;
+        }
+        if (character > 0xFFFF) {
+            units += text.substr(i++, 2);
+            continue;
+        }
         switch (text[i]) {
             case u'\r':
                 if (i + 1 < text.size() && text[i + 1] == u'\n') ++i;
@@ -51,8 +79,11 @@ class TextSetter {
         : font_(font),
           format_(format),
           shaper_(TextShaper::OfThread()),
-          fontReach_(shaper_.ReachOf(font)),
-          width_(std::min(format.width, static_cast<float>(kMostPixels))) {}
+          width_(std::min(format.width, static_cast<float>(kMostPixels))) {
+        shaper_.Use(font);
+        fontReach_ = shaper_.ReachOf(font);
+        laid_->rules_ = shaper_.RulesOf(font);
+    }
 
     std::shared_ptr<const LaidText> Set(std::u16string_view text) {
         const std::string utf8 = Normalise(text);
@@ -87,7 +118,7 @@ class TextSetter {
             pango_layout_set_width(layout.get(), static_cast<int>(width_ * PANGO_SCALE));
             pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
         }
-        pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+        shaper_.SetText(layout.get(), text, font_);
         return layout;
     }
 
@@ -110,9 +141,11 @@ class TextSetter {
     // shaping library's numbers hold the width of a piece. Each piece starts with the line that the end of
     // the piece before it broke off.
     void SetWrapped(std::string_view paragraph) {
-        const auto most =
-            static_cast<std::size_t>(std::max(kMostPixels / std::max(font_.pixels, 1.0F), 64.0F));
-        std::size_t look = format_.LimitsHeight() ? std::min(kFirstLook, most) : most;
+        const float pixels = std::max(font_.pixels, 1.0F);
+        const auto most = static_cast<std::size_t>(std::max(kMostPixels / pixels, 64.0F));
+        const auto usual = static_cast<std::size_t>(
+            std::clamp(kBytesPerSquare * kUsualLines * width_ / pixels, kLeastLook, kMostUsualLook));
+        std::size_t look = std::min(usual, most);
         for (std::size_t start = 0; !full_;) {
             const std::string_view rest = paragraph.substr(start);
             const std::string_view piece = StartOf(rest, look);
@@ -135,14 +168,16 @@ class TextSetter {
             }
             if (whole) return;
             start = next;
+            look = std::min(usual, most);
         }
     }
 
     void SetUnwrapped(std::string_view paragraph) {
         constexpr std::size_t kShort = 512;
         const bool trims = width_ > 0 && format_.trimming != Gdiplus::StringTrimmingNone;
-        const auto most =
-            static_cast<std::size_t>(4 * static_cast<float>(kMostPixels) / std::max(font_.pixels, 1.0F));
+        const auto most = std::min(
+            kLongestLine,
+            static_cast<std::size_t>(4 * static_cast<float>(kMostPixels) / std::max(font_.pixels, 1.0F)));
         LayoutPtr layout;
         if (!trims || paragraph.size() <= kShort) layout = Shape(StartOf(paragraph, most), false);
         if (trims && (!layout || WidthOf(layout.get()) > width_))
@@ -201,12 +236,12 @@ class TextSetter {
             measured.indent = std::max(0, -ink.x);
             measured.ink = CRect(ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1);
         }
-        // The library does not count lines through and under the text as ink.
-        constexpr int kDecorations = Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
-        if ((font_.style & kDecorations) != 0) {
+        measured.ruled = logical.width;
+        for (const TextRule& rule : {laid_->rules_.under, laid_->rules_.through}) {
+            if (rule.thickness == 0 || measured.ruled == 0) continue;
+            measured.reach.Include({-rule.top, rule.top + rule.thickness});
             measured.ink.UnionRect(measured.ink,
-                                   CRect(logical.x - 1, logical.y - 1, logical.x + logical.width + 1,
-                                         logical.y + logical.height + 1));
+                                   CRect(0, rule.top, measured.ruled, rule.top + rule.thickness));
         }
         const int right = hasInk ? std::max(logical.width, ink.x + ink.width) : logical.width;
         measured.width = measured.indent + right;

@@ -47,17 +47,15 @@ struct UnrefAttributes {
 };
 using AttributesPtr = std::unique_ptr<PangoAttrList, UnrefAttributes>;
 
-AttributesPtr MakeAttributes(int style) {
+AttributesPtr MakeAttributes() {
     AttributesPtr attributes(pango_attr_list_new());
     // A word that is broken for want of room stays the text that was given.
     pango_attr_list_insert(attributes.get(), pango_attr_insert_hyphens_new(FALSE));
-    if ((style & Gdiplus::FontStyleUnderline) != 0) {
-        pango_attr_list_insert(attributes.get(), pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
-    }
-    if ((style & Gdiplus::FontStyleStrikeout) != 0) {
-        pango_attr_list_insert(attributes.get(), pango_attr_strikethrough_new(TRUE));
-    }
     return attributes;
+}
+
+int ToPixels(int units) {
+    return static_cast<int>(std::lround(pango_units_to_double(units)));
 }
 
 }  // namespace
@@ -79,14 +77,29 @@ TextShaper& TextShaper::OfThread() {
 TextShaper::TextShaper()
     : fonts_(MakeFontMap()),
       leftToRight_(MakeContext(fonts_.get(), PANGO_DIRECTION_LTR)),
-      rightToLeft_(MakeContext(fonts_.get(), PANGO_DIRECTION_RTL)) {}
+      rightToLeft_(MakeContext(fonts_.get(), PANGO_DIRECTION_RTL)),
+      marks_(leftToRight_.get()) {}
+
+void TextShaper::Use(const FontData& font) {
+    constexpr std::size_t kMostFonts = 128;
+    if (!fontsInUse_.insert(font.revision).second || fontsInUse_.size() <= kMostFonts) return;
+    pango_fc_font_map_cache_clear(PANGO_FC_FONT_MAP(fonts_.get()));
+    marks_.Forget();
+    fontsInUse_ = {font.revision};
+}
 
 ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightToLeft) const {
     ObjectPtr<PangoLayout> layout(pango_layout_new((rightToLeft ? rightToLeft_ : leftToRight_).get()));
     pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_font_description(layout.get(), font.description);
-    pango_layout_set_attributes(layout.get(), MakeAttributes(font.style).get());
     return layout;
+}
+
+void TextShaper::SetText(PangoLayout* layout, std::string_view text, const FontData& font) {
+    const AttributesPtr attributes = MakeAttributes();
+    marks_.Apply(attributes.get(), text, font);
+    pango_layout_set_attributes(layout, attributes.get());
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
 }
 
 LineReach TextShaper::ReachOfFace(PangoFont* face, const FontData& font) {
@@ -107,6 +120,30 @@ LineReach TextShaper::ReachOfFace(PangoFont* face, const FontData& font) {
 LineReach TextShaper::ReachOf(const FontData& font) const {
     const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.description));
     return face ? ReachOfFace(face.get(), font) : LineReach();
+}
+
+TextRules TextShaper::RulesOf(const FontData& font) const {
+    constexpr int kStyles = Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
+    TextRules rules;
+    if ((font.style & kStyles) == 0) return rules;
+    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.description));
+    if (!face) return rules;
+    const std::unique_ptr<PangoFontMetrics, decltype(&pango_font_metrics_unref)> metrics(
+        pango_font_get_metrics(face.get(), nullptr), &pango_font_metrics_unref);
+    if ((font.style & Gdiplus::FontStyleUnderline) != 0) {
+        const int thickness =
+            std::max(1, ToPixels(pango_font_metrics_get_underline_thickness(metrics.get())));
+        // Within the line, but not on the letters.
+        const int lowest = ReachOfFace(face.get(), font).descent - thickness;
+        const int top = -ToPixels(pango_font_metrics_get_underline_position(metrics.get()));
+        rules.under = {std::max(1, std::min(top, lowest)), thickness};
+    }
+    if ((font.style & Gdiplus::FontStyleStrikeout) != 0) {
+        rules.through = {
+            -ToPixels(pango_font_metrics_get_strikethrough_position(metrics.get())),
+            std::max(1, ToPixels(pango_font_metrics_get_strikethrough_thickness(metrics.get())))};
+    }
+    return rules;
 }
 
 }  // namespace platform

@@ -5,8 +5,11 @@
 #include <pango/pango.h>
 
 #include <memory>
+#include <string_view>
+#include <unordered_set>
 
 #include "platform/graphics/text/font_data.h"
+#include "platform/graphics/text/mark_fallback.h"
 #include "platform/graphics/text/text_cache.h"
 
 namespace platform {
@@ -25,6 +28,16 @@ struct LineReach {
     void Include(const LineReach& other);
 };
 
+// A line drawn under or through a text, in whole pixels from the baseline downward; thickness 0 for none.
+struct TextRule {
+    int top = 0;
+    int thickness = 0;
+};
+struct TextRules {
+    TextRule under;
+    TextRule through;
+};
+
 class TextShaper {
   public:
     // Made when a thread first asks, released when the thread ends.
@@ -34,14 +47,21 @@ class TextShaper {
     TextShaper(const TextShaper&) = delete;
     TextShaper& operator=(const TextShaper&) = delete;
 
-    // An empty layout with the font and its decorations.
+    // To be called before a font is used for a new text: of fonts beyond a number, those go whose texts have
+    // gone. The library itself would keep every size of every face.
+    void Use(const FontData& font);
+    // An empty layout with the font.
     ObjectPtr<PangoLayout> MakeLayout(const FontData& font, bool rightToLeft) const;
+    // `text` is UTF-8; the layout was made for the font.
+    void SetText(PangoLayout* layout, std::string_view text, const FontData& font);
 
     // What a line of this face reserves. Faces for ideographs ask for half their size above the letters, for
     // stacked accents that their text does not have; they are held to what their glyphs fill, or every
     // caption made for a line of little more than the em would be pushed out of its box.
     static LineReach ReachOfFace(PangoFont* face, const FontData& font);
     LineReach ReachOf(const FontData& font) const;
+    // What the font's style asks for. The same for all faces of a line, or the rule would jump between them.
+    TextRules RulesOf(const FontData& font) const;
     float LineHeight(const FontData& font) const { return static_cast<float>(ReachOf(font).Height()); }
 
     TextCache& Cache() { return cache_; }
@@ -50,6 +70,8 @@ class TextShaper {
     ObjectPtr<PangoFontMap> fonts_;
     ObjectPtr<PangoContext> leftToRight_;
     ObjectPtr<PangoContext> rightToLeft_;
+    MarkFallback marks_;
+    std::unordered_set<std::uint64_t> fontsInUse_;  // by revision
     TextCache cache_;
 };
 
