@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include <platform/gdiplus.h>
 
@@ -44,20 +45,35 @@ bool MovesOnly(const World& world) {
     return world.IsUpright() && world.m11 == 1 && world.m22 == 1;
 }
 
+int Whole(double edge) {
+    return static_cast<int>(std::clamp(edge, -kFarthestText, kFarthestText));
+}
+
+// What a pixel becomes, negative where it is turned over.
+double Area(const World& world) {
+    return world.m11 * world.m22 - world.m12 * world.m21;
+}
+
+// From where to where, downward before the transform, what comes to lie in a rectangle can be.
+std::pair<double, double> RowsUnder(const World& world, const CRect& rect) {
+    const auto back = [&world](double x, double y) {
+        return ((y - world.dy) * world.m11 - (x - world.dx) * world.m12) / Area(world);
+    };
+    return std::minmax({back(rect.left, rect.top), back(rect.right, rect.top), back(rect.left, rect.bottom),
+                        back(rect.right, rect.bottom)});
+}
+
 // What is left of `box` where the layout's rectangle clips; pixels that its edges cut are left. The
 // rectangle stands at (x, y) of the surface.
 CRect CutToLayout(CRect box, double x, double y, const TextFormat& format) {
     if (!format.Clips()) return box;
-    const auto whole = [](double edge) {
-        return static_cast<int>(std::clamp(edge, -kFarthestText, kFarthestText));
-    };
     if (format.width > 0) {
-        box.left = std::max(box.left, whole(std::floor(x)));
-        box.right = std::min(box.right, whole(std::ceil(x + static_cast<double>(format.width))));
+        box.left = std::max(box.left, Whole(std::floor(x)));
+        box.right = std::min(box.right, Whole(std::ceil(x + static_cast<double>(format.width))));
     }
     if (format.height > 0) {
-        box.top = std::max(box.top, whole(std::floor(y)));
-        box.bottom = std::min(box.bottom, whole(std::ceil(y + static_cast<double>(format.height))));
+        box.top = std::max(box.top, Whole(std::floor(y)));
+        box.bottom = std::min(box.bottom, Whole(std::ceil(y + static_cast<double>(format.height))));
     }
     return box;
 }
@@ -126,7 +142,7 @@ void ClipToLayout(cairo_t* cairo, const CRect& ink, const TextFormat& format) {
 // comes out differently in parts.
 Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
     constexpr double kLeastArea = 1e-9;  // that a pixel may become
-    if (std::abs(world.m11 * world.m22 - world.m12 * world.m21) < kLeastArea) return Ok;
+    if (std::abs(Area(world)) < kLeastArea) return Ok;
     const std::shared_ptr<CachedText> text = job.Laid();
     const auto x = static_cast<double>(job.layout.X);
     const auto y = static_cast<double>(job.layout.Y);
@@ -143,7 +159,8 @@ Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
         cairo_transform(cairo, &matrix);
         cairo_translate(cairo, x, y);
         ClipToLayout(cairo, ink, job.format);
-        text->laid->Show(cairo, ink.top, ink.bottom);
+        const auto [top, bottom] = RowsUnder(world, around);
+        text->laid->Show(cairo, Whole(std::floor(top - y)), Whole(std::ceil(bottom - y)));
     });
     if (coverage.IsEmpty()) return Gdiplus::OutOfMemory;
     Blend(ground, visible, coverage, {0, 0}, Premultiply(job.color.GetValue()));
