@@ -1,6 +1,10 @@
 // Lines, trimming, placing and the box of a text; faces and scripts.
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
 
 #include "graphics/text_kit.h"
 #include "platform/graphics/text/font_names.h"
@@ -151,17 +155,23 @@ TEST(TextLayout, WhatDoesNotFitIsTrimmed) {
 }
 
 TEST(TextLayout, TrimmingLeavesWholeCharacters) {
-    // A letter with its accent, a pair of surrogates, a joined family: each is cut as one.
-    for (const std::u16string unit : {u"e\u0301", u"\U0001D11E", u"\u4E2D"}) {
+    // A letter with its accent, a pair of surrogates, a joined family, a flag: each is cut as one.
+    for (const std::u16string unit :
+         {u"e\u0301", u"\U0001D11E", u"\U0001F468\u200D\U0001F469\u200D\U0001F467", u"\U0001F1E8\U0001F1F3",
+          u"\u4E2D\uFE00"}) {
         std::u16string text;
         for (int i = 0; i < 12; ++i)
             text += unit;
-        for (int width = 5; width < 90; width += 3) {
-            const Lines lines = LinesOf(*Laid(text, {static_cast<float>(width), 0, StringFormatFlagsNoWrap}));
-            ASSERT_EQ(lines.size(), 1U);
-            EXPECT_EQ(lines[0].size() % unit.size(), 0U) << width << " " << ToUtf8(lines[0]);
-            EXPECT_FALSE(lines[0].empty());
-        }
+        for (int width = 1; width < 90; width += 3)
+            for (const auto trimming : {StringTrimmingCharacter, StringTrimmingEllipsisCharacter})
+                for (const int flags : {0, int{StringFormatFlagsNoWrap}}) {
+                    const Box box{static_cast<float>(width), 40, flags, trimming};
+                    for (std::u16string line : LinesOf(*Laid(text, box))) {
+                        EXPECT_FALSE(line.empty());
+                        if (!line.empty() && line.back() == u'…') line.pop_back();
+                        EXPECT_EQ(line.size() % unit.size(), 0U) << width << " " << ToUtf8(line);
+                    }
+                }
     }
 }
 
@@ -301,6 +311,27 @@ TEST(TextLayout, FacesThatAreMissingAreReplaced) {
     const auto chinese = Laid(u"中", {}, kit::TestFont(12, 0, u"Noto Sans CJK SC"));
     EXPECT_EQ(static_cast<const PangoLayoutRun*>(fallback->Lines()[0].line->runs->data)->item->analysis.font,
               static_cast<const PangoLayoutRun*>(chinese->Lines()[0].line->runs->data)->item->analysis.font);
+}
+
+// In processes of their own, with Latin faces only and with none at all: boxes stand for what is missing.
+TEST(TextLayout, MissingFacesLeaveVisibleBoxes) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (const char* folder : {"/usr/share/fonts/truetype/dejavu", "/nowhere"}) {
+        const std::string path = std::string(QKUI_TEST_OUTPUT) + "/text_faces.conf";
+        std::ofstream(path)
+            << R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig><dir>)" << folder
+            << "</dir><cachedir>" << QKUI_TEST_OUTPUT << "/text_faces</cachedir></fontconfig>";
+        EXPECT_EXIT(
+            {
+                setenv("FONTCONFIG_FILE", path.c_str(), 1);
+                const auto laid = Laid(u"中\U0001F468", {}, kit::TestFont(12, 0, u"宋体"));
+                const CRect ink = kit::PaintedBox(*laid);
+                const bool boxes = laid->UnknownGlyphs() == 2 && ink.Width() > 12 && ink.Height() > 6;
+                _exit(boxes && !platform::ResolveFamily("宋体").empty() ? 0 : 1);
+            },
+            testing::ExitedWithCode(0), "")
+            << folder;
+    }
 }
 
 TEST(TextLayout, RightToLeftTextStartsAtTheRight) {
