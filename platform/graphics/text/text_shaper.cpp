@@ -82,10 +82,11 @@ TextShaper::TextShaper()
 
 void TextShaper::Use(const FontData& font) {
     constexpr std::size_t kMostFonts = 128;
-    if (!fontsInUse_.insert(font.revision).second || fontsInUse_.size() <= kMostFonts) return;
+    const unsigned look = pango_font_description_hash(font.description);
+    if (!fontsInUse_.insert(look).second || fontsInUse_.size() <= kMostFonts) return;
     pango_fc_font_map_cache_clear(PANGO_FC_FONT_MAP(fonts_.get()));
     marks_.Forget();
-    fontsInUse_ = {font.revision};
+    fontsInUse_ = {look};
 }
 
 ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightToLeft) const {

@@ -71,7 +71,7 @@ class TextShaper {
     ObjectPtr<PangoContext> leftToRight_;
     ObjectPtr<PangoContext> rightToLeft_;
     MarkFallback marks_;
-    std::unordered_set<std::uint64_t> fontsInUse_;  // by revision
+    std::unordered_set<unsigned> fontsInUse_;  // hashes of what they look like
     TextCache cache_;
 };
 
