@@ -323,6 +323,25 @@ TEST(TextDraw, TheWorldMovesScalesAndTurnsText) {
     EXPECT_TRUE(cut.left >= 20 && cut.top >= 20 && cut.right <= 80 && cut.bottom <= 40) << cut;
 }
 
+// Faces that are no longer used go from memory, those of texts that are kept stay.
+TEST(TextDraw, ManyFontsLeaveKeptTextsAlone) {
+    const Font font(u"宋体", 15);
+    const SolidBrush brush(Color(0, 0, 0));
+    const auto draw = [&](Graphics& graphics) {
+        const Matrix turned(1, 0.25F, -0.25F, 1, 30, 0);  // shown from the layout each time
+        graphics.SetTransform(&turned);
+        graphics.DrawString(kText, -1, &font, PointF(5, 5), &brush);
+    };
+    const Pixels before = Drawn(160, 90, draw);
+    const std::uint64_t layouts = Layouts();
+    for (int i = 0; i < 150; ++i) {
+        const Font other(u"DejaVu Sans", 10 + static_cast<float>(i) / 16);
+        EXPECT_GT(GetTextExtent(u"x", -1, &other, RectF(), nullptr).box.Width, 0);
+    }
+    EXPECT_TRUE(kit::Same(Drawn(160, 90, draw), before));
+    EXPECT_EQ(Layouts(), layouts + 150);
+}
+
 TEST(TextDraw, OutlinesLieWhereTheTextLies) {
     const FontFamily family(u"DejaVu Sans");
     const SolidBrush brush(Color(0, 0, 0));
@@ -388,6 +407,8 @@ TEST(TextDraw, BoundsOfOutlinesAreTight) {
     EXPECT_EQ(path.AddString(u"a", -1, &family, 0, -3, origin, nullptr), InvalidParameter);
     EXPECT_EQ(path.AddString(u"a", -1, &family, 0, std::numeric_limits<float>::quiet_NaN(), origin, nullptr),
               InvalidParameter);
+    EXPECT_EQ(path.AddString(u"a", -1, &family, 0, 20, RectF(0, 1e8F, 0, 0), nullptr), InvalidParameter)
+        << "as far as a rectangle's outline cannot lie either";
     const FontFamily none;
     EXPECT_EQ(path.AddString(u"a", -1, &none, 0, 20, origin, nullptr), FontFamilyNotFound);
     RectF box;

@@ -2,6 +2,7 @@
 #include <cairo.h>
 #include <platform/gdiplus.h>
 
+#include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/text/string_argument.h"
 #include "platform/graphics/text/text_layout.h"
@@ -12,7 +13,11 @@ namespace Gdiplus {
 Status GraphicsPath::AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
                                const RectF& layout, const StringFormat* format) {
     const std::optional<std::u16string_view> units = platform::StringArgument(text, length);
-    if (!units || family == nullptr || !platform::IsPossibleLayout(layout)) return InvalidParameter;
+    if (!units || family == nullptr || !platform::IsPossibleLayout(layout) ||
+        !platform::IsNear(static_cast<double>(layout.X)) ||
+        !platform::IsNear(static_cast<double>(layout.Y))) {
+        return InvalidParameter;
+    }
     if (!family->IsAvailable()) return FontFamilyNotFound;
     const std::shared_ptr<platform::FontData> font =
         platform::FontData::Get(family->GetFamilyName().View(), emSize, style);
