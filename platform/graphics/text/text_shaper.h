@@ -47,8 +47,8 @@ class TextShaper {
     TextShaper(const TextShaper&) = delete;
     TextShaper& operator=(const TextShaper&) = delete;
 
-    // To be called before a font is used for a new text: of fonts beyond a number, those go whose texts have
-    // gone. The library itself would keep every size of every face.
+    // To be called before a font is asked for anything new: of fonts beyond a number, those go whose texts
+    // have gone. The shaping library itself would keep every size of every face.
     void Use(const FontData& font);
     // An empty layout with the font.
     ObjectPtr<PangoLayout> MakeLayout(const FontData& font, bool rightToLeft) const;
@@ -62,7 +62,10 @@ class TextShaper {
     LineReach ReachOf(const FontData& font) const;
     // What the font's style asks for. The same for all faces of a line, or the rule would jump between them.
     TextRules RulesOf(const FontData& font) const;
-    float LineHeight(const FontData& font) const { return static_cast<float>(ReachOf(font).Height()); }
+    float LineHeight(const FontData& font) {
+        Use(font);
+        return static_cast<float>(ReachOf(font).Height());
+    }
 
     TextCache& Cache() { return cache_; }
 
