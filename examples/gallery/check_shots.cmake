@@ -1,4 +1,4 @@
-# Runs the gallery without a display: each page's picture is written and is no empty one, and wrong
+# Runs the gallery without a display: the pictures of pages and specimens are written and are none empty, and wrong
 # arguments end as documented. -DGALLERY=program -DFOLDER=for-the-pictures
 file(REMOVE_RECURSE "${FOLDER}")
 
@@ -43,6 +43,34 @@ if(NOT alone STREQUAL together)
     message(FATAL_ERROR "the page areas looks otherwise after other pages")
 endif()
 
+# Each state looks different from every other, but for those that are known to look the same.
+set(alike button-active=button-active-over-stacked button-pressed=button-active-pressed
+    button-normal=button-disabled-four-frames button-normal=button-active-five-frames)
+gallery(0 specimens --specimens "${FOLDER}/specimens")
+foreach(file IN LISTS specimens)
+    file(SHA256 "${file}" hash)
+    cmake_path(GET file STEM name)
+    set(hash_${name} ${hash})
+    list(APPEND looks ${hash})
+endforeach()
+foreach(pair IN LISTS alike)
+    string(REPLACE "=" ";" names ${pair})
+    list(GET names 0 one)
+    list(GET names 1 other)
+    if(NOT hash_${one} OR NOT hash_${one} STREQUAL hash_${other})
+        message(FATAL_ERROR "${one} and ${other} should look the same")
+    endif()
+endforeach()
+list(LENGTH looks specimen_count)
+list(LENGTH alike alike_count)
+list(REMOVE_DUPLICATES looks)
+list(LENGTH looks look_count)
+math(EXPR expected "${specimen_count} - ${alike_count}")
+if(specimen_count LESS 30 OR NOT look_count EQUAL expected)
+    message(FATAL_ERROR "${specimen_count} specimens have ${look_count} looks, not ${expected}")
+endif()
+
+gallery(1 none --specimens "${FOLDER}/areas.png/nowhere")
 gallery(1 none --shot "${FOLDER}/nowhere/page.png")
 gallery(2 none --shot)
 gallery(2 none --page none-such)

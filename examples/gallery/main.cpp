@@ -76,6 +76,8 @@ int main(int count, char** arguments) {
             return ShootPage(page, options->target);
         case Options::Task::ShotAll:
             return ShootAllPages(options->target);
+        case Options::Task::Specimens:
+            return ShootSpecimens(options->target);
         default:
             return OpenGallery(page);
     }

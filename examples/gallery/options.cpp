@@ -10,6 +10,7 @@ const char* const kUsage =
     "       gallery --shot FILE [--page NAME]   write a picture of one page\n"
     "       gallery --shot-all FOLDER           write a picture of each page\n"
     "       gallery --list                      print the names of the pages\n"
+    "       gallery --specimens FOLDER          write a picture of each state of each item\n"
     "\n"
     "Pictures are PNG files and need no display. Where there is no display, the first form writes all of\n"
     "them into the folder gallery-shots and prints their paths.\n";
@@ -37,10 +38,12 @@ std::optional<Options> ParseOptions(int count, const char* const* arguments) {
             options.task = Options::Task::List;
         } else if (argument == "--help") {
             options.task = Options::Task::Help;
-        } else if (argument == "--shot" || argument == "--shot-all") {
+        } else if (argument == "--shot" || argument == "--shot-all" || argument == "--specimens") {
             if (i + 1 == count || arguments[i + 1][0] == '\0')
                 return complain("a name is wanted after", argument);
-            options.task = argument == "--shot" ? Options::Task::Shot : Options::Task::ShotAll;
+            options.task = argument == "--shot"       ? Options::Task::Shot
+                           : argument == "--shot-all" ? Options::Task::ShotAll
+                                                      : Options::Task::Specimens;
             options.target = arguments[++i];
         } else {
             return complain("unknown argument", argument);

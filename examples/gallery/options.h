@@ -7,10 +7,10 @@
 namespace gallery {
 
 struct Options {
-    enum class Task { Open, Shot, ShotAll, List, Help };
+    enum class Task { Open, Shot, ShotAll, Specimens, List, Help };
     Task task = Task::Open;
     std::string page;    // its name; empty for the first
-    std::string target;  // the file of Shot, the folder of ShotAll
+    std::string target;  // the file of Shot, the folder of ShotAll and Specimens
 };
 
 extern const char* const kUsage;

@@ -1,4 +1,4 @@
-// Pictures of the pages, made on the headless window system.
+// Pictures of the pages and the specimens, made on the headless window system.
 #pragma once
 
 #include <string>
@@ -9,5 +9,7 @@ namespace gallery {
 int ShootPage(std::size_t page, const std::string& file);
 // FOLDER/NAME.png for each page, printed as they are written. The folder is made if need be.
 int ShootAllPages(const std::string& folder);
+// The same for each specimen.
+int ShootSpecimens(const std::string& folder);
 
 }  // namespace gallery
