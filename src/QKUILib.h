@@ -17,4 +17,5 @@
 #include "items/scroll_bar.h"
 #include "items/static_text.h"
 #include "items/text_button.h"
+#include "list/list_ctrl.h"
 #include "list/list_item.h"

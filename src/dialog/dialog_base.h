@@ -13,10 +13,12 @@ class QKCheckBox;
 class QKFrame;
 class QKFrameInputs;
 class QKImage;
+class QKListCtrl;
 class QKProgress;
 class QKStaticText;
 class QKVScrollBar;
 struct QKListItem;
+struct QKListNode;
 
 // The fill that makes an area of a per-pixel window catch the pointer while it stays invisible.
 constexpr Gdiplus::ARGB QK_PAINT_TRANSPARENT = 0x01FFFFFF;
@@ -177,6 +179,22 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void OnTimer(UINT_PTR id);
     DECLARE_MESSAGE_MAP()
 
+    // ---- Lists. Each takes an event of one list, with its rectangle, and the pointer in client pixels; the
+    // result is 1 when it changed the list or took the event.
+
+    void DrawListCtrl(HDC dc, QKListCtrl* list);
+    int MoveOnList(QKListCtrl* list, const CRect& rect, CPoint point);
+    int MoveLeaveList(QKListCtrl* list, const CRect& rect);  // for hosts
+    int MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint point);
+    int MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point);
+    int MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint point);
+    int MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint point);
+    int MoveRUpList(QKListCtrl* list, const CRect& rect, CPoint point);
+    // Of all shown lists: how many entries are selected; none is any more; those are that the band touches.
+    int GetNumsSel();
+    void UnSelRcItem();
+    void CaleSelItem();
+
     // 0: in LAY_OPAQUE the whole window catches the pointer.
     void SetMouseTranOver(int transparent);
 
@@ -214,6 +232,12 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     bool ToggleCheck(QKItemBase* item);
     void UncheckOthers(const QKItemBase* radio);
     int DragThumb(QKItemBase* item, CPoint point);
+    template <class Visit>
+    void ForEachList(Visit visit);
+    QKListCtrl* TopmostList();
+    void PressEntry(QKListCtrl& list, QKListNode& node);
+    void SelectAlone(QKListCtrl& list, const QKListNode& node);
+    bool DropListFocus();
     void StartBand(CPoint point);
     void DragWindowOrCapture(CPoint point);
     void EndPress();
@@ -222,6 +246,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
     void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight);
     void DrawBand(Gdiplus::Graphics& graphics);
+    void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
     void DescribeFrame(QKFrameInputs& inputs, int width, int height) const;
     void PaintThroughFrame(HDC dc, int width, int height);
     void PushLayeredFrame(const CRect& window);

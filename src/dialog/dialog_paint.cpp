@@ -7,6 +7,8 @@
 #include "dialog/dialog_base.h"
 #include "dialog/dialog_frame.h"
 #include "items/pieces.h"
+#include "list/list_ctrl.h"
+#include "list/list_node.h"
 
 namespace {
 
@@ -90,6 +92,11 @@ class Drawable {
     Drawable& operator=(const Drawable&) = delete;
     bool Meets(const CRect& rect) const { return !rect.IsRectEmpty() && RectInRegion(region_, rect); }
     HRGN Region() const { return region_; }
+    CRect Box() const {
+        CRect box;
+        GetRgnBox(region_, box);
+        return box;
+    }
 
   private:
     HRGN region_;
@@ -151,19 +158,32 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
 
     const Drawable drawable(dc);
     QKPiecePainter painter(graphics);
-    for (const QKItemBase* item : m_arItems) {
+    for (QKItemBase* item : m_arItems) {
         QKPieceBounds bounds;
         AddBounds(*item, bounds);
-        if (!drawable.Meets(bounds.Touched())) continue;
-        if (CatchesPointer(item)) {
-            Gdiplus::Rect rect;
-            item->GetRect(&rect);
-            graphics.FillRectangle(&catching, rect);
+        if (drawable.Meets(bounds.Touched())) {
+            if (CatchesPointer(item)) {
+                Gdiplus::Rect rect;
+                item->GetRect(&rect);
+                graphics.FillRectangle(&catching, rect);
+            }
+            QKComposeItem(*item, painter);
         }
-        QKComposeItem(*item, painter);
+        if (item->GetType() == QKUI_LISTCTRL) PaintList(graphics, dc, static_cast<QKListCtrl&>(*item));
     }
     DrawBand(graphics);
     graphics.ReleaseHDC(dc);  // never acquired: without effect, and has always been here
+}
+
+void CQKDialogBase::PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list) {
+    if (!list.IsShow()) return;
+    const Drawable drawable(dc);
+    QKPiecePainter painter(graphics);
+    for (QKListNode* node : list.DrawnIn(drawable.Box())) {
+        QKPieceBounds bounds;
+        list.ComposeEntry(*node, bounds);
+        if (drawable.Meets(bounds.Touched())) list.ComposeEntry(*node, painter);
+    }
 }
 
 Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight) const {
@@ -242,8 +262,18 @@ void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) 
         inputs.Add(static_cast<std::uint64_t>(m_bBackKeepRatio));
     }
 
-    for (const QKItemBase* item : m_arItems)
+    for (QKItemBase* item : m_arItems) {
         DescribeItem(*item, inputs);
+        if (item->GetType() != QKUI_LISTCTRL || !item->IsShow()) continue;
+        auto& list = static_cast<QKListCtrl&>(*item);
+        list.BeginFrame();
+        for (QKListNode* node : list.DrawnIn(CRect(0, 0, width, height))) {
+            inputs.Begin();
+            PieceInputs pieces(inputs);
+            list.ComposeEntry(*node, pieces);
+            inputs.Touches(pieces.Touched());
+        }
+    }
 
     inputs.Begin();
     if (m_bSelRect && m_bSelecting) {

@@ -4,6 +4,7 @@
 #include "dialog/dialog_base.h"
 #include "items/check_box.h"
 #include "items/scroll_bar.h"
+#include "list/list_ctrl.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. A callback may
 // delete the dialog; whoever called one holds `m_pLife` weakly and touches nothing once it expired.
@@ -141,6 +142,7 @@ int CQKDialogBase::MoveLeaveItem(QKItemBase* item, const CRect& rect) {
 void CQKDialogBase::StartBand(CPoint point) {
     m_ptSelStart = point;
     m_bSelecting = 1;
+    UnSelRcItem();
     m_rcSel.SetRectEmpty();
     UpdateView();
 }
@@ -156,27 +158,47 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        if (TakesPointer(item) && HitRect(item, rect) && MoveDownItem(item, rect, point)) {
+        if (!TakesPointer(item)) continue;
+        if (item->m_nType == QKUI_LISTCTRL) {
+            auto* list = static_cast<QKListCtrl*>(item);
+            list->GetRect(&rect);
+            const bool taken = MoveLDownList(list, rect, point);
+            if (!taken && list->m_nListMode != QKLIST_DESKTOP) continue;
+            if (!taken && m_bSelRect) StartBand(point);
+            break;
+        }
+        if (HitRect(item, rect) && MoveDownItem(item, rect, point)) {
             SetCapture(m_hWnd);
             return;
         }
     }
+    // A press that a list took moves the window, too.
     DragWindowOrCapture(point);
 }
 
-// A scroll bar is not pressed by the second press of a double click.
+// Unlike the first press, the second one of a double click does not press a scroll bar, stops at the topmost
+// list whatever that says, and starts the rubber band over every kind of list.
 void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
-    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+    enum { kNobody, kItem, kList } taker = kNobody;
+    const std::weak_ptr<const char> life = m_pLife;
+    for (INT_PTR i = m_arItems.GetSize() - 1; taker == kNobody && i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        if (item->m_nType != QKUI_VSCROLLBAR && TakesPointer(item) && HitRect(item, rect) &&
-            MoveDownItem(item, rect, point)) {
-            SetCapture(m_hWnd);
-            return;
+        if (!TakesPointer(item) || item->m_nType == QKUI_VSCROLLBAR) continue;
+        if (item->m_nType == QKUI_LISTCTRL) {
+            item->GetRect(&rect);
+            if (MoveLDBClickList(static_cast<QKListCtrl*>(item), rect, point)) taker = kList;
+            if (life.expired()) return;
+            break;
         }
+        if (HitRect(item, rect) && MoveDownItem(item, rect, point)) taker = kItem;
     }
-    if (m_bSelRect) StartBand(point);
-    DragWindowOrCapture(point);
+    if (taker != kNobody && GetNumsSel() >= 1) m_bDragOut = 1;
+    if (taker == kNobody && m_bSelRect) StartBand(point);
+    if (taker == kItem)
+        SetCapture(m_hWnd);
+    else
+        DragWindowOrCapture(point);
 }
 
 void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
@@ -213,7 +235,13 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
             QKItemBase* item = m_arItems[i];
             CRect rect;
-            if (TakesPointer(item) && HitRect(item, rect)) changed |= MoveOnItem(item, rect, point);
+            if (!TakesPointer(item)) continue;
+            if (item->m_nType == QKUI_LISTCTRL) {
+                item->GetRect(&rect);
+                changed |= MoveOnList(static_cast<QKListCtrl*>(item), rect, point);
+            } else if (HitRect(item, rect)) {
+                changed |= MoveOnItem(item, rect, point);
+            }
         }
     }
 
@@ -221,6 +249,7 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
         m_ptSelEnd = point;
         m_rcSel = CRect(std::min(m_ptSelStart.x, m_ptSelEnd.x), std::min(m_ptSelStart.y, m_ptSelEnd.y),
                         std::max(m_ptSelStart.x, m_ptSelEnd.x), std::max(m_ptSelStart.y, m_ptSelEnd.y));
+        CaleSelItem();
         UpdateView();
     } else if (changed) {
         UpdateView();
@@ -254,14 +283,22 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
             QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
             CRect rect;
-            if (TakesPointer(item) && HitRect(item, rect)) MoveUpItem(item, rect, point);
+            if (!TakesPointer(item)) continue;
+            if (item->m_nType == QKUI_LISTCTRL) {
+                item->GetRect(&rect);
+                MoveUpList(static_cast<QKListCtrl*>(item), rect, point);
+            } else if (HitRect(item, rect)) {
+                MoveUpItem(item, rect, point);
+            }
             if (life.expired()) return;
         }
     } catch (...) {
         EndPress();
         throw;
     }
+    // Where rubber bands select, a click that was none of one leaves nothing selected.
     if (m_bSelRect) {
+        if (!m_bSelecting) UnSelRcItem();
         m_rcSel.SetRectEmpty();
         UpdateView();
     }
@@ -269,10 +306,29 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
     CDialog::OnLButtonUp(flags, point);
 }
 
+// The right button concerns the topmost list alone.
+QKListCtrl* CQKDialogBase::TopmostList() {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
+        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && TakesPointer(m_arItems[i]))
+            return static_cast<QKListCtrl*>(m_arItems[i]);
+    return nullptr;
+}
+
 void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
-    CDialog::OnRButtonUp(flags, point);
+    const std::weak_ptr<const char> life = m_pLife;
+    if (QKListCtrl* list = TopmostList()) {
+        CRect rect;
+        list->GetRect(&rect);
+        MoveRUpList(list, rect, point);
+    }
+    if (!life.expired()) CDialog::OnRButtonUp(flags, point);
 }
 
 void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
+    if (QKListCtrl* list = TopmostList()) {
+        CRect rect;
+        list->GetRect(&rect);
+        MoveRDownList(list, rect, point);
+    }
     CDialog::OnRButtonDown(flags, point);
 }

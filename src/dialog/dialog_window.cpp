@@ -150,6 +150,7 @@ void CQKDialogBase::OnMove(int x, int y) {
 
 void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
     CDialog::OnActivate(state, other, minimised);
+    if (state == WA_INACTIVE && DropListFocus()) UpdateView();
 }
 
 BOOL CQKDialogBase::PreTranslateMessage(MSG* message) {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <platform/gdiplus.h>
-#include <platform/text.h>
+#include <platform/types.h>
 
 struct QKGlow {
-    const CString& text;
+    LPCWSTR text;
     const Gdiplus::Font& font;
     const Gdiplus::StringFormat& format;
     Gdiplus::Color color;  // of the glow

@@ -1,0 +1,217 @@
+// Icon lists from a thousand entries to a hundred thousand, of which some two hundred are in view.
+#include <unistd.h>
+#include <fstream>
+
+#include "bench/bench_dialog.h"
+
+namespace {
+
+using bench::BenchDialog;
+using bench::Clock;
+
+constexpr int kWidth = 1280, kHeight = 800;
+
+CString Piece(const char* name, std::uint32_t (*pixel)(int, int), int side) {
+    return bench::SavePicture(name, side, side, pixel);
+}
+
+CStringArray FrameFiles(const char* name, std::uint32_t (*pixel)(int, int)) {
+    CStringArray files;
+    for (int i = 0; i < 9; ++i) {
+        const std::string file = name + std::to_string(i) + ".png";
+        files.Add(Piece(file.c_str(), pixel, 6));
+    }
+    return files;
+}
+
+void FillRecord(QKListItem& record, int number, const Gdiplus::Image& icon) {
+    record.pImage = icon.Clone();
+    const CString caption = CString("Holiday pictures ") + CString(std::to_string(number).c_str());
+    std::copy_n(caption.GetString(), caption.GetLength() + 1, record.szText);
+}
+
+// A dialog with a list of icons in columns, as on a desktop: the first two hundred or so are in view.
+struct ListDialog : BenchDialog {
+    explicit ListDialog(int count)
+        : icon(Piece(
+              "icon.png",
+              [](int x, int y) { return 0xFF000000U | static_cast<std::uint32_t>(x * 4 << 16 | y * 4); },
+              64)) {
+        Create(bench::kTemplate);
+        SetWindowPos(HWND(), 0, 0, kWidth, kHeight, SWP_NOZORDER);
+        SetBack(bench::BackgroundPicture(), 1, 0);
+        list.SetMouseMoveImage(FrameFiles("hover", [](int, int) { return 0x40404040U; }));
+        list.SetMouseDownImage(FrameFiles("press", [](int, int) { return 0x60606060U; }));
+        list.SetFouceImage(FrameFiles("focus", [](int, int) { return 0x50205050U; }));
+        list.SetListType(QKLT_BIGICON, 75, 76, 48, 48, 2, 2);
+        list.SetArrange(1);
+        list.SetListMode(QKLIST_DESKTOP);
+        CRect rect(5, 5, kWidth - 5, kHeight - 5);
+        list.SetRect(&rect);
+        AddQKItem(&list);
+        SetSelRect(1);
+        QKListItem record;
+        for (int i = 0; i < count; ++i) {
+            FillRecord(record, i, icon);
+            list.AddItem(&record, 1);
+        }
+        ShowWindow(SW_SHOW);
+        UpdateView();
+        Settle();
+    }
+    using BenchDialog::OnLButtonDown;
+    using BenchDialog::OnLButtonUp;
+    using BenchDialog::OnMouseMove;
+
+    Gdiplus::Image icon;
+    QKListCtrl list;
+};
+
+// The entries of a list, one after the other, and then all of them anew.
+void AddAll(benchmark::State& state) {
+    const Gdiplus::Image icon(Piece(
+        "icon.png", [](int, int) { return 0xFF808080U; }, 64));
+    for (auto _ : state) {
+        QKListCtrl list;
+        list.SetListType(QKLT_BIGICON);
+        list.SetParent(HWND::FromParam(~0ULL));
+        CRect rect(0, 0, kWidth, kHeight);
+        list.SetRect(&rect);
+        QKListItem record;
+        const auto start = Clock::now();
+        for (int i = 0; i < state.range(0); ++i) {
+            FillRecord(record, i, icon);
+            list.AddItem(&record, 1);
+        }
+        state.SetIterationTime(bench::Seconds(start));
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void LayOutAll(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    int turn = 0;
+    for (auto _ : state) {  // other cells every time
+        dialog.list.SetListType(QKLT_BIGICON, 75, 76, 48, 48, 2 + ++turn % 2, 2);
+        dialog.list.ReSetPos(1);
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void ScrollStep(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    CRect given(5, 5, kWidth - 5, kHeight - 5);
+    dialog.list.SetRect(&given);  // the layout that the steps move
+    int turn = 0;
+    for (auto _ : state) {
+        ++turn;
+        CRect rect(5 - turn % 50, 5, kWidth - 5 - turn % 50, kHeight - 5);
+        dialog.list.SetRect(&rect);
+        dialog.UpdateView();
+        dialog.Settle();
+    }
+}
+
+// A pointer step from one entry to the next, with the repaint.
+void HoverStep(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    int turn = 0;
+    for (auto _ : state) {
+        dialog.OnMouseMove(0, CPoint(30 + ++turn % 16 * 77, 30));
+        dialog.Settle();
+    }
+}
+
+void PressStep(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    dialog.SetNoMove(1);
+    int turn = 0;
+    for (auto _ : state) {
+        const CPoint point(30 + ++turn % 16 * 77, 30);
+        dialog.OnLButtonDown(0, point);
+        dialog.Settle();
+        state.PauseTiming();
+        dialog.OnLButtonUp(0, point);
+        dialog.Settle();
+        state.ResumeTiming();
+    }
+}
+
+void BandStep(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    dialog.SetNoMove(1);
+    dialog.OnLButtonDown(0, CPoint(2, 2));
+    int turn = 0;
+    for (auto _ : state) {
+        ++turn;
+        dialog.OnMouseMove(0, CPoint(600 + turn % 100, 400 + turn % 100));
+        dialog.Settle();
+    }
+    dialog.OnLButtonUp(0, CPoint(2, 2));
+}
+
+enum Change { kNothing, kEverything };
+
+// Twenty entries selected, one hovered.
+void WarmFrame(benchmark::State& state, Change change) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    for (int i = 0; i < 20; ++i)
+        dialog.list.SetSel(i * 7, 1);
+    dialog.OnMouseMove(0, CPoint(500, 200));
+    int turn = 0;
+    bench::RunPaired(state, std::size_t{kWidth} * kHeight * 4, [&] {
+        if (change == kEverything)
+            dialog.SetBackColor(Gdiplus::Color(0xFF000000U | static_cast<unsigned>(++turn)), 1);
+        const auto start = Clock::now();
+        dialog.UpdateView();
+        dialog.Settle();
+        return std::chrono::duration<double>(dialog.composed - start).count();
+    });
+}
+
+std::size_t ResidentBytes() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t total = 0, resident = 0;
+    file >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+// An entry with a caption and an icon that it shares, not yet seen.
+void MemoryPerEntry(benchmark::State& state) {
+    const Gdiplus::Image icon(Piece(
+        "icon.png", [](int, int) { return 0xFF808080U; }, 64));
+    for (auto _ : state) {
+        const std::size_t before = ResidentBytes();
+        QKListCtrl list;
+        list.SetListType(QKLT_BIGICON);
+        CRect rect(0, 0, kWidth, kHeight);
+        list.SetRect(&rect);
+        QKListItem record;
+        for (int i = 0; i < state.range(0); ++i) {
+            FillRecord(record, i, icon);
+            list.AddItem(&record, 1);
+        }
+        state.counters["bytes"] =
+            static_cast<double>(ResidentBytes() - before) / static_cast<double>(state.range(0));
+    }
+    state.counters["record"] = sizeof(QKListItem);
+}
+
+BENCHMARK(MemoryPerEntry)->Arg(100'000)->Iterations(1);
+BENCHMARK(AddAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(LayOutAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(HoverStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(PressStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BandStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ScrollStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(WarmFrame, unchanged, kNothing)->Arg(1'000)->Arg(100'000)->UseManualTime();
+BENCHMARK_CAPTURE(WarmFrame, from_nothing, kEverything)->Arg(1'000)->Arg(100'000)->UseManualTime();
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (!Headless::Use(2560, 1600)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,55 @@
+// Finds the first free cell of a grid, in filling order, without asking again for cells known to be taken.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+
+#include <platform/geometry.h>
+
+// The cells of a grid, numbered in filling order: along a line, then along the next one.
+struct QKCellGrid {
+    CPoint corner;  // top left of cell 0
+    SIZE cell;
+    int along, across;  // from one cell of a line to the next, from one line to the next
+    bool columns;       // lines run down, and follow each other to the right; else they run right
+    std::int64_t line;  // cells of a line; 0 without end
+
+    friend bool operator==(const QKCellGrid& a, const QKCellGrid& b) {
+        return a.corner == b.corner && a.cell.cx == b.cell.cx && a.cell.cy == b.cell.cy &&
+               a.along == b.along && a.across == b.across && a.columns == b.columns && a.line == b.line;
+    }
+
+    // Cells that fit into a line of `length` whose cells are `size` long; the first always does. Without end
+    // where steps do not lead out of the line.
+    static std::int64_t LineOf(std::int64_t length, std::int64_t size, std::int64_t step);
+    // The cells after which positions repeat; nothing where they never do.
+    std::optional<std::int64_t> Distinct() const;
+    // The cell's rectangle; nothing beyond what coordinates hold.
+    std::optional<CRect> Cell(std::int64_t number) const;
+    // The cell whose area, gaps included, holds a point.
+    std::optional<std::int64_t> NumberAt(CPoint point) const;
+    // The first cell after `number` that is not known to lie in `rect`, which holds that cell's corner.
+    std::int64_t After(std::int64_t number, const CRect& rect) const;
+};
+
+class QKCellSearch {
+  public:
+    // A rectangle of any entry that holds the point.
+    using Occupant = std::function<std::optional<CRect>(CPoint)>;
+
+    // The first free cell from `start` on. Nothing when every cell that the steps lead to is taken.
+    std::optional<CRect> FirstFree(const QKCellGrid& grid, std::int64_t start, const Occupant& occupant);
+    // A rectangle is no longer occupied, or not by the same entry.
+    void Forget(const CRect& rect);
+    void Clear() { taken_.clear(); }
+    void Offset(CPoint by) { grid_.corner.Offset(by.x, by.y); }
+
+  private:
+    void Take(std::int64_t begin, std::int64_t end);
+    void Release(std::int64_t begin, std::int64_t end);
+
+    QKCellGrid grid_ = {};
+    std::map<std::int64_t, std::int64_t> taken_;  // runs of cells known to be occupied: first, one past last
+};

@@ -1,0 +1,217 @@
+// The icon list: entries with an icon and a caption in a grid of cells, selected by click or rubber band.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <platform/collections.h>
+
+#include "items/item_base.h"
+#include "list/list_item.h"
+
+class QKListEntries;
+class QKPieces;
+struct QKCellGrid;
+struct QKListMetrics;
+struct QKListNode;
+
+// How a list behaves.
+enum QKListMode : int {
+    QKLIST_NORMAL = 0,
+    QKLIST_DESKTOP = 1,  // entries may be placed at a point; a press on empty space starts the rubber band
+};
+
+// The shape of the cells. Any other number gets the settings of QKLT_LIST and the layout of a grid.
+enum QKListType : int {
+    QKLT_BIGICON = 0,  // icons of 48 pixels in cells of 75 by 90, captions below
+    QKLT_ICON = 1,     // icons of 32 pixels in cells of 75 by 74
+    QKLT_LIST = 2,     // rows as wide as the list, icons of 18 pixels, captions beside
+};
+
+// What a list calls. Entries are the list's own: to be read and changed, not freed. The point is the
+// pointer's, in client pixels, and lives as long as the call. Functions may change, empty or remove the list
+// and close the dialog.
+struct QKListCallbacks {
+    LPVOID pReserved1 = nullptr;  // these three are not read
+    LPVOID pReserved2 = nullptr;
+    LPVOID pReserved3 = nullptr;
+    void (*pfnRClick)(QKListItem* entry, POINT* point, LPVOID param) = nullptr;  // null entry: empty space
+    void (*pfnClick)(QKListItem* entry, POINT* point, LPVOID param) = nullptr;
+    void (*pfnDblClick)(QKListItem* entry, LPVOID param) = nullptr;
+    LPVOID pParam = nullptr;
+};
+
+// The list owns its entries and what they hold, and keeps them in one order: that of every index, of layout
+// and of drawing. Entries lie where they are, inside the list's rectangle or not; nothing scrolls by itself.
+// No operation repaints.
+//
+// What a host may do with an entry that it got from GetItem, GetItemFromRect or a callback: read and change
+// any field at any time for as long as the entry is in the list, and the list takes it into account at
+// once. Each entry handed out costs a comparison in every later question to the list, so a host that
+// reads many does it through a const list, which costs nothing. An entry must not be freed, and what it owns
+// may be replaced but not shared. After changing the caption of an entry the host calls ReCalcStateRect;
+// after changing what its caption looks like otherwise it empties szTextCath.
+class PLATFORM_API QKListCtrl : public QKItemBase {
+  public:
+    QKListCtrl();
+    ~QKListCtrl();
+    QKListCtrl(const QKListCtrl&) = delete;
+    QKListCtrl& operator=(const QKListCtrl&) = delete;
+
+    // ---- Entries
+
+    // Adopt a copy of the record at the end. Its images are taken over: the record's pointers are null
+    // afterwards; its icon is destroyed and must not be used. State rectangles, flags, pAlphaImage and
+    // caption are not taken over. Always 1.
+    // The first form places the entry in the first free cell from the point on, in a list of QKLIST_DESKTOP;
+    // in other lists, and in the second form without `layout`, it keeps the record's cell. With `layout` it
+    // gets the first free cell.
+    int AddItem(QKListItem* item, int x, int y);
+    int AddItem(QKListItem* item, int layout);
+    // Before the entry at `index`; at the end for an index that is negative or beyond. Lays everything out
+    // again.
+    void InsertItem(QKListItem* item, int index);
+    // 0 when it is no entry. It leaves the selection in any case. Without `release` the caller owns it now,
+    // and frees its images, icon, rendered caption and record. The others keep their cells.
+    int RemoveAt(QKListItem* entry, int release);
+    void RemoveAll();
+    int GetCount() const;
+    // The entry at an index, from 0; 0 or null when there is none.
+    int GetItem(int index, QKListItem** out);
+    QKListItem* GetItem(int index);
+    const QKListItem* GetItem(int index) const;
+    // Puts a record, made with new, into the place of another, which is neither freed nor taken out of the
+    // selection. The list owns the new one. Nothing happens for a null record or a wrong index.
+    void SetItem(int index, QKListItem* entry);
+    // Swaps the places of two entries; their cells stay theirs. Always 0.
+    int ChangeItemPos(QKListItem* a, QKListItem* b);
+    // The first entry whose cell meets a rectangle: its index, or -1.
+    int GetItemFromRect(const CRect* rect, QKListItem*& out);
+    // One more than the largest identifier; 0 for an empty list.
+    int ComputerID();
+
+    // ---- Looks and layout. The grid's cells are filled in order; an entry gets the first whose top left
+    // corner lies in no other entry's cell. The list grows to the right and downwards to hold them.
+
+    // Applies the settings of a type and lays everything out again.
+    void SetListType(QKListType type);
+    // Stores settings of the host's own; the next layout follows them.
+    void SetListType(QKListType type, int itemWidth, int itemHeight, int imageWidth, int imageHeight,
+                     int gapX, int gapY);
+    QKListType GetListType() const { return m_nListType; }
+    int GetItemWidth() const { return m_nItemWidth; }
+    int GetItemHeight() const { return m_nItemHeight; }
+    int GetImageWidth() const { return m_nImageWidth; }
+    int GetImageHeight() const { return m_nImageHeight; }
+    int GetWIner() const { return m_nWIner; }
+    int GetHIner() const { return m_nHIner; }
+    int GetInerTop() const { return m_nInerTop; }
+    // 1: columns are filled first, 0: rows. What is stored, and returned, is the inverse.
+    void SetArrange(int columnsFirst) { m_nArrange = columnsFirst ? 0 : 1; }
+    int GetArrange() const { return m_nArrange; }
+    void SetListMode(QKListMode mode) { m_nListMode = mode; }
+    QKListMode GetListMode() const { return m_nListMode; }
+
+    // Moves the list, lays everything out and writes the rectangle back, grown. Moving a list whose entries
+    // stay the same costs the same however many there are: a scroll bar may call this for every step.
+    void SetRect(CRect* rect);
+    using QKItemBase::SetRect;  // the form with four numbers moves no entry
+    // Lays everything out; with 0 only the heights, in place.
+    void ReSetPos(int full);
+    // Drops every rendered caption and lays everything out.
+    void RedrawList();
+    // After the host changed an entry's caption.
+    void ReCalcStateRect(QKListItem* entry);
+    // How far the cells reach from the list's top and left.
+    int GetListMaxHeight();
+    int GetListMaxWidth();
+
+    // Nine-part frames around hovered, pressed, and selected or focused entries, each of nine files in the
+    // order of DrawStateImage; other numbers of paths are ignored.
+    void SetMouseMoveImage(const CStringArray& paths);
+    void SetMouseDownImage(const CStringArray& paths);
+    void SetFouceImage(const CStringArray& paths);
+
+    // ---- States
+
+    // Nothing is selected, focused, hovered or pressed any more. 1 when that changed an entry.
+    int ClearState();
+    int RemoveMoveState();  // hovered entries only
+    // Frees every entry's pAlphaImage and sets nAlpha to 255. 1 when there was one.
+    int ClearAlphImage();
+    // Whether `text` is another than the entry's caption was rendered for, which it is from now on.
+    int SetTextCath(QKListItem* entry, LPCWSTR text);
+
+    // ---- Selection: a flag in the entry, and the order of selecting. 1 when the entry's flag changed.
+
+    int SetSel(QKListItem* entry, int select);
+    int SetSel(int index, int select);
+    void SetSignalSel(int index);  // selects one more
+    void SelectAll();
+    int UnSelRcItem();  // unselects all; 1 when a flag changed
+    int ItemInSelect(QKListItem* entry);
+
+    // Copies the last four fields; null removes them.
+    void SetListCallBack(const QKListCallbacks* callbacks);
+
+    // Rendered captions that are out of sight are dropped when all take more than this; 16 MiB at first.
+    void SetCaptionLimit(std::size_t bytes) { m_nCaptionLimit = bytes; }
+
+  protected:
+    int IsItemInPos(const POINT& point);
+    void ScaleItemXY(QKListItem* entry);
+    void ScaleItemXY_Auto(QKListItem* entry, int x, int y);
+    void SetMStateRect(QKListItem* entry);
+    void SetFStateRect(QKListItem* entry);
+
+    using NineImages = std::array<std::unique_ptr<Gdiplus::Image>, 9>;
+
+    std::shared_ptr<QKListEntries> m_lstItems;  // entries and selection
+    std::unique_ptr<Gdiplus::Font> m_pFont;
+    Gdiplus::Color m_crText{0xFEFFFFFF};
+    Gdiplus::StringFormat m_format;         // as the last caption was drawn
+    Gdiplus::StringFormat m_measureFormat;  // cuts by an ellipsis, always
+    QKListCallbacks m_listCallbacks;
+    NineImages m_pMoveImage, m_pDownImage, m_pFouceImage;
+    int m_nArrange = 0;
+    QKListType m_nListType = QKLT_LIST;
+    int m_nItemWidth = -1;
+    int m_nItemHeight = 20;
+    int m_nHIner = 3;
+    int m_nWIner = -1;
+    int m_nImageWidth = 18;
+    int m_nImageHeight = 18;
+    int m_nInerTop = 3;
+    int m_nTextGap = 5;
+    QKListMode m_nListMode = QKLIST_NORMAL;
+    SIZE m_szFrame = {0, 0};  // the largest of all frame images
+    std::size_t m_nCaptionLimit = std::size_t{16} << 20;
+
+  private:
+    // A layout of all entries, and what it was made from.
+    struct Layout;
+
+    QKListMetrics Metrics() const;
+    std::optional<QKCellGrid> Grid(bool columns) const;
+    QKListItem* Adopt(QKListItem& host);
+    bool PlaceAt(QKListItem& entry, const CRect& cell);
+    bool PlaceFirstFree(QKListItem& entry);
+    bool PlaceAtPoint(QKListItem& entry, int x, int y);
+    void Grow(const CRect& cell);
+    void Join(QKListItem* entry, int index, bool placed);
+    void LayOutAll();
+    void LoadFrames(NineImages& images, const CStringArray& paths);
+
+    // Drawing: a frame begins; every entry that draws into an area, in drawing order; what it draws.
+    void BeginFrame();
+    std::vector<QKListNode*> DrawnIn(const CRect& area);
+    void ComposeEntry(QKListNode& node, QKPieces& pieces);
+    Gdiplus::Image* CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
+                              Gdiplus::StringTrimming trimming);
+
+    std::unique_ptr<Layout> m_pLayout;
+
+    friend class CQKDialogBase;
+};

@@ -1,0 +1,170 @@
+// The entries of a list: the collection in its order, and fast answers about it. Every answer is what a walk
+// of the collection from its head would give.
+#pragma once
+
+#include <functional>
+#include <list>
+#include <map>
+#include <memory>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "list/cell_search.h"
+#include "list/list_metrics.h"
+#include "list/list_node.h"
+#include "list/rect_index.h"
+
+// Records are read when an entry joins and whenever the list itself changes one. The host changes records,
+// too, through pointers that it was handed: those are compared with what was last read before each answer, so
+// the more entries a host has asked for, the more an answer costs.
+//
+// Captions are measured when somebody asks for what depends on it. Until then an entry's hit rectangle is
+// only known to lie inside another one.
+class QKListEntries {
+  public:
+    explicit QKListEntries(const QKCaptionStyle& style) : style_(style) {}
+    ~QKListEntries();
+    QKListEntries(const QKListEntries&) = delete;
+    QKListEntries& operator=(const QKListEntries&) = delete;
+
+    // ---- The collection. It owns the records.
+
+    int Count() const { return static_cast<int>(nodes_.size()); }
+    // Up to date and measured; null outside.
+    QKListNode* At(int position);
+    // As it stands, for those who change records in bulk.
+    QKListNode& Node(int position) { return *nodes_[static_cast<std::size_t>(position)]; }
+    int PositionOf(const QKListNode& node) const;
+    // The first node that holds a record.
+    QKListNode* Find(const QKListItem* item) const;
+    // Before the node at `position`, which may be the count.
+    QKListNode& Insert(QKListItem* item, int position);
+    // Takes the node out; the record is its caller's, and its rectangles are up to date.
+    QKListItem* Extract(QKListNode& node);
+    // Puts another record into a place; the old one is its caller's.
+    void Replace(QKListNode& node, QKListItem* item);
+    void Swap(QKListNode& a, QKListNode& b);
+    void Release();  // all of them
+    static void Release(QKListItem* item);
+
+    // The host gets this record and may change it from now on.
+    QKListItem* HandOut(QKListNode& node);
+    const std::vector<QKListNode*>& HandedOut() const { return handedOut_; }
+
+    // ---- Answers
+
+    int NextId();
+    std::optional<CRect> OccupantAt(CPoint point);
+    QKListNode* FirstMeeting(const CRect& rect);  // by the cell
+    std::vector<QKListNode*> HitBy(CPoint point);
+    std::vector<QKListNode*> HitBy(const CRect& area);
+    // Everything that draws into an area. `metrics`: as the list has them now.
+    std::vector<QKListNode*> DrawnIn(const CRect& area, const QKListMetrics& metrics);
+    int LowestBottom();  // the largest bottom, never below 0
+    int RightmostRight();
+
+    struct InOrder {
+        bool operator()(const QKListNode* a, const QKListNode* b) const { return a->order < b->order; }
+    };
+    using NodeSet = std::set<QKListNode*, InOrder>;
+    const NodeSet& Hovered();   // nMouseState is not 0
+    const NodeSet& Focused();   // nFocusState is not 1
+    const NodeSet& Selected();  // nSelState is not 1
+
+    // ---- Changes of a record by the list
+
+    void SetMouse(QKListNode& node, int state);
+    void SetFocus(QKListNode& node, int state);  // also empties the text of the rendered caption
+    void SetUnselected(QKListNode& node, int state);
+    // After the list changed a record itself.
+    void Reread(QKListNode& node);
+
+    // ---- Layout
+
+    std::optional<CRect> FirstFree(const QKCellGrid& grid, std::int64_t start);
+    // Before everything is placed anew: no entry has a place.
+    void Unplace();
+    // The record was given a cell; its state rectangles follow when they are asked for. `emptiesCaption`: the
+    // caption is to be rendered again.
+    void Placed(QKListNode& node, const QKListMetrics& metrics, bool emptiesCaption);
+    // Measures at once.
+    void Measure(QKListNode& node, const QKListMetrics& metrics);
+    // Moves every entry, as a new layout of the same cells would; they must all be placed.
+    void Offset(CPoint by, const QKListMetrics& metrics);
+    bool AllPlaced() const { return unplaced_ == 0; }
+    // Changes whenever the collection or a rectangle in it changes otherwise than by a layout.
+    std::uint64_t Generation();
+
+    // ---- Selection: in the order in which entries were selected; may hold records that are no entries
+
+    bool IsSelected(const QKListItem* item) const { return inSelection_.count(item) != 0; }
+    void Select(QKListItem* item);
+    void Deselect(const QKListItem* item);
+    // Takes out every entry but those that `stays` names by their nodes; records that are no entries stay.
+    void DeselectEntries(const std::function<bool(const QKListNode*)>& stays);
+    void ClearSelection();
+
+    // ---- Rendered captions
+
+    // How a caption is to be rendered: as it is asked for, or as it was when it was dropped for lack of room.
+    QKListNode::Rendering RenderingFor(const QKListNode& node, const QKListNode::Rendering& asked) const;
+    // The node's caption is shown in this frame; `rendered`: and was rendered for it.
+    void CaptionSeen(QKListNode& node, const QKListNode::Rendering* rendered);
+    void BeginFrame() { ++frame_; }
+    // Drops captions seen longest ago, but none of this frame, down to so many bytes.
+    void TrimCaptions(std::size_t bytes);
+    void ReleaseCaptions();
+    // Every rendered caption is stale, whatever its text.
+    void EmptyCaptions() { ++captionEpoch_; }
+
+  private:
+    void Sync();
+    void Settle(QKListNode& node);
+    void Resolve(QKListNode& node);
+    void Join(QKListNode& node);
+    void Leave(QKListNode& node);
+    void Renumber();
+    void Move(QKRectIndex& index, QKListNode& node, CRect QKListNode::*rect, const CRect& value);
+    void MoveCell(QKListNode& node, const CRect& value);
+    CRect HitOf(const QKListNode& node) const;
+    void SetRects(QKListNode& node);
+    void CountId(int id, int change);
+    void StopHandingOut(QKListNode& node);
+    void ForgetCaption(QKListNode& node);
+    CRect FromOrigin(CRect rect) const;
+    CRect ToClient(CRect rect) const;
+    void AddToSets(QKListNode& node);
+    void TakeFromSets(QKListNode& node);
+    void FindExtent();
+
+    QKCaptionStyle style_;
+    std::vector<std::unique_ptr<QKListNode>> nodes_;
+    std::unordered_multimap<const QKListItem*, QKListNode*> byItem_;
+    std::vector<QKListNode*> handedOut_;
+
+    CPoint origin_;  // of the rectangles in the nodes, in client pixels
+    QKRectIndex cells_{&QKListNode::cell};
+    QKRectIndex hits_{&QKListNode::hit};
+    QKRectIndex drawn_{&QKListNode::drawn};
+    QKCellSearch search_;
+    QKListMetrics measureBy_ = {};  // of the entries not yet measured
+    QKListMetrics drawnBy_ = {};
+    int unmeasured_ = 0;
+    int unplaced_ = 0;
+    std::uint64_t generation_ = 0;
+
+    std::map<int, int> ids_;  // how many entries have each
+    NodeSet hovered_, focused_, selectedFlags_;
+    bool extentKnown_ = true;
+    CPoint extent_;  // the largest right and bottom of all cells, seen from the origin
+
+    std::list<QKListItem*> selection_;
+    std::unordered_map<const QKListItem*, std::list<QKListItem*>::iterator> inSelection_;
+
+    std::list<QKListNode*> captions_;  // the latest seen first
+    std::size_t captionBytes_ = 0;
+    std::uint64_t frame_ = 0;
+    std::uint64_t captionAge_ = 0;    // grows when all captions are released
+    std::uint64_t captionEpoch_ = 0;  // grows when all captions become stale
+};

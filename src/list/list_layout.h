@@ -1,0 +1,17 @@
+// A layout of all entries of a list.
+#pragma once
+
+#include "list/list_ctrl.h"
+#include "list/list_metrics.h"
+
+// What the cells of a layout followed from, but for the place of its corner, and how large the list became.
+// While the entries are still those of `generation`, the same inputs give the same cells.
+struct QKListCtrl::Layout {
+    QKListMetrics metrics;
+    int gapX, gapY;
+    int arrange;
+    SIZE given;
+    std::uint64_t generation;
+    SIZE grown;
+    CPoint corner;
+};

@@ -1,0 +1,130 @@
+// The states of a list's entries: selection above all.
+#include <algorithm>
+#include <utility>
+
+#include "dialog/dialog_base.h"
+#include "list/list_ctrl.h"
+#include "list/list_entries.h"
+
+namespace {
+
+// Changing a node's state takes it out of the set that it was found in.
+template <class Change>
+int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
+    int changed = 0;
+    for (auto at = nodes.begin(); at != nodes.end();)
+        changed |= change(**at++);
+    return changed;
+}
+
+}  // namespace
+
+int QKListCtrl::SetSel(QKListItem* entry, int select) {
+    if (!entry) return 0;
+    const int wanted = select ? 0 : 1;
+    const int changed = entry->nSelState != wanted;
+    if (QKListNode* node = m_lstItems->Find(entry))
+        m_lstItems->SetUnselected(*node, wanted);
+    else
+        entry->nSelState = wanted;
+    if (select)
+        m_lstItems->Select(entry);
+    else
+        m_lstItems->Deselect(entry);
+    return changed;
+}
+
+int QKListCtrl::SetSel(int index, int select) {
+    QKListNode* node = m_lstItems->At(index);
+    return node ? SetSel(node->item, select) : 0;
+}
+
+void QKListCtrl::SetSignalSel(int index) {
+    SetSel(index, 1);
+}
+
+void QKListCtrl::SelectAll() {
+    for (int i = 0; i < m_lstItems->Count(); ++i)
+        SetSel(m_lstItems->Node(i).item, 1);
+}
+
+int QKListCtrl::UnSelRcItem() {
+    const int changed = ForAll(m_lstItems->Selected(), [this](QKListNode& node) {
+        m_lstItems->SetUnselected(node, 1);
+        return 1;
+    });
+    m_lstItems->DeselectEntries([](const QKListNode*) { return false; });
+    return changed;
+}
+
+int QKListCtrl::ClearState() {
+    int changed = UnSelRcItem();
+    changed |= ForAll(m_lstItems->Focused(), [this](QKListNode& node) {
+        m_lstItems->SetFocus(node, 1);
+        return 1;
+    });
+    changed |= ForAll(m_lstItems->Hovered(), [this](QKListNode& node) {
+        m_lstItems->SetMouse(node, QK_NORMAL);
+        return 1;
+    });
+    m_lstItems->ClearSelection();
+    return changed;
+}
+
+int QKListCtrl::RemoveMoveState() {
+    return ForAll(m_lstItems->Hovered(), [this](QKListNode& node) {
+        if (node.mouse != QK_MOUSEON) return 0;
+        m_lstItems->SetMouse(node, QK_NORMAL);
+        return 1;
+    });
+}
+
+int QKListCtrl::ClearAlphImage() {
+    int freed = 0;
+    for (const QKListNode* node : m_lstItems->HandedOut()) {  // nobody else's were ever set
+        freed |= node->item->pAlphaImage != nullptr;
+        delete std::exchange(node->item->pAlphaImage, nullptr);
+        node->item->nAlpha = 255;
+    }
+    return freed;
+}
+
+// ---- All shown lists of a dialog, from the last registered to the first
+
+template <class Visit>
+void CQKDialogBase::ForEachList(Visit visit) {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
+        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && m_arItems[i]->m_bShow)
+            visit(static_cast<QKListCtrl&>(*m_arItems[i]));
+}
+
+int CQKDialogBase::GetNumsSel() {
+    int count = 0;
+    ForEachList([&](QKListCtrl& list) {
+        for (const QKListNode* node : list.m_lstItems->Selected())
+            count += node->unselected == 0;
+    });
+    return count;
+}
+
+void CQKDialogBase::UnSelRcItem() {
+    ForEachList([](QKListCtrl& list) { list.UnSelRcItem(); });
+}
+
+// The selection is what the band touches now: what it left is unselected again.
+void CQKDialogBase::CaleSelItem() {
+    ForEachList([this](QKListCtrl& list) {
+        QKListEntries& entries = *list.m_lstItems;
+        const std::vector<QKListNode*> touched = entries.HitBy(m_rcSel);
+        const auto isTouched = [&](const QKListNode* node) {
+            return std::binary_search(touched.begin(), touched.end(), node, QKListEntries::InOrder());
+        };
+        ForAll(entries.Selected(), [&](QKListNode& node) {
+            if (!isTouched(&node)) entries.SetUnselected(node, 1);
+            return 0;
+        });
+        entries.DeselectEntries(isTouched);
+        for (QKListNode* node : touched)
+            list.SetSel(node->item, 1);
+    });
+}

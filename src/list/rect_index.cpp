@@ -1,0 +1,116 @@
+#include "list/rect_index.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "list/list_node.h"
+
+namespace {
+
+// The bits of a bucket's side for a side of a rectangle: at least twice as long, at least 64 pixels.
+int BitsFor(LONG low, LONG high) {
+    const auto length = static_cast<std::uint64_t>(std::int64_t{high} - low);
+    return std::max(6, static_cast<int>(std::bit_width(length * 2 - 1)));
+}
+
+void SortOnce(std::vector<QKListNode*>& nodes) {
+    std::sort(nodes.begin(), nodes.end(),
+              [](const QKListNode* a, const QKListNode* b) { return a->order < b->order; });
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+}
+
+}  // namespace
+
+std::uint64_t QKRectIndex::Key(std::int64_t x, std::int64_t y) {
+    return static_cast<std::uint64_t>(x) << 32U | static_cast<std::uint32_t>(y);
+}
+
+QKRectIndex::Span QKRectIndex::SpanOf(const Layer& layer, const CRect& rect) {
+    return {std::int64_t{rect.left} >> layer.bitsX, std::int64_t{rect.top} >> layer.bitsY,
+            (std::int64_t{rect.right} - 1) >> layer.bitsX, (std::int64_t{rect.bottom} - 1) >> layer.bitsY};
+}
+
+QKRectIndex::Layer& QKRectIndex::LayerOf(const CRect& rect) {
+    const int bitsX = BitsFor(rect.left, rect.right);
+    const int bitsY = BitsFor(rect.top, rect.bottom);
+    for (Layer& layer : layers_)
+        if (layer.bitsX == bitsX && layer.bitsY == bitsY) return layer;
+    return layers_.emplace_back(Layer{bitsX, bitsY, {}});
+}
+
+void QKRectIndex::Insert(QKListNode& node) {
+    const CRect& rect = node.*rect_;
+    if (rect.IsRectEmpty()) return;
+    Layer& layer = LayerOf(rect);
+    const Span span = SpanOf(layer, rect);
+    for (std::int64_t x = span.left; x <= span.right; ++x)
+        for (std::int64_t y = span.top; y <= span.bottom; ++y)
+            layer.buckets[Key(x, y)].push_back(&node);
+}
+
+void QKRectIndex::Remove(QKListNode& node) {
+    const CRect& rect = node.*rect_;
+    if (rect.IsRectEmpty()) return;
+    Layer& layer = LayerOf(rect);
+    const Span span = SpanOf(layer, rect);
+    for (std::int64_t x = span.left; x <= span.right; ++x)
+        for (std::int64_t y = span.top; y <= span.bottom; ++y) {
+            const auto found = layer.buckets.find(Key(x, y));
+            if (found == layer.buckets.end()) continue;
+            std::erase(found->second, &node);
+            if (found->second.empty()) layer.buckets.erase(found);
+        }
+}
+
+const QKListNode* QKRectIndex::AnyAt(CPoint point) const {
+    for (const Layer& layer : layers_) {
+        const auto found = layer.buckets.find(
+            Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
+        if (found == layer.buckets.end()) continue;
+        for (const QKListNode* node : found->second)
+            if ((node->*rect_).PtInRect(point)) return node;
+    }
+    return nullptr;
+}
+
+std::vector<QKListNode*> QKRectIndex::At(CPoint point) const {
+    std::vector<QKListNode*> nodes;
+    for (const Layer& layer : layers_) {
+        const auto found = layer.buckets.find(
+            Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
+        if (found == layer.buckets.end()) continue;
+        for (QKListNode* node : found->second)
+            if ((node->*rect_).PtInRect(point)) nodes.push_back(node);
+    }
+    SortOnce(nodes);
+    return nodes;
+}
+
+std::vector<QKListNode*> QKRectIndex::Meeting(const CRect& area) const {
+    std::vector<QKListNode*> nodes;
+    if (area.IsRectEmpty()) return nodes;
+    const auto collect = [&](const Bucket& bucket) {
+        for (QKListNode* node : bucket) {
+            const CRect& rect = node->*rect_;
+            if (rect.left < area.right && area.left < rect.right && rect.top < area.bottom &&
+                area.top < rect.bottom)
+                nodes.push_back(node);
+        }
+    };
+    for (const Layer& layer : layers_) {
+        const Span span = SpanOf(layer, area);
+        const auto columns = static_cast<double>(span.right - span.left + 1);
+        const auto rows = static_cast<double>(span.bottom - span.top + 1);
+        if (columns * rows > static_cast<double>(layer.buckets.size())) {
+            for (const auto& [key, bucket] : layer.buckets)
+                collect(bucket);
+            continue;
+        }
+        for (std::int64_t x = span.left; x <= span.right; ++x)
+            for (std::int64_t y = span.top; y <= span.bottom; ++y)
+                if (const auto found = layer.buckets.find(Key(x, y)); found != layer.buckets.end())
+                    collect(found->second);
+    }
+    SortOnce(nodes);
+    return nodes;
+}

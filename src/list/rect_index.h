@@ -1,0 +1,49 @@
+// Finds the entries whose rectangle holds a point or meets an area, however many there are.
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include <platform/geometry.h>
+
+struct QKListNode;
+
+// Buckets of a plane, in layers by size: a rectangle lies in a layer whose buckets are about twice its size,
+// so it is in few of them, and a point asks one bucket of each layer. Empty rectangles are nowhere.
+class QKRectIndex {
+  public:
+    // Over one rectangle of the nodes. It must not change while the node is in the index.
+    explicit QKRectIndex(CRect QKListNode::*rect) : rect_(rect) {}
+
+    void Insert(QKListNode& node);
+    void Remove(QKListNode& node);
+    void Clear() { layers_.clear(); }
+
+    // Sorted by the nodes' order, each once.
+    std::vector<QKListNode*> At(CPoint point) const;
+    std::vector<QKListNode*> Meeting(const CRect& area) const;
+    // Any node at the point; null for none.
+    const QKListNode* AnyAt(CPoint point) const;
+
+  private:
+    using Bucket = std::vector<QKListNode*>;
+    struct Hash {
+        std::size_t operator()(std::uint64_t key) const {
+            return static_cast<std::size_t>((key ^ (key >> 29)) * 0x9E3779B97F4A7C15U);
+        }
+    };
+    struct Layer {
+        int bitsX, bitsY;  // a bucket is 2^bits pixels
+        std::unordered_map<std::uint64_t, Bucket, Hash> buckets;
+    };
+    struct Span {
+        std::int64_t left, top, right, bottom;  // buckets, inclusive
+    };
+    static std::uint64_t Key(std::int64_t x, std::int64_t y);
+    static Span SpanOf(const Layer& layer, const CRect& rect);
+    Layer& LayerOf(const CRect& rect);
+
+    CRect QKListNode::*rect_;
+    std::vector<Layer> layers_;
+};
