@@ -232,7 +232,7 @@ void CheckMeasuring(const Case& job, Status expected) {
 void CheckOutline(const Case& job, Status expected) {
     const FontFamily family(job.family);
     if (!family.IsAvailable()) return;
-    const REAL size = job.font.GetSize() * (job.font.GetUnit() == UnitPoint ? 4.0F / 3 : 1.0F);
+    const REAL size = job.font.GetUnit() == UnitPoint ? job.font.GetSize() * 4 / 3 : job.font.GetSize();
     const INT length = job.Length();
     GraphicsPath path;
     const Status status =
