@@ -45,7 +45,8 @@ endif()
 
 # Each state looks different from every other, but for those that are known to look the same.
 set(alike button-active=button-active-over-stacked button-pressed=button-active-pressed
-    button-normal=button-disabled-four-frames button-normal=button-active-five-frames)
+    button-over=button-active-over-side-by-side button-normal=button-disabled-four-frames
+    button-normal=button-active-five-frames)
 gallery(0 specimens --specimens "${FOLDER}/specimens")
 foreach(file IN LISTS specimens)
     file(SHA256 "${file}" hash)

@@ -57,6 +57,11 @@ struct Specimen {
 // The specimens of each page, in the page's order.
 std::vector<Specimen> ButtonSpecimens();
 std::vector<Specimen> TextSpecimens();
+std::vector<Specimen> ChoiceSpecimens();
+std::vector<Specimen> ImageSpecimens();
+std::vector<Specimen> ProgressSpecimens();
+std::vector<Specimen> ScrollSpecimens();
+std::vector<Specimen> FrameSpecimens();
 
 std::vector<Specimen> AllSpecimens();
 
