@@ -77,7 +77,7 @@ struct Bar : QKVScrollBar {
         const QKVScrollCallbacks callbacks = {nullptr, this, nullptr, [](int position, LPVOID bar) {
                                                   auto* self = static_cast<Bar*>(bar);
                                                   self->reported.push_back(position);
-                                                  if (const auto act = self->act) act();
+                                                  if (const auto act = self->onDrag) act();
                                               }};
         SetVBarCallBack(&callbacks);
     }
@@ -87,7 +87,7 @@ struct Bar : QKVScrollBar {
                     Strip("bottom", {0xFF000010, 0xFF000020, 0xFF000030}, width, 10, true));
     }
     std::vector<int> reported;
-    std::function<void()> act;
+    std::function<void()> onDrag;
 };
 
 TEST_F(Bars, TheThumbTravelsOverWhatIsNotVisible) {
@@ -249,7 +249,7 @@ TEST_F(Bars, TheFunctionMayEndAnything) {
         bar->SetBarLength(50, 100);
         dialog->AddQKItem(bar.get());
         dialog->Open();
-        bar->act = [&] { c.act(dialog, bar); };
+        bar->onDrag = [&] { c.act(dialog, bar); };
         dialog->Press(25, 30);
         dialog->Move(25, 40);
         Headless::RunPending();

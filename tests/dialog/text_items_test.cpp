@@ -239,7 +239,9 @@ TEST_F(TextItems, AnEntrysCaptionIsRenderedOncePerText) {
             continue;
         }
         EXPECT_EQ(after != before, step.rendersAgain);
-        if (!step.rendersAgain) EXPECT_EQ(Gdiplus::GetDrawingCounters().textLayouts, layouts);
+        if (!step.rendersAgain) {
+            EXPECT_EQ(Gdiplus::GetDrawingCounters().textLayouts, layouts);
+        }
         const CRect ink = canvas.Ink();
         EXPECT_GT(ink.Width(), 15);
         EXPECT_GE(ink.left, 5);
