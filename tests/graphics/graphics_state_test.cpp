@@ -152,26 +152,5 @@ TEST(Graphics, ClearReplacesAlphaToo) {
     EXPECT_TRUE(Same(canvas.Get(), Pixels(4, 4)));
 }
 
-TEST(Graphics, ADrawingPassTellsWhatItTouched) {
-    const auto surface = platform::Surface::Create(20, 20);
-    const HDC context = platform::MakeDeviceContext(surface, {0, 0}, platform::Region(CRect(2, 2, 18, 18)));
-    platform::GraphicsData data;
-    data.context = context;
-    const std::uint64_t before = surface->Revision();
-    EXPECT_FALSE(data.Begin(CRect(0, 0, 2, 20))) << "outside the clip";
-    EXPECT_EQ(before, surface->Revision());
-    {
-        auto pass = data.Begin();
-        ASSERT_TRUE(pass);
-        EXPECT_EQ(CRect(2, 2, 18, 18), pass->On().clip.Box());
-        pass->Touched(CRect(4, 4, 6, 6));
-    }
-    EXPECT_NE(before, surface->Revision());
-    EXPECT_EQ(platform::Region(CRect(4, 4, 6, 6)), platform::DrawnRegion(context));
-    platform::DeleteDeviceContext(context);
-    EXPECT_FALSE(data.Begin());
-    EXPECT_EQ(Win32Error, data.status);
-}
-
 }  // namespace
 }  // namespace Gdiplus
