@@ -142,6 +142,74 @@ void DrawAreas(cairo_t* context, Colour colour) {
     Fill(context, colour);
 }
 
+void DrawTexts(cairo_t* context, Colour colour) {
+    // A capital with feet.
+    cairo_move_to(context, -8.4, 9);
+    cairo_line_to(context, 0, -9.4);
+    cairo_line_to(context, 8.4, 9);
+    cairo_move_to(context, -5, 2.6);
+    cairo_line_to(context, 5, 2.6);
+    Stroke(context, colour, 2.6);
+    cairo_move_to(context, -11, 9.4);
+    cairo_line_to(context, -6, 9.4);
+    cairo_move_to(context, 6, 9.4);
+    cairo_line_to(context, 11, 9.4);
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.8), kPen);
+}
+
+void DrawChoices(cairo_t* context, Colour colour) {
+    RoundedBox({-9.5, -9.5, 19, 19}, 4)(context);
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.7), kPen);
+    cairo_move_to(context, -4.6, -0.4);
+    cairo_line_to(context, -0.9, 3.6);
+    cairo_line_to(context, 9, -8.4);
+    Stroke(context, colour, 3);
+}
+
+void DrawImages(cairo_t* context, Colour colour) {
+    // A film's frame, with a hole on each corner.
+    RoundedBox({-10.5, -9, 21, 18}, 3)(context);
+    Stroke(context, colour, kPen);
+    for (const double x : {-7.0, 7.0}) {
+        for (const double y : {-5.4, 0.0, 5.4}) {
+            RoundedBox({x - 1.3, y - 1.3, 2.6, 2.6}, 0.8)(context);
+            Fill(context, WithAlpha(colour, colour.alpha * 0.8));
+        }
+    }
+    FillSoftPolygon(context, {{-2.2, -4}, {4, 0}, {-2.2, 4}}, colour, 1.4);
+}
+
+void DrawProgress(cairo_t* context, Colour colour) {
+    RoundedBox({-11, -4.6, 22, 9.2}, 4.6)(context);
+    Stroke(context, colour, kPen);
+    RoundedBox({-8.2, -1.8, 11, 3.6}, 1.8)(context);
+    Fill(context, colour);
+}
+
+void DrawScrolling(cairo_t* context, Colour colour) {
+    for (const double y : {-7.5, -2.5, 2.5, 7.5}) {
+        cairo_move_to(context, -10, y);
+        cairo_line_to(context, 2, y);
+    }
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.65), kPen);
+    RoundedBox({5.6, -10, 5.4, 20}, 2.7)(context);
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.65), 1.4);
+    RoundedBox({6.6, -6.5, 3.4, 8}, 1.7)(context);
+    Fill(context, colour);
+}
+
+void DrawFrames(cairo_t* context, Colour colour) {
+    RoundedBox({-10, -10, 20, 20}, 4)(context);
+    Stroke(context, colour, kPen);
+    for (const double at : {-3.6, 3.6}) {
+        cairo_move_to(context, at, -10);
+        cairo_line_to(context, at, 10);
+        cairo_move_to(context, -10, at);
+        cairo_line_to(context, 10, at);
+    }
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.6), 1.3);
+}
+
 }  // namespace
 
 void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, Colour colour) {
@@ -188,6 +256,24 @@ void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, C
             break;
         case Glyph::Areas:
             DrawAreas(context, colour);
+            break;
+        case Glyph::Texts:
+            DrawTexts(context, colour);
+            break;
+        case Glyph::Choices:
+            DrawChoices(context, colour);
+            break;
+        case Glyph::Images:
+            DrawImages(context, colour);
+            break;
+        case Glyph::Progress:
+            DrawProgress(context, colour);
+            break;
+        case Glyph::Scrolling:
+            DrawScrolling(context, colour);
+            break;
+        case Glyph::Frames:
+            DrawFrames(context, colour);
             break;
     }
     cairo_pop_group_to_source(context);

@@ -18,6 +18,12 @@ enum class Glyph {
     Buttons,
     States,
     Areas,
+    Texts,
+    Choices,
+    Images,
+    Progress,
+    Scrolling,
+    Frames,
 };
 
 // Draws the glyph centred on (x, y) in a square of `size` pixels, in one colour.

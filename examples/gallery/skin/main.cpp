@@ -8,8 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "examples/gallery/skin/bars.h"
 #include "examples/gallery/skin/buttons.h"
+#include "examples/gallery/skin/choices.h"
 #include "examples/gallery/skin/emblem.h"
+#include "examples/gallery/skin/frames.h"
+#include "examples/gallery/skin/gif_writer.h"
+#include "examples/gallery/skin/icons.h"
 #include "examples/gallery/skin/landscape.h"
 #include "examples/gallery/skin/panels.h"
 #include "examples/gallery/skin/shell.h"
@@ -51,15 +56,70 @@ void WriteButtons(const std::filesystem::path& folder) {
     vertical("btn_play_v.png", kPlayButton, 4, PlayButton());
     vertical("btn_prev_v.png", kSkipButton, 3, RoundButton(Glyph::Previous));
     vertical("btn_next_v.png", kSkipButton, 3, RoundButton(Glyph::Next));
-    constexpr std::array<std::pair<const char*, Glyph>, 6> kTabs = {
+    constexpr std::array<std::pair<const char*, Glyph>, 12> kTabs = {
         {{"tab_layers.png", Glyph::Layers},
          {"tab_background.png", Glyph::Background},
          {"tab_shape.png", Glyph::Shape},
          {"tab_buttons.png", Glyph::Buttons},
          {"tab_states.png", Glyph::States},
-         {"tab_areas.png", Glyph::Areas}}};
+         {"tab_areas.png", Glyph::Areas},
+         {"tab_texts.png", Glyph::Texts},
+         {"tab_choices.png", Glyph::Choices},
+         {"tab_images.png", Glyph::Images},
+         {"tab_progress.png", Glyph::Progress},
+         {"tab_scrolling.png", Glyph::Scrolling},
+         {"tab_frames.png", Glyph::Frames}}};
     for (const auto& [name, glyph] : kTabs)
         vertical(name, kTab, 4, Tab(glyph));
+}
+
+void WriteChoices(const std::filesystem::path& folder) {
+    constexpr int kFrames = 5;
+    WritePng(MakeStrip(kChoice, kFrames, Layout::Vertical, CheckBox()), folder / "check_box_v.png");
+    WritePng(MakeStrip(kChoice, kFrames, Layout::Horizontal, CheckBox()), folder / "check_box_h.png");
+    WritePng(MakeStrip(kChoice, kFrames, Layout::Vertical, RadioDish()), folder / "radio_v.png");
+    WritePng(CheckMark(), folder / "check_mark.png");
+    WritePng(RadioMark(), folder / "radio_mark.png");
+}
+
+void WriteBars(const std::filesystem::path& folder) {
+    WritePng(ProgressBack(kProgress), folder / "progress_back.png");
+    WritePng(ProgressBar(kProgress, ProgressLook::Dusk), folder / "progress_bar.png");
+    WritePng(ProgressBack(kProgressCool), folder / "progress_cool_back.png");
+    WritePng(ProgressBar(kProgressCool, ProgressLook::Cool), folder / "progress_cool_bar.png");
+    const auto thumb = [&folder](const char* name, ThumbPart part) {
+        WritePng(MakeStrip(kScrollPart, 3, Layout::Vertical, Thumb(part)), folder / name);
+    };
+    thumb("scroll_top_v.png", ThumbPart::Top);
+    thumb("scroll_middle_v.png", ThumbPart::Middle);
+    thumb("scroll_bottom_v.png", ThumbPart::Bottom);
+    WritePng(ScrollTrack(), folder / "scroll_track.png");
+}
+
+void WriteFrames(const std::filesystem::path& folder) {
+    constexpr std::array<std::pair<const char*, FrameLook>, 3> kLooks = {
+        {{"hover", FrameLook::Hover}, {"press", FrameLook::Press}, {"focus", FrameLook::Focus}}};
+    for (const auto& [name, look] : kLooks) {
+        int number = 0;
+        for (const Canvas& part : FrameParts(look))
+            WritePng(part, folder / (std::string("frame_") + name + "_" + std::to_string(number++) + ".png"));
+    }
+}
+
+void WriteSamples(const std::filesystem::path& folder) {
+    // Drawn large and taken down: the scenery is made for large pictures.
+    constexpr int kLarger = 4;
+    const Canvas large = DuskOverTheLake({kPicture.width * kLarger, kPicture.height * kLarger});
+    Canvas picture(kPicture.width, kPicture.height);
+    cairo_scale(picture.Cairo(), 1.0 / kLarger, 1.0 / kLarger);
+    cairo_set_source_surface(picture.Cairo(), cairo_get_target(large.Cairo()), 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(picture.Cairo()), CAIRO_EXTEND_PAD);
+    cairo_paint(picture.Cairo());
+    WritePng(picture, folder / "picture.png");
+    WriteGif(Spinner(), kPaneColour, folder / "spinner.gif");
+    WriteGif(Comet(), kPaneColour, folder / "comet.gif");
+    for (const ListIcon& icon : kListIcons)
+        WritePng(DrawListIcon(icon), folder / (std::string("icon_") + icon.name + ".png"));
 }
 
 void WriteIcons(const std::filesystem::path& folder) {
@@ -83,6 +143,10 @@ int main(int count, char** arguments) {
         WriteBackgrounds(folder);
         WritePanels(folder);
         WriteButtons(folder);
+        WriteChoices(folder);
+        WriteBars(folder);
+        WriteFrames(folder);
+        WriteSamples(folder);
         WriteIcons(folder);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "gallery-skin: %s\n", error.what());

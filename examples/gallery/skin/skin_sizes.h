@@ -16,7 +16,21 @@
 //   btn_close_v.png, btn_min_v.png   3       vertical    32 x 28     window buttons
 //   btn_play_v.png                   4       vertical    72 x 72     round; the active frame pauses
 //   btn_prev_v.png, btn_next_v.png   3       vertical    48 x 48     round
-//   tab_layers.png ... tab_areas.png 4       vertical   132 x 40     tab, glyph left, text room right
+//   tab_layers.png ... tab_frames.png 4      vertical   132 x 40     tab, glyph left, text room right
+//   check_box_v.png, radio_v.png     5       vertical    20 x 20     sunken box or dish, free for its mark
+//   check_box_h.png                  5       horizontal  20 x 20     the same box
+//   check_mark.png, radio_mark.png   -       -           20 x 20     marks, centred
+//   progress_back.png, ..._bar.png   -       -          400 x 18     dusk: ember to gold
+//   progress_cool_back.png, ..._bar.png -    -          400 x 10     northern lights, slimmer
+//   scroll_top_v.png, scroll_middle_v.png, scroll_bottom_v.png
+//                                    3       vertical    14 x 10     parts of one thumb
+//   scroll_track.png                 -       -           18 x 400    its channel
+//   frame_hover_0.png ... 8.png      -       -        6 x 6, 8 x 8   nine parts of a frame, row by row
+//   frame_press_*, frame_focus_*     -       -           the same
+//   picture.png                      -       -          240 x 160    dusk over the lake, small
+//   spinner.gif                      12      -           64 x 64     a ring of lamps, its own pace
+//   comet.gif                        24      -          160 x 120    a comet around a moon
+//   icon_*.png                       -       -           64 x 64     entries of a list
 //   app_icon_64.png                  -       -           64 x 64     application icon
 //   app_icon.ico                     -       -          16 24 32 48 (bitmaps) 64 256 (PNG)
 // clang-format on
@@ -74,6 +88,18 @@ inline constexpr PictureSize kSkipButton{48, 48};
 inline constexpr PictureSize kTab{132, 40};
 inline constexpr int kTabTextLeft = 42;  // room for a caption starts here
 inline constexpr int kTabTextRight = 124;
+
+inline constexpr PictureSize kChoice{20, 20};
+inline constexpr PictureSize kProgress{400, 18};
+inline constexpr PictureSize kProgressCool{400, 10};
+inline constexpr PictureSize kScrollPart{14, 10};
+inline constexpr PictureSize kScrollTrack{18, 400};
+inline constexpr int kFrameCorner = 6;
+inline constexpr int kFrameMiddle = 8;  // length of the edges, side of the centre
+inline constexpr PictureSize kPicture{240, 160};
+inline constexpr PictureSize kSpinner{64, 64};
+inline constexpr PictureSize kComet{160, 120};
+inline constexpr int kListIcon = 64;
 
 inline constexpr int kAppIcon = 64;
 
