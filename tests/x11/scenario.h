@@ -23,6 +23,9 @@ class Stage {
     virtual void Settle() = 0;
     // 0x00RRGGBB, top-down, of the whole screen.
     virtual std::vector<std::uint32_t> Screen() = 0;
+    // What the library presents for a window: premultiplied ARGB, top-down. On a real screen only where a
+    // compositor keeps the window's pixels.
+    virtual std::vector<std::uint32_t> Window(HWND window, const std::string& title) = 0;
 };
 
 struct Told {
@@ -32,6 +35,10 @@ struct Told {
 };
 
 Told Play(Stage& stage);
+
+// Another one: a dialog of a style with items of every kind, and what the pointer makes of some. Its pictures
+// show the screen, or in LAY_OPAQUE the window by itself.
+Told PlayItems(Stage& stage, QKLayStyle style);
 
 // A file for what was told, so that two processes can compare.
 bool Save(const Told& told, const std::string& path);

@@ -1,5 +1,8 @@
-// Plays the story in memory and leaves what it told in the file named on the command line.
+// Plays a story in memory and leaves what it told in the file named on the command line: the first, or that
+// of the items with the style whose number follows.
 #include "x11/scenario.h"
+
+#include <cstdlib>
 
 namespace {
 
@@ -24,12 +27,18 @@ class HeadlessStage final : public scenario::Stage {
             pixel &= 0xFFFFFF;
         return pixels;
     }
+    std::vector<std::uint32_t> Window(HWND window, const std::string&) override {
+        return Headless::Capture(window).argb;
+    }
 };
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2 || !Headless::Use(scenario::kScreenWidth, scenario::kScreenHeight)) return 2;
+    if (count < 2 || !Headless::Use(scenario::kScreenWidth, scenario::kScreenHeight)) return 2;
     HeadlessStage stage;
-    return scenario::Save(scenario::Play(stage), arguments[1]) ? 0 : 1;
+    const scenario::Told told =
+        count == 2 ? scenario::Play(stage)
+                   : scenario::PlayItems(stage, static_cast<QKLayStyle>(std::atoi(arguments[2])));
+    return scenario::Save(told, arguments[1]) ? 0 : 1;
 }

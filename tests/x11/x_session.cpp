@@ -315,20 +315,31 @@ bool XSession::Click(int x, int y, int button) {
     return Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", std::to_string(button)});
 }
 
-Picture XSession::Screenshot() {
+Picture XSession::Read(xcb_drawable_t drawable, int width, int height) {
     Picture picture;
     const auto cookie =
-        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, 0, 0, static_cast<std::uint16_t>(width_),
-                      static_cast<std::uint16_t>(height_), 0xFFFFFFFF);
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, 0, 0,
+                      static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height), 0xFFFFFFFF);
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection_, cookie, nullptr));
     if (!reply) return picture;
-    picture.width = width_;
-    picture.height = height_;
-    picture.pixels.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+    picture.width = width;
+    picture.height = height;
+    picture.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     std::memcpy(picture.pixels.data(), xcb_get_image_data(reply.get()), picture.pixels.size() * 4);
+    return picture;
+}
+
+Picture XSession::Screenshot() {
+    Picture picture = Read(root_, width_, height_);
     for (std::uint32_t& pixel : picture.pixels)
         pixel &= 0xFFFFFF;
     return picture;
+}
+
+Picture XSession::PixelsOf(xcb_window_t window) {
+    const auto cookie = xcb_get_geometry(connection_, window);
+    const Reply<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(connection_, cookie, nullptr));
+    return place ? Read(window, place->width, place->height) : Picture();
 }
 
 std::uint32_t XSession::PixelAt(int x, int y) {

@@ -78,6 +78,8 @@ class XSession {
 
     Picture Screenshot();
     std::uint32_t PixelAt(int x, int y);  // of the screen
+    // As the window was drawn, all 32 bits. Only what is seen of it, unless a compositor keeps its pixels.
+    Picture PixelsOf(xcb_window_t window);
 
     // The observer's own connection: another client's eyes.
     xcb_connection_t* Connection() const { return connection_; }
@@ -92,6 +94,7 @@ class XSession {
 
   private:
     XSession() = default;
+    Picture Read(xcb_drawable_t drawable, int width, int height);
     bool StartServer(const SessionOptions& options);
     bool WaitForOwner(bool wanted);
     bool WaitForManager(bool wanted);
