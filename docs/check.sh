@@ -12,7 +12,10 @@ complain() {
 
 "$cmake" --build "$build" --target docs docs_examples || exit 1
 
-# Doxygen has warned of pictures that are missing.
+# Doxygen says nothing of a picture that is not there.
+for name in $(grep -oh ']([^)]*\.png)' "$pages"/items/*.md | tr -d '()]'); do
+    [ -s "$made/specimens/$name" ] || complain "$name is on a page, but there is none"
+done
 for picture in "$made"/specimens/*.png; do
     name=${picture##*/}
     grep -q "]($name)" "$pages"/items/*.md || complain "$name is shown on no page"

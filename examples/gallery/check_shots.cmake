@@ -46,7 +46,7 @@ endif()
 # Each state looks different from every other, but for those that are known to look the same.
 set(alike button-active=button-active-over-stacked button-pressed=button-active-pressed
     button-over=button-active-over-side-by-side button-normal=button-disabled-four-frames
-    button-normal=button-active-five-frames)
+    button-normal=button-active-five-frames progress-empty=progress-beyond)
 gallery(0 specimens --specimens "${FOLDER}/specimens")
 foreach(file IN LISTS specimens)
     file(SHA256 "${file}" hash)

@@ -55,7 +55,8 @@ Headless::Picture SpecimenWindow::Capture() {
 
 std::vector<Specimen> AllSpecimens() {
     std::vector<Specimen> all;
-    for (const auto family : {ButtonSpecimens, TextSpecimens}) {
+    for (const auto family : {ButtonSpecimens, TextSpecimens, ChoiceSpecimens, ImageSpecimens,
+                              ProgressSpecimens, ScrollSpecimens, FrameSpecimens}) {
         std::vector<Specimen> some = family();
         std::move(some.begin(), some.end(), std::back_inserter(all));
     }

@@ -5,7 +5,7 @@
 namespace gallery {
 namespace {
 
-constexpr skin::PictureSize kProgressSize = {220, 18};
+constexpr skin::PictureSize kProgressSize = skin::kProgress;
 
 Specimen Progress(const char* name, unsigned int position, int border = 1) {
     const auto show = [position, border](SpecimenWindow& window) {

@@ -44,7 +44,7 @@ std::vector<Specimen> ImageSpecimens() {
         Moving("gif-first", "spinner.gif", 0),
         Moving("gif-second", "spinner.gif", 1),
         Moving("gif-fifth", "spinner.gif", 4),
-        Moving("gif-transparent", "comet.gif", 3),
+        Moving("gif-transparent", "comet.gif", 9),
     };
 }
 
