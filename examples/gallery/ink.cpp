@@ -26,6 +26,30 @@ const Face& FaceOf(TextStyle style) {
     return kFaces[static_cast<std::size_t>(style)];
 }
 
+void FillBox(Gdiplus::Graphics& graphics, const CRect& place, Colour colour) {
+    const Gdiplus::SolidBrush brush(Tint(colour));
+    graphics.FillRectangle(&brush, place.left, place.top, place.Width(), place.Height());
+}
+
+void FrameBox(Gdiplus::Graphics& graphics, const CRect& place, Colour colour) {
+    FillBox(graphics, CRect(place.left, place.top, place.right, place.top + 1), colour);
+    FillBox(graphics, CRect(place.left, place.bottom - 1, place.right, place.bottom), colour);
+    FillBox(graphics, CRect(place.left, place.top + 1, place.left + 1, place.bottom - 1), colour);
+    FillBox(graphics, CRect(place.right - 1, place.top + 1, place.right, place.bottom - 1), colour);
+}
+
+Gdiplus::RectF ToRectF(const CRect& rect) {
+    return {static_cast<float>(rect.left), static_cast<float>(rect.top), static_cast<float>(rect.Width()),
+            static_cast<float>(rect.Height())};
+}
+
+}  // namespace
+
+Gdiplus::Color Tint(Colour colour) {
+    const auto channel = [](double value) { return static_cast<BYTE>(std::lround(value * 255)); };
+    return {channel(colour.alpha), channel(colour.red), channel(colour.green), channel(colour.blue)};
+}
+
 const Gdiplus::Font& FontOf(TextStyle style) {
     const auto make = [](const Face& face) {
         return Gdiplus::Font(u"Noto Sans CJK SC", face.pixels, face.style, Gdiplus::UnitPixel);
@@ -35,9 +59,8 @@ const Gdiplus::Font& FontOf(TextStyle style) {
     return fonts[static_cast<std::size_t>(style)];
 }
 
-Gdiplus::RectF ToRectF(const CRect& rect) {
-    return {static_cast<float>(rect.left), static_cast<float>(rect.top), static_cast<float>(rect.Width()),
-            static_cast<float>(rect.Height())};
+Colour ColourOf(TextStyle style) {
+    return FaceOf(style).colour;
 }
 
 Gdiplus::StringAlignment ToAlignment(Align align) {
@@ -52,11 +75,9 @@ Gdiplus::StringAlignment ToAlignment(Align align) {
     return Gdiplus::StringAlignmentNear;
 }
 
-}  // namespace
-
-Gdiplus::Color Tint(Colour colour) {
-    const auto channel = [](double value) { return static_cast<BYTE>(std::lround(value * 255)); };
-    return {channel(colour.alpha), channel(colour.red), channel(colour.green), channel(colour.blue)};
+void PaintWell(Gdiplus::Graphics& graphics, const CRect& place) {
+    FillBox(graphics, place, WithAlpha(palette::kInk, 0.38));
+    FrameBox(graphics, place, WithAlpha(palette::kMist, 0.13));
 }
 
 Ink::Ink(HDC context) : context_(context), graphics_(context) {
@@ -92,20 +113,11 @@ void Ink::Label(TextStyle style, const CRect& place, const CString& text, Align 
 }
 
 void Ink::Fill(const CRect& place, Colour colour) {
-    const Gdiplus::SolidBrush brush(Tint(colour));
-    graphics_.FillRectangle(&brush, place.left, place.top, place.Width(), place.Height());
+    FillBox(graphics_, place, colour);
 }
 
 void Ink::Frame(const CRect& place, Colour colour) {
-    Fill(CRect(place.left, place.top, place.right, place.top + 1), colour);
-    Fill(CRect(place.left, place.bottom - 1, place.right, place.bottom), colour);
-    Fill(CRect(place.left, place.top + 1, place.left + 1, place.bottom - 1), colour);
-    Fill(CRect(place.right - 1, place.top + 1, place.right, place.bottom - 1), colour);
-}
-
-void Ink::Well(const CRect& place) {
-    Fill(place, WithAlpha(palette::kInk, 0.38));
-    Frame(place, WithAlpha(palette::kMist, 0.13));
+    FrameBox(graphics_, place, colour);
 }
 
 void FillDot(Gdiplus::Graphics& graphics, int x, int y, float radius, Colour colour) {

@@ -18,9 +18,14 @@ enum class TextStyle {
 enum class Align { Left, Centre, Right };
 
 Gdiplus::Color Tint(skin::Colour colour);
+const Gdiplus::Font& FontOf(TextStyle style);
+skin::Colour ColourOf(TextStyle style);
+Gdiplus::StringAlignment ToAlignment(Align align);
 
 // A disc around the middle of a pixel.
 void FillDot(Gdiplus::Graphics& graphics, int x, int y, float radius, skin::Colour colour);
+// A sunken field for samples.
+void PaintWell(Gdiplus::Graphics& graphics, const CRect& place);
 
 // Draws onto one device context for the length of a paint. Coordinates are client pixels.
 class Ink {
@@ -41,8 +46,7 @@ class Ink {
     void Fill(const CRect& place, skin::Colour colour);
     // A line of one pixel along the inside of the rectangle's edge.
     void Frame(const CRect& place, skin::Colour colour);
-    // A sunken field for samples.
-    void Well(const CRect& place);
+    void Well(const CRect& place) { PaintWell(graphics_, place); }
     void Dot(int x, int y, float radius, skin::Colour colour) { FillDot(graphics_, x, y, radius, colour); }
 
   private:

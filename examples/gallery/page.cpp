@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "examples/gallery/shell.h"
-
 namespace gallery {
 namespace {
 
@@ -29,22 +27,22 @@ std::vector<const PageEntry*> AllPages() {
 
 Page::~Page() = default;
 
-PushButton& Page::Add(Shell& shell) {
-    shell_ = &shell;
-    items_.push_back(std::make_unique<PushButton>());
-    shell.AddQKItem(items_.back().get());
-    return *items_.back();
+QKStaticText& Page::AddLabel(CQKDialogBase& shell, TextStyle style, const CRect& place, const CString& text,
+                             Align align) {
+    auto& label = Add<QKStaticText>(shell);
+    Dress(label, style, place, text, align);
+    return label;
 }
 
 void Page::Leave() {
-    for (const auto& item : items_)
-        shell_->RemoveQKItem(item.get());
-    items_.clear();
+    items_.Clear();
 }
 
+void Page::Refresh() {}
 void Page::Pressed(CPoint) {}
 void Page::ShellMoved(CSize) {}
 void Page::Reminded() {}
+void Page::Ticked(UINT_PTR) {}
 void Page::Pose() {}
 
 }  // namespace gallery

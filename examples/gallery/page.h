@@ -5,7 +5,9 @@
 #include <memory>
 #include <vector>
 
+#include "examples/gallery/dressing.h"
 #include "examples/gallery/ink.h"
+#include "examples/gallery/item_set.h"
 #include "examples/gallery/push_button.h"
 
 namespace gallery {
@@ -32,6 +34,8 @@ class Page {
     virtual void Enter(Shell& shell) = 0;
     // The page goes; its windows close, and the items of Add leave the shell.
     virtual void Leave();
+    // Before each frame: the page brings its items up to date.
+    virtual void Refresh();
     // Captions and samples, above the shell's frame.
     virtual void Draw(Ink& ink) = 0;
     // The pointer went down on the shell, on an item or not.
@@ -40,16 +44,22 @@ class Page {
     virtual void ShellMoved(CSize by);
     // Some time after the last Shell::Remind.
     virtual void Reminded();
+    // A timer of the shell's window, one that the page has set.
+    virtual void Ticked(UINT_PTR timer);
     // For a picture: acts as a user would, by the headless window system's input.
     virtual void Pose();
 
   protected:
-    // A new button, registered with the shell until Leave.
-    PushButton& Add(Shell& shell);
+    // A new item, registered with the shell until Leave.
+    template <class Item = PushButton>
+    Item& Add(CQKDialogBase& shell) {
+        return items_.Add<Item>(shell);
+    }
+    QKStaticText& AddLabel(CQKDialogBase& shell, TextStyle style, const CRect& place, const CString& text,
+                           Align align = Align::Left);
 
   private:
-    Shell* shell_ = nullptr;
-    std::vector<std::unique_ptr<PushButton>> items_;
+    ItemSet items_;
 };
 
 // Put one at namespace level of a page's file:
@@ -78,6 +88,10 @@ inline constexpr int kWidth = kRight - kLeft;
 inline constexpr int kTop = 188;  // below heading and summary
 inline constexpr int kBottom = 672;
 inline constexpr int kGap = 16;
+// Where pages show live values beside their content.
+inline constexpr int kPanelLeft = 812;
+inline constexpr int kContentRight = 788;
+inline constexpr int kContentWidth = kContentRight - kLeft;
 }  // namespace grid
 
 }  // namespace gallery

@@ -1,29 +1,31 @@
-// A button with a closure behind its click, and the strips that the gallery's buttons are cut from.
+// Buttons with a closure behind their click, and the strips that the gallery's buttons are cut from.
 #pragma once
 
-#include <functional>
-
-#include <QKUILib.h>
+#include "examples/gallery/clickable.h"
+#include "examples/gallery/skin_files.h"
 
 namespace gallery {
 
-class PushButton : public QKButton {
+template <class Button>
+class ButtonOfSkin : public Clickable<Button> {
   public:
-    PushButton() = default;
-    PushButton(const PushButton&) = delete;  // the callback holds on to this object
-    PushButton& operator=(const PushButton&) = delete;
-
     // A vertical strip from the program's resources, placed with its top left corner at (x, y).
-    void Load(UINT picture, int frames);
+    void Load(UINT picture, int frames) {
+        this->SetImage(picture, u"PNG", static_cast<QKButton::QKBT_IMGS>(frames), QKButton::QKBT_VERTICAL);
+    }
     // A strip from a file of the skin.
-    void Load(const char* file, int frames, QKBT_TYPE layout);
-    void PlaceAt(int x, int y);
-    CRect Place() const;
-
-    void OnClick(std::function<void()> action);
-
-  private:
-    std::function<void()> action_;
+    void Load(const char* file, int frames, QKButton::QKBT_TYPE layout) {
+        this->SetImage(SkinFile(file), static_cast<QKButton::QKBT_IMGS>(frames), layout);
+    }
+    void PlaceAt(int x, int y) {
+        this->SetRect(x, y, 0, 0);
+        CRect frame;
+        this->GetButtonRect(frame);
+        this->SetRect(x, y, frame.Width(), frame.Height());
+    }
 };
+
+using PushButton = ButtonOfSkin<QKButton>;
+using TextButton = ButtonOfSkin<QKTextButton>;
 
 }  // namespace gallery

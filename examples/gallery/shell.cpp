@@ -116,6 +116,7 @@ void Shell::Remind() {
 void Shell::OnTimer(UINT_PTR id) {
     if (id != kReminder) {
         CQKDialogBase::OnTimer(id);
+        if (page_) page_->Ticked(id);
         return;
     }
     KillTimer(kReminder);
@@ -125,6 +126,12 @@ void Shell::OnTimer(UINT_PTR id) {
 CPoint Shell::ToScreen(CPoint client) const {
     ::ClientToScreen(m_hWnd, &client);
     return client;
+}
+
+// Every refresh goes through here, whoever asks for it.
+void Shell::UpdateView() {
+    if (page_) page_->Refresh();
+    CQKDialogBase::UpdateView();
 }
 
 void Shell::DrawSurface(HDC dc, int width, int height, int buffer) {

@@ -33,6 +33,7 @@ class Shell : public CQKDialogBase {
     CPoint ToScreen(CPoint client) const;
 
     BOOL OnInitDialog() override;
+    void UpdateView() override;
     void DrawSurface(HDC dc, int width, int height, int buffer) override;
 
   protected:

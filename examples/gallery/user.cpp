@@ -23,9 +23,20 @@ void PointAt(const CWnd& window, CPoint point) {
     Headless::RunPending();
 }
 
-void ClickOn(const CWnd& window, const PushButton& button) {
-    MoveTo(window.m_hWnd, button.Place().CenterPoint());
+void PointAt(const CWnd& window, const QKItemBase& item) {
+    PointAt(window, PlaceOf(item).CenterPoint());
+}
+
+void ClickOn(const CWnd& window, const QKItemBase& item) {
+    PointAt(window, item);
     Click();
+}
+
+void Drag(const CWnd& window, CPoint from, CPoint to) {
+    MoveTo(window.m_hWnd, from);
+    Headless::ButtonDown();
+    MoveTo(window.m_hWnd, to);
+    Headless::RunPending();
 }
 
 void ClickOn(HWND window, int control) {

@@ -11,7 +11,10 @@ namespace gallery {
 void PointAt(const CWnd& window, CPoint point);
 // A press and release where the pointer is.
 void Click();
-void ClickOn(const CWnd& window, const PushButton& button);
+void PointAt(const CWnd& window, const QKItemBase& item);
+void ClickOn(const CWnd& window, const QKItemBase& item);
+// The button goes down where one point is, and is held at another.
+void Drag(const CWnd& window, CPoint from, CPoint to);
 // The middle of the place that a control of the window's template holds.
 void ClickOn(HWND window, int control);
 // A double click, with the second press held and drawn to another point.
