@@ -196,7 +196,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     QKListMetrics Metrics() const;
     std::optional<QKCellGrid> Grid(bool columns) const;
     QKListItem* Adopt(QKListItem& host);
-    bool PlaceAt(QKListItem& entry, const CRect& cell);
+    bool PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption);
     bool PlaceFirstFree(QKListItem& entry);
     bool PlaceAtPoint(QKListItem& entry, int x, int y);
     void Grow(const CRect& cell);

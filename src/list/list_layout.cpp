@@ -44,7 +44,7 @@ bool QKListCtrl::PlaceFirstFree(QKListItem& entry) {
         grid = Grid(m_nArrange == 0);
     if (!grid) return false;
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, 0);
-    return cell && PlaceAt(entry, *cell);
+    return cell && PlaceAt(entry, *cell, QKCaptionCell(Metrics(), *cell));
 }
 
 // On a desktop: in the cell under the point, or the first free one after it, down the columns. A point that
@@ -57,12 +57,12 @@ bool QKListCtrl::PlaceAtPoint(QKListItem& entry, int x, int y) {
     const bool atBottom = std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
     const std::int64_t start = atBottom ? 0 : grid->NumberAt(CPoint(x, y)).value_or(0);
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, start);
-    return cell && PlaceAt(entry, *cell);
+    return cell && PlaceAt(entry, *cell, QKGridCaptionCell(Metrics(), *cell));  // of any type
 }
 
-bool QKListCtrl::PlaceAt(QKListItem& entry, const CRect& cell) {
+bool QKListCtrl::PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption) {
     entry.rcItem = cell;
-    entry.rcText = QKCaptionCell(Metrics(), cell);
+    entry.rcText = caption;
     Grow(cell);
     return true;
 }

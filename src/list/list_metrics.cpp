@@ -30,11 +30,15 @@ CRect RowRect(const QKListItem& entry, float right) {
 
 }  // namespace
 
+CRect QKGridCaptionCell(const QKListMetrics& m, const CRect& cell) {
+    return {cell.left, cell.top + m.imageHeight + m.innerTop + m.textGap, cell.right, cell.bottom};
+}
+
 CRect QKCaptionCell(const QKListMetrics& m, const CRect& cell) {
     if (m.Rows())
         return {cell.left + kCaptionLeft + m.imageWidth, cell.top + kCaptionTop,
                 cell.right - m.imageWidth - kCaptionLeft, cell.bottom};
-    return {cell.left, cell.top + m.imageHeight + m.innerTop + m.textGap, cell.right, cell.bottom};
+    return QKGridCaptionCell(m, cell);
 }
 
 // By the cell's width as it is set, not as it is: in rows that is -1, and the box starts left of the row.

@@ -29,7 +29,8 @@ struct QKCaptionStyle {
     const Gdiplus::StringFormat* format;  // cuts by an ellipsis
 };
 
-CRect QKCaptionCell(const QKListMetrics& metrics, const CRect& cell);
+CRect QKGridCaptionCell(const QKListMetrics& metrics, const CRect& cell);
+CRect QKCaptionCell(const QKListMetrics& metrics, const CRect& cell);  // by the type
 CRect QKIconBox(const QKListMetrics& metrics, const CRect& cell);
 
 bool QKIsPlaced(const QKListItem& entry);

@@ -1,0 +1,238 @@
+// What a list shows.
+#include <random>
+
+#include "list/list_kit.h"
+
+namespace {
+
+using kit::TestList;
+
+class ListDraw : public kit::HeadlessTest {};
+
+constexpr std::uint32_t kGround = 0xFF000000, kHover = 0xFF000040, kDown = 0xFF004000, kFocus = 0x80400000,
+                        kIcon = 0xFFFFFF00;
+
+struct Shown : kit::ListDialog {
+    Shown() {
+        SetBackColor(Gdiplus::Color(kGround), 1);
+        list.SetListType(QKLT_ICON);
+        list.SetArrange(0);
+        Open(0, 0);
+        AddQKItem(&list);
+        CRect place(0, 0, 200, 160);
+        list.SetRect(&place);
+        list.SetMouseMoveImage(Frames("hover", kHover));
+        list.SetMouseDownImage(Frames("down", kDown));
+        list.SetFouceImage(Frames("focus", kFocus));
+    }
+    static CStringArray Frames(const std::string& name, std::uint32_t colour) {
+        CStringArray paths;
+        for (int i = 0; i < 9; ++i)
+            paths.Add(kit::Solid(name, colour, 4, 4));
+        return paths;
+    }
+    void AddIcon(const CString& caption) {
+        QKListItem record;
+        kit::SetText(record.szText, caption);
+        record.pImage = new Gdiplus::Image(kit::Solid("icon", kIcon, 64, 64));
+        list.AddItem(&record, 1);
+    }
+    std::uint32_t At(int x, int y) {
+        Refresh();
+        return Pixel(x, y);
+    }
+    int Ink(const CRect& in, std::uint32_t ground = kGround) {
+        Refresh();
+        const Headless::Picture picture = Headless::Capture(m_hWnd);
+        int count = 0;
+        for (int y = in.top; y < in.bottom; ++y)
+            for (int x = in.left; x < in.right; ++x)
+                count += picture.At(x, y) != ground;
+        return count;
+    }
+    TestList list;
+};
+
+TEST_F(ListDraw, FramesFollowTheStates) {
+    Shown shown;
+    shown.AddIcon(u"");
+    QKListItem* entry = shown.list.GetItem(0);
+    struct Case {
+        const char* name;
+        int mouse, focus, selected;
+        std::uint32_t frame;
+    };
+    const Case cases[] = {
+        {"none", 0, 1, 1, kGround},
+        {"hover", 1, 1, 1, kHover},
+        {"pressed", 2, 1, 1, kDown},
+        {"selected", 0, 1, 0, 0xFF400000},
+        {"hover over selection", 1, 1, 0, kHover},
+        {"focus", 0, 0, 1, 0xFF400000},
+        {"focus and selection: twice", 0, 0, 0, 0xFF600000},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        entry->nMouseState = c.mouse;
+        entry->nFocusState = c.focus;
+        entry->nSelState = c.selected;
+        EXPECT_EQ(shown.At(0, 0), c.frame);
+        EXPECT_EQ(shown.At(74, 50), c.frame);
+        EXPECT_EQ(shown.At(75, 10), kGround);
+        EXPECT_EQ(shown.At(21, 3), kIcon);  // 32 pixels in the middle of 75
+        EXPECT_EQ(shown.At(52, 34), kIcon);
+        EXPECT_EQ(shown.At(20, 20), c.frame);
+        EXPECT_EQ(shown.At(53, 20), c.frame);
+    }
+    // Without caption there is no focus frame.
+    entry->bShowText = 0;
+    EXPECT_EQ(shown.At(0, 0), 0xFF400000U);
+    // In rows the icon starts nine pixels left of the row.
+    shown.list.ClearState();
+    shown.list.SetListType(QKLT_LIST);
+    CRect place(50, 10, 200, 60);
+    shown.list.SetRect(&place);
+    EXPECT_EQ(shown.At(41, 13), kIcon);
+    EXPECT_EQ(shown.At(58, 30), kIcon);
+    EXPECT_EQ(shown.At(59, 20), kGround);
+    EXPECT_EQ(shown.At(40, 20), kGround);
+    // Outside its list an entry is drawn all the same; unplaced, or of a hidden list, it is not.
+    shown.list.GetItem(0)->rcItem = CRect(150, 120, 160, 140);
+    EXPECT_EQ(shown.At(145, 125), kIcon);
+    shown.list.SetShow(0);
+    EXPECT_EQ(shown.At(145, 125), kGround);
+    shown.list.SetShow(1);
+    shown.list.SetListType(QKLT_BIGICON);
+    place = CRect(0, 0, 50, 50);
+    shown.list.SetArrange(1);
+    shown.list.SetRect(&place);
+    EXPECT_EQ(shown.Ink(CRect(0, 0, 200, 160)), 0);
+}
+
+TEST_F(ListDraw, CaptionsAreRenderedWhenSeenAndOnceForEach) {
+    Shown shown;
+    for (int i = 0; i < 400; ++i)
+        shown.AddIcon(CString("caption ") + CString(std::to_string(i).c_str()));
+    shown.Refresh();
+    const auto rendered = [&] {
+        int count = 0;
+        for (int i = 0; i < 400; ++i)
+            count += shown.list.Look(i).pTextImage != nullptr;
+        return count;
+    };
+    EXPECT_GE(rendered(), 4);
+    EXPECT_LE(rendered(), 12);
+    EXPECT_EQ(shown.list.Look(399).pTextImage, nullptr);
+    const std::uint64_t layouts = Gdiplus::GetDrawingCounters().textLayouts;
+    for (int i = 0; i < 5; ++i) {
+        shown.SetBackColor(Gdiplus::Color(0xFF000000U + static_cast<unsigned>(i)), 1);
+        shown.Refresh();
+    }
+    EXPECT_EQ(Gdiplus::GetDrawingCounters().textLayouts, layouts);
+    EXPECT_GT(shown.Ink(shown.list.Look(0).rcText, 0xFF000004), 30);
+    shown.list.GetItem(0)->bShowText = 0;
+    EXPECT_EQ(shown.Ink(shown.list.Look(0).rcText, 0xFF000004), 0);
+}
+
+TEST_F(ListDraw, CaptionsDroppedOutOfSightComeBackEqual) {
+    Shown shown;
+    for (int i = 0; i < 100; ++i)
+        shown.AddIcon(CString("a long caption ") + CString(std::to_string(i).c_str()));
+    shown.Refresh();
+    const auto moveTo = [&](int y) {
+        CRect place(0, y, 200, y + 160);
+        shown.list.SetRect(&place);
+        shown.Refresh();
+        shown.SetBackColor(Gdiplus::Color(kGround), y == 0);
+        shown.Refresh();
+    };
+    shown.list.SetListType(QKLT_ICON, 75, 84, 32, 32, 0, 8);  // captions are stretched from now on
+    moveTo(0);
+    const Headless::Picture before = Headless::Capture(shown.m_hWnd);
+    ASSERT_NE(shown.list.Look(0).pTextImage, nullptr);
+    EXPECT_NE(static_cast<int>(shown.list.Look(0).pTextImage->GetHeight()),
+              shown.list.Look(0).rcText.Height());
+    shown.list.SetCaptionLimit(0);
+    moveTo(-5000);
+    EXPECT_EQ(shown.list.Look(0).pTextImage, nullptr);
+    moveTo(0);
+    EXPECT_NE(shown.list.Look(0).pTextImage, nullptr);
+    EXPECT_EQ(Headless::Capture(shown.m_hWnd).argb, before.argb);
+}
+
+TEST_F(ListDraw, TheFocusedCaptionLiesAboveItsNeighbours) {
+    for (const int focused : {0, 1}) {
+        SCOPED_TRACE(focused);
+        Shown shown;
+        shown.list.SetFouceImage(Shown::Frames("opaque", 0xFF0000FF));
+        for (int i = 0; i < 2; ++i) {
+            shown.AddIcon(u"");
+            QKListItem* entry = shown.list.GetItem(i);
+            entry->rcItem = CRect(0, 0, 75, 74);
+            entry->rcMState = entry->rcFState = CRect(0, 0, 75, 74);
+        }
+        QKListItem* other = shown.list.GetItem(1 - focused);
+        other->nMouseState = 1;
+        shown.list.GetItem(focused)->nFocusState = 0;
+        EXPECT_EQ(shown.At(2, 2), 0xFF0000FFU);
+    }
+}
+
+// A long random life: the window shows what a frame composed from nothing shows.
+TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
+    std::mt19937 random(11);
+    const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
+    Shown shown;
+    shown.SetNoMove(1);
+    for (int i = 0; i < 30; ++i)
+        shown.AddIcon(CString(u"江 long caption w", roll(17)));
+    for (int step = 0; step < 400; ++step) {
+        QKListItem* entry = shown.list.GetItem(roll(shown.list.GetCount()));
+        const CPoint point(roll(200), roll(160));
+        switch (roll(12)) {
+            case 0:
+                entry->nSelState = roll(2);
+                break;
+            case 1:
+                entry->rcMState.OffsetRect(roll(9) - 4, roll(9) - 4);
+                break;
+            case 2:
+                kit::SetText(entry->szText, CString(u"another", roll(8)));
+                break;
+            case 3:
+                entry->bShowText = roll(2);
+                break;
+            case 4:
+                entry->rcItem.OffsetRect(roll(60) - 30, roll(60) - 30);
+                break;
+            case 5:
+                shown.OnLButtonDown(0, point);
+                break;
+            case 6:
+                shown.OnLButtonUp(0, point);
+                break;
+            case 7: {
+                CRect place(roll(60) - 30, roll(60) - 30, 200, 160);
+                shown.list.SetRect(&place);
+                break;
+            }
+            case 8:
+                shown.list.SetListType(static_cast<QKListType>(roll(3)));
+                break;
+            case 9:
+                shown.list.SetCaptionLimit(static_cast<std::size_t>(roll(40000)));
+                break;
+            default:
+                shown.OnMouseMove(0, point);
+        }
+        shown.Refresh();
+        const Headless::Picture mended = Headless::Capture(shown.m_hWnd);
+        shown.SetBackColor(Gdiplus::Color(kGround), 0);
+        shown.Refresh();
+        shown.SetBackColor(Gdiplus::Color(kGround), 1);
+        shown.Refresh();
+        ASSERT_EQ(Headless::Capture(shown.m_hWnd).argb, mended.argb) << "step " << step;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,205 @@
+// The collection: adoption and ownership, identifiers, order, and the selection.
+#include "list/list_kit.h"
+
+namespace {
+
+using kit::TestList;
+
+class ListModel : public kit::HeadlessTest {};
+
+std::u16string Order(const TestList& list) {
+    std::u16string names;
+    for (int i = 0; i < list.GetCount(); ++i)
+        names += list.Look(i).szText[0];
+    return names;
+}
+
+TEST_F(ListModel, AdoptsACopyAndLeavesTheStateBehind) {
+    Gdiplus::Bitmap bitmap(4, 3);
+    HICON icon;
+    ASSERT_EQ(bitmap.GetHICON(&icon), Gdiplus::Ok);
+    QKListItem record;
+    record.pImage = bitmap.Clone();
+    record.pImage2 = bitmap.Clone();
+    record.hIcon = icon;
+    record.nID = 77;
+    record.nUser1 = 1;
+    record.nUser5 = 5;
+    record.rcItem = CRect(1, 2, 3, 4);
+    record.rcMState = CRect(0, 0, 50, 50);
+    record.nSelState = record.nFocusState = record.bShowText = record.nClickSel = 0;
+    record.nMouseState = 2;
+    record.nAlpha = 3;
+    kit::SetText(record.szText, u"caption");
+    kit::SetText(record.szPath, u"/a/path");
+    kit::SetText(record.szTextCath, u"caption");
+    TestList list;
+    EXPECT_EQ(list.AddItem(&record, 0), 1);
+    EXPECT_EQ(record.pImage, nullptr);
+    EXPECT_EQ(record.pImage2, nullptr);
+    EXPECT_EQ(record.hIcon, icon);
+    EXPECT_FALSE(DestroyIcon(icon));  // gone already
+    const QKListItem& entry = list.Look(0);
+    ASSERT_NE(entry.pImage, nullptr);
+    ASSERT_NE(entry.pImage2, nullptr);
+    EXPECT_EQ(entry.pImage->GetWidth(), 4U);
+    EXPECT_TRUE(entry.hIcon);
+    const std::unique_ptr<Gdiplus::Bitmap> picture(Gdiplus::Bitmap::FromHICON(entry.hIcon));
+    EXPECT_EQ(picture->GetHeight(), 3U);
+    EXPECT_EQ(entry.nID, 0);
+    EXPECT_EQ(entry.nUser1 + entry.nUser5, 6);
+    EXPECT_EQ(entry.rcItem, CRect(1, 2, 3, 4));
+    EXPECT_TRUE(entry.rcMState.IsRectNull());
+    EXPECT_EQ(entry.nSelState + entry.nFocusState + entry.bShowText + entry.nClickSel, 4);
+    EXPECT_EQ(entry.nMouseState, 0);
+    EXPECT_EQ(entry.nAlpha, 255);
+    EXPECT_EQ(CString(entry.szText), u"caption");
+    EXPECT_EQ(CString(entry.szPath), u"/a/path");
+    EXPECT_EQ(entry.szTextCath[0], 0);
+    const HICON own = entry.hIcon;
+    list.RemoveAll();
+    EXPECT_FALSE(DestroyIcon(own));
+    // The record may be used again; a text without end is cut.
+    std::fill_n(record.szText, QKListItem::kTextUnits, u'x');
+    record.szText[QKListItem::kTextUnits - 1] = 0;
+    record.hIcon = HICON();
+    list.AddItem(&record, 0);
+    EXPECT_EQ(CString(list.Look(0).szText).GetLength(), 259);
+}
+
+TEST_F(ListModel, KeepsOrderAndIdentifiers) {
+    TestList list;
+    EXPECT_EQ(list.ComputerID(), 0);
+    EXPECT_EQ(list.GetItem(0), nullptr);
+    for (const LPCWSTR name : {u"a", u"b", u"c"})
+        list.Add(name);
+    EXPECT_EQ(list.Look(2).nID, 2);
+    EXPECT_EQ(list.ComputerID(), 3);
+    EXPECT_EQ(list.RemoveAt(list.GetItem(2), 1), 1);
+    list.Add(u"d");  // the freed identifier comes again
+    EXPECT_EQ(list.Look(2).nID, 2);
+    list.GetItem(0)->nID = 40;
+    EXPECT_EQ(list.ComputerID(), 41);
+
+    struct Case {
+        const char* name;
+        int index;
+        std::u16string order;
+    };
+    for (const Case& c : {Case{"front", 0, u"iabd"}, Case{"middle", 2, u"iaibd"}, Case{"end", 5, u"iaibdi"},
+                          Case{"negative", -1, u"iaibdii"}, Case{"beyond", 99, u"iaibdiii"}}) {
+        SCOPED_TRACE(c.name);
+        QKListItem record;
+        kit::SetText(record.szText, u"i");
+        list.InsertItem(&record, c.index);
+        EXPECT_EQ(Order(list), c.order);
+    }
+    QKListItem* first = list.GetItem(0);
+    QKListItem* last = list.GetItem(4);
+    EXPECT_EQ(list.ChangeItemPos(first, last), 0);
+    EXPECT_EQ(Order(list), u"daibiiii");
+    QKListItem stranger;
+    EXPECT_EQ(list.ChangeItemPos(first, &stranger), 0);
+    EXPECT_EQ(Order(list), u"daibiiii");
+    list.SetSel(&stranger, 1);
+    EXPECT_EQ(list.ItemInSelect(&stranger), 1);
+    EXPECT_EQ(list.RemoveAt(&stranger, 1), 0);  // no entry, but out of the selection
+    EXPECT_EQ(list.ItemInSelect(&stranger), 0);
+
+    // Taken out alive, and put into another's place.
+    QKListItem* taken = list.GetItem(1);
+    EXPECT_EQ(list.RemoveAt(taken, 0), 1);
+    EXPECT_EQ(Order(list), u"dibiiii");
+    QKListItem* replaced = list.GetItem(0);
+    list.SetItem(0, taken);
+    list.SetItem(-1, taken);
+    list.SetItem(99, taken);
+    list.SetItem(1, nullptr);
+    EXPECT_EQ(Order(list), u"aibiiii");
+    delete replaced;
+    list.SetItem(0, list.GetItem(2));  // twice in the list, and freed once
+    delete taken;
+    EXPECT_EQ(Order(list), u"bibiiii");
+    EXPECT_EQ(list.RemoveAt(list.GetItem(0), 1), 1);
+    EXPECT_EQ(Order(list), u"iiiii");
+    QKListItem* out = &stranger;
+    EXPECT_EQ(list.GetItem(5, &out), 0);
+    EXPECT_EQ(out, &stranger);
+    EXPECT_EQ(list.GetItem(4, &out), 1);
+    EXPECT_EQ(out, list.GetItem(4));
+}
+
+TEST_F(ListModel, FindsByCells) {
+    TestList list;
+    list.AddIn(CRect(10, 10, 20, 20));
+    list.AddIn(CRect(15, 15, 30, 30));
+    list.AddIn(CRect(5, 5, 5, 50));  // empty
+    QKListItem* out = nullptr;
+    struct Case {
+        CRect rect;
+        int index;
+    };
+    for (const Case& c : {Case{{0, 0, 11, 11}, 0}, Case{{0, 0, 10, 10}, -1}, Case{{20, 20, 21, 21}, 1},
+                          Case{{16, 16, 17, 17}, 0}, Case{{30, 0, 40, 40}, -1}, Case{{5, 5, 6, 50}, -1},
+                          Case{{12, 12, 12, 40}, -1}}) {
+        out = nullptr;
+        EXPECT_EQ(list.GetItemFromRect(&c.rect, out), c.index) << c.rect;
+        EXPECT_EQ(out, c.index < 0 ? nullptr : list.GetItem(c.index));
+    }
+    EXPECT_EQ(list.IsItemInPos(POINT{19, 19}), 1);
+    EXPECT_EQ(list.IsItemInPos(POINT{29, 14}), 0);
+    list.GetItem(0)->rcItem = CRect(100, 100, 110, 110);  // at any time
+    EXPECT_EQ(list.IsItemInPos(POINT{12, 12}), 0);
+    EXPECT_EQ(list.IsItemInPos(POINT{105, 105}), 1);
+}
+
+TEST_F(ListModel, SelectsInTwoPlaces) {
+    TestList list;
+    for (int i = 0; i < 4; ++i)
+        list.Add(u"x");
+    QKListItem* entry = list.GetItem(1);
+    EXPECT_EQ(list.SetSel(entry, 1), 1);
+    EXPECT_EQ(list.SetSel(entry, 1), 0);
+    EXPECT_EQ(entry->nSelState, 0);
+    EXPECT_EQ(list.ItemInSelect(entry), 1);
+    entry->nSelState = 1;  // by the host
+    EXPECT_EQ(list.SetSel(entry, 0), 0);
+    EXPECT_EQ(list.ItemInSelect(entry), 0);
+    EXPECT_EQ(list.UnSelRcItem(), 0);
+    EXPECT_EQ(list.SetSel(nullptr, 1), 0);
+    EXPECT_EQ(list.SetSel(9, 1), 0);
+    list.SetSel(0, 1);
+    list.SetSel(1, 1);
+    list.SetSignalSel(2);
+    EXPECT_EQ(list.Look(0).nSelState + list.Look(1).nSelState + list.Look(2).nSelState, 0);
+    EXPECT_EQ(list.UnSelRcItem(), 1);
+    EXPECT_EQ(list.ItemInSelect(entry), 0);
+    list.SelectAll();
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(list.Look(i).nSelState, 0);
+
+    list.GetItem(2)->nFocusState = 0;
+    kit::SetText(list.GetItem(2)->szTextCath, u"x");
+    list.GetItem(3)->nMouseState = 1;
+    list.GetItem(0)->nMouseState = 2;
+    EXPECT_EQ(list.RemoveMoveState(), 1);
+    EXPECT_EQ(list.Look(3).nMouseState, 0);
+    EXPECT_EQ(list.Look(0).nMouseState, 2);
+    EXPECT_EQ(list.RemoveMoveState(), 0);
+    EXPECT_EQ(list.ClearState(), 1);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(list.Look(i).nSelState + list.Look(i).nFocusState + list.Look(i).nMouseState, 2) << i;
+    EXPECT_EQ(list.Look(2).szTextCath[0], 0);
+    EXPECT_EQ(list.ClearState(), 0);
+
+    list.GetItem(1)->pAlphaImage = Gdiplus::Bitmap(1, 1).Clone();
+    list.GetItem(1)->nAlpha = 7;
+    EXPECT_EQ(list.ClearAlphImage(), 1);
+    EXPECT_EQ(list.Look(1).pAlphaImage, nullptr);
+    EXPECT_EQ(list.Look(1).nAlpha, 255);
+    EXPECT_EQ(list.ClearAlphImage(), 0);
+    EXPECT_EQ(list.SetTextCath(entry, u"new"), 1);
+    EXPECT_EQ(list.SetTextCath(entry, u"new"), 0);
+}
+
+}  // namespace

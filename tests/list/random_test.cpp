@@ -1,0 +1,583 @@
+// Long random lives of a list, beside a plain model of it that walks its entries from the first to the last
+// for every question. Both must agree about everything after every step.
+#include <map>
+#include <random>
+
+#include "list/list_kit.h"
+
+namespace {
+
+using kit::ListDialog;
+using kit::TestList;
+
+CRect NoPlace() {
+    return {-1, -1, -1, -1};
+}
+
+bool Meet(const CRect& a, const CRect& b) {
+    return !a.IsRectEmpty() && !b.IsRectEmpty() && a.left < b.right && b.left < a.right && a.top < b.bottom &&
+           b.top < a.bottom;
+}
+
+struct Plain {
+    int serial;
+    std::u16string text;
+    CRect item, caption, hit, focusRect;
+    int clickSel = 1, focus = 1, mouse = 0, unselected = 1, id = -1;
+    bool captionEmpty = true;
+};
+
+// The list as a record of settings and a walk.
+class Model {
+  public:
+    explicit Model(const TestList& list) : list_(list) {}
+
+    std::vector<Plain> entries;
+    std::vector<int> selection;  // serials
+    CRect place;
+    int type = 2, itemWidth = -1, itemHeight = 20, imageWidth = 18, imageHeight = 18, gapX = -1, gapY = 3;
+    int arrange = 0;
+    bool desktop = false;
+
+    int NextId() const {
+        int most = -1;
+        for (const Plain& e : entries)
+            most = std::max(most, e.id);
+        return most + 1;
+    }
+    bool Occupied(int x, int y) const {
+        return std::any_of(entries.begin(), entries.end(), [&](const Plain& e) {
+            return e.item.PtInRect(POINT{x, y});
+        });
+    }
+
+    void Measure(Plain& e) const {
+        Gdiplus::StringFormat format;
+        format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
+        const auto box = [&](float width, float height) {
+            return Gdiplus::GetTextExtent(e.text.empty() ? u"0" : e.text.c_str(), -1, list_.m_pFont.get(),
+                                          {0, 0, width, height}, &format)
+                .box;
+        };
+        const auto width = static_cast<float>(e.caption.Width());
+        const auto height = static_cast<float>(e.caption.Height());
+        const Gdiplus::RectF trimmed = box(width, height), whole = box(width, type == 2 ? height : 400);
+        if (type == 2) {
+            const auto row = [&](float right) {
+                CRect rect(e.item.left, e.item.top, static_cast<int>(right), e.item.bottom + 3);
+                if (rect.Width() < 80) rect.right = rect.left + 80;
+                return rect;
+            };
+            e.hit = row(static_cast<float>(imageWidth + 5 + e.item.left) + trimmed.Width + 5);
+            e.focusRect = row(static_cast<float>(imageWidth + 10 + e.item.left) + whole.Width);
+        } else {
+            const auto top = static_cast<float>(e.caption.top);
+            e.hit = CRect(e.item.left, e.item.top, e.item.right, static_cast<int>(top + trimmed.Height + 3));
+            e.focusRect =
+                CRect(e.item.left, e.item.top, e.item.right, static_cast<int>(top + whole.Height + 3));
+        }
+    }
+
+    void PutAt(Plain& e, int x, int y) {
+        if (type == 2) {
+            e.item = CRect(x, y, x + place.Width(), y + itemHeight);
+            e.caption = CRect(x + 5 + imageWidth, y + 4, x + place.Width() - imageWidth - 5, y + itemHeight);
+            e.captionEmpty = true;
+        } else {
+            PutInGrid(e, x, y);
+            return;
+        }
+        Measure(e);
+        Grow(e);
+    }
+    void PutInGrid(Plain& e, int x, int y) {
+        e.item = CRect(x, y, x + itemWidth, y + itemHeight);
+        e.caption = CRect(x, y + imageHeight + 3 + 5, x + itemWidth, y + itemHeight);
+        Measure(e);
+        Grow(e);
+    }
+    void Grow(const Plain& e) {
+        place.bottom = std::max(place.bottom, e.item.bottom);
+        place.right = std::max(place.right, e.item.right);
+    }
+
+    void PlaceFirstFree(Plain& e) {
+        const int stepX = gapX + itemWidth, stepY = gapY + itemHeight;
+        int x = place.left, y = place.top, along = 0;
+        if (type == 2) {
+            while (Occupied(x, y))
+                y += stepY;
+            PutAt(e, x, y);
+            return;
+        }
+        const int height = place.Height(), width = place.Width();
+        if (arrange == 0 ? height < stepY : width < stepX) return;
+        while (Occupied(x, y)) {
+            if (arrange == 0) {
+                const bool wraps = along + stepY > height - itemHeight;
+                y = wraps ? place.top : y + stepY;
+                x += wraps ? stepX : 0;
+                along = wraps ? 0 : along + stepY;
+            } else {
+                const bool wraps = along + stepX > width - itemWidth;
+                x = wraps ? place.left : x + stepX;
+                y += wraps ? stepY : 0;
+                along = wraps ? 0 : along + stepX;
+            }
+        }
+        PutInGrid(e, x, y);
+    }
+
+    void PlaceAtPoint(Plain& e, int px, int py) {
+        const int stepX = gapX + itemWidth, stepY = gapY + itemHeight, height = place.Height();
+        if (!desktop || height < stepY) return;
+        bool reached = py + stepY >= place.bottom || px < place.left || py < place.top || stepX <= 0;
+        int x = place.left, y = place.top, along = 0;
+        for (;;) {
+            if (CRect(x, y, x + stepX, y + stepY).PtInRect(POINT{px, py})) reached = true;
+            if (reached && !Occupied(x, y)) break;
+            const bool wraps = along + stepY > height - itemHeight;
+            y = wraps ? place.top : y + stepY;
+            x += wraps ? stepX : 0;
+            along = wraps ? 0 : along + stepY;
+        }
+        PutInGrid(e, x, y);
+    }
+
+    void LayOut() {
+        for (Plain& e : entries)
+            e.item = e.caption = e.hit = e.focusRect = NoPlace();
+        for (Plain& e : entries)
+            PlaceFirstFree(e);
+    }
+    void Heights() {
+        for (Plain& e : entries) {
+            e.item.bottom = e.item.top + itemHeight;
+            e.caption.top = e.item.top + imageHeight + 3 + 5;
+            e.caption.bottom = e.item.top + itemHeight;
+            Measure(e);
+        }
+    }
+
+    void Select(Plain& e, bool select) {
+        e.unselected = select ? 0 : 1;
+        const auto found = std::find(selection.begin(), selection.end(), e.serial);
+        if (select && found == selection.end()) selection.push_back(e.serial);
+        if (!select && found != selection.end()) selection.erase(found);
+    }
+    void UnselectAll() {
+        for (Plain& e : entries)
+            Select(e, false);
+    }
+    void Focus(Plain& e, int focus) {
+        e.focus = focus;
+        e.captionEmpty = true;
+    }
+    template <class Test>
+    Plain* First(Test test) {
+        for (Plain& e : entries)
+            if (test(e)) return &e;
+        return nullptr;
+    }
+    void Press(Plain& e) {
+        e.mouse = 2;
+        if (e.focus != 0) Focus(e, 0);
+    }
+
+    void Move(CPoint point) {
+        int hot = -1;
+        for (Plain& e : entries) {
+            if (!e.hit.PtInRect(point)) continue;
+            hot = e.id;
+            if (e.mouse == 1) continue;
+            e.mouse = 1;
+            break;
+        }
+        if (Plain* left = First([&](const Plain& e) { return e.mouse != 0 && e.id != hot; })) left->mouse = 0;
+    }
+    void Down(CPoint point) {
+        int hot = -1;
+        for (Plain& e : entries) {
+            if (!e.hit.PtInRect(point)) continue;
+            hot = e.id;
+            if (e.mouse == 2) continue;
+            Press(e);
+            if (e.unselected != 0) {
+                UnselectAll();
+                Select(e, true);
+            }
+            break;
+        }
+        if (Plain* before = First([&](const Plain& e) { return e.focus != 1 && e.id != hot; }))
+            Focus(*before, 1);
+    }
+    void Up(CPoint point) {
+        int hot = -1;
+        for (Plain& e : entries) {
+            if (!e.hit.PtInRect(point)) continue;
+            hot = e.id;
+            bool changed = e.mouse != 1;
+            e.mouse = 1;
+            if (e.clickSel) {
+                UnselectAll();
+                Select(e, true);
+                changed = true;
+            }
+            if (changed) break;
+        }
+        if (Plain* left = First([&](const Plain& e) { return e.mouse != 0 && e.id != hot; })) left->mouse = 0;
+    }
+    void Double(CPoint point) {
+        if (Plain* e = First([&](const Plain& at) { return at.hit.PtInRect(point) && at.mouse != 2; })) {
+            Press(*e);
+            if (e->unselected != 0) {
+                UnselectAll();
+                Select(*e, true);
+            }
+        }
+        if (Plain* focused = First([](const Plain& e) { return e.focus != 1; })) Focus(*focused, 1);
+    }
+    void RightDown(CPoint point) {
+        int hot = -1;
+        for (Plain& e : entries) {
+            if (!e.hit.PtInRect(point)) continue;
+            hot = e.id;
+            if (e.mouse == 2) continue;
+            Press(e);
+            break;
+        }
+        if (Plain* before = First([&](const Plain& e) { return e.focus != 1 && e.id != hot; }))
+            Focus(*before, 1);
+    }
+    void Band(const CRect& band) {
+        for (Plain& e : entries)
+            Select(e, Meet(band, e.hit));
+    }
+
+  private:
+    const TestList& list_;
+};
+
+class Life {
+  public:
+    explicit Life(unsigned seed) : random_(seed), model_(list_) {
+        dialog_.Create(kit::kDialogTemplate);
+        dialog_.SetNoMove(1);
+        dialog_.AddQKItem(&list_);
+        CRect place(0, 0, 300, 250);
+        list_.SetRect(&place);
+        model_.place = place;
+    }
+
+    void Step() {
+        switch (Roll(17)) {
+            case 0:
+            case 1:
+                return Add();
+            case 2:
+                return Insert();
+            case 3:
+                return Remove();
+            case 4:
+                return Swap();
+            case 5:
+                return Place();
+            case 6:
+                return Settings();
+            case 7:
+            case 8:
+                return HostChanges();
+            case 9:
+                return Select();
+            case 10:
+                return Band();
+            default:
+                return Pointer();
+        }
+    }
+
+    // Everything that can be asked, asked of both.
+    void Compare() {
+        ASSERT_EQ(list_.GetCount(), Count());
+        ASSERT_EQ(list_.Place(), model_.place);
+        ASSERT_EQ(list_.ComputerID(), model_.NextId());
+        int selected = 0, bottom = 0, right = 0;
+        for (int i = 0; i < Count(); ++i) {
+            SCOPED_TRACE("entry " + std::to_string(i));
+            const QKListItem& entry = list_.Look(i);
+            const Plain& plain = model_.entries[static_cast<std::size_t>(i)];
+            ASSERT_EQ(entry.nUser1, plain.serial);
+            ASSERT_EQ(entry.nID, plain.id);
+            ASSERT_EQ(entry.rcItem, plain.item);
+            ASSERT_EQ(entry.rcText, plain.caption);
+            ASSERT_EQ(entry.rcMState, plain.hit);
+            ASSERT_EQ(entry.rcFState, plain.focusRect);
+            ASSERT_EQ(entry.nMouseState, plain.mouse);
+            ASSERT_EQ(entry.nFocusState, plain.focus);
+            ASSERT_EQ(entry.nSelState, plain.unselected);
+            ASSERT_EQ(entry.szTextCath[0] == 0, plain.captionEmpty);
+            const auto& order = model_.selection;
+            ASSERT_EQ(list_.ItemInSelect(const_cast<QKListItem*>(&entry)),
+                      std::find(order.begin(), order.end(), plain.serial) != order.end());
+            selected += plain.unselected == 0;
+            bottom = std::max(bottom, plain.item.bottom);
+            right = std::max(right, plain.item.right);
+        }
+        ASSERT_EQ(dialog_.GetNumsSel(), selected);
+        ASSERT_EQ(list_.GetListMaxHeight(), bottom - model_.place.top);
+        ASSERT_EQ(list_.GetListMaxWidth(), right - model_.place.left);
+        const CPoint point(Roll(400) - 50, Roll(400) - 50);
+        ASSERT_EQ(list_.IsItemInPos(point) != 0, model_.Occupied(point.x, point.y));
+        if (Roll(4)) return;  // what it finds, it hands out
+        const CRect area(point, CSize(Roll(60), Roll(60)));
+        int first = -1;
+        for (int i = Count() - 1; i >= 0; --i)
+            if (Meet(area, model_.entries[static_cast<std::size_t>(i)].item)) first = i;
+        QKListItem* out = nullptr;
+        ASSERT_EQ(list_.GetItemFromRect(&area, out), first);
+    }
+
+  private:
+    int Roll(int sides) { return static_cast<int>(random_() % static_cast<unsigned>(sides)); }
+    int Count() const { return static_cast<int>(model_.entries.size()); }
+    Plain& Any(int& index) {
+        index = Roll(Count());
+        return model_.entries[static_cast<std::size_t>(index)];
+    }
+    std::u16string Words() {
+        return std::u16string(u"江 a caption of some words or more", static_cast<std::size_t>(Roll(34)));
+    }
+
+    QKListItem Record(Plain& plain) {
+        plain.serial = ++serial_;
+        plain.text = Words();
+        plain.id = model_.NextId();
+        QKListItem record;
+        record.nUser1 = plain.serial;
+        if (Roll(3) == 0) record.rcItem = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(120), Roll(120)));
+        plain.item = record.rcItem;
+        kit::SetText(record.szText, CString(plain.text.c_str()));
+        return record;
+    }
+    void Add() {
+        if (Count() > 60) return Remove();
+        Plain plain{};
+        QKListItem record = Record(plain);
+        if (Roll(3) == 0) {
+            const CPoint point(Roll(400) - 40, Roll(350) - 40);
+            list_.AddItem(&record, point.x, point.y);
+            model_.PlaceAtPoint(plain, point.x, point.y);
+        } else {
+            const int layout = Roll(4);
+            list_.AddItem(&record, layout);
+            if (layout) model_.PlaceFirstFree(plain);
+        }
+        model_.entries.push_back(plain);
+    }
+    void Insert() {
+        Plain plain{};
+        QKListItem record = Record(plain);
+        const int index = Roll(Count() + 3) - 1;
+        list_.InsertItem(&record, index);
+        model_.entries.insert(
+            index < 0 || index >= Count() ? model_.entries.end() : model_.entries.begin() + index, plain);
+        model_.LayOut();
+    }
+    void Remove() {
+        if (Count() == 0) return;
+        int index = 0;
+        Plain& plain = Any(index);
+        model_.Select(plain, false);
+        held_.erase(plain.serial);
+        EXPECT_EQ(list_.RemoveAt(list_.GetItem(index), 1), 1);
+        model_.entries.erase(model_.entries.begin() + index);
+    }
+    void Swap() {
+        if (Count() < 2) return;
+        const int a = Roll(Count()), b = Roll(Count());
+        list_.ChangeItemPos(list_.GetItem(a), list_.GetItem(b));
+        std::swap(model_.entries[static_cast<std::size_t>(a)], model_.entries[static_cast<std::size_t>(b)]);
+    }
+    void Place() {
+        switch (Roll(4)) {
+            case 0:
+                list_.ReSetPos(0);
+                return model_.Heights();
+            case 1:
+                list_.ReSetPos(1);
+                return model_.LayOut();
+            default: {
+                const CSize size = Roll(3) ? given_ : given_ = CSize(60 + Roll(400), 60 + Roll(300));
+                CRect place(CPoint(Roll(200) - 100, Roll(200) - 100), size);
+                model_.place = place;
+                list_.SetRect(&place);
+                return model_.LayOut();
+            }
+        }
+    }
+    void Settings() {
+        const int type = Roll(4);
+        switch (Roll(4)) {
+            case 0: {
+                const int columnsFirst = Roll(2);
+                list_.SetArrange(columnsFirst);
+                model_.arrange = !columnsFirst;
+                return;
+            }
+            case 1:
+                model_.desktop = Roll(2) != 0;
+                return list_.SetListMode(model_.desktop ? QKLIST_DESKTOP : QKLIST_NORMAL);
+            case 2:
+                SetModel(Roll(3), 30 + Roll(60), 40 + Roll(60), 16 + Roll(20), 16 + Roll(20), Roll(12) - 4,
+                         Roll(12) - 4);
+                return list_.SetListType(static_cast<QKListType>(model_.type), model_.itemWidth,
+                                         model_.itemHeight, model_.imageWidth, model_.imageHeight,
+                                         model_.gapX, model_.gapY);
+            default:
+                if (type == 0) SetModel(0, 75, 90, 48, 48, 2, 10);
+                if (type == 1) SetModel(1, 75, 74, 32, 32, 0, 8);
+                if (type > 1) SetModel(2, -1, 20, 18, 18, -1, 3);
+                list_.SetListType(static_cast<QKListType>(model_.type));
+                return model_.LayOut();
+        }
+    }
+    void SetModel(int type, int itemWidth, int itemHeight, int imageWidth, int imageHeight, int gapX,
+                  int gapY) {
+        model_.type = type;
+        model_.itemWidth = itemWidth;
+        model_.itemHeight = itemHeight;
+        model_.imageWidth = imageWidth;
+        model_.imageHeight = imageHeight;
+        model_.gapX = gapX;
+        model_.gapY = gapY;
+    }
+    // Through a pointer got now, or long ago.
+    void HostChanges() {
+        if (Count() == 0) return;
+        int index = 0;
+        Plain& plain = Any(index);
+        QKListItem*& held = held_[plain.serial];
+        if (!held) held = list_.GetItem(index);
+        QKListItem& entry = *held;
+        switch (Roll(9)) {
+            case 0:
+                entry.rcItem.OffsetRect(Roll(100) - 50, Roll(100) - 50);
+                plain.item = entry.rcItem;
+                return;
+            case 1:
+                plain.hit = entry.rcMState = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
+                return;
+            case 2:
+                plain.caption = entry.rcText = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
+                return;
+            case 3:
+                plain.mouse = entry.nMouseState = Roll(3);
+                return;
+            case 4:
+                plain.focus = entry.nFocusState = Roll(2);
+                return;
+            case 5:
+                plain.unselected = entry.nSelState = Roll(2);
+                return;
+            case 6:
+                plain.id = entry.nID = Roll(80);
+                return;
+            case 7:
+                plain.clickSel = entry.nClickSel = Roll(2);
+                kit::SetText(entry.szTextCath, u"k");
+                plain.captionEmpty = false;
+                return;
+            default:
+                plain.text = Words();
+                kit::SetText(entry.szText, CString(plain.text.c_str()));
+                list_.ReCalcStateRect(&entry);
+                model_.Measure(plain);
+        }
+    }
+    void Select() {
+        if (Count() == 0) return;
+        int index = 0;
+        Plain& plain = Any(index);
+        switch (Roll(8)) {
+            case 0:
+                list_.SelectAll();
+                for (Plain& e : model_.entries)
+                    model_.Select(e, true);
+                return;
+            case 1:
+                list_.UnSelRcItem();
+                return model_.UnselectAll();
+            case 2:
+                list_.ClearState();
+                model_.UnselectAll();
+                for (Plain& e : model_.entries) {
+                    if (e.focus != 1) model_.Focus(e, 1);
+                    e.mouse = 0;
+                }
+                model_.selection.clear();
+                return;
+            case 3:
+                list_.RemoveMoveState();
+                for (Plain& e : model_.entries)
+                    e.mouse = e.mouse == 1 ? 0 : e.mouse;
+                return;
+            default: {
+                const int select = Roll(2);
+                EXPECT_EQ(list_.SetSel(index, select), plain.unselected != !select);
+                model_.Select(plain, select != 0);
+            }
+        }
+    }
+    void Band() {
+        const CPoint corner(Roll(300), Roll(250));
+        dialog_.m_rcSel = CRect(corner, CSize(Roll(4) ? Roll(200) : 0, Roll(200)));
+        dialog_.CaleSelItem();
+        model_.Band(dialog_.m_rcSel);
+        dialog_.m_rcSel.SetRectEmpty();
+    }
+    void Pointer() {
+        const CPoint point(Roll(400) - 50, Roll(350) - 50);
+        const CRect place = list_.Place();
+        switch (Roll(6)) {
+            case 0:
+                dialog_.MoveLDownList(&list_, place, point);
+                return model_.Down(point);
+            case 1:
+                dialog_.MoveUpList(&list_, place, point);
+                return model_.Up(point);
+            case 2:
+                dialog_.MoveLDBClickList(&list_, place, point);
+                return model_.Double(point);
+            case 3:
+                dialog_.MoveRDownList(&list_, place, point);
+                return model_.RightDown(point);
+            default:
+                dialog_.MoveOnList(&list_, place, point);
+                return model_.Move(point);
+        }
+    }
+
+    std::mt19937 random_;
+    ListDialog dialog_;
+    TestList list_;
+    Model model_;
+    std::map<int, QKListItem*> held_;
+    CSize given_{300, 250};
+    int serial_ = 0;
+};
+
+class RandomList : public kit::HeadlessTest, public ::testing::WithParamInterface<unsigned> {};
+
+TEST_P(RandomList, AnswersAsAWalkWould) {
+    Life life(GetParam());
+    for (int step = 0; step < 4000; ++step) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        life.Step();
+        life.Compare();
+        if (HasFatalFailure() || HasNonfatalFailure()) return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomList, ::testing::Values(1U, 2U, 3U, 4U, 5U, 6U));
+
+}  // namespace
