@@ -114,10 +114,10 @@ void ChoicesPage::AddColumns() {
 void ChoicesPage::AddVariants() {
     AddLabel(*shell_, TextStyle::Title, CRect(grid::kLeft, kLower, grid::kContentRight, kLower + 28),
              u"Where the text stands");
-    const int top = kLower + 36;
-    Add<Well>(*shell_).PlaceAt(CRect(grid::kLeft, top, grid::kContentRight, top + 2 * kRow + 24));
-    const auto place = [top](int row) {
-        const int y = top + 12 + row * kRow + (kRow - skin::kChoice.height) / 2;
+    constexpr int kTop = kLower + 36;
+    Add<Well>(*shell_).PlaceAt(CRect(grid::kLeft, kTop, grid::kContentRight, kTop + 2 * kRow + 24));
+    const auto place = [](int row) {
+        const int y = kTop + 12 + row * kRow + (kRow - skin::kChoice.height) / 2;
         return CRect(grid::kLeft + 16, y, grid::kContentRight - 16, y + skin::kChoice.height);
     };
     sideBySide_ = &AddChoice<Box>(place(0), u"Frames side by side: the text starts right of the whole strip");
@@ -126,7 +126,7 @@ void ChoicesPage::AddVariants() {
     shifted_ = &AddChoice<Box>(place(1), u"Stacked, with 88 pixels between box and text");
     shifted_->SetTextInerLeft(88);
     shifted_->SetCheck(1);
-    const int below = top + 2 * kRow + 24 + 12;
+    const int below = kTop + 2 * kRow + 24 + 12;
     AddLabel(*shell_, TextStyle::Note, CRect(grid::kLeft, below, grid::kContentRight, below + 20),
              u"The whole item takes the pointer, text and all. Its colour follows: over, and pressed.");
 }

@@ -78,13 +78,12 @@ QKProgress& ProgressPage::AddBar(const CRect& place, bool cool) {
 }
 
 void ProgressPage::AddMain() {
-    const int top = grid::kTop;
-    AddLabel(*shell_, TextStyle::Title, CRect(grid::kLeft, top, grid::kContentRight, top + 28),
+    AddLabel(*shell_, TextStyle::Title, CRect(grid::kLeft, grid::kTop, grid::kContentRight, grid::kTop + 28),
              u"Moved by buttons");
-    const int middle = top + 34 + skin::kWideButton.height / 2;
-    const auto button = [this, top](int left, LPCWSTR caption, int by) {
+    const int middle = grid::kTop + 34 + skin::kWideButton.height / 2;
+    const auto button = [this](int left, LPCWSTR caption, int by) {
         TextButton& added = Add<TextButton>(*shell_);
-        Dress(added, CPoint(left, top + 34), caption);
+        Dress(added, CPoint(left, grid::kTop + 34), caption);
         added.OnClick([this, by] { Move(by); });
         return &added;
     };

@@ -111,10 +111,10 @@ void TextsPage::AddAlignments() {
 void TextsPage::AddButtons() {
     AddLabel(*shell_, TextStyle::Title,
              CRect(grid::kLeft, kButtonsTop, grid::kContentRight, kButtonsTop + 28), u"Text buttons");
-    const int top = kButtonsTop + 36;
-    const auto add = [this, top](int column, LPCWSTR caption) {
+    constexpr int kTop = kButtonsTop + 36;
+    const auto add = [this](int column, LPCWSTR caption) {
         TextButton& button = Add<TextButton>(*shell_);
-        Dress(button, CPoint(grid::kLeft - 4 + column * 144, top), caption);
+        Dress(button, CPoint(grid::kLeft - 4 + column * 144, kTop), caption);
         button.Load(IDP_STRIP_3, 3);
         return &button;
     };
