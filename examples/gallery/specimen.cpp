@@ -56,7 +56,7 @@ Headless::Picture SpecimenWindow::Capture() {
 std::vector<Specimen> AllSpecimens() {
     std::vector<Specimen> all;
     for (const auto family : {ButtonSpecimens, TextSpecimens, ChoiceSpecimens, ImageSpecimens,
-                              ProgressSpecimens, ScrollSpecimens, FrameSpecimens}) {
+                              ProgressSpecimens, ScrollSpecimens, FrameSpecimens, ListSpecimens}) {
         std::vector<Specimen> some = family();
         std::move(some.begin(), some.end(), std::back_inserter(all));
     }

@@ -62,6 +62,7 @@ std::vector<Specimen> ImageSpecimens();
 std::vector<Specimen> ProgressSpecimens();
 std::vector<Specimen> ScrollSpecimens();
 std::vector<Specimen> FrameSpecimens();
+std::vector<Specimen> ListSpecimens();
 
 std::vector<Specimen> AllSpecimens();
 
