@@ -36,6 +36,7 @@
 #define IDP_TAB_PROGRESS 234
 #define IDP_TAB_SCROLLING 235
 #define IDP_TAB_FRAMES 236
+#define IDP_TAB_LIST 237
 // The vertical strips of one to five frames.
 #define IDP_STRIP_1 221
 #define IDP_STRIP_2 222

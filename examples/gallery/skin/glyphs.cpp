@@ -210,6 +210,18 @@ void DrawFrames(cairo_t* context, Colour colour) {
     Stroke(context, WithAlpha(colour, colour.alpha * 0.6), 1.3);
 }
 
+// Icons with their captions.
+void DrawList(cairo_t* context, Colour colour) {
+    for (const double x : {-10.5, 1.5})
+        for (const double y : {-10.5, 1.5}) {
+            RoundedBox({x, y, 9, 6}, 1.8)(context);
+            Fill(context, colour);
+            cairo_move_to(context, x + 1.2, y + 8.4);
+            cairo_line_to(context, x + 7.8, y + 8.4);
+            Stroke(context, WithAlpha(colour, colour.alpha * 0.65), 1.4);
+        }
+}
+
 }  // namespace
 
 void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, Colour colour) {
@@ -274,6 +286,9 @@ void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, C
             break;
         case Glyph::Frames:
             DrawFrames(context, colour);
+            break;
+        case Glyph::List:
+            DrawList(context, colour);
             break;
     }
     cairo_pop_group_to_source(context);

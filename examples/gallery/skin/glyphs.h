@@ -24,6 +24,7 @@ enum class Glyph {
     Progress,
     Scrolling,
     Frames,
+    List,
 };
 
 // Draws the glyph centred on (x, y) in a square of `size` pixels, in one colour.
