@@ -175,14 +175,19 @@ void QKListEntries::CountId(int id, int change) {
 QKListItem* QKListEntries::HandOut(QKListNode& node) {
     Settle(node);
     Resolve(node);
-    if (!node.handedOut) handedOut_.push_back(&node);
-    node.handedOut = true;
+    if (!node.handedOut) {
+        node.handedOut = true;
+        node.handedOutAt = handedOut_.size();
+        handedOut_.push_back(&node);
+    }
     return node.item;
 }
 
 void QKListEntries::StopHandingOut(QKListNode& node) {
     if (!node.handedOut) return;
-    std::erase(handedOut_, &node);
+    handedOut_.back()->handedOutAt = node.handedOutAt;
+    handedOut_[node.handedOutAt] = handedOut_.back();
+    handedOut_.pop_back();
     node.handedOut = false;
 }
 

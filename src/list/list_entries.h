@@ -2,6 +2,7 @@
 // of the collection from its head would give.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <list>
 #include <map>
@@ -139,7 +140,7 @@ class QKListEntries {
     void FindExtent();
 
     QKCaptionStyle style_;
-    std::vector<std::unique_ptr<QKListNode>> nodes_;
+    std::deque<std::unique_ptr<QKListNode>> nodes_;  // both ends are cheap to change
     std::unordered_multimap<const QKListItem*, QKListNode*> byItem_;
     std::vector<QKListNode*> handedOut_;
 

@@ -25,8 +25,9 @@ struct QKListNode {
     CPoint origin;                   // that the record's rectangles were last written for
     std::uint64_t captionEpoch = 0;  // that the record's rendered caption was last emptied for
     bool placed = true;
-    bool measured = true;    // the record's state rectangles are what its caption makes them
-    bool handedOut = false;  // the host holds the record and may change it at any time
+    bool measured = true;         // the record's state rectangles are what its caption makes them
+    bool handedOut = false;       // the host holds the record and may change it at any time
+    std::size_t handedOutAt = 0;  // among those
 
     // The rendered caption, while it is kept.
     bool hasCaption = false;
