@@ -12,7 +12,9 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kChunk = std::size_t{1} << 20;
+// A stream is read in pieces that grow with what came, as most pictures are small.
+constexpr std::size_t kLeastChunk = std::size_t{16} << 10;
+constexpr std::size_t kMostChunk = std::size_t{1} << 20;
 
 class File {
   public:
@@ -54,11 +56,12 @@ Gdiplus::Status ReadAll(IStream& stream, std::vector<std::uint8_t>& bytes) {
     for (;;) {
         const std::size_t had = bytes.size();
         if (had > kMaxEncodedBytes) return Gdiplus::OutOfMemory;
-        bytes.resize(had + kChunk);
+        const std::size_t chunk = std::clamp(had, kLeastChunk, kMostChunk);
+        bytes.resize(had + chunk);
         ULONG count = 0;
-        const HRESULT result = stream.Read(bytes.data() + had, static_cast<ULONG>(kChunk), &count);
+        const HRESULT result = stream.Read(bytes.data() + had, static_cast<ULONG>(chunk), &count);
         if (FAILED(result)) return Gdiplus::GenericError;
-        bytes.resize(had + std::min<std::size_t>(count, kChunk));
+        bytes.resize(had + std::min<std::size_t>(count, chunk));
         if (count == 0 || result == S_FALSE) break;
     }
     bytes.shrink_to_fit();

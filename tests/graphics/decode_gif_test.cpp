@@ -1,6 +1,8 @@
 // Animated pictures: composition, order of access, timing and damage.
+#include <chrono>
 #include <numeric>
 
+#include "fuzz/gif_writer.h"
 #include "graphics/decode_kit.h"
 #include "platform/graphics/counters.h"
 #include "platform/graphics/pixel_memory.h"
@@ -110,6 +112,73 @@ TEST(DecodeGif, FramesAreTheSameInEveryOrderOfAccess) {
         EXPECT_EQ(opened.picture->Frame(-1), nullptr);
         EXPECT_EQ(opened.picture->Frame(last + 1), nullptr);
         if (testing::Test::HasFailure()) return;
+    }
+}
+
+// Every size of code, early and late clears, none at first, no end; every disposal, the reserved ones too;
+// extensions of all kinds between the frames, and tables of all sizes. The model is the fuzz target's.
+TEST(DecodeGif, SoundFilesOfEveryMakeShowWhatWasWritten) {
+    int sound = 0;
+    for (std::uint32_t seed = 1; seed <= 400; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        kit::Dice dice(seed);
+        Bytes recipe(150);
+        for (std::uint8_t& byte : recipe)
+            byte = static_cast<std::uint8_t>(dice.Between(0, 255));
+        recipe[0] = static_cast<std::uint8_t>((recipe[0] & 0x7F) | 0x10);  // colours; no damage
+        recipe[3] %= 5;
+        fuzz::Input input(recipe.data(), recipe.size());
+        const fuzz::Animation made = fuzz::GifWriter(input).Write();
+        const kit::Opened opened = kit::Open(made.bytes);
+        if (!made.isSound) continue;
+        ++sound;
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_EQ(opened.picture->Delays(), made.hasDelays ? made.delays : std::vector<std::uint32_t>());
+        ASSERT_EQ(opened.picture->FrameCount(), static_cast<int>(made.frames.size()));
+        for (int i = 0; i < opened.picture->FrameCount(); ++i) {
+            const auto frame = opened.picture->Frame(i);
+            ASSERT_NE(frame, nullptr);
+            ASSERT_EQ(kit::PixelsOf(*frame).words, made.frames[static_cast<std::size_t>(i)]) << i;
+        }
+    }
+    EXPECT_GT(sound, 50);
+}
+
+// What stands between two frames, the second of which has a delay of its own.
+TEST(DecodeGif, WhatStandsBetweenFramesIsReadAsLongAsItMakesSense) {
+    GifFile file{2, 2, kColours, -1, {kit::SolidGifImage(0, 0, 2, 2, 1)}, false};
+    const Bytes first = kit::Gif(file);
+    file.images.push_back(kit::SolidGifImage(0, 0, 2, 2, 2));
+    file.images[1].delay = 9;
+    Bytes second = kit::Gif(file);
+    second.erase(second.begin(), second.begin() + static_cast<std::ptrdiff_t>(first.size()));
+    const std::vector<std::uint32_t> kBoth = {0, 9};
+    struct Case {
+        const char* what;
+        Bytes between;
+        int frames;
+        std::vector<std::uint32_t> delays;
+        bool endsThere = false;
+    };
+    for (const Case& c :
+         {Case{"nothing", {}, 2, kBoth}, Case{"a comment without a block", {0x21, 0xFE, 0}, 2, kBoth},
+          Case{"a control without a block", {0x21, 0xF9, 0}, 2, kBoth},
+          Case{"an application without a name", {0x21, 0xFF, 0}, 2, kBoth},
+          Case{"a short control", {0x21, 0xF9, 2, 0, 0, 0}, 2, kBoth},
+          Case{"a long control", {0x21, 0xF9, 6, 0, 7, 0, 0, 1, 2, 0}, 2, kBoth},
+          Case{"two controls", {0x21, 0xF9, 4, 4, 7, 0, 0, 0, 0x21, 0xF9, 4, 8, 8, 0, 0, 0}, 2, kBoth},
+          Case{"padding", Bytes(40, 0), 2, kBoth},
+          Case{"a control without a frame", {0x21, 0xF9, 4, 0, 7, 0, 0, 0}, 1, {}, true},
+          Case{"a broken control", {0x21, 0xF9, 4, 0}, 1, {}, true}, Case{"the end", {0x3B}, 1, {}},
+          Case{"garbage", {0x99}, 1, {}}}) {
+        SCOPED_TRACE(c.what);
+        Bytes bytes = first;
+        bytes.insert(bytes.end(), c.between.begin(), c.between.end());
+        if (!c.endsThere) bytes.insert(bytes.end(), second.begin(), second.end());
+        const kit::Opened opened = kit::Open(bytes);
+        ASSERT_NE(opened.picture, nullptr);
+        EXPECT_EQ(opened.picture->FrameCount(), c.frames);
+        EXPECT_EQ(opened.picture->Delays(), c.delays);
     }
 }
 
@@ -253,6 +322,35 @@ TEST(DecodeGif, FramesAreDecodedOnDemandAndKeptWithinBounds) {
             EXPECT_LE(decoded() - start, most) << i;
         }
     }
+}
+
+// Thousands of frames that claim the whole of a large screen and hold next to nothing: going to the last one
+// cost as much as clearing the screen for each, and as looking through all of them for each.
+TEST(DecodeGif, EmptyFramesCostNothing) {
+    constexpr int kSide = 2000;
+    constexpr std::size_t kFrames = 20'000;
+    GifFile file{kSide, kSide, kColours, -1, {kit::SolidGifImage(0, 0, 1, 1, 1)}, false};
+    Bytes bytes = kit::Gif(file);
+    for (const unsigned disposal : {0U, 2U, 3U})
+        for (std::size_t i = 0; i < kFrames; ++i) {
+            const Bytes frame = kit::ByteWriter()
+                                    .Long(0x0004F921 | disposal << 26)
+                                    .Long(0)
+                                    .Byte(0x2C)
+                                    .Long(0)
+                                    .Word(kSide)
+                                    .Word(kSide - i % 2)
+                                    .Long(0x00000104)
+                                    .Take();
+            bytes.insert(bytes.end(), frame.begin(), frame.end());
+        }
+    const kit::Opened opened = kit::Open(bytes);
+    ASSERT_NE(opened.picture, nullptr);
+    ASSERT_EQ(opened.picture->FrameCount(), static_cast<int>(3 * kFrames + 1));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(opened.picture->Frame(opened.picture->FrameCount() - 1), nullptr);
+    EXPECT_NE(opened.picture->Frame(0), nullptr);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 // Each of these once asked for memory or time beyond its worth.

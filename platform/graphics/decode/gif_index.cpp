@@ -31,6 +31,14 @@ GifDisposal DisposalOf(unsigned packed) {
     }
 }
 
+// The most pixels that so many bytes of codes can stand for, when the first codes have `codeBits` bits: a
+// code stands for one pixel more than the code before it at best, and for 4096 at most.
+std::int64_t MostPixels(std::size_t bytes, unsigned codeBits) {
+    constexpr std::int64_t kLongest = 4096;
+    const std::int64_t codes = static_cast<std::int64_t>(bytes) * 8 / codeBits;
+    return codes < kLongest ? codes * (codes + 1) / 2 : codes * kLongest;
+}
+
 class Walker {
   public:
     explicit Walker(std::span<const std::uint8_t> bytes) : reader_(bytes) {}
@@ -49,6 +57,7 @@ class Walker {
   private:
     // What a graphic control extension says about the frame that follows it.
     struct Control {
+        bool isStored = false;
         unsigned packed = 0;
         std::uint32_t delay = 0;
         int transparent = -1;
@@ -88,12 +97,14 @@ class Walker {
     }
 
     bool ReadExtension() {
-        switch (reader_.Byte()) {
+        const std::uint8_t label = reader_.Byte();
+        const std::span<const std::uint8_t> first = reader_.Take(reader_.Byte());
+        switch (label) {
             case kGraphicControl:
-                ReadControl(reader_.Take(reader_.Byte()));
+                ReadControl(first);
                 break;
             case kApplication:
-                ReadApplication(reader_.Take(reader_.Byte()));
+                ReadApplication(first);
                 break;
             case kPlainText:  // not shown; the control before it was meant for it
                 control_ = Control();
@@ -101,7 +112,7 @@ class Walker {
             default:
                 break;
         }
-        return SkipBlocks();
+        return first.empty() ? !reader_.Overran() : SkipBlocks();  // an empty block ends the chain
     }
 
     void ReadControl(std::span<const std::uint8_t> block) {
@@ -109,7 +120,7 @@ class Walker {
         control_.packed = block[0];
         control_.delay = block[1] | (std::uint32_t{block[2]} << 8U);
         control_.transparent = (block[0] & 1U) != 0 ? block[3] : -1;
-        hasDelays_ = true;
+        control_.isStored = true;
     }
 
     void ReadApplication(std::span<const std::uint8_t> block) {
@@ -128,13 +139,18 @@ class Walker {
         frame.width = reader_.Word();
         frame.height = reader_.Word();
         reader_.Skip(ColourTableBytes(reader_.Byte()));
-        reader_.Skip(1);  // bits of a code
+        const unsigned codeBits = reader_.Byte() + 1U;
+        const std::size_t codesAt = reader_.At();
         if (!SkipBlocks()) return false;
         frame.end = reader_.At();
+        // Neither memory nor time is spent on what cannot come out whole.
+        if (std::int64_t{frame.width} * frame.height > MostPixels(frame.end - codesAt, codeBits))
+            frame.width = frame.height = 0;
         frame.transparent = control_.transparent;
         frame.disposal = DisposalOf(control_.packed);
         index_.frames.push_back(frame);
         index_.delays.push_back(control_.delay);
+        hasDelays_ = hasDelays_ || control_.isStored;
         control_ = Control();
         return true;
     }

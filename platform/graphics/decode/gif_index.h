@@ -15,7 +15,8 @@ enum class GifDisposal : std::uint8_t { Keep, Clear, Restore };
 struct GifFrame {
     std::size_t begin = 0;  // of its image descriptor
     std::size_t end = 0;    // after its last data block
-    // Its place on the screen, which it may leave; up to 65535 each.
+    // Its place on the screen, which it may leave; up to 65535 each. Without size when there is too little
+    // data for any picture of its size.
     int left = 0;
     int top = 0;
     int width = 0;
@@ -33,8 +34,8 @@ struct GifIndex {
     int loopCount = -1;                 // as stored, 0 for ever; -1 when not stored
 };
 
-// Walks the blocks without decoding pixels. A file that breaks off gives the frames whose data is complete;
-// nothing when there is not one.
+// Walks the blocks without decoding pixels. A file that breaks off, or stops making sense, gives the frames
+// whose data is complete; nothing when there is not one.
 std::optional<GifIndex> IndexGif(std::span<const std::uint8_t> bytes);
 
 }  // namespace platform

@@ -1,7 +1,7 @@
 #include "platform/graphics/decode/gif_picture.h"
 
 #include <algorithm>
-#include <optional>
+#include <new>
 #include <utility>
 
 #include "platform/graphics/counters.h"
@@ -31,7 +31,7 @@ std::unique_ptr<EncodedPicture> GifPicture::Open(std::vector<std::uint8_t> bytes
     return picture;
 }
 
-std::shared_ptr<Surface> GifPicture::Frame(int index) {
+std::shared_ptr<Surface> GifPicture::Frame(int index) try {
     if (index < 0 || index >= FrameCount()) return nullptr;
     Compose(index);
     if (damaged_[static_cast<std::size_t>(index)]) return nullptr;
@@ -41,6 +41,9 @@ std::shared_ptr<Surface> GifPicture::Frame(int index) {
         std::copy_n(At(0, y), Width(), surface->Row(y));
     surface->Touch();
     return surface;
+} catch (const std::bad_alloc&) {
+    shown_ = -1;  // whatever the screen shows now
+    return nullptr;
 }
 
 GifPicture::Place GifPicture::PlaceOf(const GifFrame& frame) const {
@@ -63,35 +66,30 @@ bool GifPicture::StartsAnew(int index) const {
 }
 
 void GifPicture::Compose(int index) {
-    for (int start = StartFor(index); start >= 0 && !Restart(start);)
-        start = StartFor(index);
+    const int reachable = shown_ <= index ? shown_ : -1;
+    for (int start = index; start > reachable && !Restart(start); --start) {
+    }
     while (shown_ < index) {
         Dispose(shown_);
-        KeepScreen(++shown_);
-        Draw(shown_);
+        KeepScreen(shown_ + 1);
+        Show(shown_ + 1, Unpack(shown_ + 1));
     }
 }
 
-// The frame to start again from, or -1 when going on from the shown frame is shortest.
-int GifPicture::StartFor(int index) const {
-    const int reachable = shown_ <= index ? shown_ : -1;
-    for (int start = index; start > reachable; --start) {
-        if (StartsAnew(start) || kept_.contains(start)) return start;
-    }
-    return -1;
-}
-
-// Shows a frame without composing those before it. False when the frame turns out to be damaged and so to
-// need them after all; the screen then shows nothing.
+// Shows a frame without composing those before it. False, with the screen as it was, when it needs them.
 bool GifPicture::Restart(int index) {
-    if (const auto found = kept_.find(index); found != kept_.end()) {
-        screen_ = found->second;
-    } else {
+    const auto kept = kept_.find(index);
+    if (kept == kept_.end() && !StartsAnew(index)) return false;
+    const std::optional<GifPixels> pixels = Unpack(index);
+    if (kept != kept_.end()) {
+        screen_ = kept->second;
+    } else if (StartsAnew(index)) {  // still, now that its pixels are known
         std::fill(screen_.begin(), screen_.end(), 0U);
+    } else {
+        return false;
     }
-    Draw(index);
-    shown_ = StartsAnew(index) || kept_.contains(index) ? index : -1;
-    return shown_ == index;
+    Show(index, pixels);
+    return true;
 }
 
 void GifPicture::Dispose(int index) {
@@ -101,7 +99,7 @@ void GifPicture::Dispose(int index) {
     if (frame.disposal == GifDisposal::Clear) {
         for (int y = place.top; y < place.bottom; ++y)
             std::fill_n(At(place.left, y), width, 0U);
-    } else if (frame.disposal == GifDisposal::Restore) {
+    } else if (!under_.empty()) {
         const std::uint32_t* from = under_.data();
         for (int y = place.top; y < place.bottom; ++y, from += width) {
             std::copy_n(from, width, At(place.left, y));
@@ -114,23 +112,27 @@ void GifPicture::KeepScreen(int index) {
     kept_.try_emplace(index, screen_);
 }
 
-void GifPicture::Draw(int index) {
+// Nothing for a damaged frame, which is known as such from then on.
+std::optional<GifPixels> GifPicture::Unpack(int index) {
     const auto at = static_cast<std::size_t>(index);
-    const GifFrame& frame = index_.frames[at];
+    if (damaged_[at]) return std::nullopt;
+    std::optional<GifPixels> pixels = UnpackGifFrame(bytes_, index_.screenEnd, index_.frames[at]);
+    damaged_[at] = !pixels;
+    if (pixels) ++Gdiplus::Counters().decodedFrames;
+    return pixels;
+}
+
+void GifPicture::Show(int index, const std::optional<GifPixels>& pixels) {
+    const GifFrame& frame = index_.frames[static_cast<std::size_t>(index)];
     under_.clear();
-    if (frame.disposal == GifDisposal::Restore) {
+    if (pixels && frame.disposal == GifDisposal::Restore) {
         const Place place = PlaceOf(frame);
         for (int y = place.top; y < place.bottom; ++y) {
             under_.insert(under_.end(), At(place.left, y), At(place.left, y) + (place.right - place.left));
         }
     }
-    if (damaged_[at]) return;
-    if (const std::optional<GifPixels> pixels = UnpackGifFrame(bytes_, index_.screenEnd, frame)) {
-        ++Gdiplus::Counters().decodedFrames;
-        Paste(frame, *pixels);
-    } else {
-        damaged_[at] = true;
-    }
+    if (pixels) Paste(frame, *pixels);
+    shown_ = index;
 }
 
 void GifPicture::Paste(const GifFrame& frame, const GifPixels& pixels) {

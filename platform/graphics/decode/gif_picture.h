@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/graphics/decode/gif_index.h"
@@ -37,11 +38,11 @@ class GifPicture final : public EncodedPicture {
     bool Covers(int index) const;
     bool StartsAnew(int index) const;
     void Compose(int index);
-    int StartFor(int index) const;
     bool Restart(int index);
     void Dispose(int index);
     void KeepScreen(int index);
-    void Draw(int index);
+    std::optional<GifPixels> Unpack(int index);
+    void Show(int index, const std::optional<GifPixels>& pixels);
     void Paste(const GifFrame& frame, const GifPixels& pixels);
     std::uint32_t* At(int x, int y) {
         return screen_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(index_.width) +
@@ -54,7 +55,7 @@ class GifPicture final : public EncodedPicture {
     int keepEvery_ = 0;          // frames; 0 when not even one screen may be kept
     int shown_ = -1;             // the frame on the screen, -1 for none
     Screen screen_;
-    Screen under_;                // what the shown frame covers, when it asks to be taken off again
+    Screen under_;                // what the shown frame covers, when it is to be taken off again
     std::map<int, Screen> kept_;  // by frame: the screen that it is drawn on
 };
 

@@ -1,5 +1,6 @@
 #include "platform/graphics/decode/picture.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/graphics/decode/gif_picture.h"
@@ -9,7 +10,7 @@
 
 namespace platform {
 
-std::unique_ptr<EncodedPicture> OpenPicture(std::vector<std::uint8_t> bytes, Gdiplus::Status& status) {
+std::unique_ptr<EncodedPicture> OpenPicture(std::vector<std::uint8_t> bytes, Gdiplus::Status& status) try {
     const PictureKind kind = RecognisePicture(bytes);
     switch (kind) {
         case PictureKind::Unknown:
@@ -22,6 +23,9 @@ std::unique_ptr<EncodedPicture> OpenPicture(std::vector<std::uint8_t> bytes, Gdi
         default:
             return StillPicture::Open(kind, std::move(bytes), &DecodeStill, status);
     }
+} catch (const std::bad_alloc&) {
+    status = Gdiplus::OutOfMemory;
+    return nullptr;
 }
 
 }  // namespace platform

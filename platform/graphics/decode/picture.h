@@ -32,7 +32,8 @@ class EncodedPicture {
 
 // Recognises the format by content. Null with `status` set to OutOfMemory, UnknownImageFormat (unknown,
 // damaged, or beyond the limits) otherwise. Whatever can be shown of a truncated picture that its decoder
-// accepts is shown.
+// accepts is shown. Of an animated one the frames that are whole play, and only they are counted: broken off
+// within its first frame it is damaged. A damaged frame between others is counted, and never shown.
 std::unique_ptr<EncodedPicture> OpenPicture(std::vector<std::uint8_t> bytes, Gdiplus::Status& status);
 
 // Straight-alpha PNG of a surface.
