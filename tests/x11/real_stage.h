@@ -29,6 +29,11 @@ class RealStage final : public Stage {
         session_.Xdotool({down ? "mousedown" : "mouseup", std::to_string(button)});
         Settle();
     }
+    void DoubleClick() override {
+        std::this_thread::sleep_for(std::chrono::milliseconds(550));
+        session_.Xdotool({"click", "--repeat", "2", "--delay", "60", "1"});
+        Settle();
+    }
     void Key(UINT, const std::string& name) override {
         session_.Xdotool({"key", name});
         Settle();

@@ -18,6 +18,7 @@ class Stage {
     virtual ~Stage() = default;
     virtual void MovePointer(int x, int y) = 0;
     virtual void Button(int button, bool down) = 0;
+    virtual void DoubleClick() = 0;
     virtual void Key(UINT virtualKey, const std::string& name) = 0;
     // Until nothing waits and the screen shows everything.
     virtual void Settle() = 0;
@@ -39,6 +40,9 @@ Told Play(Stage& stage);
 // Another one: a dialog of a style with items of every kind, and what the pointer makes of some. Its pictures
 // show the screen, or in LAY_OPAQUE the window by itself.
 Told PlayItems(Stage& stage, QKLayStyle style);
+
+// And one of an icon list under the pointer: hover, clicks, a rubber band, a double click.
+Told PlayList(Stage& stage);
 
 // A file for what was told, so that two processes can compare.
 bool Save(const Told& told, const std::string& path);

@@ -1,5 +1,5 @@
 // Plays a story in memory and leaves what it told in the file named on the command line: the first, or that
-// of the items with the style whose number follows.
+// of the items with the style whose number follows, or that of the list for "list".
 #include "x11/scenario.h"
 
 #include <cstdlib>
@@ -15,6 +15,13 @@ class HeadlessStage final : public scenario::Stage {
         else
             Headless::ButtonUp(button);
         Headless::Advance(600);  // two presses are never a double click here
+    }
+    void DoubleClick() override {
+        for (int i = 0; i < 2; ++i) {
+            Headless::ButtonDown();
+            Headless::ButtonUp();
+        }
+        Headless::Advance(600);
     }
     void Key(UINT virtualKey, const std::string&) override {
         Headless::KeyDown(virtualKey);
@@ -37,8 +44,10 @@ class HeadlessStage final : public scenario::Stage {
 int main(int count, char** arguments) {
     if (count < 2 || !Headless::Use(scenario::kScreenWidth, scenario::kScreenHeight)) return 2;
     HeadlessStage stage;
+    const std::string story = count > 2 ? arguments[2] : "";
     const scenario::Told told =
-        count == 2 ? scenario::Play(stage)
-                   : scenario::PlayItems(stage, static_cast<QKLayStyle>(std::atoi(arguments[2])));
+        story.empty()     ? scenario::Play(stage)
+        : story == "list" ? scenario::PlayList(stage)
+                          : scenario::PlayItems(stage, static_cast<QKLayStyle>(std::atoi(story.c_str())));
     return scenario::Save(told, arguments[1]) ? 0 : 1;
 }
