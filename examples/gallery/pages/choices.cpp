@@ -121,6 +121,7 @@ void ChoicesPage::AddVariants() {
         return CRect(grid::kLeft + 16, y, grid::kContentRight - 16, y + skin::kChoice.height);
     };
     sideBySide_ = &AddChoice<Box>(place(0), u"Frames side by side: the text starts right of the whole strip");
+    sideBySide_->DestroyCheckImage();  // another SetImage does not free it
     sideBySide_->SetImage(SkinFile("check_box_h.png"), SkinFile("check_mark.png"),
                           static_cast<QKButton::QKBT_IMGS>(kFrames), QKButton::QKBT_HORIZONTAL);
     shifted_ = &AddChoice<Box>(place(1), u"Stacked, with 88 pixels between box and text");
