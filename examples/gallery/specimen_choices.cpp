@@ -85,6 +85,7 @@ void ShowGroups(SpecimenWindow& window) {
 
 std::vector<Specimen> ChoiceSpecimens() {
     const auto sideBySide = [](QKCheckBox& box) {
+        box.DestroyCheckImage();  // another SetImage does not free it
         box.SetImage(SkinFile("check_box_h.png"), SkinFile("check_mark.png"), QKButton::QKBT_IMGS_5,
                      QKButton::QKBT_HORIZONTAL);
     };
