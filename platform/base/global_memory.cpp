@@ -52,13 +52,11 @@ struct Blocks {
     HandleTable<HGLOBAL, Block> table;
 };
 
+// Never destroyed: a host's static objects may still hold blocks when the process ends.
 Blocks& TheBlocks() {
-    static Blocks blocks;
-    return blocks;
+    static Blocks* const blocks = new Blocks;
+    return *blocks;
 }
-
-// Made when the library loads, so that it outlives every static object of the host.
-[[maybe_unused]] Blocks& madeAtLoad = TheBlocks();
 
 // Calls f with the block under the lock; false with the last error when the handle is stale.
 template <class F>

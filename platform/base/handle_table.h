@@ -21,6 +21,13 @@ class HandleTable {
         if (free_.empty()) {
             index = static_cast<std::uint32_t>(slots_.size());
             slots_.push_back({});
+            // Removing needs no memory, then.
+            try {
+                free_.reserve(slots_.capacity());
+            } catch (...) {
+                slots_.pop_back();
+                throw;
+            }
         } else {
             index = free_.back();
             free_.pop_back();

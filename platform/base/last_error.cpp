@@ -19,6 +19,8 @@ const char* ErrorText(DWORD error) {
             return "No error.";
         case ERROR_FILE_NOT_FOUND:
             return "The file was not found.";
+        case ERROR_ACCESS_DENIED:
+            return "Another program holds it.";
         case ERROR_INVALID_HANDLE:
             return "The handle is empty, or its object is gone.";
         case ERROR_NOT_ENOUGH_MEMORY:
@@ -31,6 +33,10 @@ const char* ErrorText(DWORD error) {
             return "The request is not supported here.";
         case ERROR_INVALID_PARAMETER:
             return "A parameter is outside its range.";
+        case ERROR_MOD_NOT_FOUND:
+            return "A library that this needs is not installed.";
+        case ERROR_INVALID_PIXEL_FORMAT:
+            return "The display server is not supported: it has no pixels of 32 bits.";
         case ERROR_CONNECTION_UNAVAIL:
             return "No display server can be reached, or it went away.";
         case ERROR_INVALID_WINDOW_HANDLE:

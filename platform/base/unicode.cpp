@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <limits>
 
 #include <platform/text.h>
 
@@ -26,6 +28,43 @@ Lead LeadOf(unsigned char byte) {
     if (byte < 0xF4) return {3, 0x80, 0xBF};
     if (byte == 0xF4) return {3, 0x80, 0x8F};
     return {0, 0, 0};
+}
+
+// Widens the ASCII characters that a text begins with, and returns how many they are.
+std::size_t WidenAscii(std::string_view bytes, char16_t* to) {
+    constexpr std::size_t kBlock = 16;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::size_t done = 0;
+    for (; done + kBlock <= bytes.size(); done += kBlock) {
+        std::uint64_t halves[2];
+        std::memcpy(halves, bytes.data() + done, kBlock);
+        if ((halves[0] | halves[1]) & kHighBits) break;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            to[done + i] = static_cast<unsigned char>(bytes[done + i]);
+    }
+    for (; done < bytes.size() && static_cast<unsigned char>(bytes[done]) < 0x80; ++done)
+        to[done] = static_cast<unsigned char>(bytes[done]);
+    return done;
+}
+
+// Needs room for as many units as there are bytes, which is never too little. Returns the units written.
+std::size_t DecodeUtf8To(std::string_view bytes, char16_t* to) {
+    char16_t* const first = to;
+    while (!bytes.empty()) {
+        const std::size_t plain = WidenAscii(bytes, to);
+        to += plain;
+        bytes.remove_prefix(plain);
+        if (bytes.empty()) break;
+        const Decoded next = DecodeUtf8(bytes, 0);
+        bytes.remove_prefix(next.length);
+        if (next.codePoint < 0x10000) {
+            *to++ = static_cast<char16_t>(next.codePoint);
+        } else {
+            *to++ = static_cast<char16_t>(0xD800 + ((next.codePoint - 0x10000) >> 10));
+            *to++ = static_cast<char16_t>(0xDC00 + ((next.codePoint - 0x10000) & 0x3FF));
+        }
+    }
+    return static_cast<std::size_t>(to - first);
 }
 
 }  // namespace
@@ -87,13 +126,8 @@ void AppendUtf16(std::u16string& out, char32_t codePoint) {
 }
 
 std::u16string Utf16FromUtf8(std::string_view bytes) {
-    std::u16string out;
-    out.reserve(bytes.size());  // never more units than bytes
-    for (std::size_t i = 0; i < bytes.size();) {
-        const Decoded next = DecodeUtf8(bytes, i);
-        AppendUtf16(out, next.codePoint);
-        i += next.length;
-    }
+    std::u16string out(bytes.size(), u'\0');
+    out.resize(DecodeUtf8To(bytes, out.data()));
     return out;
 }
 
@@ -119,5 +153,10 @@ std::string ToUtf8(std::u16string_view text) {
 }
 
 CString FromUtf8(std::string_view bytes) {
-    return CString(std::u16string_view(platform::Utf16FromUtf8(bytes)));
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return CString(std::u16string_view(platform::Utf16FromUtf8(bytes)));
+    CString text;  // decoded in place, since it may be long
+    const std::size_t length = platform::DecodeUtf8To(bytes, text.GetBuffer(static_cast<int>(bytes.size())));
+    text.ReleaseBuffer(static_cast<int>(length));
+    return text;
 }

@@ -6,7 +6,7 @@
 
 #include <platform/window.h>
 
-#include "platform/resources/byte_reader.h"
+#include "platform/base/byte_reader.h"
 
 namespace platform {
 namespace {
@@ -32,7 +32,7 @@ DialogUnits ReadPlace(ByteReader& reader) {
 
 // A menu or a window class, where an empty text says "none".
 ResourceName ReadOptionalName(ByteReader& reader) {
-    ResourceName name = reader.Name();
+    ResourceName name = ReadName(reader);
     return !name.IsNumber() && name.Text().empty() ? ResourceName() : name;
 }
 
@@ -52,10 +52,8 @@ std::vector<BYTE> ReadCreationData(ByteReader& reader, bool extended) {
     std::size_t size = reader.Word();
     // The classic size counts its own word.
     if (!extended) size = std::max<std::size_t>(size, 2) - 2;
-    std::vector<BYTE> data;
-    for (const std::byte value : reader.Bytes(size))
-        data.push_back(std::to_integer<BYTE>(value));
-    return data;
+    const std::span<const BYTE> data = reader.Bytes(size);
+    return {data.begin(), data.end()};
 }
 
 DialogControl ReadControl(ByteReader& reader, bool extended) {
@@ -71,8 +69,8 @@ DialogControl ReadControl(ByteReader& reader, bool extended) {
     }
     control.place = ReadPlace(reader);
     control.id = extended ? reader.Dword() : reader.Word();
-    control.windowClass = reader.Name();
-    control.title = reader.Name();
+    control.windowClass = ReadName(reader);
+    control.title = ReadName(reader);
     control.creationData = ReadCreationData(reader, extended);
     return control;
 }

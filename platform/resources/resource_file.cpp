@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/resources/byte_reader.h"
+#include "platform/base/byte_reader.h"
 
 namespace platform {
 namespace {
@@ -13,8 +13,8 @@ std::optional<ResourceEntry> ReadEntry(ByteReader& reader) {
     const DWORD dataSize = reader.Dword();
     const DWORD headerSize = reader.Dword();
     ResourceEntry entry;
-    entry.type = reader.Name();
-    entry.name = reader.Name();
+    entry.type = ReadName(reader);
+    entry.name = ReadName(reader);
     reader.AlignToDword();
     reader.Dword();  // version of the data
     reader.Word();   // memory flags, without meaning here
@@ -22,7 +22,7 @@ std::optional<ResourceEntry> ReadEntry(ByteReader& reader) {
     reader.Dword();  // version
     reader.Dword();  // characteristics
     if (reader.Failed() || reader.Position() - start != headerSize) return std::nullopt;
-    entry.data = reader.Bytes(dataSize);
+    entry.data = std::as_bytes(reader.Bytes(dataSize));
     if (reader.Failed()) return std::nullopt;
     reader.SkipPadding();
     return entry;

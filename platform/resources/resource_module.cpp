@@ -1,14 +1,9 @@
 #include "platform/resources/resource_module.h"
 
-#include <functional>
-#include <string_view>
+#include <string>
 #include <utility>
 
 namespace platform {
-
-std::size_t ResourceNameHash::operator()(const ResourceName& name) const {
-    return name.IsNumber() ? std::hash<WORD>()(name.Number()) : std::hash<std::u16string_view>()(name.Text());
-}
 
 ResourceName Folded(const ResourceName& name) {
     if (name.IsNumber()) return name;

@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <span>
-#include <string>
-#include <unordered_map>
 #include <vector>
 
 #include <platform/resources.h>
@@ -15,10 +14,6 @@
 #include "platform/resources/resource_file.h"
 
 namespace platform {
-
-struct ResourceNameHash {
-    std::size_t operator()(const ResourceName& name) const;
-};
 
 // The name with its ASCII letters in upper case, as two names are compared.
 [[nodiscard]] ResourceName Folded(const ResourceName& name);
@@ -48,10 +43,8 @@ class ResourceModule {
     }
 
   private:
-    template <class T>
-    using Map = std::unordered_map<ResourceName, T, ResourceNameHash>;
-
-    Map<Map<Resource>> types_;
+    // In order: no choice of names makes looking them up slow.
+    std::map<ResourceName, std::map<ResourceName, Resource>> types_;
     std::optional<LoadedObject> object_;
 };
 

@@ -1,6 +1,7 @@
 // The name of a resource, of a resource type, or of a control's window class: a number or a text.
 #pragma once
 
+#include <compare>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -8,6 +9,8 @@
 #include <platform/types.h>
 
 namespace platform {
+
+class ByteReader;
 
 class ResourceName {
   public:
@@ -23,10 +26,13 @@ class ResourceName {
         return IsNumber() ? std::u16string_view() : std::u16string_view(std::get<std::u16string>(value_));
     }
     // Exact: letters compare with their case.
-    friend bool operator==(const ResourceName&, const ResourceName&) = default;
+    friend auto operator<=>(const ResourceName&, const ResourceName&) = default;
 
   private:
     std::variant<WORD, std::u16string> value_;
 };
+
+// The mark 0xFFFF and a number, or a terminated text.
+[[nodiscard]] ResourceName ReadName(ByteReader& reader);
 
 }  // namespace platform

@@ -7,6 +7,7 @@
 
 #include "platform/base/global_memory.h"
 #include "platform/base/handle_table.h"
+#include "platform/resources/module_file.h"
 #include "platform/resources/resource_module.h"
 
 namespace platform {
@@ -20,9 +21,6 @@ struct FoundResource {
 
 // Locked for every call: plugins register from whichever thread loads them.
 struct Registry {
-    // Unloading withdraws blocks: touched here, their table is made first and goes last.
-    Registry() { WithdrawGlobal(nullptr); }
-
     std::mutex mutex;
     HandleTable<HMODULE, ResourceModule> modules;
     HandleTable<HRSRC, FoundResource> found;
@@ -55,15 +53,36 @@ struct Registry {
     }
 };
 
+// Never destroyed: modules register and unregister while static objects are made and destroyed.
 Registry& TheRegistry() {
-    static Registry registry;
-    return registry;
+    static Registry* const registry = new Registry;
+    return *registry;
 }
 
-// Made when the library loads, so that it outlives every static object of the host.
-[[maybe_unused]] Registry& madeAtLoad = TheRegistry();
+// What follows a file in a path that leads into it; empty when it does not.
+std::optional<std::string> RestBehind(const std::string& path, const std::string& file) {
+    if (file.empty() || !path.starts_with(file + "/")) return std::nullopt;
+    return path.substr(file.size() + 1);
+}
 
 }  // namespace
+
+std::optional<FileInModule> FindModuleOfPath(const std::string& path) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    std::vector<HMODULE> order{registry.Current()};
+    order.insert(order.end(), registry.order.begin(), registry.order.end());
+    for (const HMODULE module : order) {
+        const ResourceModule* const found = registry.modules.Find(module);
+        if (!found || !found->Object()) continue;
+        const std::string& file = found->Object()->path;
+        std::optional<std::string> rest = RestBehind(path, file);
+        if (!rest) rest = RestBehind(path, file.substr(file.rfind('/') + 1));
+        if (rest) return FileInModule{module, *rest};
+    }
+    return std::nullopt;
+}
+
 }  // namespace platform
 
 using platform::Registry;

@@ -1,6 +1,10 @@
 // The .res parser on files that end early, lie or are damaged at random.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -151,18 +155,42 @@ TEST(ResourceFile, LyingSizesAreRefused) {
     }
 }
 
-// Only the first of a hundred thousand entries of one name is kept, and all are found in one pass.
-TEST(ResourceFile, ManyEntriesAndLongNames) {
+// Different names of eight units that the standard library gives one hash: of the two words that a name is
+// made of, the second undoes what the first did.
+std::vector<std::u16string> NamesOfOneHash(std::size_t count) {
+    constexpr std::uint64_t multiplier = 0xC6A4A7935BD1E995, inverse = 0x5F7A0EA7E59B19BD;
+    const auto shifted = [](std::uint64_t value) { return value ^ (value >> 47); };
+    std::mt19937_64 random(2);
+    std::vector<std::u16string> names;
+    while (names.size() < count) {
+        std::uint64_t words[2] = {random(), 0};
+        const std::uint64_t first = shifted(words[0] * multiplier) * multiplier;
+        const std::uint64_t between = ((0xC70F6907 ^ 16 * multiplier) ^ first) * multiplier;
+        words[1] = shifted(between * inverse) * inverse;
+        char16_t units[8];
+        std::memcpy(units, words, sizeof units);
+        if (std::none_of(units, units + 8,
+                         [](char16_t u) { return u == 0 || u == 0xFFFF || (u >= u'a' && u <= u'z'); }))
+            names.emplace_back(units, 8);
+    }
+    return names;
+}
+
+// Only the first of many entries of one name is kept, and all are found, however they are named: minutes, if
+// each was compared with all others.
+TEST(ResourceFile, ManyEntriesOfAnyNames) {
     ResourceWriter writer;
     writer.Opening();
-    const std::u16string name(60, u'n');
-    for (int i = 0; i < 50000; ++i)
-        writer.Entry(10, 1, u"", i ? "late" : "early").Entry(10, static_cast<WORD>(i), name, "x");
+    const std::vector<std::u16string> names = NamesOfOneHash(100000);
+    EXPECT_EQ(std::hash<std::u16string>()(names[0]), std::hash<std::u16string>()(names[1]));
+    for (const std::u16string& name : names)
+        writer.Entry(10, 1, u"", &name == &names[0] ? "early" : "late").Entry(10, 0, name, "x");
     const HMODULE module = RegisterModuleResources(writer.bytes.data(), writer.bytes.size());
     ASSERT_TRUE(module);
     const HRSRC first = FindResourceW(module, MAKEINTRESOURCE(1), RT_RCDATA);
     EXPECT_EQ(SizeofResource(module, first), 5u);
-    EXPECT_TRUE(FindResourceW(module, std::u16string(60, u'N').c_str(), RT_RCDATA));
+    for (const std::u16string& name : names)
+        ASSERT_TRUE(FindResourceW(module, name.c_str(), RT_RCDATA));
     UnregisterModuleResources(module);
 }
 

@@ -1,4 +1,4 @@
-#include "platform/resources/byte_reader.h"
+#include "platform/base/byte_reader.h"
 
 #include <algorithm>
 
@@ -22,12 +22,12 @@ DWORD ByteReader::Little(std::size_t count) {
     DWORD value = 0;
     if (!Fits(count)) return value;
     for (std::size_t i = count; i > 0; --i)
-        value = (value << 8) | std::to_integer<DWORD>(bytes_[position_ + i - 1]);
+        value = (value << 8) | bytes_[position_ + i - 1];
     position_ += count;
     return value;
 }
 
-std::span<const std::byte> ByteReader::Bytes(std::size_t count) {
+std::span<const std::uint8_t> ByteReader::Bytes(std::size_t count) {
     if (!Fits(count)) return {};
     position_ += count;
     return bytes_.subspan(position_ - count, count);
@@ -38,15 +38,6 @@ std::u16string ByteReader::Text() {
     for (WORD unit = Word(); unit != 0; unit = Word())
         text.push_back(unit);
     return failed_ ? std::u16string() : text;
-}
-
-ResourceName ByteReader::Name() {
-    constexpr std::byte mark{0xFF};
-    if (Left() >= 2 && bytes_[position_] == mark && bytes_[position_ + 1] == mark) {
-        Word();
-        return ResourceName(Word());
-    }
-    return ResourceName(Text());
 }
 
 void ByteReader::AlignToDword() {
