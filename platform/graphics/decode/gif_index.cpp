@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/graphics/decode/byte_reader.h"
+#include "platform/base/byte_reader.h"
 
 namespace platform {
 namespace {
@@ -69,20 +69,20 @@ class Walker {
         index_.height = reader_.Word();
         const unsigned packed = reader_.Byte();
         reader_.Skip(2 + ColourTableBytes(packed));
-        index_.screenEnd = reader_.At();
-        return !reader_.Overran();
+        index_.screenEnd = reader_.Position();
+        return !reader_.Failed();
     }
 
     // False at the end, and where the blocks stop making sense.
     bool ReadRecord() {
-        const std::size_t begin = reader_.At();
+        const std::size_t begin = reader_.Position();
         switch (reader_.Byte()) {
             case kExtension:
                 return ReadExtension();
             case kImage:
                 return ReadImage(begin);
             case 0:  // padding that some encoders leave between blocks
-                return !reader_.Overran();
+                return !reader_.Failed();
             case kTrailer:
             default:
                 return false;
@@ -93,12 +93,12 @@ class Walker {
     bool SkipBlocks() {
         while (const std::size_t length = reader_.Byte())
             reader_.Skip(length);
-        return !reader_.Overran();
+        return !reader_.Failed();
     }
 
     bool ReadExtension() {
         const std::uint8_t label = reader_.Byte();
-        const std::span<const std::uint8_t> first = reader_.Take(reader_.Byte());
+        const std::span<const std::uint8_t> first = reader_.Bytes(reader_.Byte());
         switch (label) {
             case kGraphicControl:
                 ReadControl(first);
@@ -112,7 +112,7 @@ class Walker {
             default:
                 break;
         }
-        return first.empty() ? !reader_.Overran() : SkipBlocks();  // an empty block ends the chain
+        return first.empty() ? !reader_.Failed() : SkipBlocks();  // an empty block ends the chain
     }
 
     void ReadControl(std::span<const std::uint8_t> block) {
@@ -127,7 +127,7 @@ class Walker {
         const std::string_view name(reinterpret_cast<const char*>(block.data()), block.size());
         if (name != "NETSCAPE2.0" && name != "ANIMEXTS1.0") return;
         ByteReader ahead = reader_;
-        const std::span<const std::uint8_t> loop = ahead.Take(ahead.Byte());
+        const std::span<const std::uint8_t> loop = ahead.Bytes(ahead.Byte());
         if (loop.size() >= 3 && loop[0] == 1) index_.loopCount = loop[1] | (loop[2] << 8);
     }
 
@@ -140,9 +140,9 @@ class Walker {
         frame.height = reader_.Word();
         reader_.Skip(ColourTableBytes(reader_.Byte()));
         const unsigned codeBits = reader_.Byte() + 1U;
-        const std::size_t codesAt = reader_.At();
+        const std::size_t codesAt = reader_.Position();
         if (!SkipBlocks()) return false;
-        frame.end = reader_.At();
+        frame.end = reader_.Position();
         // Neither memory nor time is spent on what cannot come out whole.
         if (std::int64_t{frame.width} * frame.height > MostPixels(frame.end - codesAt, codeBits))
             frame.width = frame.height = 0;

@@ -6,7 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/graphics/decode/byte_reader.h"
+#include "platform/base/byte_reader.h"
 #include "platform/graphics/decode/still_picture.h"
 #include "platform/graphics/pixel_rows.h"
 
@@ -43,15 +43,15 @@ std::optional<IconEntry> ReadPngEntry(std::span<const std::uint8_t> bytes) {
 
 std::optional<IconEntry> ReadBitmapEntry(std::span<const std::uint8_t> bytes) {
     ByteReader reader(bytes);
-    const std::uint32_t headerBytes = reader.DoubleWord();
-    const std::uint32_t width = reader.DoubleWord();
-    const std::uint32_t twiceHeight = reader.DoubleWord();  // the picture's and the mask's
+    const std::uint32_t headerBytes = reader.Dword();
+    const std::uint32_t width = reader.Dword();
+    const std::uint32_t twiceHeight = reader.Dword();  // the picture's and the mask's
     reader.Skip(2);
     const int depth = reader.Word();
-    const std::uint32_t compression = reader.DoubleWord();
+    const std::uint32_t compression = reader.Dword();
     reader.Skip(12);
-    std::uint32_t colours = reader.DoubleWord();
-    if (reader.Overran() || headerBytes < 40 || headerBytes > bytes.size() || compression != 0) {
+    std::uint32_t colours = reader.Dword();
+    if (reader.Failed() || headerBytes < 40 || headerBytes > bytes.size() || compression != 0) {
         return std::nullopt;
     }
     constexpr std::array kDepths = {1, 4, 8, 16, 24, 32};
@@ -69,12 +69,13 @@ std::optional<IconEntry> ReadBitmapEntry(std::span<const std::uint8_t> bytes) {
 
 std::vector<IconEntry> ReadDirectory(std::span<const std::uint8_t> bytes) {
     std::vector<IconEntry> entries;
-    ByteReader reader(bytes, 4);
-    for (int count = reader.Word(); count > 0 && !reader.Overran(); --count) {
+    ByteReader reader(bytes);
+    reader.Skip(4);
+    for (int count = reader.Word(); count > 0 && !reader.Failed(); --count) {
         reader.Skip(8);
-        const std::uint32_t length = reader.DoubleWord();
-        const std::uint32_t offset = reader.DoubleWord();
-        if (reader.Overran() || offset >= bytes.size()) continue;
+        const std::uint32_t length = reader.Dword();
+        const std::uint32_t offset = reader.Dword();
+        if (reader.Failed() || offset >= bytes.size()) continue;
         const auto data = bytes.subspan(offset, std::min<std::size_t>(length, bytes.size() - offset));
         const bool isPng = RecognisePicture(data) == PictureKind::Png;
         if (const auto entry = isPng ? ReadPngEntry(data) : ReadBitmapEntry(data)) entries.push_back(*entry);
@@ -103,8 +104,8 @@ struct BitRows {
 std::optional<BitRows> TakeRows(ByteReader& reader, int width, int height, int depth) {
     const std::size_t stride =
         (static_cast<std::size_t>(width) * static_cast<std::size_t>(depth) + 31) / 32 * 4;
-    const auto bytes = reader.Take(stride * static_cast<std::size_t>(height));
-    if (reader.Overran()) return std::nullopt;
+    const auto bytes = reader.Bytes(stride * static_cast<std::size_t>(height));
+    if (reader.Failed()) return std::nullopt;
     return BitRows{bytes, stride, height, depth};
 }
 
@@ -145,10 +146,11 @@ bool HasAlpha(const BitRows& rows, int width) {
 }
 
 std::shared_ptr<Surface> DecodeBitmapEntry(const IconEntry& entry) {
-    ByteReader reader(entry.bytes, entry.tableAt);
+    ByteReader reader(entry.bytes);
+    reader.Skip(entry.tableAt);
     std::vector<std::uint32_t> table(entry.colours);
     for (std::uint32_t& colour : table)
-        colour = 0xFF000000U | reader.DoubleWord();
+        colour = 0xFF000000U | reader.Dword();
     const auto rows = TakeRows(reader, entry.width, entry.height, entry.depth);
     if (!rows) return nullptr;
     const auto mask = TakeRows(reader, entry.width, entry.height, 1);  // may be missing: nothing is cut out

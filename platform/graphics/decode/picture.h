@@ -12,7 +12,7 @@
 namespace platform {
 
 // The limits that a picture's header must keep to, whatever its length.
-constexpr int kMaxPictureSide = 16384;
+constexpr int kMaxPictureSide = 32767;  // of a surface
 constexpr std::int64_t kMaxPicturePixels = std::int64_t{1} << 26;
 
 class EncodedPicture {
@@ -31,9 +31,9 @@ class EncodedPicture {
 };
 
 // Recognises the format by content. Null with `status` set to OutOfMemory, UnknownImageFormat (unknown,
-// damaged, or beyond the limits) otherwise. Whatever can be shown of a truncated picture that its decoder
-// accepts is shown. Of an animated one the frames that are whole play, and only they are counted: broken off
-// within its first frame it is damaged. A damaged frame between others is counted, and never shown.
+// damaged, or beyond the limits) otherwise. Whatever was decoded of a still picture before its data ended or
+// turned bad is shown. Of an animated one the frames that are whole play, and only they are counted: broken
+// off within its first frame it is damaged. A damaged frame between others is counted, and never shown.
 std::unique_ptr<EncodedPicture> OpenPicture(std::vector<std::uint8_t> bytes, Gdiplus::Status& status);
 
 // Straight-alpha PNG of a surface.

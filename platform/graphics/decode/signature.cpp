@@ -39,7 +39,8 @@ PictureKind RecognisePicture(std::span<const std::uint8_t> bytes) {
     static constexpr Signature kSignatures[] = {
         {"\x89PNG\r\n\x1a\n"sv, PictureKind::Png},
         {"\xFF\xD8\xFF"sv, PictureKind::Jpeg},
-        {"GIF8"sv, PictureKind::Gif},
+        {"GIF87a"sv, PictureKind::Gif},
+        {"GIF89a"sv, PictureKind::Gif},
         {"BM"sv, PictureKind::Bmp},
         {"\0\0\1\0"sv, PictureKind::Icon},
         {"\0\0\2\0"sv, PictureKind::Icon},  // a cursor

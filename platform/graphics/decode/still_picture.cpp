@@ -3,11 +3,12 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 
+#include "platform/base/byte_reader.h"
 #include "platform/graphics/counters.h"
-#include "platform/graphics/decode/byte_reader.h"
 #include "platform/graphics/pixel_rows.h"
 
 namespace platform {
@@ -53,17 +54,44 @@ std::int64_t CountPasses(PictureKind kind, std::span<const std::uint8_t> bytes) 
     return count;
 }
 
+// Such frames come from no camera and no paint program, and the library can read bad ones for ever. The walk
+// over the segments before the first scan is as lenient as the library's own.
+bool IsArithmeticJpeg(std::span<const std::uint8_t> bytes) {
+    constexpr std::uint8_t kFirstArithmeticFrame = 0xC9;
+    constexpr std::uint8_t kLastFrame = 0xCF;
+    constexpr std::uint8_t kConditioning = 0xCC;  // among the frames, but none
+    constexpr std::uint8_t kFirstBare = 0xD0;     // restarts, start and end of image have no length
+    constexpr std::uint8_t kStartOfScan = 0xDA;
+    for (std::size_t at = 2; at < bytes.size();) {
+        while (at < bytes.size() && bytes[at] != 0xFF)
+            ++at;
+        while (at < bytes.size() && bytes[at] == 0xFF)
+            ++at;
+        ByteReader segment(bytes.subspan(at));
+        const unsigned marker = segment.Byte();
+        ++at;
+        if (segment.Failed() || marker == kStartOfScan) return false;
+        if (marker >= kFirstArithmeticFrame && marker <= kLastFrame && marker != kConditioning) return true;
+        if (marker <= 1 || (marker >= kFirstBare && marker < kStartOfScan)) continue;
+        const unsigned high = segment.Byte();
+        at += (high << 8) | segment.Byte();
+    }
+    return false;
+}
+
 // What the loader tells while it reads.
 struct Watch {
     PictureKind kind;
     std::size_t bytes;
     std::int64_t passes;
+    bool knowsSize = false;
     bool refused = false;
     bool sawPixels = false;
 
     // Asked before pixel memory is taken; a size of nothing makes the loader give up.
     static void OnSize(GdkPixbufLoader* loader, int width, int height, gpointer self) {
         auto* watch = static_cast<Watch*>(self);
+        watch->knowsSize = true;
         if (IsBelievableSize(watch->kind, width, height, watch->bytes) &&
             watch->passes * width * height <= kMostPassPixels) {
             return;
@@ -94,44 +122,95 @@ int TakeError(GError* error) {
     return code;
 }
 
-// The library takes memory for all that a bitmap's header announces before its rows: none of it may be more
-// than the file holds.
-bool HasSoundStart(PictureKind kind, std::span<const std::uint8_t> bytes) {
-    if (kind != PictureKind::Bmp) return true;
-    ByteReader reader(bytes, 10);
-    const std::uint32_t rowsAt = reader.DoubleWord();
-    const std::uint32_t headerBytes = reader.DoubleWord();
-    if (rowsAt > bytes.size() || headerBytes > bytes.size()) return false;
-    if (headerBytes < 40) return !reader.Overran();  // an older header counts no colours
-    reader.Skip(28);
-    const std::uint32_t colours = reader.DoubleWord();
-    return !reader.Overran() && colours <= bytes.size() / 3;
-}
-
-struct LoadResult {
-    bool complete = false;
-    bool outOfMemory = false;
+// Where the parts of a bitmap file lie.
+struct BitmapParts {
+    std::size_t tableAt = 0;
+    std::size_t tableEnd = 0;  // of the colours; where they begin in a bitmap without
+    std::size_t rowsAt = 0;
 };
 
-LoadResult Feed(GdkPixbufLoader* loader, std::span<const std::uint8_t> bytes, const Watch& watch) {
-    constexpr std::size_t kChunk = std::size_t{64} << 10;
-    LoadResult result{true, false};
-    const auto note = [&result](gboolean done, GError* error) {
+// Nothing for a bitmap that announces more before its rows than the file holds: the library takes memory for
+// it.
+std::optional<BitmapParts> PartsOfBitmap(std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t kFileHeader = 14;
+    constexpr std::uint32_t kOldHeader = 12;  // counts no colours, which have three bytes
+    ByteReader reader(bytes);
+    reader.Skip(10);
+    BitmapParts parts;
+    parts.rowsAt = reader.Dword();
+    const std::uint32_t headerBytes = reader.Dword();
+    if (parts.rowsAt > bytes.size() || headerBytes > bytes.size()) return std::nullopt;
+    const bool isOld = headerBytes == kOldHeader;
+    reader.Skip(isOld ? 6 : 10);
+    const unsigned depth = reader.Word();
+    std::uint32_t colours = 0;
+    if (headerBytes >= 40) {
+        reader.Skip(16);
+        colours = reader.Dword();
+    }
+    if (reader.Failed() || colours > bytes.size() / 3) return std::nullopt;
+    if (depth > 8)
+        colours = 0;
+    else if (colours == 0)
+        colours = 1U << depth;
+    parts.tableAt = kFileHeader + headerBytes;
+    parts.tableEnd = parts.tableAt + std::size_t{colours} * (isOld ? 3 : 4);
+    return parts;
+}
+
+// Hands the library the bytes of a picture until it has what it needs, or finds a fault.
+//
+// It gets little at a time until the size is known, because it goes on with what it was given after its size
+// was refused, and a few kilobytes can stand for gigapixels. And it gets ever less towards the end, because
+// it tells of no pixels that came with a fault.
+class Feeder {
+  public:
+    Feeder(GdkPixbufLoader* loader, const Watch& watch) : loader_(loader), watch_(watch) {}
+
+    void Write(std::span<const std::uint8_t> bytes) {
+        constexpr std::size_t kMost = std::size_t{64} << 10;
+        constexpr std::size_t kLeast = 64;
+        std::size_t written = 0;
+        while (!bytes.empty() && !hasFailed_ && !watch_.refused) {
+            const std::size_t most = watch_.knowsSize ? std::clamp(written, kLeast, kMost) : kLeast;
+            const std::size_t size = std::min(most, (bytes.size() + 1) / 2);
+            GError* error = nullptr;
+            const gboolean done = gdk_pixbuf_loader_write(loader_, bytes.data(), size, &error);
+            Note(done, error);
+            bytes = bytes.subspan(size);
+            written += size;
+        }
+    }
+    void Close() {
+        GError* error = nullptr;
+        const gboolean done = gdk_pixbuf_loader_close(loader_, &error);
+        Note(done, error);
+    }
+    bool LacksMemory() const { return lacksMemory_; }
+
+  private:
+    void Note(gboolean done, GError* error) {
         const int code = TakeError(error);
         if (done) return;
-        result.complete = false;
-        if (code == GDK_PIXBUF_ERROR_INSUFFICIENT_MEMORY) result.outOfMemory = true;
-    };
-    for (std::size_t at = 0; at < bytes.size() && result.complete && !watch.refused; at += kChunk) {
-        GError* error = nullptr;
-        const gboolean done =
-            gdk_pixbuf_loader_write(loader, bytes.data() + at, std::min(kChunk, bytes.size() - at), &error);
-        note(done, error);
+        hasFailed_ = true;
+        if (code == GDK_PIXBUF_ERROR_INSUFFICIENT_MEMORY) lacksMemory_ = true;
     }
-    GError* error = nullptr;
-    const gboolean done = gdk_pixbuf_loader_close(loader, &error);
-    note(done, error);
-    return result;
+
+    GdkPixbufLoader* const loader_;
+    const Watch& watch_;
+    bool hasFailed_ = false;
+    bool lacksMemory_ = false;
+};
+
+// The library knows no gap between the colours of a bitmap and its rows.
+void WriteWithoutGap(Feeder& feeder, std::span<const std::uint8_t> bytes, const BitmapParts& parts) {
+    constexpr std::size_t kRowsAt = 10;
+    std::vector<std::uint8_t> start(bytes.begin(),
+                                    bytes.begin() + static_cast<std::ptrdiff_t>(parts.tableEnd));
+    for (std::size_t i = 0; i < 4; ++i)
+        start[kRowsAt + i] = static_cast<std::uint8_t>(parts.tableEnd >> (8 * i));
+    feeder.Write(start);
+    feeder.Write(bytes.subspan(parts.rowsAt));
 }
 
 std::shared_ptr<Surface> ToSurface(const GdkPixbuf* pixels) {
@@ -163,7 +242,13 @@ std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint
                                      Gdiplus::Status& status) {
     status = Gdiplus::UnknownImageFormat;
     const char* name = LibraryName(kind);
-    if (name == nullptr || !HasSoundStart(kind, bytes)) return nullptr;
+    if (name == nullptr) return nullptr;
+    if (kind == PictureKind::Jpeg && IsArithmeticJpeg(bytes)) return nullptr;
+    std::optional<BitmapParts> bitmap;
+    if (kind == PictureKind::Bmp) {
+        bitmap = PartsOfBitmap(bytes);
+        if (!bitmap) return nullptr;
+    }
     GError* error = nullptr;
     const LoaderPtr loader(gdk_pixbuf_loader_new_with_type(name, &error));
     TakeError(error);
@@ -171,10 +256,19 @@ std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint
 
     Watch watch{kind, bytes.size(), CountPasses(kind, bytes)};
     watch.Follow(loader.get());
-    const LoadResult loaded = Feed(loader.get(), bytes, watch);
-    if (loaded.outOfMemory && !watch.refused) status = Gdiplus::OutOfMemory;
+    Feeder feeder(loader.get(), watch);
+    if (bitmap && bitmap->tableAt < bitmap->tableEnd && bitmap->tableEnd < bitmap->rowsAt) {
+        WriteWithoutGap(feeder, bytes, *bitmap);
+    } else {
+        feeder.Write(bytes);
+    }
+    // Many files lack it, and the library keeps the last rows back until it has seen it.
+    static constexpr std::uint8_t kEndOfJpeg[] = {0xFF, 0xD9};
+    if (kind == PictureKind::Jpeg) feeder.Write(kEndOfJpeg);
+    feeder.Close();
+    if (feeder.LacksMemory() && !watch.refused) status = Gdiplus::OutOfMemory;
     // A header alone is no picture, however content the decoder is with it.
-    if (watch.refused || !loaded.complete || !watch.sawPixels) return nullptr;
+    if (watch.refused || feeder.LacksMemory() || !watch.sawPixels) return nullptr;
 
     const GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader.get());
     // Not every decoder asks about the size first.

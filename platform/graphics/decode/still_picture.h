@@ -10,8 +10,9 @@
 
 namespace platform {
 
-// Null with `status` set when the bytes cannot be shown. What is missing from a truncated picture that the
-// library accepts is transparent, or black in formats without alpha.
+// Null with `status` set when nothing can be shown of the bytes. What is missing from a picture whose data
+// ends or turns bad within it is transparent, or black in formats without alpha, or what the decoder of a
+// JPEG guesses.
 std::shared_ptr<Surface> DecodeStill(PictureKind kind, std::span<const std::uint8_t> bytes,
                                      Gdiplus::Status& status);
 
