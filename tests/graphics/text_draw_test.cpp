@@ -1,4 +1,6 @@
 // Text drawn through Graphics and paths: the same pixels from every cache state and under every clip.
+#include <malloc.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cmath>
@@ -227,6 +229,14 @@ TEST(TextDraw, TheCacheKeepsToItsLimit) {
     EXPECT_EQ(cache.Count(), 0U);
     EXPECT_EQ(cache.Bytes(), 0U);
     SetDrawingCacheLimit(std::size_t{64} << 20);
+    // What is counted covers what is taken, by the faces of as many fonts above all.
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < 400; ++i) {
+        const Font many(u"宋体", 10 + static_cast<float>(i) / 64);
+        EXPECT_GT(GetTextExtent(kText, -1, &many, RectF(), nullptr).box.Width, 0);
+    }
+    EXPECT_EQ(cache.Count(), 400U);
+    EXPECT_LE(mallinfo2().uordblks, before + cache.Bytes());
 }
 
 TEST(TextDraw, TheLayoutClipsUnlessTold) {
@@ -477,6 +487,76 @@ TEST(TextDraw, ThreadsDrawAlike) {
         thread.join();
     for (const Pixels& result : results)
         EXPECT_TRUE(kit::Same(result, expected));
+}
+
+// A host's own, older than what the library keeps for the thread and the process, and so destroyed after it.
+struct DrawsAtTheEnd {
+    std::function<void(bool)> tell;
+    ~DrawsAtTheEnd() {
+        if (!tell) return;
+        const Font fresh(u"SimHei", 21.5F);
+        const SolidBrush brush(Color(0, 0, 0));
+        const CRect ink = InkOf(Drawn(160, 50, [&](Graphics& graphics) {
+            graphics.DrawString(kText, -1, &fresh, PointF(5, 5), &brush);
+        }));
+        tell(ink.Width() > 50);
+    }
+} drawsAtProcessEnd;
+thread_local DrawsAtTheEnd drawsAtThreadEnd;
+
+TEST(TextDrawDeathTest, ObjectsThatOutliveTheThreadAndTheProcessDraw) {
+    const auto draw = [] {
+        const Font font(u"DejaVu Sans", 12);
+        EXPECT_GT(GetTextExtent(kText, -1, &font, RectF(), nullptr).box.Width, 0);
+    };
+    bool drawn = false;
+    std::thread([&] {
+        drawsAtThreadEnd.tell = [&drawn](bool ink) { drawn = ink; };
+        draw();
+    }).join();
+    EXPECT_TRUE(drawn);
+    EXPECT_EXIT(
+        {
+            drawsAtProcessEnd.tell = [](bool ink) { _exit(ink ? 7 : 8); };
+            draw();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+// In a process of its own, which gets no more than it has.
+TEST(TextDrawDeathTest, LackOfMemoryIsAStatus) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer's own memory is beyond every limit";
+#endif
+    EXPECT_EXIT(
+        {
+            const std::u16string text(40'000'000, u'a');
+            const Font font(u"DejaVu Sans", 12);
+            const SolidBrush brush(Color(0, 0, 0));
+            Bitmap bitmap(50, 50);
+            Graphics graphics(&bitmap);
+            const FontFamily family(u"DejaVu Sans");
+            GraphicsPath path;
+            const RectF box(0, 0, 50, 50);
+            RectF measured;
+            const INT length = 40'000'000;
+            long pages = 0;
+            std::ifstream("/proc/self/statm") >> pages;
+            rlimit limit;
+            limit.rlim_cur = limit.rlim_max = static_cast<rlim_t>(pages) * 4096 + (rlim_t{32} << 20);
+            setrlimit(RLIMIT_AS, &limit);
+            const bool told =
+                graphics.DrawString(text.data(), length, &font, box, nullptr, &brush) == OutOfMemory &&
+                graphics.MeasureString(text.data(), length, &font, box, nullptr, &measured) == OutOfMemory &&
+                GetTextExtent(text.data(), length, &font, box, nullptr).ink.Width == 0 &&
+                path.AddString(text.data(), length, &family, 0, 12, box, nullptr) == OutOfMemory &&
+                Font(text.c_str(), 12).GetLastStatus() == OutOfMemory &&
+                !FontFamily(text.c_str()).IsAvailable() &&
+                graphics.DrawString(u"a", 1, &font, box, nullptr, &brush) == Ok;
+            _exit(told ? 7 : 8);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 TEST(TextFont, SizesUnitsAndCopies) {

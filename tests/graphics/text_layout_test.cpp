@@ -439,6 +439,23 @@ TEST(TextLayout, LongTextsCostWhatIsSeenOfThem) {
     EXPECT_EQ(Laid(std::u16string(20'000, u'!'), {6, 0})->Lines().size(), 20'000U);
 }
 
+// Bounded work, which is no time and so the same on every machine.
+TEST(TextLayout, AbsurdTextsEndBeforeTheyCostTooMuch) {
+    const auto& shaper = platform::TextShaper::OfThread();
+    for (const std::u16string unit : {u"a\t", u"a\u05D0", u"\n", u"a\u20DD"})
+        for (const Box& box : {Box{50, 0, 0, StringTrimmingEllipsisCharacter},
+                               Box{1e9F, 1e9F, StringFormatFlagsNoWrap, StringTrimmingEllipsisWord}}) {
+            std::u16string text;
+            while (text.size() < 300'000)
+                text += unit;
+            const std::uint64_t before = shaper.Work();
+            EXPECT_FALSE(Laid(text, box, kit::TestFont(1))->Lines().empty());
+            EXPECT_LT(shaper.Work() - before, 8'000'000U) << ToUtf8(unit) << " " << box.width;
+        }
+    const std::string longName = ToUtf8(std::u16string(512'000, u'宋'));
+    EXPECT_EQ(platform::ResolveFamily(longName), platform::ResolveFamily("宋体"));
+}
+
 TEST(TextLayout, ExtremesOfSizeAreHarmless) {
     EXPECT_EQ(platform::FontData::Get(u"DejaVu Sans", 0, 0), nullptr);
     EXPECT_EQ(platform::FontData::Get(u"DejaVu Sans", 5000, 0), nullptr);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -167,11 +168,32 @@ Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
     return Ok;
 }
 
-Status Draw(GraphicsData& graphics, const TextJob& job) {
+Status Draw(GraphicsData& graphics, const TextJob& job) try {
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     const World world(graphics, ground.Origin());
     return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(ground, world, job);
+} catch (const std::bad_alloc&) {
+    return Gdiplus::OutOfMemory;
+}
+
+// Throws std::bad_alloc.
+Gdiplus::TextExtent Measure(std::u16string_view text, const std::shared_ptr<FontData>& font,
+                            const Gdiplus::RectF& layout, const TextFormat& format) {
+    const auto laid = TextShaper::OfThread().Cache().Get(text, font, format)->laid;
+    Gdiplus::TextExtent extent;
+    extent.box = laid->Box();
+    extent.box.X += layout.X;
+    extent.box.Y += layout.Y;
+    const auto x = static_cast<double>(layout.X);
+    const auto y = static_cast<double>(layout.Y);
+    if (std::abs(x) > kFarthestText || std::abs(y) > kFarthestText) return extent;
+    const POINT origin = Origin(x, y);
+    CRect ink = laid->Ink();
+    ink.OffsetRect(origin.x, origin.y);
+    ink = CutToLayout(ink, x, y, format);
+    if (!ink.IsRectEmpty()) extent.ink = Gdiplus::Rect(ink.left, ink.top, ink.Width(), ink.Height());
+    return extent;
 }
 
 }  // namespace
@@ -208,29 +230,22 @@ Status Graphics::MeasureString(LPCWSTR text, INT length, const Font* font, const
     // A context without a bitmap can be measured for, one that is gone cannot.
     data_->Check();
     if (data_->status != Ok) return Keep(data_->status);
-    *box = GetTextExtent(text, length, font, layout, format).box;
+    try {
+        const platform::TextFormat limits(format, layout.Width, layout.Height);
+        *box = platform::Measure(*units, font->Data(), layout, limits).box;
+    } catch (const std::bad_alloc&) {
+        return Keep(OutOfMemory);
+    }
     return Keep(Ok);
 }
 
 TextExtent GetTextExtent(LPCWSTR text, INT length, const Font* font, const RectF& layout,
-                         const StringFormat* format) {
+                         const StringFormat* format) try {
     const std::optional<std::u16string_view> units = platform::StringArgument(text, length);
     if (!units || font == nullptr || !font->Data() || !platform::IsPossibleLayout(layout)) return {};
-    const platform::TextFormat limits(format, layout.Width, layout.Height);
-    const auto laid = platform::TextShaper::OfThread().Cache().Get(*units, font->Data(), limits)->laid;
-    TextExtent extent;
-    extent.box = laid->Box();
-    extent.box.X += layout.X;
-    extent.box.Y += layout.Y;
-    const auto x = static_cast<double>(layout.X);
-    const auto y = static_cast<double>(layout.Y);
-    if (std::abs(x) > platform::kFarthestText || std::abs(y) > platform::kFarthestText) return extent;
-    const POINT origin = platform::Origin(x, y);
-    CRect ink = laid->Ink();
-    ink.OffsetRect(origin.x, origin.y);
-    ink = platform::CutToLayout(ink, x, y, limits);
-    if (!ink.IsRectEmpty()) extent.ink = Rect(ink.left, ink.top, ink.Width(), ink.Height());
-    return extent;
+    return platform::Measure(*units, font->Data(), layout, {format, layout.Width, layout.Height});
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 }  // namespace Gdiplus

@@ -41,8 +41,9 @@ ConfigPtr Load() {
 }  // namespace
 
 FcConfig* FontConfiguration() {
-    static const ConfigPtr config = Load();
-    return config.get();
+    // Never destroyed: a host's static objects draw until the process ends.
+    static FcConfig* const config = Load().release();
+    return config;
 }
 
 }  // namespace platform

@@ -65,8 +65,9 @@ std::shared_ptr<FontData> FontData::Get(std::u16string_view family, float pixels
     constexpr int kStyles =
         Gdiplus::FontStyleBoldItalic | Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
     style &= kStyles;
-    static Interned interned;
-    return interned.Get(Key(family, pixels, style), [&] {
+    // Never destroyed: a host's static objects make fonts until the process ends.
+    static Interned* const interned = new Interned;
+    return interned->Get(Key(family, pixels, style), [&] {
         std::shared_ptr<FontData> font(new FontData);
         font->family = ResolveFamily(ToUtf8(family));
         font->pixels = pixels;

@@ -8,6 +8,7 @@
 #include <mutex>
 
 #include "platform/graphics/text/font_configuration.h"
+#include "platform/graphics/text/utf8_cut.h"
 
 namespace platform {
 namespace {
@@ -141,17 +142,26 @@ std::string Resolve(const std::string& family) {
 }  // namespace
 
 std::string ResolveFamily(std::string_view name) {
+    // The time that the font configuration takes grows with the square of a name. No face has so long a one:
+    // this much of it says what is not installed, and for which language.
+    constexpr std::size_t kLongestName = 512;
+    std::string family(StartOf(name.empty() ? kCommonFamily : name, kLongestName));
     // A list separator would make one name several.
-    std::string family(name.empty() ? kCommonFamily : name);
     std::replace(family.begin(), family.end(), ',', ' ');
 
     constexpr std::size_t kMostRemembered = 256;
-    static std::mutex mutex;
-    static std::map<std::string, std::string, std::less<>> resolved;
-    const std::lock_guard lock(mutex);
-    if (const auto found = resolved.find(family); found != resolved.end()) return found->second;
-    if (resolved.size() >= kMostRemembered) resolved.clear();
-    return resolved[family] = Resolve(family);
+    struct Resolved {
+        std::mutex mutex;
+        std::map<std::string, std::string, std::less<>> families;
+    };
+    // Never destroyed: a host's static objects make fonts until the process ends.
+    static Resolved* const resolved = new Resolved;
+    const std::lock_guard lock(resolved->mutex);
+    if (const auto found = resolved->families.find(family); found != resolved->families.end()) {
+        return found->second;
+    }
+    if (resolved->families.size() >= kMostRemembered) resolved->families.clear();
+    return resolved->families[family] = Resolve(family);
 }
 
 }  // namespace platform

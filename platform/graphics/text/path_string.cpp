@@ -2,6 +2,8 @@
 #include <cairo.h>
 #include <platform/gdiplus.h>
 
+#include <new>
+
 #include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/text/string_argument.h"
@@ -11,7 +13,7 @@
 namespace Gdiplus {
 
 Status GraphicsPath::AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
-                               const RectF& layout, const StringFormat* format) {
+                               const RectF& layout, const StringFormat* format) try {
     const std::optional<std::u16string_view> units = platform::StringArgument(text, length);
     if (!units || family == nullptr || !platform::IsPossibleLayout(layout) ||
         !platform::IsNear(static_cast<double>(layout.X)) ||
@@ -26,6 +28,8 @@ Status GraphicsPath::AddString(LPCWSTR text, INT length, const FontFamily* famil
     const auto laid = platform::TextShaper::OfThread().Cache().Get(*units, font, box);
     laid->laid->AddOutline(data_->outline, static_cast<double>(layout.X), static_cast<double>(layout.Y));
     return cairo_status(data_->outline) == CAIRO_STATUS_SUCCESS ? Ok : OutOfMemory;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory;
 }
 
 Status GraphicsPath::AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,

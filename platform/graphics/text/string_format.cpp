@@ -1,5 +1,7 @@
 #include <platform/gdiplus.h>
 
+#include <new>
+
 namespace Gdiplus {
 namespace {
 
@@ -16,7 +18,7 @@ StringFormat::StringFormat(const StringFormat* other) {
 }
 
 StringFormat* StringFormat::Clone() const {
-    return new StringFormat(this);
+    return new (std::nothrow) StringFormat(this);
 }
 
 Status StringFormat::SetAlignment(StringAlignment alignment) {

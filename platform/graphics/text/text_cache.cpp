@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <functional>
+#include <new>
 
 #include "platform/graphics/counters.h"
 #include "platform/graphics/text/text_layout.h"
@@ -24,7 +25,7 @@ std::size_t TextCache::Hash::operator()(const KeyView& key) const {
 }
 
 std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::shared_ptr<FontData>& font,
-                                           const TextFormat& format) {
+                                           const TextFormat& format) try {
     if (const auto found = byKey_.find(KeyView{text, font->revision, format}); found != byKey_.end()) {
         entries_.splice(entries_.begin(), entries_, found->second);
         const std::shared_ptr<CachedText> value = found->second->value;
@@ -43,8 +44,26 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
     entry.bytes = sizeof(Entry) + text.size() * sizeof(char16_t) + value->laid->Bytes();
     byKey_.emplace(entry.key, entries_.begin());
     bytes_ += entry.bytes;
+    HoldFaces(*value->laid);
     Trim();
     return value;
+} catch (const std::bad_alloc&) {
+    Clear();  // an entry may be half made, and memory is short
+    throw;
+}
+
+void TextCache::HoldFaces(const LaidText& laid) {
+    for (const TextFace& face : laid.Faces())
+        if (faces_[face.font.get()]++ == 0) bytes_ += kFaceBytes;
+}
+
+void TextCache::ReleaseFaces(const LaidText& laid) {
+    for (const TextFace& face : laid.Faces()) {
+        const auto held = faces_.find(face.font.get());
+        if (--held->second > 0) continue;
+        faces_.erase(held);
+        bytes_ -= kFaceBytes;
+    }
 }
 
 void TextCache::CountCoverage(const CachedText& value) {
@@ -60,6 +79,7 @@ void TextCache::Trim() {
     while (bytes_ > limit && !entries_.empty()) {
         const Entry& oldest = entries_.back();
         bytes_ -= oldest.bytes;
+        ReleaseFaces(*oldest.value->laid);
         byKey_.erase(oldest.key);
         entries_.pop_back();
     }
@@ -68,6 +88,7 @@ void TextCache::Trim() {
 void TextCache::Clear() {
     byKey_.clear();
     entries_.clear();
+    faces_.clear();
     bytes_ = 0;
 }
 

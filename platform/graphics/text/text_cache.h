@@ -1,6 +1,8 @@
 // The texts of one thread laid out lately, with their coverage once they were drawn.
 #pragma once
 
+#include <pango/pango.h>
+
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -22,9 +24,15 @@ struct CachedText {
     Coverage coverage;  // of the whole ink; empty until the text is drawn unscaled
 };
 
-// Least recently used texts go first when the bytes exceed the common limit.
+// Least recently used texts go first when the bytes, those of their faces among them, exceed the common
+// limit.
 class TextCache {
   public:
+    // What the shaping library keeps for a face at a size, roughly: the face as it is loaded, glyphs
+    // included.
+    static constexpr std::size_t kFaceBytes = std::size_t{32} << 10;
+
+    // Throws std::bad_alloc, and has then dropped everything.
     std::shared_ptr<CachedText> Get(std::u16string_view text, const std::shared_ptr<FontData>& font,
                                     const TextFormat& format);
     // Makes room for the coverage that an entry has just got.
@@ -52,10 +60,13 @@ class TextCache {
     };
     using Entries = std::list<Entry>;
 
+    void HoldFaces(const LaidText& laid);
+    void ReleaseFaces(const LaidText& laid);
     void Trim();
 
     Entries entries_;  // the latest first
     std::unordered_map<KeyView, Entries::iterator, Hash> byKey_;
+    std::unordered_map<const PangoFont*, std::size_t> faces_;  // and how many entries they are in
     std::size_t bytes_ = 0;
 };
 

@@ -22,9 +22,10 @@ class Fitter {
     std::string Fit() {
         // Only as much of a very long text is looked at as can matter.
         for (std::size_t look = 512;; look *= 4) {
-            const std::string_view part = StartOf(text_, look);
+            const std::string_view part = StartOf(text_, std::min(look, request_.mostBytes));
             const bool whole = part.size() == text_.size();
-            if (whole || Measure(part) > request_.width) return Cut(part, whole);
+            const bool all = whole || look >= request_.mostBytes;
+            if (all || Measure(part) > request_.width) return Cut(part, whole);
         }
     }
 
@@ -32,8 +33,9 @@ class Fitter {
     int Measure(std::string_view text) {
         shaper_.SetText(layout_.get(), text, font_);
         PangoRectangle logical;
-        pango_layout_line_get_pixel_extents(pango_layout_get_line_readonly(layout_.get(), 0), nullptr,
-                                            &logical);
+        PangoLayoutLine* line = pango_layout_get_line_readonly(layout_.get(), 0);
+        pango_layout_line_get_pixel_extents(line, nullptr, &logical);
+        shaper_.CountWork(line);
         return logical.width;
     }
 

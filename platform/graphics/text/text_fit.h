@@ -1,6 +1,7 @@
 // Cutting a line of text to a width.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,7 @@ namespace platform {
 
 struct FitRequest {
     int width;                // pixels
+    std::size_t mostBytes;    // of the text, that are looked at
     bool atWords;             // cut between words, where one word fits at all
     bool ellipsis;            // end with an ellipsis
     bool ellipsisEvenIfFits;  // more text follows that is not part of the line

@@ -43,7 +43,13 @@ void LaidText::Show(cairo_t* target, int top, int bottom) const {
 }
 
 void LaidText::AddOutline(cairo_t* target, double x, double y) const {
+    // A glyph's outline costs a hundred times its place in a line.
+    constexpr int kMostGlyphs = 20'000;
+    int glyphs = 0;
     for (const TextLine& line : lines_) {
+        for (const GSList* at = line.line->runs; at != nullptr; at = at->next)
+            glyphs += static_cast<const PangoLayoutRun*>(at->data)->glyphs->num_glyphs;
+        if (glyphs > kMostGlyphs && &line != &lines_.front()) break;
         cairo_move_to(target, x + line.left + line.indent, y + line.baseline);
         pango_cairo_layout_line_path(target, line.line);
         ForEachRule(line, [=](int left, int top, int width, int height) {

@@ -28,6 +28,12 @@ struct TextLine {
     CRect ink;  // placed; a pixel wider all round than what the glyphs say
 };
 
+// A face that glyphs of a text come from, with what a line of it reserves.
+struct TextFace {
+    ObjectPtr<PangoFont> font;
+    LineReach reach;
+};
+
 // All coordinates are whole pixels from the top left of the box.
 class LaidText {
   public:
@@ -40,12 +46,14 @@ class LaidText {
     const std::vector<TextLine>& Lines() const { return lines_; }
     // Characters that no installed face has.
     int UnknownGlyphs() const;
-    // A cover of the memory taken.
+    // A cover of the memory taken, without that of the faces.
     std::size_t Bytes() const { return bytes_; }
+    // Each once.
+    const std::vector<TextFace>& Faces() const { return faces_; }
 
     // Draws every line that can touch the rows from `top` up to `bottom`, with the target's source.
     void Show(cairo_t* target, int top, int bottom) const;
-    // Adds the outlines of all lines to the target's path.
+    // Adds the outlines of the lines to the target's path; of an absurd text, those of the first ones.
     void AddOutline(cairo_t* target, double x, double y) const;
 
   private:
@@ -56,6 +64,7 @@ class LaidText {
 
     TextRules rules_;
     std::vector<TextLine> lines_;
+    std::vector<TextFace> faces_;
     Gdiplus::RectF box_;
     CRect ink_;
     int above_ = 0;  // how far the ink of any line reaches from its baseline

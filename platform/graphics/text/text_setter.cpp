@@ -20,8 +20,12 @@ constexpr float kUsualLines = 32;
 constexpr float kBytesPerSquare = 3;
 constexpr float kLeastLook = 128;
 constexpr float kMostUsualLook = 4096;
-// No surface shows more of a line, and what a line of many directions or tabs costs grows with the square.
-constexpr std::size_t kLongestLine = 16'384;
+// Bytes. No surface shows more of a line, and what a line of many directions or tabs costs grows with the
+// square: an unwrapped line ends here, a wrapped one is broken. Half of it is looked at to trim a line.
+constexpr std::size_t kLongestLine = 8192;
+// Of one text, as TextShaper counts it; the text ends with the line that exceeds it. A page has some
+// thousands.
+constexpr std::uint64_t kMostWork = 2'000'000;
 // Marks on one letter; what comes after them is not drawn.
 constexpr int kMostMarks = 32;
 
@@ -79,7 +83,8 @@ class TextSetter {
         : font_(font),
           format_(format),
           shaper_(TextShaper::OfThread()),
-          width_(std::min(format.width, static_cast<float>(kMostPixels))) {
+          width_(std::min(format.width, static_cast<float>(kMostPixels))),
+          workBefore_(shaper_.Work()) {
         shaper_.Use(font);
         fontReach_ = shaper_.ReachOf(font);
         laid_->rules_ = shaper_.RulesOf(font);
@@ -125,8 +130,8 @@ class TextSetter {
     std::string Fit(std::string_view text, bool moreFollows) const {
         const int width = width_ > 0 ? static_cast<int>(width_) : kMostPixels;
         return FitText(text, shaper_, font_,
-                       FitRequest{width, format_.TrimsAtWords(), format_.HasEllipsis(), moreFollows,
-                                  format_.RightToLeft()});
+                       FitRequest{width, kLongestLine / 2, format_.TrimsAtWords(), format_.HasEllipsis(),
+                                  moreFollows, format_.RightToLeft()});
     }
 
     void SetParagraph(std::string_view paragraph) {
@@ -142,7 +147,8 @@ class TextSetter {
     // the piece before it broke off.
     void SetWrapped(std::string_view paragraph) {
         const float pixels = std::max(font_.pixels, 1.0F);
-        const auto most = static_cast<std::size_t>(std::max(kMostPixels / pixels, 64.0F));
+        const auto most =
+            std::min(kLongestLine, static_cast<std::size_t>(std::max(kMostPixels / pixels, 64.0F)));
         const auto usual = static_cast<std::size_t>(
             std::clamp(kBytesPerSquare * kUsualLines * width_ / pixels, kLeastLook, kMostUsualLook));
         std::size_t look = std::min(usual, most);
@@ -157,20 +163,32 @@ class TextSetter {
                 continue;
             }
             std::size_t next = start + piece.size();
+            std::size_t brokenLines = 0;
             for (bool first = true; at != nullptr && !full_; at = at->next, first = false) {
                 auto* line = static_cast<PangoLayoutLine*>(at->data);
                 const auto from = start + static_cast<std::size_t>(line->start_index);
+                if (!first && !IsBlank(paragraph[from - 1])) ++brokenLines;
                 if (!whole && !first && at->next == nullptr) {
                     next = from;
                 } else {
                     AddLine(layout, line, {paragraph, from, whole && at->next == nullptr});
                 }
             }
+            if (brokenLines > 0) shaper_.CountBreaks(piece.size());
             if (whole) return;
             start = next;
-            look = std::min(usual, most);
+            look = LookAfter(piece.size(), brokenLines, std::min(usual, most));
         }
     }
+
+    // Where a line breaks within a word, what follows in the piece is shaped again: a word of many lines is
+    // cut into pieces of few.
+    static std::size_t LookAfter(std::size_t pieceSize, std::size_t brokenLines, std::size_t usual) {
+        constexpr std::size_t kFewLines = 2;
+        if (brokenLines < kFewLines) return usual;
+        return std::clamp(kFewLines * pieceSize / brokenLines, std::min(usual, std::size_t{64}), usual);
+    }
+    static bool IsBlank(char byte) { return byte == ' ' || byte == '\t' || byte == '-'; }
 
     void SetUnwrapped(std::string_view paragraph) {
         constexpr std::size_t kShort = 512;
@@ -194,6 +212,7 @@ class TextSetter {
     // Half lines are shown, unless the format says otherwise or an ellipsis would be what is cut in half.
     bool HasRoomFor(const LineReach& reach) const {
         if (height_ >= kMostPixels) return false;
+        if (shaper_.Work() - workBefore_ > kMostWork && !laid_->lines_.empty()) return false;
         if (!format_.LimitsHeight()) return true;
         const auto used = static_cast<float>(height_);
         if (format_.WholeLines()) return used + static_cast<float>(reach.Height()) <= format_.height;
@@ -213,19 +232,27 @@ class TextSetter {
         laid_->lines_.push_back(measured);
     }
 
-    TextLine Measure(const LayoutPtr& layout, PangoLayoutLine* line) const {
+    const LineReach& ReachOf(PangoFont* face) {
+        std::vector<TextFace>& faces = laid_->faces_;
+        const auto found = std::find_if(faces.begin(), faces.end(),
+                                        [face](const TextFace& known) { return known.font.get() == face; });
+        if (found != faces.end()) return found->reach;
+        ObjectPtr<PangoFont> font(static_cast<PangoFont*>(g_object_ref(face)));
+        return faces.emplace_back(TextFace{std::move(font), TextShaper::ReachOfFace(face, font_)}).reach;
+    }
+
+    TextLine Measure(const LayoutPtr& layout, PangoLayoutLine* line) {
         TextLine measured;
         measured.layout = layout;
         measured.line = line;
         PangoRectangle ink;
         PangoRectangle logical;
         pango_layout_line_get_pixel_extents(line, &ink, &logical);
+        shaper_.CountWork(line);
         measured.reach = fontReach_;
         for (const GSList* at = line->runs; at != nullptr; at = at->next) {
             const auto* run = static_cast<const PangoLayoutRun*>(at->data);
-            if (PangoFont* face = run->item->analysis.font) {
-                measured.reach.Include(TextShaper::ReachOfFace(face, font_));
-            }
+            if (PangoFont* face = run->item->analysis.font) measured.reach.Include(ReachOf(face));
         }
         const bool hasInk = ink.width > 0 && ink.height > 0;
         if (hasInk) {
@@ -319,7 +346,8 @@ class TextSetter {
     const TextFormat& format_;
     TextShaper& shaper_;
     LineReach fontReach_;
-    float width_;        // of the box, 0 for none
+    float width_;  // of the box, 0 for none
+    const std::uint64_t workBefore_;
     int height_ = 0;     // of the lines so far
     bool full_ = false;  // there is text for which the box has no room
     LineSource last_;

@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
+#include "platform/base/thread_service.h"
+#include "platform/graphics/counters.h"
 #include "platform/graphics/text/font_configuration.h"
 
 namespace platform {
@@ -70,8 +73,7 @@ void LineReach::Include(const LineReach& other) {
 }
 
 TextShaper& TextShaper::OfThread() {
-    thread_local TextShaper shaper;
-    return shaper;
+    return ThreadService<TextShaper>::Get();
 }
 
 TextShaper::TextShaper()
@@ -82,8 +84,11 @@ TextShaper::TextShaper()
 
 void TextShaper::Use(const FontData& font) {
     constexpr std::size_t kMostFonts = 128;
+    constexpr std::size_t kLeastFonts = 16;
+    const std::size_t limit = DrawingCacheLimit().load(std::memory_order_relaxed);
+    const std::size_t most = std::clamp(limit / TextCache::kFaceBytes, kLeastFonts, kMostFonts);
     const unsigned look = pango_font_description_hash(font.description);
-    if (!fontsInUse_.insert(look).second || fontsInUse_.size() <= kMostFonts) return;
+    if (!fontsInUse_.insert(look).second || fontsInUse_.size() <= most) return;
     pango_fc_font_map_cache_clear(PANGO_FC_FONT_MAP(fonts_.get()));
     marks_.Forget();
     fontsInUse_ = {look};
@@ -97,10 +102,28 @@ ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightTo
 }
 
 void TextShaper::SetText(PangoLayout* layout, std::string_view text, const FontData& font) {
+    constexpr std::size_t kShort = 1024;
+    constexpr std::size_t kShapedBytes = 128;  // taken for a byte of text
+    constexpr std::uint64_t kLayoutWork = 16;
+    work_ += kLayoutWork + text.size();
+    // GLib takes no lack of memory for an answer; whether it would get some is asked before.
+    if (text.size() > kShort) ::operator delete(::operator new(text.size() * kShapedBytes));
     const AttributesPtr attributes = MakeAttributes();
     marks_.Apply(attributes.get(), text, font);
     pango_layout_set_attributes(layout, attributes.get());
     pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+}
+
+void TextShaper::CountBreaks(std::size_t bytes) {
+    constexpr std::uint64_t kTries = 24;
+    work_ += kTries * bytes;
+}
+
+void TextShaper::CountWork(const PangoLayoutLine* line) {
+    constexpr std::uint64_t kRunWork = 32;
+    const std::uint64_t runs = g_slist_length(line->runs);
+    // Runs are looked for from the line's start again and again.
+    work_ += kRunWork * (runs + 1) + runs * runs / 64;
 }
 
 LineReach TextShaper::ReachOfFace(PangoFont* face, const FontData& font) {
