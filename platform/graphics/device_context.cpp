@@ -17,10 +17,16 @@ DeviceContext::DeviceContext(std::shared_ptr<Surface> surface, POINT origin, Reg
     Recompute();
 }
 
-void DeviceContext::Select(HBITMAP bitmap, std::shared_ptr<Surface> surface) {
+std::shared_ptr<Surface> DeviceContext::Select(HBITMAP bitmap, std::shared_ptr<Surface> surface) {
     bitmap_ = bitmap;
-    surface_ = std::move(surface);
+    surface_.swap(surface);
     Recompute();
+    return surface;
+}
+
+void DeviceContext::BeginUse() {
+    const FirstUse firstUse = std::exchange(firstUse_, {});
+    firstUse.procedure(firstUse.argument);
 }
 
 void DeviceContext::SetClip(std::optional<Region> clip) {

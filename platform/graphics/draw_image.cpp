@@ -28,6 +28,22 @@ struct Placement {
     Box from;
     Gdiplus::WrapMode wrap = Gdiplus::WrapModeClamp;
     Gdiplus::Color outside = Gdiplus::Color(0, 0, 0, 0);
+
+    Tiling TilingX() const {
+        if (wrap == Gdiplus::WrapModeClamp) return Tiling::None;
+        const bool repeats = wrap == Gdiplus::WrapModeTile || wrap == Gdiplus::WrapModeTileFlipY;
+        return repeats ? Tiling::Repeat : Tiling::Mirror;
+    }
+    Tiling TilingY() const {
+        if (wrap == Gdiplus::WrapModeClamp) return Tiling::None;
+        const bool repeats = wrap == Gdiplus::WrapModeTile || wrap == Gdiplus::WrapModeTileFlipX;
+        return repeats ? Tiling::Repeat : Tiling::Mirror;
+    }
+    // Whether tiles beyond a picture of this size are to be seen.
+    bool ShowsTiles(int width, int height) const {
+        return wrap != Gdiplus::WrapModeClamp &&
+               (from.left < 0 || from.top < 0 || from.right > width || from.bottom > height);
+    }
 };
 
 // Below this many pixels it is cheaper to blend than to know that copying would do.
@@ -72,7 +88,8 @@ class ImagePainter {
             if (!source_) return Gdiplus::OutOfMemory;
             CopyPixels(*source_, Whole(), *image_.Pixels(), 0, 0);
         }
-        return IsUnscaled() ? DrawUnscaled() : DrawScaled();
+        showsTiles_ = placement_.ShowsTiles(image_.Width(), image_.Height());
+        return IsUnscaled() && !showsTiles_ ? DrawUnscaled() : DrawScaled();
     }
 
   private:
@@ -96,12 +113,18 @@ class ImagePainter {
         return FillOutside(covered);
     }
 
-    Status DrawScaled() {
+    // The part of the destination that shows the picture or its tiles.
+    CRect Covered() const {
+        if (showsTiles_) return to_;
         const Box& from = placement_.from;
         const Span across = CoveredBy(from.left, from.Width(), image_.Width(), to_.Width());
         const Span down = CoveredBy(from.top, from.Height(), image_.Height(), to_.Height());
-        CRect covered(to_.left + across.first, to_.top + down.first, to_.left + across.second,
-                      to_.top + down.second);
+        return CRect(to_.left + across.first, to_.top + down.first, to_.left + across.second,
+                     to_.top + down.second);
+    }
+
+    Status DrawScaled() {
+        const CRect covered = Covered();
         if (covered.IsRectEmpty()) return FillOutside(CRect());
         CRect visible;
         if (!visible.IntersectRect(covered, ground_.Box())) return FillOutside(covered);
@@ -139,9 +162,12 @@ class ImagePainter {
         scaling.right = part.right - to_.left;
         scaling.bottom = part.bottom - to_.top;
         scaling.filter = filter_;
-        using enum Gdiplus::WrapMode;
-        scaling.wrapsX = placement_.wrap == WrapModeTile || placement_.wrap == WrapModeTileFlipY;
-        scaling.wrapsY = placement_.wrap == WrapModeTile || placement_.wrap == WrapModeTileFlipX;
+        // Mirroring a picture that is not left shows what continuing its edges does.
+        const auto needed = [&](Tiling tiling) {
+            return tiling == Tiling::Mirror && !showsTiles_ ? Tiling::None : tiling;
+        };
+        scaling.tilingX = needed(placement_.TilingX());
+        scaling.tilingY = needed(placement_.TilingY());
         return scaling;
     }
 
@@ -199,6 +225,7 @@ class ImagePainter {
     const Placement& placement_;
     const CRect to_;
     const Filter filter_;
+    bool showsTiles_ = false;
     std::shared_ptr<Surface> source_;
     std::shared_ptr<PixelFacts> facts_;
 };
@@ -215,17 +242,53 @@ Filter FilterOf(const GraphicsData& graphics) {
     }
 }
 
+// The tiles that a source rectangle reaches over as a picture of their own, not larger than they will show,
+// and not larger than a screen. The placement is that of the new picture.
+std::shared_ptr<Surface> TilesOf(const Surface& picture, const World& world, Filter filter,
+                                 Placement& placement) {
+    constexpr double kMostSide = 4096;
+    const auto side = [&](double source, double shown) {
+        return static_cast<int>(std::ceil(std::clamp(std::min(source, shown), 1.0, kMostSide)));
+    };
+    const Box from = placement.from;
+    Scaling scaling;
+    scaling.sourceX = from.left;
+    scaling.sourceY = from.top;
+    scaling.sourceWidth = from.Width();
+    scaling.sourceHeight = from.Height();
+    scaling.width = scaling.right =
+        side(from.Width(), placement.to.Width() * std::hypot(world.m11, world.m12));
+    scaling.height = scaling.bottom =
+        side(from.Height(), placement.to.Height() * std::hypot(world.m21, world.m22));
+    scaling.filter = filter;
+    scaling.tilingX = placement.TilingX();
+    scaling.tilingY = placement.TilingY();
+    placement.from = {0, 0, 1.0 * scaling.width, 1.0 * scaling.height};
+    return Resample(picture, scaling);
+}
+
+std::shared_ptr<Surface> PartOf(const Surface& picture, const CRect& part) {
+    std::shared_ptr<Surface> piece = Surface::Create(part.Width(), part.Height());
+    if (piece) CopyPixels(*piece, CRect(0, 0, part.Width(), part.Height()), picture, -part.left, -part.top);
+    return piece;
+}
+
 // Turned or mirrored by the world transform: left to cairo, which gets the source rectangle as a picture of
 // its own and so cannot look beyond it.
-Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, const Placement& placement) {
+Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Placement placement) {
+    CRect whole(0, 0, image.Width(), image.Height());
+    std::shared_ptr<Surface> piece;
+    if (placement.ShowsTiles(whole.right, whole.bottom)) {
+        piece = TilesOf(*image.Pixels(), World(graphics, {0, 0}), FilterOf(graphics), placement);
+        if (!piece) return Gdiplus::OutOfMemory;
+        whole = CRect(0, 0, piece->Width(), piece->Height());
+    }
     const Box& from = placement.from;
-    const CRect whole(0, 0, image.Width(), image.Height());
     CRect part(static_cast<int>(std::floor(from.left)), static_cast<int>(std::floor(from.top)),
                static_cast<int>(std::ceil(from.right)), static_cast<int>(std::ceil(from.bottom)));
     if (!part.IntersectRect(part, whole)) return Ok;
-    const std::shared_ptr<Surface> piece = Surface::Create(part.Width(), part.Height());
+    if (!piece) piece = PartOf(*image.Pixels(), part);
     if (!piece) return Gdiplus::OutOfMemory;
-    CopyPixels(*piece, CRect(0, 0, part.Width(), part.Height()), *image.Pixels(), -part.left, -part.top);
 
     SidePicture side;
     const Status status = side.Prepare(graphics, ground, placement.to, 0, SidePicture::Kind::Pixels);

@@ -93,13 +93,13 @@ HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void**
 void GdiFlush() {
     const std::lock_guard lock(Gdi().mutex);
     Gdi().bitmaps.ForEach([](HBITMAP, GdiBitmap& bitmap) {
-        if (bitmap.section) bitmap.surface->Touch();
+        if (bitmap.section) bitmap.surface->NoteWrites();
     });
 }
 
 HBITMAP SelectObject(HDC context, HBITMAP bitmap) {
     GdiTables& gdi = Gdi();
-    std::shared_ptr<Surface> old;  // released after the lock
+    std::shared_ptr<Surface> old = SurfaceOf(context);  // its first use; released after the lock
     const std::lock_guard lock(gdi.mutex);
     DeviceContext* const target = gdi.contexts.Find(context);
     GdiBitmap* const chosen = gdi.bitmaps.Find(bitmap);
@@ -108,11 +108,10 @@ HBITMAP SelectObject(HDC context, HBITMAP bitmap) {
         SetLastError(ERROR_INVALID_HANDLE);
         return {};
     }
-    old = target->GetSurface();
     const HBITMAP before = target->Bitmap();
     if (GdiBitmap* const released = gdi.bitmaps.Find(before)) released->holder = {};
     if (chosen) chosen->holder = context;
-    target->Select(bitmap, chosen ? chosen->surface : std::shared_ptr<Surface>());
+    old = target->Select(bitmap, chosen ? chosen->surface : std::shared_ptr<Surface>());
     return before;
 }
 
@@ -122,6 +121,13 @@ BOOL DeleteObject(HBITMAP bitmap) {
     const GdiBitmap* const found = Gdi().bitmaps.Find(bitmap);
     if (!found || found->holder) return InvalidHandle();
     removed = Gdi().bitmaps.Remove(bitmap);
+    return TRUE;
+}
+
+BOOL SetFirstUseProc(HDC context, FIRSTUSEPROC procedure, void* argument) {
+    const auto found = ShareContext(context);
+    if (!found || !found->IsMemory()) return InvalidHandle();
+    found->SetFirstUse({procedure, argument});
     return TRUE;
 }
 

@@ -28,7 +28,9 @@ int SelectClipRgn(HDC context, HRGN region) {
     }
     const auto clip = ShareRegion(region);
     if (!clip) return ERROR_REGION;
-    target->SetClip(*clip);
+    Region copy = *clip;
+    if (!copy.IsIntact()) return NotEnoughMemory();
+    target->SetClip(std::move(copy));
     return KindOf(target->Drawable());
 }
 
@@ -37,6 +39,15 @@ int IntersectClipRect(HDC context, int left, int top, int right, int bottom) {
     if (!target) return ERROR_REGION;
     target->IntersectClip({left, top, right, bottom});
     return KindOf(target->Drawable());
+}
+
+int GetClipRgn(HDC context, HRGN region) {
+    const auto target = ShareContext(context);
+    const auto result = ShareRegion(region);
+    if (!target || !result) return -1;
+    if (!target->Clip()) return 0;
+    *result = *target->Clip();
+    return 1;
 }
 
 int GetClipBox(HDC context, RECT* box) {
@@ -55,6 +66,8 @@ int GetDrawableRgn(HDC context, HRGN region) {
     const auto target = ShareContext(context);
     const auto result = ShareRegion(region);
     if (!target || !result) return ERROR_REGION;
-    *result = DrawableOf(*target);
+    Region drawable = DrawableOf(*target);
+    if (!drawable.IsIntact()) return NotEnoughMemory();
+    *result = std::move(drawable);
     return KindOf(*result);
 }

@@ -38,24 +38,37 @@ class DeviceContext {
     DeviceContext(std::shared_ptr<Surface> surface, POINT origin, Region bounds);
 
     bool IsMemory() const { return memory_; }
-    // Null while a memory context holds no bitmap.
-    const std::shared_ptr<Surface>& GetSurface() const { return surface_; }
+    // What is drawn on and read; null while a memory context holds no bitmap. Settles what FirstUse left
+    // open, which calls out: not under the lock.
+    const std::shared_ptr<Surface>& GetSurface() {
+        if (firstUse_.procedure) BeginUse();
+        return surface_;
+    }
     POINT Origin() const { return origin_; }
     // Everything that may be drawn on, in surface coordinates.
     const Region& Drawable() const { return drawable_; }
 
     HBITMAP Bitmap() const { return bitmap_; }
-    void Select(HBITMAP bitmap, std::shared_ptr<Surface> surface);
+    // Returns the surface from before.
+    std::shared_ptr<Surface> Select(HBITMAP bitmap, std::shared_ptr<Surface> surface);
+
+    struct FirstUse {
+        FIRSTUSEPROC procedure = nullptr;
+        void* argument = nullptr;
+    };
+    void SetFirstUse(const FirstUse& firstUse) { firstUse_ = firstUse; }
 
     // The caller's clip, in context coordinates.
     void SetClip(std::optional<Region> clip);
     void IntersectClip(const RECT& rect);
+    const std::optional<Region>& Clip() const { return clip_; }
 
     void Note(const RECT& surfaceRect);
     const Region& Drawn() const { return drawn_; }
 
   private:
     void Recompute();
+    void BeginUse();
 
     bool memory_ = true;
     std::shared_ptr<Surface> surface_;
@@ -65,6 +78,7 @@ class DeviceContext {
     Region drawable_;
     HBITMAP bitmap_;
     Region drawn_;
+    FirstUse firstUse_;
 };
 
 // All tables, under one lock: handles may be made and deleted by any thread, while each object is used by
@@ -84,8 +98,13 @@ GdiTables& Gdi();
 std::shared_ptr<DeviceContext> ShareContext(HDC context);
 std::shared_ptr<Region> ShareRegion(HRGN region);
 std::shared_ptr<GdiBrush> ShareBrush(HBRUSH brush);
+// A copy of an icon's pixels, scaled down to at most `longestSide` each way. Null for a stale icon, with
+// ERROR_INVALID_HANDLE, and without memory.
+std::shared_ptr<const Surface> IconPicture(HICON icon, int longestSide);
 
 // NULLREGION, SIMPLEREGION or COMPLEXREGION.
 int KindOf(const Region& region);
+// ERROR_REGION, which is also FALSE, with the last error.
+int NotEnoughMemory();
 
 }  // namespace platform

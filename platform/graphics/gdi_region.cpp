@@ -1,4 +1,5 @@
 // Regions behind handles.
+#include <new>
 #include <utility>
 
 #include "platform/graphics/device_context.h"
@@ -11,9 +12,24 @@ int KindOf(const Region& region) {
     return count == 0 ? NULLREGION : count == 1 ? SIMPLEREGION : COMPLEXREGION;
 }
 
+int NotEnoughMemory() {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return ERROR_REGION;
+}
+
 namespace {
 
+// Does what takes memory, and gives `failure` with the last error where there is none.
+template <class Work, class Result>
+Result WithMemory(Work work, Result failure) try {
+    return work();
+} catch (const std::bad_alloc&) {
+    NotEnoughMemory();
+    return failure;
+}
+
 HRGN InsertRegion(Region region) {
+    if (!region.IsIntact()) throw std::bad_alloc();
     auto made = std::make_shared<Region>(std::move(region));
     const std::lock_guard lock(Gdi().mutex);
     return Gdi().regions.Insert(std::move(made));
@@ -36,18 +52,25 @@ int InvalidParameter() {
 using namespace platform;
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
-    return InsertRegion(Region(Ordered(left, top, right, bottom)));
+    return WithMemory([&] { return InsertRegion(Region(Ordered(left, top, right, bottom))); }, HRGN());
 }
 
 BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom) {
     const auto target = ShareRegion(region);
     if (!target) return FALSE;
-    *target = Region(Ordered(left, top, right, bottom));
+    Region rect(Ordered(left, top, right, bottom));
+    if (!rect.IsIntact()) return NotEnoughMemory();
+    *target = std::move(rect);
     return TRUE;
 }
 
 HRGN CreateRoundRectRgn(int left, int top, int right, int bottom, int ellipseWidth, int ellipseHeight) {
-    return InsertRegion(Region::RoundRect(Ordered(left, top, right, bottom), ellipseWidth, ellipseHeight));
+    return WithMemory(
+        [&] {
+            const RECT rect = Ordered(left, top, right, bottom);
+            return InsertRegion(Region::RoundRect(rect, ellipseWidth, ellipseHeight));
+        },
+        HRGN());
 }
 
 int CombineRgn(HRGN target, HRGN first, HRGN second, int mode) {
@@ -64,6 +87,7 @@ int CombineRgn(HRGN target, HRGN first, HRGN second, int mode) {
         if (mode == RGN_XOR) combined.Xor(*right);
         if (mode == RGN_DIFF) combined.Subtract(*right);
     }
+    if (!combined.IsIntact()) return NotEnoughMemory();
     *result = std::move(combined);
     return KindOf(*result);
 }

@@ -1,8 +1,11 @@
 // Icons: pictures behind handles of their own.
+#include <algorithm>
+
 #include <platform/gdiplus.h>
 
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/image_data.h"
+#include "platform/graphics/resample.h"
 
 namespace platform {
 namespace {
@@ -25,6 +28,22 @@ HICON MakeIcon(ImageData& image) {
 }
 
 }  // namespace
+
+std::shared_ptr<const Surface> IconPicture(HICON icon, int longestSide) {
+    const std::shared_ptr<GdiIcon> found = ShareIcon(icon);
+    if (!found || !found->image->IsGood()) return {};
+    const Surface& pixels = *found->image->Pixels();
+    const int longest = std::max({pixels.Width(), pixels.Height(), longestSide});
+    const auto scaled = [&](int side) { return std::max(1, side * longestSide / longest); };
+    Scaling scaling;
+    scaling.sourceWidth = pixels.Width();
+    scaling.sourceHeight = pixels.Height();
+    scaling.right = scaling.width = scaled(pixels.Width());
+    scaling.bottom = scaling.height = scaled(pixels.Height());
+    scaling.filter = Filter::Smooth;
+    return Resample(pixels, scaling);
+}
+
 }  // namespace platform
 
 HICON CopyIcon(HICON icon) {

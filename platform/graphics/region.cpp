@@ -41,11 +41,12 @@ int CornerInset(double radiusX, double radiusY, double rowCentre) {
 
 }  // namespace
 
-Region::Region() : region_(cairo_region_create()) {}
+Region::Region() : region_(cairo_region_create()), intact_(cairo_region_status(region_) == 0) {}
 
 Region::Region(const RECT& rect) {
     const cairo_rectangle_int_t box = ToCairo(rect);
     region_ = box.width > 0 && box.height > 0 ? cairo_region_create_rectangle(&box) : cairo_region_create();
+    Keep(cairo_region_status(region_));
 }
 
 Region::Region(const std::vector<RECT>& rects) {
@@ -54,6 +55,7 @@ Region::Region(const std::vector<RECT>& rects) {
     for (const RECT& rect : rects)
         if (!IsEmptyRect(rect)) boxes.push_back(ToCairo(rect));
     region_ = cairo_region_create_rectangles(boxes.data(), static_cast<int>(boxes.size()));
+    Keep(cairo_region_status(region_));
 }
 
 Region Region::RoundRect(const RECT& rect, int ellipseWidth, int ellipseHeight) {
@@ -64,8 +66,13 @@ Region Region::RoundRect(const RECT& rect, int ellipseWidth, int ellipseHeight) 
     const double radiusY = std::min(std::abs(static_cast<double>(ellipseHeight)), 1.0 * height) / 2;
     if (radiusX <= 0 || radiusY <= 0) return Region(rect);
 
-    std::vector<RECT> bands;
     const int cornerRows = std::min(static_cast<int>(std::ceil(radiusY)), (height + 1) / 2);
+    if (cornerRows > kMostCornerRows) {
+        Region none;
+        none.Lose();
+        return none;
+    }
+    std::vector<RECT> bands;
     for (int row = 0; row < cornerRows; ++row) {
         const int inset = CornerInset(radiusX, radiusY, row + 0.5);
         const RECT upper{box.left + inset, box.top + row, box.right - inset, box.top + row + 1};
@@ -81,21 +88,38 @@ Region::~Region() {
     cairo_region_destroy(region_);
 }
 
-Region::Region(const Region& other) : region_(cairo_region_copy(other.region_)) {}
+Region::Region(const Region& other) : region_(cairo_region_copy(other.region_)) {
+    Keep(cairo_region_status(region_), other);
+}
 
-Region::Region(Region&& other) noexcept : region_(std::exchange(other.region_, cairo_region_create())) {}
+Region::Region(Region&& other) noexcept
+    : region_(std::exchange(other.region_, cairo_region_create())),
+      intact_(std::exchange(other.intact_, true)) {}
 
 Region& Region::operator=(const Region& other) {
-    if (this != &other) {
-        cairo_region_destroy(region_);
-        region_ = cairo_region_copy(other.region_);
-    }
+    if (this != &other) *this = Region(other);
     return *this;
 }
 
 Region& Region::operator=(Region&& other) noexcept {
     std::swap(region_, other.region_);
+    std::swap(intact_, other.intact_);
     return *this;
+}
+
+void Region::Keep(int cairoStatus) {
+    if (cairoStatus != CAIRO_STATUS_SUCCESS) Lose();
+}
+
+void Region::Keep(int cairoStatus, const Region& other) {
+    Keep(cairoStatus);
+    intact_ = intact_ && other.intact_;
+}
+
+void Region::Lose() {
+    cairo_region_destroy(region_);
+    region_ = cairo_region_create();
+    intact_ = false;
 }
 
 bool Region::IsEmpty() const {
@@ -150,28 +174,28 @@ int Region::FirstBelow(int y) const {
 
 void Region::Add(const RECT& rect) {
     const cairo_rectangle_int_t box = ToCairo(rect);
-    if (box.width > 0 && box.height > 0) cairo_region_union_rectangle(region_, &box);
+    if (box.width > 0 && box.height > 0) Keep(cairo_region_union_rectangle(region_, &box));
 }
 
 void Region::Add(const Region& other) {
-    cairo_region_union(region_, other.region_);
+    Keep(cairo_region_union(region_, other.region_), other);
 }
 
 void Region::Subtract(const Region& other) {
-    cairo_region_subtract(region_, other.region_);
+    Keep(cairo_region_subtract(region_, other.region_), other);
 }
 
 void Region::Intersect(const Region& other) {
-    cairo_region_intersect(region_, other.region_);
+    Keep(cairo_region_intersect(region_, other.region_), other);
 }
 
 void Region::Intersect(const RECT& rect) {
     const cairo_rectangle_int_t box = ToCairo(rect);
-    cairo_region_intersect_rectangle(region_, &box);
+    Keep(cairo_region_intersect_rectangle(region_, &box));
 }
 
 void Region::Xor(const Region& other) {
-    cairo_region_xor(region_, other.region_);
+    Keep(cairo_region_xor(region_, other.region_), other);
 }
 
 void Region::Offset(int dx, int dy) {

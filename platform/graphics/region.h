@@ -10,12 +10,17 @@ typedef struct _cairo_region cairo_region_t;
 
 namespace platform {
 
-// Coordinates are cut at +-2^29, where no surface reaches.
+// Coordinates are cut at +-2^29, where no surface reaches. A region for which memory ran out is emptied, and
+// not intact any more; nor is one that is made of it.
 class Region {
   public:
+    // The highest corner of a round rectangle: that of the highest window.
+    static constexpr int kMostCornerRows = 32767;
+
     Region();                           // empty
     explicit Region(const RECT& rect);  // an empty rectangle gives the empty region
     explicit Region(const std::vector<RECT>& rects);
+    // Each row of a corner is a rectangle of the region: not intact above kMostCornerRows.
     static Region RoundRect(const RECT& rect, int ellipseWidth, int ellipseHeight);
     ~Region();
     Region(const Region& other);
@@ -23,6 +28,7 @@ class Region {
     Region& operator=(const Region& other);
     Region& operator=(Region&& other) noexcept;
 
+    bool IsIntact() const { return intact_; }
     bool IsEmpty() const;
     CRect Box() const;
     bool Contains(int x, int y) const;
@@ -58,7 +64,13 @@ class Region {
 
   private:
     bool Equal(const Region& other) const;
+    // Notes the outcome of an operation that takes memory.
+    void Keep(int cairoStatus);
+    void Keep(int cairoStatus, const Region& other);
+    void Lose();
+
     cairo_region_t* region_;  // owned; never null
+    bool intact_ = true;
 };
 
 }  // namespace platform

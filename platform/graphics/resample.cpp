@@ -44,22 +44,70 @@ struct AxisRequest {
     int resultSize;
     int from, to;  // of the result
     Filter filter;
-    bool wraps;
+    Tiling tiling;
+};
+
+bool Averages(Filter filter, double scale) {
+    return (filter == Filter::Smooth && scale > 1) || (filter == Filter::Bilinear && scale >= 2);
+}
+
+// After so many pixels the tiles of a picture come round.
+int PeriodOf(Tiling tiling, int pictureSize) {
+    return tiling == Tiling::Mirror ? 2 * pictureSize : pictureSize;
+}
+
+// Weights for the last pixel of an axis, from the lengths of the pixels that it is made of. Rounding the
+// running sum, not each length, keeps the total exact.
+class Shares {
+  public:
+    Shares(Axis& axis, double total) : axis_(axis), total_(total) {}
+
+    void Add(int pixel, double length) {
+        lengths_ += length;
+        AddUpTo(static_cast<int>(std::lround(lengths_ / total_ * kWeightSum)), pixel);
+    }
+    void AddRest(int pixel) { AddUpTo(kWeightSum, pixel); }
+
+  private:
+    void AddUpTo(int sum, int pixel) {
+        const int weight = std::clamp(sum, done_, kWeightSum) - done_;
+        done_ += weight;
+        if (weight == 0) return;
+        if (open_) {
+            axis_.pairs.back().second = pixel;
+            axis_.pairs.back().secondWeight = static_cast<std::int16_t>(weight);
+        } else {
+            axis_.pairs.push_back({pixel, pixel, static_cast<std::int16_t>(weight), 0});
+        }
+        open_ = !open_;
+    }
+
+    Axis& axis_;
+    const double total_;
+    double lengths_ = 0;
+    int done_ = 0;
+    bool open_ = false;
 };
 
 class AxisBuilder {
   public:
     explicit AxisBuilder(const AxisRequest& request) : request_(request) {
         scale_ = request.size / request.resultSize;
-        low_ = std::max(request.start, 0.0);
-        high_ = std::min(request.start + request.size, static_cast<double>(request.pictureSize));
-        firstPixel_ = std::clamp(static_cast<int>(std::floor(low_)), 0, request.pictureSize - 1);
-        lastPixel_ = std::clamp(static_cast<int>(std::ceil(high_)) - 1, firstPixel_, request.pictureSize - 1);
+        low_ = request.start;
+        high_ = request.start + request.size;
+        firstPixel_ = static_cast<int>(std::floor(low_));
+        lastPixel_ = static_cast<int>(std::ceil(high_)) - 1;
+        if (request.tiling == Tiling::None) {
+            low_ = std::max(low_, 0.0);
+            high_ = std::min(high_, static_cast<double>(request.pictureSize));
+            firstPixel_ = std::clamp(firstPixel_, 0, request.pictureSize - 1);
+            lastPixel_ = std::min(lastPixel_, request.pictureSize - 1);
+        }
+        lastPixel_ = std::max(firstPixel_, lastPixel_);
     }
 
     Axis Build() {
-        const bool average = (request_.filter == Filter::Smooth && scale_ > 1) ||
-                             (request_.filter == Filter::Bilinear && scale_ >= 2);
+        const bool average = Averages(request_.filter, scale_);
         axis_.begin.reserve(static_cast<std::size_t>(request_.to - request_.from) + 1);
         for (int i = request_.from; i < request_.to; ++i) {
             if (request_.filter == Filter::Nearest)
@@ -78,15 +126,24 @@ class AxisBuilder {
         return static_cast<int>(std::clamp(std::floor(position), 1.0 * firstPixel_, 1.0 * lastPixel_));
     }
     int Beside(int pixel) const {
-        if (request_.wraps) {
+        if (request_.tiling == Tiling::Repeat) {
             if (pixel < firstPixel_) return lastPixel_;
             if (pixel > lastPixel_) return firstPixel_;
         }
         return std::clamp(pixel, firstPixel_, lastPixel_);
     }
 
+    // The pixel of the picture that shows at a place among its tiles.
+    int InPicture(int pixel) const {
+        if (request_.tiling == Tiling::None) return pixel;
+        const int size = request_.pictureSize;
+        const int period = PeriodOf(request_.tiling, size);
+        const int offset = ((pixel % period) + period) % period;
+        return offset < size ? offset : period - 1 - offset;
+    }
+
     void AddNearest(int i) {
-        const int pixel = Inside(request_.start + (i + 0.5) * scale_);
+        const int pixel = InPicture(Inside(request_.start + (i + 0.5) * scale_));
         axis_.pairs.push_back({pixel, pixel, kWeightSum, 0});
     }
 
@@ -96,13 +153,12 @@ class AxisBuilder {
         const double whole = std::floor(position);
         const int weight = static_cast<int>(std::lround((position - whole) * kWeightSum));
         const int pixel = static_cast<int>(whole);
-        axis_.pairs.push_back({Beside(pixel), Beside(pixel + 1),
+        axis_.pairs.push_back({InPicture(Beside(pixel)), InPicture(Beside(pixel + 1)),
                                static_cast<std::int16_t>(kWeightSum - weight),
                                static_cast<std::int16_t>(weight)});
     }
 
-    // Every pixel by the length of it that falls between the two ends. Rounding the running sum, not each
-    // length, keeps the total exact.
+    // Every pixel by the length of it that falls between the two ends.
     void AddAverage(int i) {
         const double begin = std::clamp(request_.start + i * scale_, low_, high_);
         const double end = std::clamp(request_.start + (i + 1) * scale_, low_, high_);
@@ -111,33 +167,39 @@ class AxisBuilder {
             AddNearest(i);
             return;
         }
-        const int first = Inside(begin);
-        const int last = std::max(first, std::min(lastPixel_, static_cast<int>(std::ceil(end)) - 1));
-        int done = 0;
-        const std::size_t start = axis_.pairs.size();
-        bool open = false;
-        for (int pixel = first; pixel <= last; ++pixel) {
-            const int sum = pixel == last
-                                ? kWeightSum
-                                : static_cast<int>(std::lround((pixel + 1 - begin) / length * kWeightSum));
-            const int weight = std::clamp(sum, done, kWeightSum) - done;
-            done += weight;
-            if (weight == 0) continue;
-            if (open) {
-                axis_.pairs.back().second = pixel;
-                axis_.pairs.back().secondWeight = static_cast<std::int16_t>(weight);
-            } else {
-                axis_.pairs.push_back({pixel, pixel, static_cast<std::int16_t>(weight), 0});
-            }
-            open = !open;
+        Shares shares(axis_, length);
+        const int period = PeriodOf(request_.tiling, request_.pictureSize);
+        if (request_.tiling != Tiling::None && length > period) {
+            AddTiles(begin, length, shares);
+        } else {
+            const int first = Inside(begin);
+            const int last = std::max(first, std::min(lastPixel_, static_cast<int>(std::ceil(end)) - 1));
+            for (int pixel = first; pixel < last; ++pixel)
+                shares.Add(InPicture(pixel), std::min(pixel + 1.0, end) - std::max(1.0 * pixel, begin));
+            shares.AddRest(InPicture(last));
         }
-        if (axis_.pairs.size() == start) AddNearest(i);
+    }
+
+    // More than a whole round of tiles: every pixel of the picture has its share of the whole rounds, and
+    // some have another one of what is left.
+    void AddTiles(double begin, double length, Shares& shares) {
+        const int size = request_.pictureSize;
+        const int period = PeriodOf(request_.tiling, size);
+        const double rounds = std::floor(length / period);
+        const double end = begin + (length - rounds * period);
+        std::vector<double> lengths(static_cast<std::size_t>(size), rounds * period / size);
+        for (int pixel = static_cast<int>(std::floor(begin)); pixel < end; ++pixel)
+            lengths[static_cast<std::size_t>(InPicture(pixel))] +=
+                std::min(pixel + 1.0, end) - std::max(1.0 * pixel, begin);
+        for (int pixel = 0; pixel < size - 1; ++pixel)
+            shares.Add(pixel, lengths[static_cast<std::size_t>(pixel)]);
+        shares.AddRest(size - 1);
     }
 
     AxisRequest request_;
     double scale_;
-    double low_, high_;           // the source rectangle, cut to the picture
-    int firstPixel_, lastPixel_;  // that may be read
+    double low_, high_;           // the source rectangle, cut to the picture unless that tiles
+    int firstPixel_, lastPixel_;  // that may be read, counted on over the tiles
     Axis axis_;
 };
 
@@ -258,28 +320,22 @@ class MiddleRows {
     std::uint64_t clock_ = 0;
 };
 
-}  // namespace
-
-Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size) {
-    const double scale = sourceSize / size;
-    const auto place = [&](double position) {
-        return static_cast<int>(
-            std::clamp(std::ceil((position - sourceStart) / scale - 0.5), 0.0, static_cast<double>(size)));
-    };
-    return {place(0), place(pictureSize)};
+AxisRequest RequestAcross(const Scaling& scaling, int pictureSize) {
+    return {scaling.sourceX, scaling.sourceWidth, pictureSize,    scaling.width,
+            scaling.left,    scaling.right,       scaling.filter, scaling.tilingX};
 }
 
-std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling) {
+AxisRequest RequestDown(const Scaling& scaling, int pictureSize) {
+    return {scaling.sourceY, scaling.sourceHeight, pictureSize,    scaling.height,
+            scaling.top,     scaling.bottom,       scaling.filter, scaling.tilingY};
+}
+
+std::shared_ptr<Surface> Scale(const Surface& picture, const Scaling& scaling) {
     std::shared_ptr<Surface> result =
         Surface::Create(scaling.right - scaling.left, scaling.bottom - scaling.top);
     if (!result) return {};
-    ++Gdiplus::Counters().scaledImages;
-    const Axis across = AxisBuilder({scaling.sourceX, scaling.sourceWidth, picture.Width(), scaling.width,
-                                     scaling.left, scaling.right, scaling.filter, scaling.wrapsX})
-                            .Build();
-    const Axis down = AxisBuilder({scaling.sourceY, scaling.sourceHeight, picture.Height(), scaling.height,
-                                   scaling.top, scaling.bottom, scaling.filter, scaling.wrapsY})
-                          .Build();
+    const Axis across = AxisBuilder(RequestAcross(scaling, picture.Width())).Build();
+    const Axis down = AxisBuilder(RequestDown(scaling, picture.Height())).Build();
     MiddleRows rows(picture, across);
     std::vector<std::int32_t> sums(static_cast<std::size_t>(across.Count()) * 4);
     for (int y = 0; y < down.Count(); ++y) {
@@ -300,6 +356,79 @@ std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling
         Finish(sums, result->Row(y));
     }
     return result;
+}
+
+// How many pixels of the picture make up the pixels of a result along an axis, each counted as often as it is
+// read.
+double ReadsOf(const AxisRequest& request) {
+    const double scale = request.size / request.resultSize;
+    const double most = request.tiling == Tiling::None ? scale : 1.0 * request.pictureSize;
+    return (request.to - request.from) * (Averages(request.filter, scale) ? std::min(scale, most) + 2 : 2);
+}
+
+// The largest size to which a picture has to be shrunk, so that scaling its tiles takes neither more than
+// about half a second, beyond what the sizes of picture and result take, nor much memory. A picture that does
+// not tile is read about once and keeps its size.
+CSize AffordableSize(CSize size, Scaling scaling) {
+    constexpr double kMostReads = 1 << 28;
+    constexpr double kMostReadsOfAxis = 1 << 22;
+    if (scaling.tilingX == Tiling::None && scaling.tilingY == Tiling::None) return size;
+    const double columns = scaling.right - scaling.left;
+    const double rows = scaling.bottom - scaling.top;
+    const double mostReads = std::max(kMostReads, 16 * (columns * rows + 1.0 * size.cx * size.cy));
+    for (;;) {
+        const double across = ReadsOf(RequestAcross(scaling, size.cx));
+        const double down = ReadsOf(RequestDown(scaling, size.cy));
+        const bool isAffordable =
+            std::max(across, down) <= kMostReadsOfAxis && down * (across + columns) <= mostReads;
+        if (isAffordable || (size.cx == 1 && size.cy == 1)) return size;
+        const auto halve = [](LONG& pixels, double& sourceSize) {
+            if (pixels == 1) return;
+            sourceSize *= 0.5;
+            pixels /= 2;
+        };
+        halve(size.cx, scaling.sourceWidth);
+        halve(size.cy, scaling.sourceHeight);
+    }
+}
+
+// A whole picture to another size.
+Scaling Shrinking(CSize from, CSize to) {
+    Scaling scaling;
+    scaling.sourceWidth = from.cx;
+    scaling.sourceHeight = from.cy;
+    scaling.width = scaling.right = to.cx;
+    scaling.height = scaling.bottom = to.cy;
+    scaling.filter = Filter::Smooth;
+    return scaling;
+}
+
+}  // namespace
+
+Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size) {
+    const double scale = sourceSize / size;
+    const auto place = [&](double position) {
+        return static_cast<int>(
+            std::clamp(std::ceil((position - sourceStart) / scale - 0.5), 0.0, static_cast<double>(size)));
+    };
+    return {place(0), place(pictureSize)};
+}
+
+std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling) {
+    ++Gdiplus::Counters().scaledImages;
+    const CSize size(picture.Width(), picture.Height());
+    const CSize affordable = AffordableSize(size, scaling);
+    if (affordable == size) return Scale(picture, scaling);
+    const std::shared_ptr<Surface> smaller = Scale(picture, Shrinking(size, affordable));
+    if (!smaller) return {};
+    Scaling rest = scaling;
+    const double byX = 1.0 * affordable.cx / size.cx;
+    const double byY = 1.0 * affordable.cy / size.cy;
+    rest.sourceX *= byX;
+    rest.sourceWidth *= byX;
+    rest.sourceY *= byY;
+    rest.sourceHeight *= byY;
+    return Scale(*smaller, rest);
 }
 
 }  // namespace platform

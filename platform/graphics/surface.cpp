@@ -69,8 +69,12 @@ cairo_surface_t* Surface::Cairo() {
 }
 
 void Surface::Touch() {
-    if (cairo_) cairo_surface_mark_dirty(cairo_);
+    NoteWrites();
     revision_ = NextRevision();
+}
+
+void Surface::NoteWrites() {
+    if (cairo_) cairo_surface_mark_dirty(cairo_);
 }
 
 }  // namespace platform

@@ -37,6 +37,8 @@ class Surface {
     cairo_surface_t* Cairo();
     // Marks the pixels as changed, and tells cairo of direct writes.
     void Touch();
+    // Tells cairo alone.
+    void NoteWrites();
     // Unique in the process for what the surface shows.
     std::uint64_t Revision() const { return revision_; }
 

@@ -1,8 +1,12 @@
 // Regions, held against a plain picture of their pixels.
+#include <sys/resource.h>
+
+#include <fstream>
 #include <limits>
 #include <vector>
 
 #include "graphics/picture_kit.h"
+#include "platform/graphics/gdi_objects.h"
 
 namespace {
 
@@ -165,5 +169,53 @@ TEST(Region, ExtremeCoordinatesAreCutNotWrapped) {
     EXPECT_TRUE(Region(CRect(5, 5, 5, 9)).IsEmpty());
     EXPECT_TRUE(Region(CRect(high, 0, low, 9)).IsEmpty());
 }
+
+TEST(Region, WhatMemoryDoesNotReachForIsRefusedAsDocumented) {
+    const int high = std::numeric_limits<int>::max();
+    const struct {
+        int height, ellipseHeight;
+        bool made;
+    } cases[] = {{high, high, false}, {high, -high - 1, false}, {70000, 70000, false},
+                 {high, 65534, true}, {65534, high, true},      {32767, 32767, true}};
+    for (const auto& c : cases) {
+        SetLastError(0);
+        const HRGN region = CreateRoundRectRgn(0, 0, high, c.height, high, c.ellipseHeight);
+        EXPECT_EQ(c.made, static_cast<bool>(region)) << c.height << " " << c.ellipseHeight;
+        EXPECT_EQ(c.made ? 0U : ERROR_NOT_ENOUGH_MEMORY, GetLastError());
+        DeleteObject(region);
+    }
+    EXPECT_TRUE(Region().IsIntact() && !Region::RoundRect(CRect(0, 0, 9, high), 9, high).IsIntact());
+}
+
+#if !defined(__SANITIZE_ADDRESS__)  // which has memory of its own
+// A lattice of columns and rows has a rectangle for each crossing.
+TEST(Region, ALatticeBeyondMemoryLeavesTheTargetAlone) {
+    std::vector<RECT> columns, rows;
+    for (int i = 0; i < 6000; ++i) {
+        columns.push_back({2 * i, 0, 2 * i + 1, 12000});
+        rows.push_back({0, 2 * i, 12000, 2 * i + 1});
+    }
+    const HRGN lattice = CreateRectRgn(1, 2, 3, 4);
+    const HRGN bars[] = {CreateRectRgn(0, 0, 0, 0), CreateRectRgn(0, 0, 0, 0)};
+    *platform::ShareRegion(bars[0]) = Region(columns);
+    *platform::ShareRegion(bars[1]) = Region(rows);
+    rlimit before{};
+    getrlimit(RLIMIT_AS, &before);
+    rlim_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlimit tight{pages * 4096 + (rlim_t{64} << 20), before.rlim_max};
+    setrlimit(RLIMIT_AS, &tight);
+    const int kind = CombineRgn(lattice, bars[0], bars[1], RGN_XOR);
+    const DWORD error = GetLastError();
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_EQ(ERROR_REGION, kind);
+    EXPECT_EQ(ERROR_NOT_ENOUGH_MEMORY, error);
+    RECT box;
+    EXPECT_EQ(SIMPLEREGION, GetRgnBox(lattice, &box));
+    EXPECT_EQ(CRect(1, 2, 3, 4), CRect(box));
+    for (const HRGN region : {lattice, bars[0], bars[1]})
+        DeleteObject(region);
+}
+#endif
 
 }  // namespace

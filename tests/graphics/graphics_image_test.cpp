@@ -204,6 +204,75 @@ TEST(DrawImage, TilingBringsTheOppositeEdgeMirroringDoesNot) {
     EXPECT_EQ(InvalidParameter, ImageAttributes().SetWrapMode(static_cast<WrapMode>(7)));
 }
 
+// What the tiles of a picture show at a place, in steps from its first pixel.
+std::uint32_t Tiled(const Pixels& pixels, WrapMode mode, int x, int y) {
+    const auto fold = [](int at, int size, bool turns) {
+        const int tile = static_cast<int>(std::floor(1.0 * at / size));
+        const int inside = at - tile * size;
+        return turns && tile % 2 != 0 ? size - 1 - inside : inside;
+    };
+    return pixels.At(fold(x, pixels.width, mode == WrapModeTileFlipX || mode == WrapModeTileFlipXY),
+                     fold(y, pixels.height, mode == WrapModeTileFlipY || mode == WrapModeTileFlipXY));
+}
+
+TEST(DrawImage, TilesShowBeyondThePictureAtEveryScaleAndTurned) {
+    Dice dice(26);
+    for (int round = 0; round < 400; ++round) {
+        const auto mode = static_cast<WrapMode>(round % 4);
+        const int scale = dice.Between(1, 3);  // below none: 2 shrinks by it
+        const bool shrinks = scale == 2;
+        const bool turns = round % 5 == 0;
+        SCOPED_TRACE(testing::Message() << round << " mode " << mode << " scale " << scale);
+        const Pixels pixels = kit::Scattered(dice, dice.Between(1, 6), dice.Between(1, 6), true);
+        const auto bitmap = MakeBitmap(pixels);
+        const CRect from(CPoint(dice.Between(-20, 20), dice.Between(-20, 20)),
+                         CSize(2 * dice.Between(1, 9), 2 * dice.Between(1, 9)));
+        const CSize to = shrinks ? CSize(from.Width() / 2, from.Height() / 2)
+                                 : CSize(from.Width() * scale, from.Height() * scale);
+        Canvas canvas(60, 60);
+        Graphics graphics(canvas.Context());
+        if (!shrinks) graphics.SetInterpolationMode(InterpolationModeNearestNeighbor);
+        const Matrix mirrored(-1, 0, 0, 1, 60, 0);
+        if (turns) graphics.SetTransform(&mirrored);
+        ImageAttributes attributes;
+        attributes.SetWrapMode(mode);
+        ASSERT_EQ(Ok, graphics.DrawImage(bitmap.get(), Rect(2, 3, to.cx, to.cy), from.left, from.top,
+                                         from.Width(), from.Height(), UnitPixel, &attributes));
+        const bool inside =
+            from.left >= 0 && from.top >= 0 && from.right <= pixels.width && from.bottom <= pixels.height;
+        if (turns && inside && shrinks) continue;  // another library's way of shrinking
+        for (int y = 0; y < to.cy; ++y)
+            for (int x = 0; x < to.cx; ++x) {
+                const std::uint32_t drawn = canvas.At(turns ? 57 - x : x + 2, y + 3);
+                for (int shift = 0; shift < 32; shift += 8) {
+                    double wanted = 0;
+                    const int side = shrinks ? 2 : 1;
+                    for (int i = 0; i < side * side; ++i)
+                        wanted += (Tiled(pixels, mode, from.left + (shrinks ? x * 2 : x / scale) + i % side,
+                                         from.top + (shrinks ? y * 2 : y / scale) + i / side) >>
+                                   shift) &
+                                  0xFF;
+                    ASSERT_NEAR(wanted / side / side, (drawn >> shift) & 0xFF, shrinks ? 0.8 : 0)
+                        << x << " " << y;
+                }
+            }
+    }
+    // However many tiles there are: their mean, and soon.
+    Canvas canvas(40, 40);
+    const auto bitmap = MakeBitmap(kit::Scattered(dice, 1500, 3, true));
+    ImageAttributes attributes;
+    attributes.SetWrapMode(WrapModeTileFlipXY);
+    const Matrix upright;
+    const Matrix quarter(0, 1, -1, 0, 40, 0);
+    for (const Matrix* const matrix : {&upright, &quarter}) {
+        Graphics graphics(canvas.Context());
+        graphics.SetTransform(matrix);
+        EXPECT_EQ(Ok, graphics.DrawImage(bitmap.get(), Rect(0, 0, 40, 40), -400000000, 7, 800000000,
+                                         900000000, UnitPixel, &attributes));
+        EXPECT_NEAR(127, canvas.At(20, 20) & 0xFF, 8);
+    }
+}
+
 TEST(DrawImage, PartsOutsideTheImageDrawNothingAndKeepTheScale) {
     const auto bitmap = MakeBitmap(Pixels(10, 10, 0xFF445566));
     const struct {
