@@ -15,7 +15,15 @@ ModalLoop::ModalLoop(CDialog& dialog) : dialog_(&dialog), outer_(innermostLoop) 
 }
 
 ModalLoop::~ModalLoop() {
-    EnableOwner();
+    // Left by an exception it ends as it always does; what handlers throw on the way is lost behind that.
+    try {
+        EnableOwner();
+    } catch (...) {
+    }
+    try {
+        if (IsWindow(window_)) ::DestroyWindow(window_);
+    } catch (...) {
+    }
     if (dialog_) dialog_->m_modalLoop = nullptr;
     innermostLoop = outer_;
     // The outer loop may have ended while it waited around this one.

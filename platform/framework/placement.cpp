@@ -10,9 +10,9 @@ int Middle(int from, int to, int size) {
     return static_cast<int>((std::int64_t{from} + to - size) / 2);
 }
 
-// Moves [place, place + size) into [0, limit); what is too long keeps its beginning.
-int KeptInside(int place, int size, int limit) {
-    return std::max(0, std::min(place, limit - size));
+// Moves [place, place + size) into [from, to); what is too long keeps its beginning.
+int KeptInside(int place, int size, LONG from, LONG to) {
+    return std::max<int>(from, std::min<int>(place, to - size));
 }
 
 }  // namespace
@@ -23,11 +23,13 @@ CPoint CentredPlace(CSize size, HWND parentOrOwner, bool child) {
         GetClientRect(parentOrOwner, around);
         return CPoint(Middle(0, around.Width(), size.cx), Middle(0, around.Height(), size.cy));
     }
-    const CSize screen(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
     const bool seen = IsWindowVisible(parentOrOwner) && !IsIconic(EnclosingTopLevel(parentOrOwner));
-    if (!seen || !GetWindowRect(parentOrOwner, around)) around = CRect(0, 0, screen.cx, screen.cy);
-    return CPoint(KeptInside(Middle(around.left, around.right, size.cx), size.cx, screen.cx),
-                  KeptInside(Middle(around.top, around.bottom, size.cy), size.cy, screen.cy));
+    MONITORINFO monitor{sizeof(MONITORINFO), {}, {}, 0};
+    GetMonitorInfoW(MonitorFromWindow(seen ? parentOrOwner : HWND(), MONITOR_DEFAULTTONEAREST), &monitor);
+    if (!seen || !GetWindowRect(parentOrOwner, around)) around = monitor.rcMonitor;
+    const RECT& work = monitor.rcWork;
+    return CPoint(KeptInside(Middle(around.left, around.right, size.cx), size.cx, work.left, work.right),
+                  KeptInside(Middle(around.top, around.bottom, size.cy), size.cy, work.top, work.bottom));
 }
 
 HWND EnclosingTopLevel(HWND window) {

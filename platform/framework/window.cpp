@@ -14,7 +14,11 @@ BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
 END_MESSAGE_MAP()
 
 CWnd::~CWnd() {
-    if (m_hWnd) ::DestroyWindow(m_hWnd);
+    try {
+        if (m_hWnd) ::DestroyWindow(m_hWnd);
+    } catch (...) {
+        // Thrown by a handler of another window that hears of it; the window is gone all the same.
+    }
     // Still there when the destruction is already under way around this call: its last messages then go
     // without an object.
     if (m_hWnd) platform::UnbindObject(m_hWnd);
@@ -99,6 +103,10 @@ void CWnd::CenterWindow() {
     const bool child = (GetStyle() & WS_CHILD) != 0;
     const CPoint place = platform::CentredPlace(own.Size(), GetParent(m_hWnd), child);
     SetWindowPos({}, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+BOOL CWnd::OnAmbientProperty(COleControlSite*, DISPID, VARIANT*) {
+    return FALSE;
 }
 
 BOOL CWnd::PreTranslateMessage(MSG*) {

@@ -53,7 +53,11 @@ PendingCreation::~PendingCreation() {
     // A refused window may go without a last message.
     if (object_ && window_ && object_->m_hWnd == window_ && !IsWindow(window_)) {
         const DWORD error = GetLastError();
-        WindowAccess::Detach(*object_);
+        try {
+            WindowAccess::Detach(*object_);
+        } catch (...) {
+            // An exception may be what refused the window; this one is lost behind it.
+        }
         SetLastError(error);
     }
 }
@@ -83,16 +87,21 @@ LRESULT WindowAccess::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM
     if (!object) return DefWindowProcW(window, message, wParam, lParam);
 
     MessageFrame frame(*object, window, message, wParam, lParam);
+    const auto leave = [&] {
+        if (message != WM_NCDESTROY) return;
+        ModalLoop::WindowLeaves(window);
+        if (frame.object && frame.object->m_hWnd == window) Detach(*frame.object);
+    };
     LRESULT result = 0;
     try {
         result = object->WindowProc(message, wParam, lParam);
     } catch (const CException&) {
         // It ends the message that raised it, not the host's loop.
+    } catch (...) {
+        leave();
+        throw;
     }
-    if (message == WM_NCDESTROY) {
-        ModalLoop::WindowLeaves(window);
-        if (frame.object && frame.object->m_hWnd == window) Detach(*frame.object);
-    }
+    leave();
     return result;
 }
 

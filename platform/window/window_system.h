@@ -5,9 +5,12 @@
 // their top-level. All calls come on the thread that owns the windows.
 #pragma once
 
+#include <array>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <platform/geometry.h>
 #include <platform/text.h>
@@ -15,8 +18,13 @@
 
 #include "platform/graphics/region.h"
 #include "platform/graphics/surface.h"
+#include "platform/window/embedding.h"
 
 namespace platform {
+
+class FileDragger;
+class ForeignWindows;
+class KeyWatch;
 
 // How the pixels of a window become visible.
 struct Compositing {
@@ -37,7 +45,6 @@ struct Compositing {
 // What a window system must know of a window besides its pixels. The core sends the whole record again when
 // any of it changes.
 struct WindowTraits {
-    CString title;
     bool decorated = false;  // asks the window manager for a frame and title
     bool minimizable = false;
     bool topmost = false;
@@ -46,6 +53,8 @@ struct WindowTraits {
     bool dialog = true;       // transient for its owner
     bool modal = false;       // its owner is disabled while it shows
     HWND owner;
+    std::array<std::shared_ptr<const Surface>, 2> icons;  // large and small, or null
+    CString title;                                        // last, since copying it may fail
     friend bool operator==(const WindowTraits&, const WindowTraits&) = default;
 };
 
@@ -56,7 +65,16 @@ enum class StackPlace {
     Above /* directly over `reference` */,
     Below /* directly under `reference` */
 };
-enum class CursorShape { Arrow, Hand, IBeam, SizeAll, None };
+enum class CursorShape { Arrow, Hand, IBeam, SizeAll, None, DropCopy, DropMove, DropRefused };
+
+using KeySet = std::bitset<256>;  // by virtual key
+
+// A part of the screen with a display of its own.
+struct Monitor {
+    CRect whole;
+    CRect work;  // without panels that keep their place
+    friend bool operator==(const Monitor&, const Monitor&) = default;
+};
 
 // Modifier and button state that accompanies pointer and key events.
 struct InputState {
@@ -79,6 +97,9 @@ class WindowEvents {
     // `character` is the UTF-16 text of the key (may be 0); repeats come as further downs.
     virtual void Key(HWND window, UINT virtualKey, bool down, char16_t character, InputState state,
                      std::uint64_t time) = 0;
+    // All the keys that are down, after a time in which the keyboard was somebody else's; none when that
+    // begins.
+    virtual void KeysHeld(const KeySet& keys) = 0;
     virtual void FocusChanged(HWND window, bool focused) = 0;
     virtual void Placed(HWND window, const RECT& screen) = 0;     // moved or sized by the outside
     virtual void Exposed(HWND window, const Region& region) = 0;  // the display lost these pixels
@@ -86,6 +107,12 @@ class WindowEvents {
     virtual void CloseRequested(HWND window) = 0;
     virtual void GrabLost(HWND window) = 0;
     virtual void SystemDestroyed(HWND window) = 0;  // somebody else destroyed the native window
+    // While the keyboard is watched: any key, whoever has the keyboard. `held` are those down after it,
+    // `scanCode` is the window system's own number of the key.
+    virtual void KeySeen(UINT /*virtualKey*/, UINT /*scanCode*/, bool /*down*/, const KeySet& /*held*/,
+                         std::uint64_t /*time*/) {}
+    // A window lies on the screen again: the other program's window that it was put into is gone.
+    virtual void PutOut(HWND /*window*/) {}
     // The connection is gone for good. No further call of the window system does anything.
     virtual void ConnectionLost() = 0;
 };
@@ -110,7 +137,8 @@ class WindowSystem {
 
     // ---- pixels
     // A surface of the given size for the window's pixels, zeroed, in memory that Present shows from without
-    // a further copy where possible. The old one stays valid for who holds it, but is no longer shown.
+    // a further copy where possible. The old one stays valid for who holds it, but is no longer shown. Null
+    // without memory; then the old one stays the one that is shown.
     [[nodiscard]] virtual std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) = 0;
     // Called before the core writes into a surface that was presented: returns once the display no longer
     // reads from it.
@@ -120,6 +148,7 @@ class WindowSystem {
 
     // ---- pointer and keyboard
     // Pointer events of all buttons go to `window` with coordinates outside it too, until ReleasePointer.
+    // False when it is refused: another program holds the pointer.
     virtual bool GrabPointer(HWND window) = 0;
     virtual void ReleasePointer() = 0;
     virtual void SetCursor(HWND window, CursorShape shape) = 0;
@@ -127,21 +156,34 @@ class WindowSystem {
     // The topmost of our windows that takes the pointer at a point of the screen; empty when none does.
     virtual HWND WindowAt(POINT screen) = 0;
     virtual CSize ScreenSize() = 0;
+    // The primary one first. Never empty.
+    virtual std::vector<Monitor> Monitors() = 0;
+
+    // ---- windows of other libraries
+    // A place for one in a top-level, hidden until it is placed. Null when the window system has none to
+    // give.
+    [[nodiscard]] virtual std::unique_ptr<EmbeddedPlace> Embed(HWND /*topLevel*/,
+                                                               EmbeddedEvents& /*events*/) {
+        return nullptr;
+    }
 
     // ---- time and waiting
     virtual std::uint64_t Now() = 0;  // milliseconds
-    // The clock moves only when something is waited for, and input comes only from the process itself.
-    virtual bool ClockIsVirtual() { return false; }
     // Reports every event that has arrived; never blocks. Also runs ready sources of GLib's main context
     // once. True when any event was reported or any source ran.
     virtual bool Poll() = 0;
     // Blocks until an event arrives, a GLib source runs, Wake is called, or `deadline` (in Now's time) is
     // reached; then reports what arrived. False when waiting makes no sense any more: the connection is
-    // gone, or (headless) nothing can ever happen.
+    // gone, or (headless) nothing happens any more by itself: time stands still there.
     virtual bool Wait(std::optional<std::uint64_t> deadline) = 0;
     // Ends a Wait early. The one call that any thread may make.
     virtual void Wake() = 0;
     virtual bool IsAlive() = 0;
+
+    // ---- abilities that a window system has or lacks: null, or its own as long as it lives
+    virtual FileDragger* FileDrags() { return nullptr; }
+    virtual ForeignWindows* Foreign() { return nullptr; }
+    virtual KeyWatch* KeyWatcher() { return nullptr; }
 };
 
 // Each returns null with the thread's last error set when the system cannot be reached.

@@ -42,6 +42,7 @@ TEST_F(ModalDialog, EndsWithTheResultOfWhatEndedIt) {
         {"DestroyWindow in a handler", [](ScriptedDialog& d) { d.PostMessage(DestroyYourself); }, IDCANCEL},
         {"::DestroyWindow", [](ScriptedDialog& d) { ::DestroyWindow(d.m_hWnd); }, IDCANCEL},
         {"EndDialog, then DestroyWindow", [](ScriptedDialog& d) { d.EndDialog(5), d.DestroyWindow(); }, 5},
+        {"nothing, with a timer set", [](ScriptedDialog& d) { d.SetTimer(1, 10); }, IDCANCEL},
         {"timer", [](ScriptedDialog& d) { d.SetTimer(1, 10), Headless::Advance(10); }, 900},
     };
     for (const auto& one : cases) {

@@ -315,6 +315,14 @@ TEST_F(WindowLife, StylesRectanglesAndCentring) {
         window.GetWindowRect(rect);
         EXPECT_TRUE(rect == CRect(one.place, CSize(100, 50))) << rect.left << "," << rect.top;
     }
+    Headless::SetMonitors({{{640, 0, 1280, 800}, {640, 0, 1280, 800}}, {{0, 0, 640, 800}, {0, 0, 640, 770}}});
+    window.CenterWindow();
+    EXPECT_EQ((window.GetWindowRect(rect), rect), CRect(CPoint(910, 375), CSize(100, 50))) << "the primary";
+    owner.ShowWindow(SW_RESTORE);
+    owner.MoveWindow(560, 760, 140, 40);
+    window.CenterWindow();
+    EXPECT_EQ((window.GetWindowRect(rect), rect), CRect(CPoint(540, 720), CSize(100, 50))) << "its work area";
+    Headless::SetMonitors({});
 }
 
 // AfxPumpMessage and AfxRunMessageLoop are the same loop in steps and as a whole.

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <platform/gdiplus.h>
+
 #include "window/window_kit.h"
 
 namespace windowtest {
@@ -103,25 +105,19 @@ TEST_F(ClockTest, ArmingAgainReplaces) {
     EXPECT_EQ(Ticks(ticks_), "1@20 1@120 1@140 1@240 1@260");
 }
 
-TEST_F(ClockTest, TurnsThatWereMissedAreOne) {
+TEST_F(ClockTest, BehindAQuitTimersWaitAndTurnsThatWereMissedAreOne) {
     SetTimer(window_, 1, 10, nullptr);
-    SetTimer(window_, 2, 100, nullptr);
-    then_ = [&](UINT_PTR id) {
-        // A long wait in a handler: other timers fall due many times over.
-        if (id == 2 && ticks_.back().second == 100) {
-            KillTimer(window_, 2);
-            MSG message{};
-            SetTimer(window_, 3, 95, nullptr);
-            GetMessageW(&message, window_, WM_TIMER, WM_TIMER);
-            ticks_.push_back({message.wParam, GetTickCount() - start_});
-        }
+    then_ = [&](UINT_PTR) {
+        if (ticks_.size() == 3) PostQuitMessage(4);
     };
-    Headless::Advance(100);
-    const std::size_t upTo = ticks_.size();
+    Headless::Advance(95);
+    EXPECT_EQ(Ticks(ticks_), "1@10 1@20 1@30");
+    EXPECT_EQ(GetTickCount() - start_, 95u);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0);
+    EXPECT_EQ(message.wParam, 4u);
     Headless::Advance(25);
-    std::vector<std::pair<UINT_PTR, DWORD>> after(ticks_.begin() + static_cast<std::ptrdiff_t>(upTo),
-                                                  ticks_.end());
-    EXPECT_EQ(Ticks(after), "1@110 1@120");
+    EXPECT_EQ(Ticks(ticks_), "1@10 1@20 1@30 1@95 1@100 1@110 1@120");
 }
 
 TEST_F(ClockTest, ProceduresAndTimersOfNoWindow) {
@@ -165,6 +161,74 @@ TEST_F(HeadlessTest, UseAgainResizesTheScreen) {
     EXPECT_TRUE(Headless::Use(800, 600));
     EXPECT_EQ(Headless::CaptureScreen().At(660, 500), 0xFFFF0000);
     EXPECT_TRUE(IsWindow(window));
+}
+
+TEST_F(HeadlessTest, TheScreenMayBeSeveralMonitors) {
+    Headless::Use(1280, 800);
+    MONITORINFO info{sizeof(MONITORINFO), {}, {}, 0};
+    const HWND window = Open(100, 100, 40, 30, kRed);
+    const HMONITOR before = MonitorFromWindow(window, MONITOR_DEFAULTTONULL);
+    EXPECT_TRUE(GetMonitorInfoW(before, &info));
+    EXPECT_EQ(info.rcWork, (RECT{0, 0, 1280, 800}));
+    Headless::SetMonitors(
+        {{{640, 0, 1280, 800}, {640, 0, 1280, 770}}, {{0, 100, 640, 700}, {0, 100, 640, 700}}});
+    EXPECT_FALSE(GetMonitorInfoW(before, &info));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    RECT work{};
+    EXPECT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0));
+    EXPECT_EQ(work, (RECT{640, 0, 1280, 770}));
+    EXPECT_FALSE(SystemParametersInfoW(SPI_GETWORKAREA, 0, nullptr, 0));
+    const HMONITOR first = MonitorFromPoint(POINT{640, 0}, MONITOR_DEFAULTTONULL);
+    const HMONITOR second = MonitorFromPoint(POINT{639, 100}, MONITOR_DEFAULTTONULL);
+    EXPECT_TRUE(GetMonitorInfoW(first, &info) && info.dwFlags == MONITORINFOF_PRIMARY);
+    EXPECT_TRUE(GetMonitorInfoW(second, &info) && info.dwFlags == 0 && info.rcMonitor.bottom == 700);
+    EXPECT_EQ(MonitorFromPoint(POINT{3, 99}, MONITOR_DEFAULTTONULL), HMONITOR());
+    EXPECT_EQ(MonitorFromPoint(POINT{3, 99}, MONITOR_DEFAULTTOPRIMARY), first);
+    EXPECT_EQ(MonitorFromPoint(POINT{3, 99}, MONITOR_DEFAULTTONEAREST), second);
+    EXPECT_EQ(MonitorFromWindow({}, MONITOR_DEFAULTTONEAREST), first);
+    for (const int x : {619, 621}) {
+        MoveWindow(window, x, 200, 40, 30, TRUE);
+        EXPECT_EQ(MonitorFromWindow(window, MONITOR_DEFAULTTONULL), x < 620 ? second : first);
+    }
+    ShowWindow(window, SW_MINIMIZE);
+    EXPECT_EQ(MonitorFromWindow(window, MONITOR_DEFAULTTONULL), first);
+    DestroyWindow(window);
+    EXPECT_EQ(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), HMONITOR());
+    info.cbSize = 1;
+    EXPECT_FALSE(GetMonitorInfoW(first, &info));
+}
+
+TEST_F(HeadlessTest, AWindowHasAnIcon) {
+    const HWND window = Open(100, 100, 40, 30, kRed);
+    EXPECT_EQ(Headless::CaptureIcon(window).width, 0);
+    const auto icon = [](int width, int height, Gdiplus::ARGB colour) {
+        Gdiplus::Bitmap bitmap(width, height);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                bitmap.SetPixel(x, y, Gdiplus::Color(colour));
+        HICON made;
+        bitmap.GetHICON(&made);
+        return made;
+    };
+    const HICON small = icon(16, 16, 0xFFFF0000);
+    const HICON big = icon(512, 256, 0x8000FF00);
+    const auto set = [&](WPARAM size, HICON to) {
+        return SendMessageW(window, WM_SETICON, size, static_cast<LPARAM>(to.ToParam()));
+    };
+    EXPECT_EQ(set(ICON_SMALL, small), 0);
+    EXPECT_EQ(Headless::CaptureIcon(window).At(5, 5), 0xFFFF0000);
+    EXPECT_EQ(set(ICON_BIG, big), 0);
+    EXPECT_EQ(SendMessageW(window, WM_GETICON, ICON_BIG, 0), static_cast<LRESULT>(big.ToParam()));
+    DestroyIcon(big);
+    const Headless::Picture shown = Headless::CaptureIcon(window);
+    EXPECT_EQ(shown.width, 256);
+    EXPECT_EQ(shown.height, 128);
+    EXPECT_EQ(shown.At(100, 100), 0x80008000u);
+    EXPECT_EQ(set(ICON_SMALL, big), 0) << "stale";
+    EXPECT_EQ(set(2, small), 0);
+    EXPECT_EQ(set(ICON_BIG, {}), static_cast<LRESULT>(big.ToParam()));
+    EXPECT_EQ(Headless::CaptureIcon(window).width, 16);
+    DestroyIcon(small);
 }
 
 TEST_F(HeadlessTest, APictureOfAWindowIsItsOwn) {
@@ -234,13 +298,11 @@ TEST_F(HeadlessTest, StepsRunOneAtEachWait) {
     EXPECT_EQ(order, "ab");
     SetTimer(window, 1, 50, nullptr);
     const DWORD before = GetTickCount();
-    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 1);
-    EXPECT_EQ(order, "abc") << "steps come before time passes";
-    EXPECT_EQ(message.message, UINT{WM_TIMER});
-    EXPECT_EQ(GetTickCount() - before, 50u);
-    KillTimer(window, 1);
-    // With nothing left to come the loop ends instead of hanging.
+    // With nothing left to come the loop ends instead of hanging: no timer moves the clock.
     EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0);
+    EXPECT_EQ(order, "abc");
+    EXPECT_EQ(GetTickCount(), before);
+    KillTimer(window, 1);
     EXPECT_EQ(message.message, UINT{WM_QUIT});
     // A modal loop passes its quit on; that one is not kept for later.
     PostQuitMessage(0);
@@ -312,7 +374,9 @@ TEST_F(HeadlessTest, AWindowThatNeverStopsPaintingIsGivenUpOn) {
         return true;
     };
     InvalidateRect(window, nullptr, FALSE);
-    Headless::RunPending();
+    SetTimer(window, 1, 10, nullptr);  // which never has its turn
+    Headless::Advance(20);
+    KillTimer(window, 1);
     EXPECT_GT(paints, 100);
     // Nor does it keep a loop from ending.
     PostQuitMessage(0);
@@ -320,6 +384,17 @@ TEST_F(HeadlessTest, AWindowThatNeverStopsPaintingIsGivenUpOn) {
     while (GetMessageW(&message, {}, 0, 0) > 0)
         DispatchMessageW(&message);
     EXPECT_EQ(message.message, UINT{WM_QUIT});
+}
+
+TEST_F(HeadlessTest, ManyWindowsAreAllPainted) {
+    std::vector<HWND> windows;
+    for (int i = 0; i < 1500; ++i) {
+        windows.push_back(Create(i, i, 5, 5));
+        ShowWindow(windows.back(), SW_SHOWNA);
+    }
+    Headless::RunPending();
+    for (const HWND window : windows)
+        ASSERT_EQ(Told().Count(window, WM_PAINT), 1);
 }
 
 TEST_F(HeadlessTest, ThePixelsDecideWhatThePointerIsOver) {

@@ -209,7 +209,7 @@ TEST_F(LayeredTest, BadPushesFailAndChangeNothing) {
     const HDC empty = CreateCompatibleDC({});
     const HDC gone = CreateCompatibleDC({});
     DeleteDC(gone);
-    const SIZE size = {10, 10}, none = {0, 10}, huge = {40000, 10};
+    const SIZE size = {10, 10}, none = {0, 10}, huge = {40000, 10}, vast = {32767, 32767};
     const POINT from = {0, 0};
     const BLENDFUNCTION blend = PixelAlpha(), badOperation = {1, 0, 255, 1}, badFlags = {0, 1, 255, 1};
     const struct {
@@ -224,6 +224,7 @@ TEST_F(LayeredTest, BadPushesFailAndChangeNothing) {
         {"not layered", plain, &size, source.Context(), &blend, ULW_ALPHA, ERROR_INVALID_PARAMETER},
         {"no width", window, &none, source.Context(), &blend, ULW_ALPHA, ERROR_INVALID_PARAMETER},
         {"too wide", window, &huge, source.Context(), &blend, ULW_ALPHA, ERROR_INVALID_PARAMETER},
+        {"no memory", window, &vast, source.Context(), &blend, ULW_ALPHA, ERROR_NOT_ENOUGH_MEMORY},
         {"no blend", window, &size, source.Context(), nullptr, ULW_ALPHA, ERROR_INVALID_PARAMETER},
         {"operation", window, &size, source.Context(), &badOperation, ULW_ALPHA, ERROR_INVALID_PARAMETER},
         {"blend flags", window, &size, source.Context(), &badFlags, ULW_ALPHA, ERROR_INVALID_PARAMETER},
@@ -238,6 +239,9 @@ TEST_F(LayeredTest, BadPushesFailAndChangeNothing) {
         EXPECT_FALSE(UpdateLayeredWindow(one.window, {}, nullptr, one.size, one.source, &from, 0, one.blend,
                                          one.flags));
         EXPECT_EQ(GetLastError(), one.error);
+        RECT rect;
+        GetClientRect(window, &rect);
+        EXPECT_LT(rect.right, 1000) << "what is refused changes nothing";
     }
     DeleteDC(empty);
     EXPECT_EQ(ScreenColour(105, 105), kDesktopColour);

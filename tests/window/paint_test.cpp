@@ -261,5 +261,19 @@ TEST_F(PaintTest, UpdateWindowPaintsAtOnce) {
     EXPECT_EQ(Told().Count(window, WM_PAINT), 1);
 }
 
+TEST_F(PaintTest, AWindowTooLargeForASurfaceRecovers) {
+    if (!User().HasExactClock()) GTEST_SKIP() << "a compositor would hold gigabytes for it";
+    const HWND window = Open(100, 100, 50, 50, kRed);
+    for (const int width : {50, 60}) {
+        EXPECT_TRUE(MoveWindow(window, 100, 100, 32767, 32767, TRUE));
+        User().Settle();
+        MoveWindow(window, 100, 100, width, 50, TRUE);
+        Told().colours[window.ToParam()] = width == 50 ? kGreen : kBlue;
+        User().Settle();
+        EXPECT_EQ(ScreenColour(110, 110), width == 50 ? kGreenPixel : kBluePixel);
+        EXPECT_EQ(ScreenColour(100 + width - 1, 110), width == 50 ? kGreenPixel : kBluePixel);
+    }
+}
+
 }  // namespace
 }  // namespace windowtest

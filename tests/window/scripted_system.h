@@ -28,10 +28,20 @@ class ScriptedSystem : public platform::WindowSystem {
     std::vector<std::string> log;
     std::map<std::uint64_t, platform::WindowTraits> traits;
     std::map<std::uint64_t, platform::Compositing> compositing;
-    platform::Region presented;  // the last time
+    struct Restacked {
+        HWND window;
+        platform::StackPlace place;
+        HWND reference;
+        friend bool operator==(const Restacked&, const Restacked&) = default;
+    };
+    std::vector<Restacked> restacked;
+    platform::Region presented;                // the last time
+    std::shared_ptr<platform::Surface> drawn;  // handed out last
     std::function<void()> onWait;
     bool alive = true;
     bool refuseCreate = false;
+    bool diesInCreate = false;
+    bool refuseGrab = false;
     bool noMemory = false;
     HWND under;  // what WindowAt finds
     POINT pointer{0, 0};
@@ -47,7 +57,8 @@ class ScriptedSystem : public platform::WindowSystem {
 
     bool Create(HWND window, const RECT&, const platform::WindowTraits& first) override {
         traits[window.ToParam()] = first;
-        return Log("create") && !refuseCreate;
+        alive = alive && !diesInCreate;
+        return Log("create") && alive && !refuseCreate;
     }
     void Destroy(HWND) override { Log("destroy"); }
     void SetTraits(HWND window, const platform::WindowTraits& changed) override {
@@ -59,7 +70,9 @@ class ScriptedSystem : public platform::WindowSystem {
         static const char* const names[] = {"hide", "show", "show-inactive", "minimise", "restore"};
         Log(names[static_cast<int>(visibility)]);
     }
-    void Restack(HWND, platform::StackPlace, HWND) override {}
+    void Restack(HWND window, platform::StackPlace place, HWND reference) override {
+        restacked.push_back({window, place, reference});
+    }
     void Activate(HWND) override { Log("activate"); }
     void SetShape(HWND, const platform::Region* region) override { Log(region ? "shape" : "no-shape"); }
     void SetCompositing(HWND window, const platform::Compositing& changed) override {
@@ -68,19 +81,20 @@ class ScriptedSystem : public platform::WindowSystem {
     }
     std::shared_ptr<platform::Surface> NewSurface(HWND, int width, int height) override {
         Log("surface");
-        return noMemory ? nullptr : platform::Surface::Create(width, height);
+        return noMemory ? nullptr : drawn = platform::Surface::Create(width, height);
     }
     void BeginWrite(HWND) override { Log("write"); }
     void Present(HWND, const platform::Region& damage) override {
         presented = damage;
         Log("present");
     }
-    bool GrabPointer(HWND) override { return Log("grab"); }
+    bool GrabPointer(HWND) override { return Log("grab") && !refuseGrab; }
     void ReleasePointer() override { Log("ungrab"); }
     void SetCursor(HWND, platform::CursorShape) override { Log("cursor"); }
     POINT PointerPosition() override { return pointer; }
     HWND WindowAt(POINT) override { return under; }
     CSize ScreenSize() override { return {1024, 768}; }
+    std::vector<platform::Monitor> Monitors() override { return {{{0, 0, 1024, 768}, {0, 0, 1024, 740}}}; }
     std::uint64_t Now() override { return now; }
     bool Poll() override { return false; }
     bool Wait(std::optional<std::uint64_t> deadline) override {

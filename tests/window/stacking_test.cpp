@@ -93,6 +93,68 @@ TEST_F(StackingTest, OwnedWindowsStayAboveTheirOwners) {
     }
 }
 
+// Long random lives: layers and owners hold, the moved window is where it was put, the others keep their
+// order.
+TEST_F(StackingTest, AnyOrderOfMovesKeepsTheRules) {
+    if (!User().HasExactClock()) GTEST_SKIP() << "one system does; this many moves are slow on the other";
+    std::vector<HWND> all;
+    for (int i = 0; i < 12; ++i)
+        all.push_back(Open(100, 100, 50, 50, kRed,
+                           i % 3 ? all[static_cast<std::size_t>((i * 5 + 3) % i)] : HWND(),
+                           i % 5 == 3 ? DWORD{WS_EX_TOPMOST} : 0));
+    const auto isTopmost = [&](HWND window) {
+        for (; window; window = GetParent(window))
+            if (GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) return true;
+        return false;
+    };
+    const auto belongsTo = [](HWND window, HWND owner) {
+        while (window && !(window == owner))
+            window = GetParent(window);
+        return static_cast<bool>(window);
+    };
+    const auto place = [&](const std::string& order, HWND window) {
+        const auto index = std::find(all.begin(), all.end(), window) - all.begin();
+        return order.find(static_cast<char>('a' + index));
+    };
+    std::uint32_t state = 7;
+    const auto next = [&](std::size_t limit) {
+        return (state = state * 1664525 + 1013904223) / 65536 % limit;
+    };
+    std::string before = Order(all);
+    for (std::size_t step = 0; step < 3000; ++step) {
+        const HWND window = all[next(12)];
+        const HWND places[] = {HWND_TOP, HWND_BOTTOM, HWND_TOPMOST, HWND_NOTOPMOST};
+        const bool named = next(2);
+        const HWND after = named ? all[step / 100 % 12] : places[next(4)];
+        if (after == window) continue;
+        const bool put = next(8) != 0;
+        if (!put)
+            SetWindowLongPtrW(window, GWL_EXSTYLE, next(2) ? LONG_PTR{WS_EX_TOPMOST} : 0);
+        else
+            SetWindowPos(window, after, 0, 0, 0, 0, kStay);
+        const std::string order = Order(all);
+        ASSERT_EQ(order.size(), 12u) << step;
+        std::string stayed[2];
+        for (std::size_t at = 0; at < 12; ++at) {
+            const HWND one = all[static_cast<std::size_t>(order[at] - 'a')];
+            const HWND under = at < 11 ? all[static_cast<std::size_t>(order[at + 1] - 'a')] : HWND();
+            ASSERT_FALSE(under && isTopmost(under) && !isTopmost(one)) << step << order;
+            ASSERT_GT(place(order, GetParent(one)), at) << step << order;
+            if (!belongsTo(one, window)) stayed[0] += order[at];
+            if (!belongsTo(all[static_cast<std::size_t>(before[at] - 'a')], window)) stayed[1] += before[at];
+        }
+        ASSERT_EQ(stayed[0], stayed[1]) << step;
+        const std::size_t own = place(order, window), above = place(order, after);
+        if (put && named && !belongsTo(after, window) && isTopmost(after) == isTopmost(window) &&
+            (!GetParent(window) || place(order, GetParent(window)) > above)) {
+            ASSERT_LT(above, own) << step << order;
+            for (std::size_t at = above + 1; at < own; ++at)
+                ASSERT_TRUE(belongsTo(all[static_cast<std::size_t>(order[at] - 'a')], window)) << order;
+        }
+        before = order;
+    }
+}
+
 TEST_F(StackingTest, PlacesAndSizes) {
     const HWND window = Open(100, 100, 50, 50, kRed);
     RECT rect;

@@ -3,6 +3,10 @@
 
 #include <platform/headless.h>
 
+#include <chrono>
+#include <future>
+#include <thread>
+
 #include "platform/window/core/control.h"
 #include "window/scripted_system.h"
 
@@ -209,6 +213,24 @@ TEST_F(SystemTest, APushPresentsWhatDiffers) {
     ASSERT_TRUE(push());
     EXPECT_EQ(System().presented, Region(std::vector<RECT>{{10, 3, 20, 6}, {39, 25, 40, 26}}));
     EXPECT_EQ(System().TakeLog(), "write present");
+    // A promise is believed, unless somebody drew on the window since.
+    const RECT dirty = {0, 0, 5, 5};
+    UPDATELAYEREDWINDOWINFO promise;
+    promise.psize = &size;
+    promise.hdcSrc = source;
+    promise.pblend = &blend;
+    promise.dwFlags = ULW_ALPHA;
+    promise.prcDirty = &dirty;
+    for (const int y : {2, 28})
+        pixels[y * 40 + 2] = 0xFF00FF00;
+    for (const bool drawn : {false, true}) {
+        if (drawn) System().drawn->Touch();
+        ASSERT_TRUE(UpdateLayeredWindowIndirect(window, &promise));
+        EXPECT_EQ(System().presented, Region(drawn ? RECT{2, 28, 3, 29} : RECT{2, 2, 3, 3}));
+    }
+    promise.cbSize = 1;
+    EXPECT_FALSE(UpdateLayeredWindowIndirect(window, &promise));
+    System().log.clear();
     blend.SourceConstantAlpha = 90;
     ASSERT_TRUE(push());
     EXPECT_EQ(System().TakeLog(), "write compositing") << "a fade copies no pixels";
@@ -340,6 +362,94 @@ TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
     Settle();
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(Count(one, WM_KEYDOWN), 1);
+    // And so does waiting, also when another program has it.
+    System().events.FocusChanged(one, false);
+    Settle();
+    System().TakeLog();
+    EXPECT_TRUE(SetForegroundWindow(two));
+    EXPECT_EQ(GetActiveWindow(), two);
+    MSG message{};
+    EXPECT_FALSE(GetMessageW(&message, {}, 0, 0)) << "ends for want of anything else";
+    EXPECT_EQ(GetActiveWindow(), HWND());
+    // A modal dialog is brought up once for a click on its owner, not again and again.
+    System().TakeLog();
+    const HWND modal = Create(WS_POPUP | WS_VISIBLE, one);
+    EnableWindow(one, FALSE);
+    System().events.FocusChanged(one, true);
+    System().now += 1000;
+    for (int i = 0; i < 3; ++i) {
+        Settle();
+        System().now += 1000;
+    }
+    EXPECT_EQ(System().TakeLog().find("activate activate activate"), std::string::npos);
+    EXPECT_EQ(GetActiveWindow(), HWND());
+    DestroyWindow(modal);
+}
+
+TEST_F(SystemTest, AWindowIsActiveOnceItCanBe) {
+    const HWND window = Create(WS_POPUP | WS_VISIBLE);
+    auto& events = System().events;
+    for (const bool minimised : {true, false}) {
+        SCOPED_TRACE(minimised ? "minimised" : "disabled");
+        events.FocusChanged(window, true);
+        Settle();
+        EXPECT_EQ(GetActiveWindow(), window);
+        if (minimised)
+            events.MinimisedChanged(window, true);
+        else
+            EnableWindow(window, FALSE);
+        events.FocusChanged(window, false);
+        Settle();
+        EXPECT_EQ(GetActiveWindow(), HWND());
+        events.FocusChanged(window, true);
+        Settle();
+        EXPECT_EQ(GetActiveWindow(), HWND());
+        if (minimised)
+            events.MinimisedChanged(window, false);
+        else
+            EnableWindow(window, TRUE);
+        Settle();
+        EXPECT_EQ(GetActiveWindow(), window);
+    }
+}
+
+TEST_F(SystemTest, AnOwnerIsNotPutUnderWhatItOwns) {
+    using platform::StackPlace;
+    const HWND owner = Create(WS_POPUP | WS_VISIBLE);
+    const HWND owned = Create(WS_POPUP | WS_VISIBLE, owner);
+    const HWND other = Create(WS_POPUP | WS_VISIBLE);
+    const auto requests = [&](HWND after) {
+        System().restacked.clear();
+        SetWindowPos(owner, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        return System().restacked;
+    };
+    using Requests = std::vector<ScriptedSystem::Restacked>;
+    EXPECT_EQ(requests(HWND_TOP),
+              (Requests{{owner, StackPlace::Top, {}}, {owned, StackPlace::Above, owner}}));
+    EXPECT_EQ(requests(other),
+              (Requests{{owner, StackPlace::Below, other}, {owned, StackPlace::Above, owner}}));
+}
+
+TEST_F(SystemTest, WhatAnotherProgramTookIsNotHeld) {
+    const HWND window = Create(WS_POPUP | WS_VISIBLE);
+    platform::InputState pressed;
+    pressed.left = true;
+    auto& events = System().events;
+    events.Key(window, 'A', true, u'a', {}, 1);
+    events.Key(window, 'B', true, u'b', {}, 1);
+    events.PointerButton(window, 1, true, POINT{105, 105}, pressed, 1);
+    platform::KeySet held;
+    held.set('B');
+    events.KeysHeld(held);
+    Settle();
+    for (const int key : {0x41, 0x42, 0x01})
+        EXPECT_EQ((GetKeyState(key) & 0x8000) != 0, key != 'A') << key;
+    System().refuseGrab = true;
+    EXPECT_EQ(SetCapture(window), HWND());
+    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(GetCapture(), HWND());
+    SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+    EXPECT_EQ(Count(window, WM_ENTERSIZEMOVE), 0);
 }
 
 TEST_F(SystemTest, AHeldButtonReportsForItsWindowButBelongsToAnother) {
@@ -444,6 +554,35 @@ TEST_F(SystemTest, LossEndsTheLoopAndLeavesEveryCallSafe) {
     EXPECT_EQ(ScriptedSystem::made, before + 1);
 }
 
+TEST_F(SystemTest, ADeathThatCreationFindsIsALostConnection) {
+    ScriptedSystem::reachable = false;
+    for (const bool knownBefore : {true, false}) {
+        ScriptedSystem::reachable = true;
+        DestroyWindow(Create());
+        ScriptedSystem::reachable = false;
+        System().alive = !knownBefore;
+        System().diesInCreate = true;
+        SetLastError(0);
+        EXPECT_FALSE(Create());
+        EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
+    }
+}
+
+TEST_F(SystemTest, AThreadThatEndsTakesItsWindowsAlong) {
+    HWND left;
+    std::future<LRESULT> reply;
+    std::thread([&] {
+        left = Create();
+        reply = std::async(std::launch::async, [&] { return SendMessageW(left, WM_USER, 0, 0); });
+    }).join();
+    EXPECT_EQ(System().TakeLog(), "create destroy");
+    EXPECT_FALSE(IsWindow(left));
+    EXPECT_EQ(Count(left, WM_DESTROY), 0) << "nobody is left to be told";
+    EXPECT_TRUE(Create()) << "by another thread";
+    ASSERT_EQ(reply.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    EXPECT_EQ(reply.get(), 0);
+}
+
 TEST_F(SystemTest, HeadlessMayFollowALostServer) {
     const HWND stranded = Create();
     System().events.ConnectionLost();
@@ -492,7 +631,8 @@ TEST_F(SystemTest, TheServerMayDieInsideACaptionMove) {
     EXPECT_EQ(GetCapture(), HWND());
 }
 
-TEST_F(SystemTest, APlaceReportedDuringACaptionMoveIsBehind) {
+TEST_F(SystemTest, APlaceReportedDuringACaptionMoveCountsUnlessItIsBehind) {
+    RECT rect;
     const HWND window = Create();
     ShowWindow(window, SW_SHOW);
     Settle();
@@ -506,14 +646,35 @@ TEST_F(SystemTest, APlaceReportedDuringACaptionMoveIsBehind) {
         auto& events = System().events;
         events.PointerMoved(window, POINT{125, 105}, pressed, 2);
         events.Placed(window, RECT{101, 100, 141, 130});
-        events.PointerButton(window, 1, false, POINT{125, 105}, pressed, 3);
+        System().onWait = [&] {
+            GetWindowRect(window, &rect);
+            EXPECT_EQ(rect, (RECT{120, 100, 160, 130})) << "reported before the request";
+            events.Placed(window, RECT{120, 110, 160, 140});  // as far as it is let
+            System().onWait = [&] {
+                GetWindowRect(window, &rect);
+                EXPECT_EQ(rect, (RECT{120, 110, 160, 140}));
+                events.PointerButton(window, 1, false, POINT{125, 105}, pressed, 3);
+            };
+        };
     };
     System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, 1);
     Settle();
-    RECT rect;
     GetWindowRect(window, &rect);
-    EXPECT_EQ(rect, (RECT{120, 100, 160, 130}));
+    EXPECT_EQ(rect, (RECT{120, 110, 160, 140}));
     EXPECT_EQ(Count(window, WM_LBUTTONUP), 0);
+    // Input lands where the window was when it was made.
+    heard.clear();
+    answer = nullptr;
+    auto& events = System().events;
+    events.PointerMoved(window, POINT{125, 115}, {}, 4);
+    events.Placed(window, RECT{20, 10, 60, 40});
+    events.PointerMoved(window, POINT{26, 16}, {}, 5);
+    events.Placed(window, RECT{50, 10, 90, 40});
+    Settle();
+    std::vector<LPARAM> points;
+    for (const Heard& one : heard)
+        if (one.message == WM_MOUSEMOVE) points.push_back(one.lParam);
+    EXPECT_EQ(points, (std::vector<LPARAM>{MAKELPARAM(5, 5), MAKELPARAM(6, 6)}));
 }
 
 TEST_F(SystemTest, ShutDownForgetsAll) {

@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <deque>
 #include <thread>
+#include <utility>
 
 #include "window/driver.h"
 #include "x11/x_session.h"
@@ -112,7 +113,8 @@ class X11Driver : public Driver {
         void* argument;
     };
     void RunAct() {
-        if (acting_ || acts_.empty()) return;
+        const bool blocked = dispatching_ != WM_TIMER;  // else the timer came before what blocks
+        if (!blocked || acting_ || acts_.empty()) return;
         const Planned planned = acts_.front();
         acts_.pop_front();
         if (acts_.empty()) {
@@ -133,7 +135,9 @@ class X11Driver : public Driver {
         while (PeekMessageW(&message, {}, 0, 0, PM_NOREMOVE) && message.message != WM_QUIT) {
             PeekMessageW(&message, {}, 0, 0, PM_REMOVE);
             TranslateMessage(&message);
+            const UINT outer = std::exchange(dispatching_, message.message);
             DispatchMessageW(&message);
+            dispatching_ = outer;
             any = true;
         }
         return any;
@@ -148,6 +152,7 @@ class X11Driver : public Driver {
     }
 
     static inline X11Driver* current_ = nullptr;
+    static inline UINT dispatching_ = 0;  // by Dispatch, innermost
     std::unique_ptr<xtest::XSession> session_;
     xtest::ForeignWindow desktop_;
     std::deque<Planned> acts_;

@@ -1,13 +1,16 @@
 #include "platform/window/core/activation.h"
 
+#include <new>
+
 #include "platform/window/core/tree.h"
 
 namespace platform {
 
 namespace {
 
-// How long reports that contradict a request are held to be older than it.
-constexpr std::uint64_t kPatience = 300;  // milliseconds
+// How long the window system has to follow a request. Reports that contradict it are held to be older until
+// then; afterwards it is held to be refused.
+constexpr std::uint64_t kPatience = 800;  // milliseconds
 
 WPARAM ActivateParam(int how, bool minimised) {
     return static_cast<WPARAM>(how) | (minimised ? WPARAM{1} << 16 : 0);
@@ -20,7 +23,8 @@ void SwitchActive(HWND next, int how, bool minimised) {
     const HWND before = activation.active;
     if (before == next) return;
     const std::uint64_t serial = ++activation.serial;
-    if (core.Peek(before)) {
+    if (Window* const leaving = core.Peek(before)) {
+        if (IsSameOrInside(activation.focus, before)) leaving->lastFocus = activation.focus;
         CallProcedure(before, WM_ACTIVATE, ActivateParam(WA_INACTIVE, minimised), ToLParam(next));
         if (activation.serial != serial) return;
         if (!next && IsSameOrInside(activation.focus, before)) MoveFocus(HWND());
@@ -33,13 +37,6 @@ void SwitchActive(HWND next, int how, bool minimised) {
 
 bool CanBeActive(const Window& window) {
     return window.IsShown() && !window.IsMinimised() && !window.IsDisabled() && !window.destroying;
-}
-
-bool IsOwnedBy(const Window& window, HWND owner) {
-    Core& core = Core::Get();
-    for (const Window* at = core.Peek(window.parent); at; at = core.Peek(at->parent))
-        if (at->handle == owner) return true;
-    return false;
 }
 
 }  // namespace
@@ -64,10 +61,15 @@ bool ActivateModalOf(HWND topLevel) {
     Core& core = Core::Get();
     const Window* disabled = core.Peek(topLevel);
     if (!disabled || !disabled->IsDisabled() || disabled->owned.empty()) return false;
-    for (std::size_t i = core.stack.size(); i-- > 0;) {
-        const Window* window = core.Peek(core.stack[i]);
-        if (window && CanBeActive(*window) && IsOwnedBy(*window, topLevel))
-            return ActivateWindow(core.stack[i], WA_ACTIVE);
+    std::vector<HWND> group;
+    try {
+        group = OwnerGroup(*disabled);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    for (std::size_t i = group.size(); i-- > 0;) {
+        const Window* window = core.Peek(group[i]);
+        if (window && CanBeActive(*window)) return ActivateWindow(group[i], WA_ACTIVE);
     }
     return false;
 }
@@ -89,18 +91,35 @@ void FollowSystemFocus() {
     Core& core = Core::Get();
     Activation& activation = core.activation;
     const HWND reported = activation.systemFocus;
+    bool refused = false;
     if (activation.asked) {
-        if (reported == activation.asked)
-            activation.asked = HWND();
-        else if (core.Now() < activation.askedUntil)
-            return;
-        else
-            activation.asked = HWND();
+        refused = !(reported == activation.asked);
+        if (refused && core.Now() < activation.askedUntil) return;
+        activation.asked = HWND();
     }
     if (reported == activation.active) return;
-    if (ActivateModalOf(reported)) return;
+    // A window system that has just refused is not asked again.
+    if (!refused && ActivateModalOf(reported)) return;
     const Window* window = core.Peek(reported);
     SwitchActive(window && CanBeActive(*window) ? reported : HWND(), WA_ACTIVE, false);
+}
+
+void RequestFocusCheck() {
+    Core& core = Core::Get();
+    core.queue.DropEvents(SystemEvent::Kind::Focus, HWND());
+    SystemEvent event;
+    event.kind = SystemEvent::Kind::Focus;
+    core.queue.Report(std::move(event));
+}
+
+void NoticeRefusedActivation() {
+    Core& core = Core::Get();
+    if (core.activation.asked && core.Now() >= core.activation.askedUntil) RequestFocusCheck();
+}
+
+std::optional<std::uint64_t> ActivationAnswerDue() {
+    const Activation& activation = Core::Get().activation;
+    return activation.asked ? std::optional(activation.askedUntil) : std::nullopt;
 }
 
 void NoteKeyFor(HWND topLevel) {

@@ -18,6 +18,12 @@ void DeactivateMinimised(HWND topLevel);
 void PassActivationOn(const Window& topLevel);
 // Handles what the window system last reported about the focus.
 void FollowSystemFocus();
+// Does so in its turn: a window that the focus is on may have become able to be active.
+void RequestFocusCheck();
+// A request for activation that nothing came of is given up, and the window system followed. Until when an
+// answer is waited for; empty when none is due.
+void NoticeRefusedActivation();
+std::optional<std::uint64_t> ActivationAnswerDue();
 // A key arrived for a top-level: the focus is there, whatever was reported.
 void NoteKeyFor(HWND topLevel);
 // Moves the keyboard focus; the empty window takes it from all.

@@ -1,5 +1,7 @@
 #include "platform/window/core/caption_move.h"
 
+#include <utility>
+
 #include "platform/window/core/messages.h"
 #include "platform/window/core/place.h"
 #include "platform/window/core/pointer.h"
@@ -14,7 +16,15 @@ void MoveTo(HWND handle, const CRect& rect) {
     if (window) SendPlaceMessages(window, ChangeRect(*window, rect, Redraw::Yes));
 }
 
-void Follow(const CaptionMove& move, POINT pointer) {
+bool GoesOn(std::uint64_t serial) {
+    const CaptionMove& move = Core::Get().captionMove;
+    return move.serial == serial && move.window;
+}
+
+// Only where the pointer went: what the window system refused is not asked for again by the release.
+void Follow(CaptionMove& state, POINT pointer) {
+    if (std::exchange(state.followed, pointer) == pointer) return;
+    const CaptionMove move = state;
     CRect rect = move.start;
     rect.OffsetRect(pointer.x - move.anchor.x, pointer.y - move.anchor.y);
     MoveTo(move.window, rect);
@@ -41,11 +51,11 @@ bool FeedCaptionMove(const SystemEvent& event) {
                 EndCaptionMove(move.window);
                 return false;
             }
-            Follow(move, event.screen);
+            Follow(core.captionMove, event.screen);
             return true;
         case SystemEvent::Kind::Button:
             if (event.button == 1 && !event.down) {
-                Follow(move, event.screen);
+                Follow(core.captionMove, event.screen);
                 EndCaptionMove(move.window);
             }
             return true;
@@ -68,30 +78,25 @@ void MoveByCaption(HWND handle) {
     if (!window || window->IsChild() || window->IsMinimised() || core.captionMove.window) return;
     if (!core.keyboard.down[VK_LBUTTON] || !core.SystemOf(*window)) return;
 
-    SetPointerCapture(handle);
+    if (!SetPointerCapture(handle)) return;
     CaptionMove& move = core.captionMove;
     move.window = handle;
-    move.anchor = core.pointer.screen;
+    move.anchor = move.followed = core.pointer.screen;
     move.start = window->rect;
     const std::uint64_t serial = ++move.serial;
-    CallProcedure(handle, WM_ENTERSIZEMOVE, 0, 0);
-    const auto goesOn = [&] { return core.captionMove.serial == serial && core.captionMove.window; };
-    while (goesOn()) {
-        MSG message{};
-        if (Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
-            DispatchOwn(message);
-            continue;
+    try {
+        CallProcedure(handle, WM_ENTERSIZEMOVE, 0, 0);
+        Pumped pumped = Pumped::Something;
+        while (GoesOn(serial) && pumped == Pumped::Something)
+            pumped = PumpOnce();
+        if (pumped == Pumped::NoMore) EndCaptionMove(handle);
+    } catch (...) {
+        // What a handler throws ends the move; the handler of its last message throws in vain.
+        try {
+            if (GoesOn(serial)) EndCaptionMove(handle);
+        } catch (...) {
         }
-        WindowSystem* system = core.System();
-        if (core.quit || !system) {
-            EndCaptionMove(handle);
-            return;
-        }
-        // A clock that jumps to the next timer must not run away while no input can come.
-        const auto deadline = system->ClockIsVirtual() ? std::nullopt : core.timers.NextDue();
-        if (system->Wait(deadline)) continue;
-        if (core.IsLost() || !system->IsAlive()) EndCaptionMove(handle);
-        return;
+        throw;
     }
 }
 

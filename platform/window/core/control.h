@@ -6,6 +6,9 @@
 
 #include <platform/window.h>
 
+#include "platform/window/file_drag.h"
+#include "platform/window/foreign_windows.h"
+
 namespace platform {
 
 // Destroys every window without sending it anything, ends the window system and forgets which one was
@@ -21,5 +24,15 @@ bool UseHeadlessWindowSystem(int screenWidth, int screenHeight);
 // Dispatches whatever waits, without blocking. WM_QUIT stays where it is.
 void RunPendingMessages();
 std::optional<std::uint64_t> NextTimerDue();
+
+// Drags files from where the pointer is, its left button held, and returns what the receiver did with them.
+// Delivers messages meanwhile, but no input. The release drops; Escape and another button give up; so do the
+// end of the program and that of the window system, and, where input is injected, that none is left.
+// DROPEFFECT_NONE at once where there is nothing to drag with: no button held, a drag that runs already, a
+// thread without windows.
+[[nodiscard]] DROPEFFECT DragFiles(const FileOffer& offer);
+// The handle of another program's window (empty without memory), and back (empty when it is stale).
+HWND HandleOfForeign(ForeignId id);
+std::optional<ForeignId> ForeignOfHandle(HWND handle);
 
 }  // namespace platform

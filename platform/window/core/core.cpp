@@ -10,7 +10,12 @@ namespace platform {
 
 namespace {
 
-thread_local const char threadMarker = 0;
+thread_local std::uint64_t threadNumber = 0;  // given with the first claim
+thread_local bool threadEnds = false;
+
+struct LeaveAtEnd {
+    ~LeaveAtEnd() { Core::Get().LeaveThread(); }
+};
 
 // Where messages to a destroyed owner's thread would be answered from: nobody is left, so 0.
 constexpr LRESULT kNoAnswer = 0;
@@ -86,26 +91,36 @@ bool Core::IsLive(HWND window) {
 // ---- thread
 
 bool Core::IsOwningThread() const {
-    return owner_.load(std::memory_order_relaxed) == &threadMarker;
+    return threadNumber != kNoThread && owner_.load(std::memory_order_relaxed) == threadNumber;
 }
 
 bool Core::Claim() {
     if (IsOwningThread()) return true;
-    if (ended_) {
+    if (ended_ || threadEnds) {
         SetLastError(ERROR_CONNECTION_UNAVAIL);
         return false;
     }
+    thread_local const LeaveAtEnd leaveAtEnd;
+    static_cast<void>(&leaveAtEnd);
     std::lock_guard lock(shared_);
     if (windows_.Count() != 0) {
         SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
         return false;
     }
-    if (owner_.load() != nullptr) {
+    if (HasOwner()) {
         queue.DropThreadMessages();
         quit.reset();
     }
-    owner_ = &threadMarker;
+    if (threadNumber == kNoThread) threadNumber = ++lastThread_;
+    owner_ = threadNumber;
     return true;
+}
+
+void Core::LeaveThread() {
+    threadEnds = true;
+    if (ended_ || !IsOwningThread()) return;
+    DropWindows();
+    owner_ = kNoThread;
 }
 
 // ---- window system
@@ -120,11 +135,13 @@ void Core::DropSystem() {
     }
     pointer.capture = HWND();
     pointer.cursorWindow = HWND();
+    foreign.Clear();
     activation.systemFocus = activation.asked = HWND();
 }
 
 WindowSystem* Core::EnsureSystem() {
     if (!Claim()) return nullptr;
+    if (system_ && !system_->IsAlive()) MarkLost();
     if (system_ && !lost_) return system_.get();
     if (lost_ && WindowCount() != 0) {
         SetLastError(ERROR_CONNECTION_UNAVAIL);
@@ -140,6 +157,7 @@ WindowSystem* Core::EnsureSystem() {
     std::lock_guard lock(shared_);
     system_ = std::move(fresh);
     headless_ = false;
+    UpdateKeyWatch();
     return system_.get();
 }
 
@@ -153,6 +171,7 @@ bool Core::UseHeadless(int screenWidth, int screenHeight) {
     std::lock_guard lock(shared_);
     system_ = std::move(fresh);
     headless_ = true;
+    UpdateKeyWatch();
     return system_ != nullptr;
 }
 
@@ -185,39 +204,45 @@ bool Core::PostFromElsewhere(const MSG& message) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return false;
     }
-    posted_.push_back(message);
+    try {
+        posted_.push_back(message);
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
     postedWaiting_ = true;
     if (system_) system_->Wake();
     return true;
 }
 
 LRESULT Core::SendFromElsewhere(const MSG& message) {
-    auto sent = std::make_shared<SentFromElsewhere>();
-    sent->message = message;
-    std::future<LRESULT> answer = sent->result.get_future();
-    {
+    std::future<LRESULT> answer;
+    try {
+        auto sent = std::make_shared<SentFromElsewhere>();
+        sent->message = message;
+        answer = sent->result.get_future();
         std::lock_guard lock(shared_);
         if (!windows_.Find(message.hwnd)) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return 0;
         }
-        sent_.push_back(sent);
+        sent_.push_back(std::move(sent));
         sentWaiting_ = true;
         if (system_) system_->Wake();
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return kNoAnswer;
     }
     return answer.get();
 }
 
 void Core::TakeInbox() {
     if (!postedWaiting_.load()) return;
-    std::deque<MSG> taken;
-    {
-        std::lock_guard lock(shared_);
-        taken.swap(posted_);
-        postedWaiting_ = false;
-    }
-    for (const MSG& message : taken)
-        queue.Post(message);
+    std::lock_guard lock(shared_);
+    // What the queue has no place for now is taken later.
+    while (!posted_.empty() && queue.Post(posted_.front()))
+        posted_.pop_front();
+    postedWaiting_ = !posted_.empty();
 }
 
 void Core::RunSentInbox() {
@@ -254,15 +279,18 @@ void Core::FailSentTo(HWND window) {
     });
 }
 
-void Core::ShutDown() {
+void Core::DropWindows() {
     std::vector<HWND> all;
-    windows_.ForEach([&](HWND window, Window&) { all.push_back(window); });
+    windows_.ForEach([&](HWND window, Window& record) {
+        all.push_back(window);
+        if (WindowSystem* system = record.IsChild() ? nullptr : SystemOf(record)) system->Destroy(window);
+    });
     for (const auto& [param, owner] : contexts)
         DeleteDeviceContext(HDC::FromParam(param));
     contexts.clear();
     for (HWND window : all)
         Remove(window);
-    stack.clear();
+    stack.Clear();
     dirty.clear();
     queue.Clear();
     timers.Clear();
@@ -274,10 +302,17 @@ void Core::ShutDown() {
     keyboard = KeyboardTracking();
     activation = Activation();
     captionMove.window = HWND();
+    fileDrag = FileDragging();
     quit.reset();
+    hooks.Clear();
+    UpdateKeyWatch();
+}
+
+void Core::ShutDown() {
+    DropWindows();
     DropSystem();
     headless_ = false;
-    owner_ = nullptr;
+    owner_ = kNoThread;
 }
 
 void Core::End() {
@@ -291,6 +326,8 @@ void Core::End() {
     contexts = {};
     queue = {};
     timers = {};
+    foreign = {};
+    hooks = {};
     nowhere.reset();
     sink_.reset();
     messageFilter = nullptr;

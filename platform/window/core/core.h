@@ -16,9 +16,13 @@
 #include <vector>
 
 #include "platform/base/handle_table.h"
+#include "platform/window/core/foreign.h"
+#include "platform/window/core/hooks.h"
 #include "platform/window/core/message_queue.h"
+#include "platform/window/core/stacking_order.h"
 #include "platform/window/core/timers.h"
 #include "platform/window/core/window_record.h"
+#include "platform/window/file_drag.h"
 #include "platform/window/window_system.h"
 
 namespace platform {
@@ -46,6 +50,8 @@ struct KeyboardTracking {
     // The key message taken last, for TranslateMessage.
     MSG lastKey{};
     char16_t lastCharacter = 0;
+    // What is down while a hook is asked: all keys, whoever has the keyboard.
+    std::optional<KeySet> watched;
 };
 
 struct Activation {
@@ -61,10 +67,18 @@ struct Activation {
 
 // A window being moved by its caption.
 struct CaptionMove {
-    HWND window;  // empty: no move
-    POINT anchor{0, 0};
+    HWND window;           // empty: no move
+    POINT anchor{0, 0};    // the pointer at the start
+    POINT followed{0, 0};  // and as of the last move
     CRect start;
     std::uint64_t serial = 0;  // counts moves
+};
+
+// Files being dragged out of the program.
+struct FileDragging {
+    bool running = false;
+    bool decided = false;  // dropped or given up: only the answer is still to come
+    DROPEFFECT allowed = DROPEFFECT_NONE;
 };
 
 // A message that another thread waits for.
@@ -101,7 +115,9 @@ class Core {
     // Makes the calling thread the owner when no window exists. False with the last error set when another
     // thread owns windows.
     bool Claim();
-    bool HasOwner() const { return owner_.load() != nullptr; }
+    bool HasOwner() const { return owner_.load() != kNoThread; }
+    // The calling thread ends: its windows go without a message, and it never owns any again.
+    void LeaveThread();
 
     // ---- window system
     // The living window system; null when none was chosen yet or it is lost.
@@ -132,9 +148,10 @@ class Core {
     bool HasEnded() const { return ended_; }
 
     // ---- the parts
-    std::vector<HWND> stack;  // top-levels, bottom to top
+    StackingOrder stack;  // top-levels
     std::unordered_map<std::u16string, std::shared_ptr<const WindowClass>> classes;
-    std::vector<HWND> dirty;  // windows that may have something to paint, longest waiting first
+    std::deque<HWND> dirty;        // windows that may have something to paint, longest waiting first
+    bool dirtyIncomplete = false;  // there was no memory to list one
     struct ContextOwner {
         HWND window;
         bool paint;
@@ -143,23 +160,31 @@ class Core {
     std::shared_ptr<Surface> nowhere;                          // one pixel, for contexts without a surface
     MessageQueue queue;
     TimerTable timers;
+    ForeignHandles foreign;
+    KeyHooks hooks;
     PointerTracking pointer;
     KeyboardTracking keyboard;
     Activation activation;
     CaptionMove captionMove;
+    FileDragging fileDrag;
     std::optional<int> quit;
     std::uint64_t quitTime = 0;
-    int paintsBeforeQuit = 0;
+    std::size_t paintsBeforeQuit = 0;
     bool quitMadeUp = false;  // the quit just returned was the window system's, not a host's
     bool (*messageFilter)(MSG*) = nullptr;
 
   private:
     Core();
     void AddStandardClasses();
+    void DropWindows();
     void DropSystem();
 
     HandleTable<HWND, Window> windows_;
-    std::atomic<const void*> owner_ = nullptr;  // the address of a thread's own marker
+    // Threads are told apart by numbers: the address of something of a thread's own comes again with the
+    // next.
+    static constexpr std::uint64_t kNoThread = 0;
+    std::atomic<std::uint64_t> owner_ = kNoThread;
+    std::uint64_t lastThread_ = kNoThread;
     std::unique_ptr<WindowEvents> sink_;
     std::unique_ptr<WindowSystem> system_;
     unsigned systemSerial_ = 1;

@@ -1,4 +1,8 @@
 // What a window does with a message that its procedure leaves alone.
+#include <new>
+#include <utility>
+
+#include "platform/graphics/gdi_objects.h"
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/core.h"
@@ -14,11 +18,16 @@ void DefaultPaint(HWND window) {
     if (BeginPaint(window, &paint)) EndPaint(window, &paint);
 }
 
-// Once it is active a window has the keyboard, unless one of its children has it already.
+// Once it is active a window has the keyboard, unless one of its children has it already or had it last.
 void DefaultActivate(HWND window, WPARAM wParam) {
     const bool minimised = HIWORD(wParam) != 0;
     if (LOWORD(wParam) == WA_INACTIVE || minimised) return;
-    if (!IsSameOrInside(Core::Get().activation.focus, window)) MoveFocus(window);
+    Core& core = Core::Get();
+    if (IsSameOrInside(core.activation.focus, window)) return;
+    const HWND last = core.Peek(window)->lastFocus;
+    const Window* child = IsSameOrInside(last, window) ? core.Peek(last) : nullptr;
+    const bool takes = child && IsVisibleInTree(*child) && IsEnabledInTree(*child);
+    MoveFocus(takes ? last : window);
 }
 
 LRESULT DefaultSystemCommand(HWND window, WPARAM wParam) {
@@ -40,6 +49,27 @@ LRESULT DefaultSystemCommand(HWND window, WPARAM wParam) {
     }
 }
 
+LRESULT DefaultSetText(Window& window, LPCWSTR text) try {
+    window.title = CString(text);
+    UpdateTraits(window);
+    return TRUE;
+} catch (const std::bad_alloc&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return FALSE;
+}
+
+LRESULT SetIcon(Window& window, WPARAM size, HICON icon) {
+    constexpr int kLongestSide = 256;
+    if (size > ICON_BIG) return 0;
+    auto& slot = window.icons[size];
+    std::shared_ptr<const Surface> picture = icon ? IconPicture(icon, kLongestSide) : nullptr;
+    if (icon && !picture) return 0;
+    slot.picture = std::move(picture);
+    const HICON before = std::exchange(slot.handle, icon);
+    UpdateTraits(window);
+    return static_cast<LRESULT>(before.ToParam());
+}
+
 LRESULT DefaultSystemKey(const Window& window, WPARAM key) {
     const HWND top = TopLevelOf(window.handle);
     const Window* record = Core::Get().Peek(top);
@@ -57,9 +87,11 @@ LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_NCCREATE:
             return TRUE;
         case WM_SETTEXT:
-            window->title = CString(reinterpret_cast<LPCWSTR>(lParam));
-            UpdateTraits(*window);
-            return TRUE;
+            return DefaultSetText(*window, reinterpret_cast<LPCWSTR>(lParam));
+        case WM_GETICON:
+            return wParam <= ICON_BIG ? static_cast<LRESULT>(window->icons[wParam].handle.ToParam()) : 0;
+        case WM_SETICON:
+            return SetIcon(*window, wParam, HICON::FromParam(static_cast<std::uint64_t>(lParam)));
         case WM_PAINT:
             DefaultPaint(handle);
             return 0;
@@ -80,6 +112,9 @@ LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
             return DefaultSystemCommand(handle, wParam);
         case WM_SYSKEYDOWN:
             return DefaultSystemKey(*window, wParam);
+        case WM_MOUSEACTIVATE:
+            if (!window->IsChild()) return MA_ACTIVATE;
+            return CallProcedure(window->parent, message, wParam, lParam);
         case WM_MOUSEWHEEL:
             return window->IsChild() ? CallProcedure(window->parent, message, wParam, lParam) : 0;
         default:

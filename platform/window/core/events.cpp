@@ -1,6 +1,7 @@
 #include "platform/window/core/events.h"
 
 #include "platform/window/core/activation.h"
+#include "platform/window/core/keyboard.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/place.h"
 #include "platform/window/core/pointer.h"
@@ -62,11 +63,14 @@ class EventSink : public WindowEvents {
             now = HWND();
         else
             return;
-        core_.queue.DropEvents(SystemEvent::Kind::Focus, HWND());
-        core_.queue.Report(Make(SystemEvent::Kind::Focus, HWND()));
+        RequestFocusCheck();
+    }
+    void KeysHeld(const KeySet& keys) override {
+        SystemEvent event = Make(SystemEvent::Kind::KeysHeld, HWND());
+        event.keys = keys;
+        core_.queue.Report(std::move(event));
     }
     void Placed(HWND window, const RECT& screen) override {
-        core_.queue.DropEvents(SystemEvent::Kind::Placed, window);
         SystemEvent event = Make(SystemEvent::Kind::Placed, window);
         event.rect = screen;
         core_.queue.Report(std::move(event));
@@ -86,6 +90,16 @@ class EventSink : public WindowEvents {
     void SystemDestroyed(HWND window) override {
         core_.queue.Report(Make(SystemEvent::Kind::Destroyed, window));
     }
+    void KeySeen(UINT virtualKey, UINT scanCode, bool down, const KeySet& held, std::uint64_t time) override {
+        SystemEvent event = Make(SystemEvent::Kind::KeySeen, HWND());
+        event.virtualKey = virtualKey;
+        event.button = static_cast<int>(scanCode);
+        event.down = down;
+        event.keys = held;
+        event.time = time;
+        core_.queue.Report(std::move(event));
+    }
+    void PutOut(HWND window) override { core_.queue.Report(Make(SystemEvent::Kind::PutOut, window)); }
     void ConnectionLost() override { core_.MarkLost(); }
 
   private:
@@ -116,6 +130,14 @@ void HandleEvent(const SystemEvent& event) {
         FollowSystemFocus();
         return;
     }
+    if (event.kind == SystemEvent::Kind::KeysHeld) {
+        NoteKeysHeld(event.keys);
+        return;
+    }
+    if (event.kind == SystemEvent::Kind::KeySeen) {
+        core.hooks.Run(event);
+        return;
+    }
     if (event.kind == SystemEvent::Kind::PointerCheck) {
         CheckPointer();
         return;
@@ -127,8 +149,7 @@ void HandleEvent(const SystemEvent& event) {
             PointerLeftTopLevel(event.window);
             break;
         case SystemEvent::Kind::Placed:
-            // While the core moves the window itself, what comes back is behind.
-            if (!(core.captionMove.window == event.window)) AcceptPlace(window, event.rect);
+            AcceptPlace(window, event.rect);
             break;
         case SystemEvent::Kind::Exposed:
             // Where nothing was drawn yet, WM_PAINT is on its way.
@@ -136,12 +157,17 @@ void HandleEvent(const SystemEvent& event) {
             break;
         case SystemEvent::Kind::Minimised:
             AcceptMinimised(window, event.down);
+            // The focus may have come first.
+            if (!event.down) RequestFocusCheck();
             break;
         case SystemEvent::Kind::Close:
             RequestClose(*window);
             break;
         case SystemEvent::Kind::GrabLost:
             if (TopLevelOf(core.pointer.capture) == event.window) ReleasePointerCapture();
+            break;
+        case SystemEvent::Kind::PutOut:
+            AcceptPutOut(window);
             break;
         case SystemEvent::Kind::Destroyed:
             window->systemSerial = 0;

@@ -2,6 +2,7 @@
 
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
+#include "platform/window/core/file_drag.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -11,6 +12,10 @@ namespace {
 constexpr LPARAM kAltHeld = LPARAM{1} << 29;
 constexpr LPARAM kWasDown = LPARAM{1} << 30;
 constexpr LPARAM kReleased = LPARAM{1} << 31;
+
+bool IsDown(const KeyboardTracking& keyboard, std::size_t key) {
+    return keyboard.watched ? (*keyboard.watched)[key] : keyboard.down[key];
+}
 
 bool IsSystemKey(const SystemEvent& event) {
     if (event.virtualKey == VK_MENU) return !event.state.control;
@@ -22,7 +27,7 @@ bool IsSystemKey(const SystemEvent& event) {
 Routed RouteKey(const SystemEvent& event) {
     Core& core = Core::Get();
     Routed routed;
-    if (FeedCaptionMove(event)) return routed;
+    if (FeedFileDrag(event) || FeedCaptionMove(event)) return routed;
     NoteKeyFor(event.window);
     HWND target = core.activation.focus;
     if (!core.Peek(target) || (core.Peek(event.window) && !(TopLevelOf(target) == event.window)))
@@ -66,6 +71,14 @@ void NoteInputState(const SystemEvent& event) {
     }
 }
 
+void NoteKeysHeld(const KeySet& held) {
+    auto& keys = Core::Get().keyboard;
+    for (std::size_t key = 0; key < held.size(); ++key) {
+        const bool isButton = key == VK_LBUTTON || key == VK_RBUTTON || key == VK_MBUTTON;
+        if (!isButton) keys.down[key] = held[key];
+    }
+}
+
 void TakeKey(const SystemEvent& event, const Routed& routed) {
     auto& keys = Core::Get().keyboard;
     keys.lastKey = routed.message;
@@ -79,8 +92,8 @@ using namespace platform;
 std::int16_t GetKeyState(int virtualKey) {
     Core& core = Core::Get();
     if (virtualKey < 0 || virtualKey > 255 || !core.IsOwningThread()) return 0;
-    const unsigned state =
-        (core.keyboard.down[virtualKey] ? 0x8000U : 0U) | (core.keyboard.toggled[virtualKey] ? 1U : 0U);
+    const unsigned state = (IsDown(core.keyboard, static_cast<std::size_t>(virtualKey)) ? 0x8000U : 0U) |
+                           (core.keyboard.toggled[virtualKey] ? 1U : 0U);
     return static_cast<std::int16_t>(state);
 }
 
@@ -98,6 +111,6 @@ BOOL TranslateMessage(const MSG* message) {
     character.message = message->message == WM_KEYDOWN ? UINT{WM_CHAR} : UINT{WM_SYSCHAR};
     character.wParam = core.keyboard.lastCharacter;
     core.keyboard.lastCharacter = 0;
-    core.queue.PostFirst(character);
+    static_cast<void>(core.queue.PostFirst(character));  // without memory the character is lost
     return TRUE;
 }

@@ -8,6 +8,8 @@ namespace platform {
 Routed RouteKey(const SystemEvent& event);
 // The side effects of taking the message, or of an event that no window hears of.
 void NoteInputState(const SystemEvent& event);
+// Keys went up and down without events of their own: these are down now.
+void NoteKeysHeld(const KeySet& held);
 void TakeKey(const SystemEvent& event, const Routed& routed);
 
 }  // namespace platform

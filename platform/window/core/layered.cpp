@@ -68,25 +68,26 @@ void ClearRow(std::uint32_t* row, int from, int to, int y, Damage& damage) {
     damage.AddRow(y, static_cast<int>(first - row), to);
 }
 
-// Row y of the window becomes row y + sourceOrigin.y of the source, transparent outside of it.
-Region CopyPixels(Surface& to, const Surface& from, POINT sourceOrigin) {
+// Row y of the window becomes row y + sourceOrigin.y of the source, transparent outside of it; within a part
+// of the window.
+Region CopyPixels(Surface& to, const Surface& from, POINT sourceOrigin, const CRect& part) {
     Damage damage;
-    const std::int64_t left = std::max<std::int64_t>(0, -std::int64_t{sourceOrigin.x});
+    const std::int64_t left = std::max<std::int64_t>(part.left, -std::int64_t{sourceOrigin.x});
     const std::int64_t right =
-        std::min<std::int64_t>(to.Width(), std::int64_t{from.Width()} - sourceOrigin.x);
-    const int first = static_cast<int>(std::min<std::int64_t>(left, to.Width()));
+        std::min<std::int64_t>(part.right, std::int64_t{from.Width()} - sourceOrigin.x);
+    const int first = static_cast<int>(std::min<std::int64_t>(left, part.right));
     const int last = static_cast<int>(std::max<std::int64_t>(right, first));
-    for (int y = 0; y < to.Height(); ++y) {
+    for (int y = part.top; y < part.bottom; ++y) {
         const std::int64_t sourceY = std::int64_t{y} + sourceOrigin.y;
         std::uint32_t* row = to.Row(y);
         if (sourceY < 0 || sourceY >= from.Height() || last <= first) {
-            ClearRow(row, 0, to.Width(), y, damage);
+            ClearRow(row, part.left, part.right, y, damage);
             continue;
         }
-        ClearRow(row, 0, first, y, damage);
+        ClearRow(row, part.left, first, y, damage);
         CopyRow(row + first, from.Row(static_cast<int>(sourceY)) + (first + sourceOrigin.x), last - first,
                 first, y, damage);
-        ClearRow(row, last, to.Width(), y, damage);
+        ClearRow(row, last, part.right, y, damage);
     }
     to.Touch();
     return damage.Take();
@@ -100,6 +101,7 @@ struct Feed {
     COLORREF key;
     const BLENDFUNCTION* blend;
     DWORD flags;
+    const RECT* dirty;  // null: all may differ
 };
 
 bool IsValid(const Feed& feed) {
@@ -135,12 +137,52 @@ bool ShowFeed(Window& window, const Feed& feed, const Target& source) {
         return false;
     }
     const POINT origin{feed.sourcePoint->x + source.origin.x, feed.sourcePoint->y + source.origin.y};
-    const Region damage = CopyPixels(*surface, *source.surface, origin);
-    window.layering.fed = true;
-    window.layering.chosen = CompositingOf(feed);
+    Layering& layering = window.layering;
+    const bool showsLast = surface->Revision() == layering.fedRevision &&
+                           source.surface == layering.fedFrom.lock() && CPoint(origin) == layering.fedOrigin;
+    CRect part(0, 0, surface->Width(), surface->Height());
+    if (feed.dirty && showsLast) part.IntersectRect(CRect(part), *feed.dirty);
+    const Region damage = CopyPixels(*surface, *source.surface, origin, part);
+    layering.fed = true;
+    layering.fedFrom = source.surface;
+    layering.fedOrigin = origin;
+    layering.fedRevision = surface->Revision();
+    layering.chosen = CompositingOf(feed);
     UpdateCompositing(window);
     Present(window, damage);
     return true;
+}
+
+BOOL PushPixels(HWND handle, Feed feed) {
+    Window* found = FindLayered(handle);
+    if (!found) return FALSE;
+    const POINT zero{0, 0};
+    const SIZE own{found->rect.Width(), found->rect.Height()};
+    if (feed.source && !feed.size) feed.size = &own;
+    if (feed.source && !feed.sourcePoint) feed.sourcePoint = &zero;
+    std::optional<Target> target;
+    if (feed.source) target = TargetOf(feed.source);
+    if (feed.source && (!target || !target->surface)) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    if (found->layering.hasAttributes || !IsValid(feed)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    const std::shared_ptr<Window> window = Core::Get().Share(handle);
+    const CRect before = window->rect;
+    CRect rect = before;
+    if (feed.position && !window->IsMinimised()) rect = CRect(*feed.position, rect.Size());
+    if (feed.size) rect = CRect(rect.TopLeft(), *feed.size);
+    const PlaceChange change = ChangeRect(*window, rect, Redraw::No);
+    if (target && !ShowFeed(*window, feed, *target)) {
+        ChangeRect(*window, before, Redraw::No);
+        return FALSE;
+    }
+    // The pixels are up before anybody hears of the new place: whoever draws again then starts from there.
+    if (!window->IsMinimised()) SendPlaceMessages(window, change);
+    return TRUE;
 }
 
 }  // namespace
@@ -179,32 +221,16 @@ BOOL SetLayeredWindowAttributes(HWND handle, COLORREF key, BYTE alpha, DWORD fla
 
 BOOL UpdateLayeredWindow(HWND handle, HDC, const POINT* position, const SIZE* size, HDC source,
                          const POINT* sourcePoint, COLORREF key, const BLENDFUNCTION* blend, DWORD flags) {
-    Window* found = FindLayered(handle);
-    if (!found) return FALSE;
-    const POINT zero{0, 0};
-    const SIZE own{found->rect.Width(), found->rect.Height()};
-    Feed feed{position, size, source, sourcePoint, key, blend, flags};
-    if (source && !size) feed.size = &own;
-    if (source && !sourcePoint) feed.sourcePoint = &zero;
-    std::optional<Target> target;
-    if (source) target = TargetOf(source);
-    if (source && (!target || !target->surface)) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
-    if (found->layering.hasAttributes || !IsValid(feed)) {
+    return PushPixels(handle, {position, size, source, sourcePoint, key, blend, flags, nullptr});
+}
+
+BOOL UpdateLayeredWindowIndirect(HWND handle, const UPDATELAYEREDWINDOWINFO* info) {
+    if (!info || info->cbSize != sizeof(UPDATELAYEREDWINDOWINFO)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    const std::shared_ptr<Window> window = Core::Get().Share(handle);
-    CRect rect = window->rect;
-    if (position && !window->IsMinimised()) rect = CRect(*position, rect.Size());
-    if (feed.size) rect = CRect(rect.TopLeft(), *feed.size);
-    const PlaceChange change = ChangeRect(*window, rect, Redraw::No);
-    if (target && !ShowFeed(*window, feed, *target)) return FALSE;
-    // The pixels are up before anybody hears of the new place: whoever draws again then starts from there.
-    if (!window->IsMinimised()) SendPlaceMessages(window, change);
-    return TRUE;
+    return PushPixels(handle, {info->pptDst, info->psize, info->hdcSrc, info->pptSrc, info->crKey,
+                               info->pblend, info->dwFlags, info->prcDirty});
 }
 
 int SetWindowRgn(HWND handle, HRGN region, BOOL redraw) {

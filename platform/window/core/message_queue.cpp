@@ -1,5 +1,7 @@
 #include "platform/window/core/message_queue.h"
 
+#include <new>
+
 namespace platform {
 
 namespace {
@@ -12,32 +14,39 @@ bool SameButtons(const InputState& a, const InputState& b) {
            a.middle == b.middle && a.right == b.right;
 }
 
+bool IsEvent(const MessageQueue::Entry& entry, SystemEvent::Kind kind, HWND window) {
+    return entry.isEvent && entry.event.kind == kind && entry.event.window == window;
+}
+
 }  // namespace
 
-bool MessageQueue::Post(const MSG& message) {
-    if (entries_.size() >= kLongestQueue) return false;
-    entries_.emplace(Last(), Entry{false, message, {}});
+bool MessageQueue::Put(Order place, Entry entry) try {
+    entries_.emplace(place, std::move(entry));
     return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
-void MessageQueue::PostFirst(const MSG& message) {
-    if (entries_.empty())
-        entries_.emplace(Last(), Entry{false, message, {}});
-    else
-        PostBefore(entries_.begin()->first, message);
+bool MessageQueue::Post(const MSG& message) {
+    return entries_.size() < kLongestQueue && Put(Last(), Entry{false, message, {}});
 }
 
-void MessageQueue::PostBefore(Order order, const MSG& message) {
+bool MessageQueue::PostFirst(const MSG& message) {
+    return PostBefore(entries_.empty() ? Last() : entries_.begin()->first, message);
+}
+
+bool MessageQueue::PostBefore(Order order, const MSG& message) {
     Order place = order - 1;
     while (entries_.count(place))
         --place;
-    entries_.emplace(place, Entry{false, message, {}});
+    return Put(place, Entry{false, message, {}});
 }
 
 void MessageQueue::Report(SystemEvent event) {
     if (event.IsInput()) {
         auto last = entries_.find(lastInput_);
-        if (event.kind == SystemEvent::Kind::Move && last != entries_.end() && last->second.isEvent) {
+        const bool joins = event.kind == SystemEvent::Kind::Move && !placedSinceInput_;
+        if (joins && last != entries_.end() && last->second.isEvent) {
             SystemEvent& waiting = last->second.event;
             if (waiting.kind == SystemEvent::Kind::Move && waiting.window == event.window &&
                 SameButtons(waiting.state, event.state)) {
@@ -46,8 +55,14 @@ void MessageQueue::Report(SystemEvent event) {
             }
         }
         lastInput_ = next_ + 64;
+        placedSinceInput_ = false;
+    } else if (event.kind == SystemEvent::Kind::Placed) {
+        std::erase_if(entries_, [&](const auto& item) {
+            return item.first > lastInput_ && IsEvent(item.second, event.kind, event.window);
+        });
+        placedSinceInput_ = true;
     }
-    entries_.emplace(Last(), Entry{true, {}, std::move(event)});
+    Put(Last(), Entry{true, {}, std::move(event)});
 }
 
 MessageQueue::Entry* MessageQueue::FirstAfter(Order order, Order* place) {
@@ -57,19 +72,8 @@ MessageQueue::Entry* MessageQueue::FirstAfter(Order order, Order* place) {
     return &found->second;
 }
 
-MessageQueue::Entry MessageQueue::Take(Order place) {
-    auto node = entries_.extract(place);
-    return node ? std::move(node.mapped()) : Entry{};
-}
-
-void MessageQueue::Return(Order place, Entry entry) {
-    entries_.emplace(place, std::move(entry));
-}
-
 void MessageQueue::DropEvents(SystemEvent::Kind kind, HWND window) {
-    std::erase_if(entries_, [&](const auto& item) {
-        return item.second.isEvent && item.second.event.kind == kind && item.second.event.window == window;
-    });
+    std::erase_if(entries_, [&](const auto& item) { return IsEvent(item.second, kind, window); });
 }
 
 void MessageQueue::DropThreadMessages() {

@@ -25,12 +25,15 @@ struct SystemEvent {
         // The rest is handled when met.
         Left,
         Focus,
+        KeysHeld,
         Placed,
         Exposed,
         Minimised,
         Close,
         GrabLost,
         Destroyed,
+        PutOut,
+        KeySeen,
         PointerCheck  // the core's own: is the pointer still over the window that asked for its leaving?
     };
     Kind kind = Kind::Move;
@@ -38,11 +41,12 @@ struct SystemEvent {
     POINT screen{0, 0};
     InputState state;
     std::uint64_t time = 0;
-    int button = 0;
+    int button = 0;     // KeySeen: the number of the key
     bool down = false;  // button, key; Minimised: whether it is
     int delta = 0;
     UINT virtualKey = 0;
     char16_t character = 0;
+    KeySet keys;
     CRect rect;
     std::optional<Region> region;
 
@@ -58,20 +62,23 @@ class MessageQueue {
     };
     using Order = std::uint64_t;
 
-    // False when the queue is full.
-    bool Post(const MSG& message);
-    // Ahead of everything that waits.
-    void PostFirst(const MSG& message);
-    // Ahead of the place `order`, and of whatever was put ahead of it before.
-    void PostBefore(Order order, const MSG& message);
-    // A move joins the move that is the last input waiting, when nothing but the position differs.
+    // False when the queue is full, and where there is no memory.
+    [[nodiscard]] bool Post(const MSG& message);
+    // Ahead of everything that waits. False without memory.
+    [[nodiscard]] bool PostFirst(const MSG& message);
+    // Ahead of the place `order`, and of whatever was put ahead of it before. False without memory.
+    [[nodiscard]] bool PostBefore(Order order, const MSG& message);
+    // A move joins the move that is the last input waiting, when nothing but the position differs. A place
+    // replaces the one that waits, but neither passes the other: input lands where the window was then. An
+    // event for which there is no memory is lost.
     void Report(SystemEvent event);
 
     // The first entry behind `order`; null at the end.
     Entry* FirstAfter(Order order, Order* place);
-    Entry Take(Order place);
+    using Taken = std::map<Order, Entry>::node_type;
+    Taken Take(Order place) { return entries_.extract(place); }
     // Puts an entry that was taken back to its place.
-    void Return(Order place, Entry entry);
+    void Return(Taken entry) { entries_.insert(std::move(entry)); }
     void Erase(Order place) { entries_.erase(place); }
     // Drops events of one kind about one window, because a newer one replaces them.
     void DropEvents(SystemEvent::Kind kind, HWND window);
@@ -79,10 +86,12 @@ class MessageQueue {
     void Clear() { entries_.clear(); }
 
   private:
+    bool Put(Order place, Entry entry);
     Order Last() { return next_ += 64; }  // room between entries, for what goes ahead of one
     std::map<Order, Entry> entries_;
     Order next_ = Order{1} << 32;
     Order lastInput_ = 0;
+    bool placedSinceInput_ = false;
 };
 
 }  // namespace platform

@@ -1,7 +1,11 @@
 #include "platform/window/core/messages.h"
 
+#include <algorithm>
 #include <deque>
+#include <new>
 
+#include "platform/base/thread_service.h"
+#include "platform/window/core/activation.h"
 #include "platform/window/core/control.h"
 #include "platform/window/core/events.h"
 #include "platform/window/core/keyboard.h"
@@ -18,10 +22,15 @@ struct ThreadMessages {
     std::deque<MSG> posted;
     std::optional<int> quit;
 };
-thread_local ThreadMessages threadMessages;
+
+ThreadMessages& MessagesOfThread() {
+    return ThreadService<ThreadMessages>::Get();
+}
 
 // So many paints in a row are a window that invalidates itself whenever it paints.
-constexpr int kEndlessPaints = 1000;
+std::size_t EndlessPaints() {
+    return 1000 + Core::Get().WindowCount();
+}
 
 MSG Stamped(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Core& core = Core::Get();
@@ -40,17 +49,23 @@ enum class Step { Restart, Skip, Found };
 
 Step TakeInput(MessageQueue::Order place, MSG& out, const MessageFilter& filter, Take take) {
     Core& core = Core::Get();
-    MessageQueue::Entry entry = core.queue.Take(place);
-    const SystemEvent event = entry.event;
+    MessageQueue::Taken entry = core.queue.Take(place);
+    const SystemEvent& event = entry.mapped().event;
     const bool isKey = event.kind == SystemEvent::Kind::Key;
-    const Routed routed = isKey ? RouteKey(event) : RoutePointer(event, place);
+    Routed routed;
+    try {
+        routed = isKey ? RouteKey(event) : RoutePointer(event, place);
+    } catch (...) {
+        NoteInputState(event);  // it happened, though a handler that was asked about it threw
+        throw;
+    }
     if (routed.outcome == Routed::Outcome::Nothing) {
         NoteInputState(event);
         return Step::Restart;
     }
     const bool fits = routed.outcome == Routed::Outcome::Message && filter.Takes(routed.message);
     if (!fits || take == Take::No) {
-        core.queue.Return(place, std::move(entry));
+        core.queue.Return(std::move(entry));
         if (routed.outcome == Routed::Outcome::Later) return Step::Restart;
         out = routed.message;
         return fits ? Step::Found : Step::Skip;
@@ -70,7 +85,8 @@ bool TakeQueued(MSG& out, const MessageFilter& filter, Take take) {
     MessageQueue::Order place = 0;
     while (MessageQueue::Entry* entry = core.queue.FirstAfter(passed, &place)) {
         if (entry->isEvent && !entry->event.IsInput()) {
-            HandleEvent(core.queue.Take(place).event);
+            const MessageQueue::Taken taken = core.queue.Take(place);
+            HandleEvent(taken.mapped().event);
             continue;
         }
         if (entry->isEvent) {
@@ -103,7 +119,7 @@ bool TakePaint(MSG& out, const MessageFilter& filter) {
     const HWND window = NextToPaint(filter.window);
     if (!window) return false;
     // A window that invalidates itself in every paint must not hold up a WM_QUIT for ever.
-    if (core.quit && ++core.paintsBeforeQuit > kEndlessPaints) return false;
+    if (core.quit && ++core.paintsBeforeQuit > EndlessPaints()) return false;
     out = Stamped(window, WM_PAINT, 0, 0);
     return true;
 }
@@ -135,17 +151,17 @@ bool TakeQuit(MSG& out, Take take) {
 }
 
 bool RetrieveOnOtherThread(MSG& out, const MessageFilter& filter, Take take) {
-    if (Core::Get().HasEnded()) return false;  // and so may the thread's own storage
-    std::deque<MSG>& posted = threadMessages.posted;
+    if (Core::Get().HasEnded()) return false;
+    auto& [posted, quit] = MessagesOfThread();
     for (auto at = posted.begin(); at != posted.end(); ++at) {
         if (!filter.Takes(*at)) continue;
         out = *at;
         if (take == Take::Yes) posted.erase(at);
         return true;
     }
-    if (!threadMessages.quit) return false;
-    out = MSG{HWND(), WM_QUIT, static_cast<WPARAM>(*threadMessages.quit), 0, 0, POINT{0, 0}};
-    if (take == Take::Yes) threadMessages.quit.reset();
+    if (!quit) return false;
+    out = MSG{HWND(), WM_QUIT, static_cast<WPARAM>(*quit), 0, 0, POINT{0, 0}};
+    if (take == Take::Yes) quit.reset();
     return true;
 }
 
@@ -170,12 +186,19 @@ bool Retrieve(MSG& message, const MessageFilter& filter, Take take, WithQuit wit
     core.RunSentInbox();
     ShowCursorDecided();
     if (WindowSystem* system = core.System()) system->Poll();
+    NoticeRefusedActivation();
     core.TakeInbox();
     const bool found = TakeQueued(message, filter, take) || TakePaint(message, filter) ||
                        TakeTimer(message, filter, take) ||
                        (withQuit == WithQuit::Yes && TakeQuit(message, take));
     if (found) core.quitMadeUp = false;
     return found;
+}
+
+std::optional<std::uint64_t> NextDeadline() {
+    const std::optional<std::uint64_t> timer = Core::Get().timers.NextDue();
+    const std::optional<std::uint64_t> answer = ActivationAnswerDue();
+    return timer && answer ? std::min(*timer, *answer) : timer ? timer : answer;
 }
 
 void DispatchOwn(MSG& message) {
@@ -185,12 +208,25 @@ void DispatchOwn(MSG& message) {
     DispatchMessageW(&message);
 }
 
+Pumped PumpOnce() {
+    Core& core = Core::Get();
+    MSG message{};
+    if (Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
+        DispatchOwn(message);
+        return Pumped::Something;
+    }
+    WindowSystem* system = core.System();
+    if (core.quit || !system) return Pumped::NoMore;
+    if (system->Wait(NextDeadline())) return Pumped::Something;
+    return core.IsLost() || !system->IsAlive() ? Pumped::NoMore : Pumped::Nothing;
+}
+
 void RunPendingMessages() {
     Core& core = Core::Get();
     if (!core.Claim()) return;
     MSG message{};
-    int paints = 0;  // without anything else in between
-    while (paints < kEndlessPaints && Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
+    std::size_t paints = 0;  // without anything else in between
+    while (paints < EndlessPaints() && Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
         paints = message.message == WM_PAINT ? paints + 1 : 0;
         DispatchOwn(message);
     }
@@ -214,8 +250,13 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!core.HasOwner()) core.Claim();
     if (!core.IsOwningThread()) {
         if (window || core.HasEnded()) return core.PostFromElsewhere(stamped);
-        threadMessages.posted.push_back(stamped);
-        return TRUE;
+        try {
+            MessagesOfThread().posted.push_back(stamped);
+            return TRUE;
+        } catch (const std::bad_alloc&) {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+            return FALSE;
+        }
     }
     if (window && !core.Find(window)) return FALSE;
     core.TakeInbox();
@@ -229,7 +270,7 @@ void PostQuitMessage(int exitCode) {
     if (!core.HasOwner()) core.Claim();
     if (core.HasEnded()) return;
     if (!core.IsOwningThread()) {
-        threadMessages.quit = exitCode;
+        MessagesOfThread().quit = exitCode;
         return;
     }
     // A loop that was ended for want of anything to come passes that on; the outer loop will see for itself.
@@ -279,7 +320,7 @@ int GetMessageW(MSG* message, HWND window, UINT first, UINT last) {
         if (core.IsLost()) continue;
         WindowSystem* system = core.EnsureSystem();
         if (!system) return -1;
-        if (system->Wait(core.timers.NextDue())) continue;
+        if (system->Wait(NextDeadline())) continue;
         if (core.IsLost() || !system->IsAlive()) {
             core.MarkLost();
             continue;
@@ -312,9 +353,14 @@ LRESULT DispatchMessageW(const MSG* message) {
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure) {
     Core& core = Core::Get();
     if (window ? !core.Find(window) : !core.Claim()) return 0;
-    const UINT_PTR given = core.timers.Set(window, id, interval, procedure, core.Now());
-    // An id of 0 is a timer like any other, but 0 as a result means failure.
-    return given ? given : 1;
+    try {
+        const UINT_PTR given = core.timers.Set(window, id, interval, procedure, core.Now());
+        // An id of 0 is a timer like any other, but 0 as a result means failure.
+        return given ? given : 1;
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
 }
 
 BOOL KillTimer(HWND window, UINT_PTR id) {

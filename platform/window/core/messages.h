@@ -26,6 +26,18 @@ enum class WithQuit { No, Yes };
 // threads sent and reads the window system's events, without blocking.
 bool Retrieve(MSG& message, const MessageFilter& filter, Take take, WithQuit withQuit);
 
+// When a wait must end at the latest, on the window system's clock: a timer falls due, or an answer of the
+// window system is overdue.
+std::optional<std::uint64_t> NextDeadline();
+
+// One step of a loop of the core's own: delivers a message, or waits for one.
+enum class Pumped {
+    Something,
+    Nothing,  // nothing happens any more by itself: input is injected, and none is left
+    NoMore    // the program ends, or the window system is gone
+};
+Pumped PumpOnce();
+
 // Filters, translates and dispatches a message that the core took for itself.
 void DispatchOwn(MSG& message);
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <utility>
 
 #include "platform/graphics/device_context.h"
 #include "platform/window/core/tree.h"
@@ -16,13 +18,16 @@ Region DrawableRegion(const Window& window) {
     Core& core = Core::Get();
     Region region(window.Bounds());
     if (window.shape) region.Intersect(*window.shape);
-    if (window.style & WS_CLIPCHILDREN)
+    if (window.style & WS_CLIPCHILDREN) {
+        std::vector<RECT> covered;
         for (HWND handle : window.children) {
             const Window* child = core.Peek(handle);
             if (child && child->IsShown() && !child->type->letsPointerThrough &&
                 !(child->exStyle & WS_EX_TRANSPARENT))
-                region.Subtract(Region(child->rect));
+                covered.push_back(child->rect);
         }
+        region.Subtract(Region(covered));
+    }
     CPoint offset;  // of the window in `at`
     for (const Window* at = &window; at->IsChild();) {
         const Window* parent = core.Peek(at->parent);
@@ -55,7 +60,7 @@ void CopyShared(const Surface& from, Surface& to) {
 }
 
 // A context on a window, clipped to `region` (window coordinates).
-HDC MakeContext(Window& window, Region region, bool paint) {
+HDC MakeContext(Window& window, Region region, bool paint) try {
     Core& core = Core::Get();
     Window* top = TopLevelOf(window);
     std::shared_ptr<Surface> surface;
@@ -69,8 +74,16 @@ HDC MakeContext(Window& window, Region region, bool paint) {
         region = Region();
     }
     const HDC context = MakeDeviceContext(std::move(surface), origin, std::move(region));
-    if (context) core.contexts[context.ToParam()] = {window.handle, paint};
+    try {
+        if (context) core.contexts[context.ToParam()] = {window.handle, paint};
+    } catch (...) {
+        DeleteDeviceContext(context);
+        throw;
+    }
     return context;
+} catch (const std::bad_alloc&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return HDC();
 }
 
 // Ends a context that was given out on `window`, showing what was drawn.
@@ -92,9 +105,26 @@ bool EndContext(Window& window, HDC context, bool paint) {
     return true;
 }
 
-bool SendErase(const std::shared_ptr<Window>& window, HDC context) {
+// The context ends with an exception of the handler's.
+bool SendErase(const std::shared_ptr<Window>& window, HDC context, bool paint) {
     window->eraseWanted = false;
-    return CallProcedure(window, WM_ERASEBKGND, static_cast<WPARAM>(context.ToParam()), 0) != 0;
+    try {
+        return CallProcedure(window, WM_ERASEBKGND, static_cast<WPARAM>(context.ToParam()), 0) != 0;
+    } catch (...) {
+        if (Core::Get().Peek(window->handle)) EndContext(*window, context, paint);
+        throw;
+    }
+}
+
+void StandInLine(Window& window) {
+    if (window.listedDirty || window.update.IsEmpty()) return;
+    Core& core = Core::Get();
+    try {
+        core.dirty.push_back(window.handle);
+        window.listedDirty = true;
+    } catch (const std::bad_alloc&) {
+        core.dirtyIncomplete = true;
+    }
 }
 
 void PaintNow(HWND handle) {
@@ -117,10 +147,7 @@ void Invalidate(Window& window, const CRect& rect, bool erase) {
     window.update.Add(added);
     window.eraseWanted = window.eraseWanted || erase;
     Core& core = Core::Get();
-    if (!window.listedDirty) {
-        window.listedDirty = true;
-        core.dirty.push_back(window.handle);
-    }
+    StandInLine(window);
     if (window.style & WS_CLIPCHILDREN) return;
     for (HWND handle : window.children) {
         Window* child = core.Peek(handle);
@@ -141,18 +168,27 @@ void Validate(Window& window) {
     ++window.validation;
 }
 
+void QueueForPaint(Window& window) {
+    StandInLine(window);
+    for (const HWND handle : window.children)
+        if (Window* child = Core::Get().Peek(handle)) QueueForPaint(*child);
+}
+
 HWND NextToPaint(HWND within) {
     Core& core = Core::Get();
-    std::erase_if(core.dirty, [&](HWND handle) {
+    if (std::exchange(core.dirtyIncomplete, false))
+        core.ForEachWindow([](HWND, Window& window) { StandInLine(window); });
+    for (std::size_t i = 0; i < core.dirty.size();) {
+        const HWND handle = core.dirty[i];
         Window* window = core.Peek(handle);
-        if (!window) return true;
-        if (!window->update.IsEmpty()) return false;
-        window->listedDirty = false;
-        return true;
-    });
-    for (HWND handle : core.dirty) {
-        const Window* window = core.Peek(handle);
-        if (!IsOnDisplay(*window) || (within && !IsSameOrInside(handle, within))) continue;
+        const bool waits = window && !window->update.IsEmpty() && IsOnDisplay(*window);
+        if (!waits && i == 0) {
+            if (window) window->listedDirty = false;
+            core.dirty.pop_front();
+            continue;
+        }
+        ++i;
+        if (!waits || (within && !IsSameOrInside(handle, within))) continue;
         HWND first = handle;
         for (const Window* at = window; at && at->IsChild();) {
             at = core.Peek(at->parent);
@@ -175,14 +211,18 @@ std::shared_ptr<Surface> SurfaceForWriting(Window& topLevel) {
     if (width <= 0 || height <= 0) return nullptr;
     WindowSystem* system = core.SystemOf(topLevel);
     if (!topLevel.surface || topLevel.surface->Width() != width || topLevel.surface->Height() != height) {
-        std::shared_ptr<Surface> fresh;
-        if (system) fresh = system->NewSurface(topLevel.handle, width, height);
-        if (!fresh) fresh = Surface::Create(width, height);
-        if (!fresh) return nullptr;
+        std::shared_ptr<Surface> fresh =
+            system ? system->NewSurface(topLevel.handle, width, height) : Surface::Create(width, height);
+        if (!fresh) {
+            topLevel.lacksPixels = true;
+            return nullptr;
+        }
         if (topLevel.surface) CopyShared(*topLevel.surface, *fresh);
         topLevel.surface = std::move(fresh);
         topLevel.neverShown = true;
     }
+    // What was painted into nothing is painted again.
+    if (std::exchange(topLevel.lacksPixels, false)) InvalidateAll(topLevel, true);
     if (system) system->BeginWrite(topLevel.handle);
     return topLevel.surface;
 }
@@ -247,7 +287,7 @@ BOOL GetUpdateRect(HWND handle, RECT* rect, BOOL erase) {
         Region region = DrawableRegion(*window);
         region.Intersect(window->update.Get());
         const HDC context = MakeContext(*window, std::move(region), false);
-        SendErase(window, context);
+        SendErase(window, context, false);
         if (Core::Get().Peek(handle)) EndContext(*window, context, false);
     }
     return TRUE;
@@ -275,7 +315,7 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     paint->hdc = MakeContext(*window, std::move(region), true);
     if (!paint->hdc) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     if (window->eraseWanted) {
-        paint->fErase = !SendErase(window, paint->hdc);
+        paint->fErase = !SendErase(window, paint->hdc, true);
         if (!Core::Get().Peek(handle)) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return paint->hdc = HDC();

@@ -11,6 +11,9 @@ void Invalidate(Window& window, const CRect& rect, bool erase);
 void InvalidateAll(Window& window, bool erase);
 void Validate(Window& window);
 
+// A window appears: it and its children that wait to be painted stand in line again. Those that are not on
+// the display leave it.
+void QueueForPaint(Window& window);
 // The next window to be painted: parents before their children, the longest waiting first.
 HWND NextToPaint(HWND within);
 

@@ -4,6 +4,7 @@
 
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
+#include "platform/window/core/embedded_window.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/pointer.h"
 #include "platform/window/core/tree.h"
@@ -62,6 +63,8 @@ PlaceChange ChangeRect(Window& window, const CRect& wanted, Redraw redraw) {
     if (!change.moved && !change.sized) return change;
     window.rect = rect;
     if (!window.IsChild()) {
+        // What was reported before this request is older than it.
+        Core::Get().queue.DropEvents(SystemEvent::Kind::Placed, window.handle);
         if (WindowSystem* system = Core::Get().SystemOf(window)) system->Place(window.handle, rect);
     } else if (window.IsShown() && redraw == Redraw::Yes) {
         InvalidateUnder(window, before);
@@ -72,6 +75,7 @@ PlaceChange ChangeRect(Window& window, const CRect& wanted, Redraw redraw) {
         window.update.Intersect(window.Bounds());
         if (redraw == Redraw::Yes) InvalidateAll(window, true);
     }
+    FollowEmbeddedWindows();
     return change;
 }
 
@@ -99,7 +103,10 @@ void AcceptMinimised(const std::shared_ptr<Window>& window, bool minimised) {
     else
         window->style &= ~DWORD{WS_MINIMIZE};
     if (minimised) WithdrawPointer(*window);
-    if (!minimised) InvalidateAll(*window, true);
+    if (!minimised) {
+        InvalidateAll(*window, true);
+        QueueForPaint(*window);
+    }
     CallProcedure(window, WM_WINDOWPOSCHANGED, 0, 0);
     if (!Lives(window)) return;
     const CPoint origin = ScreenOrigin(*window);
@@ -118,7 +125,9 @@ void SetShown(const std::shared_ptr<Window>& window, bool shown, Activate activa
         window->style |= WS_VISIBLE;
     else
         window->style &= ~DWORD{WS_VISIBLE};
+    if (shown) QueueForPaint(*window);
     if (window->IsChild()) {
+        FollowEmbeddedWindows();
         if (shown)
             InvalidateAll(*window, true);
         else {
@@ -174,6 +183,7 @@ bool CheckAfter(const Window& window, HWND after) {
 }  // namespace
 
 BOOL ShowWindow(HWND handle, int command) {
+    if (ForeignHandles::IsForeign(handle)) return ShowForeign(handle, command);
     const std::shared_ptr<Window> window = Core::Get().Share(handle);
     if (!window) return FALSE;
     const BOOL before = window->IsShown();
@@ -211,6 +221,7 @@ BOOL ShowWindow(HWND handle, int command) {
 }
 
 BOOL IsWindowVisible(HWND handle) {
+    if (ForeignHandles::IsForeign(handle)) return IsForeignShown(handle);
     const Window* window = Core::Get().Find(handle);
     return window && IsVisibleInTree(*window);
 }
@@ -298,5 +309,20 @@ BOOL ScreenToClient(HWND handle, POINT* point) {
     const CPoint origin = ScreenOrigin(*window);
     moved.Offset(-origin.x, -origin.y);
     *point = moved;
+    return TRUE;
+}
+
+BOOL AdjustWindowRectEx(RECT* rect, DWORD, BOOL, DWORD exStyle) {
+    constexpr int kClientEdge = 2;
+    if (!rect) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    if (exStyle & WS_EX_CLIENTEDGE) {
+        rect->left -= kClientEdge;
+        rect->top -= kClientEdge;
+        rect->right += kClientEdge;
+        rect->bottom += kClientEdge;
+    }
     return TRUE;
 }

@@ -4,6 +4,7 @@
 
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
+#include "platform/window/core/file_drag.h"
 #include "platform/window/core/keyboard.h"
 #include "platform/window/core/tree.h"
 
@@ -19,17 +20,28 @@ POINT ToClient(const Window& window, POINT screen) {
     return POINT{screen.x - origin.x, screen.y - origin.y};
 }
 
-// Looks from a window down to its deepest child at the point. Empty when all of them let it through.
-HWND HitInside(HWND handle, POINT screen, int* hit) {
+HWND HitInside(HWND handle, POINT client, POINT screen, int* hit);
+
+// The same for the children of a window, from the topmost down. Those elsewhere cost a look at their place.
+HWND HitChildren(const Window& window, POINT client, POINT screen, int* hit) {
+    for (std::size_t i = window.children.size(); i-- > 0;) {
+        if (i >= window.children.size()) continue;  // asking one may destroy others
+        const Window* child = Core::Get().Peek(window.children[i]);
+        if (!child || !child->rect.PtInRect(client)) continue;
+        const POINT inChild{client.x - child->rect.left, client.y - child->rect.top};
+        if (const HWND found = HitInside(child->handle, inChild, screen, hit)) return found;
+    }
+    return HWND();
+}
+
+// Looks from a window down to its deepest child at the point, given in the window's coordinates and the
+// screen's. Empty when all of them let it through.
+HWND HitInside(HWND handle, POINT client, POINT screen, int* hit) {
     Core& core = Core::Get();
     const std::shared_ptr<Window> window = core.PeekShared(handle);
-    if (!window || !window->IsShown()) return HWND();
-    const POINT client = ToClient(*window, screen);
-    if (!window->Bounds().PtInRect(client)) return HWND();
+    if (!window || !window->IsShown() || !window->Bounds().PtInRect(client)) return HWND();
     if (window->shape && !window->shape->Contains(client.x, client.y)) return HWND();
-    const std::vector<HWND> children = window->children;
-    for (std::size_t i = children.size(); i-- > 0;)
-        if (const HWND found = HitInside(children[i], screen, hit)) return found;
+    if (const HWND found = HitChildren(*window, client, screen, hit)) return found;
     if (!core.Peek(handle) || window->type->letsPointerThrough) return HWND();
     // A disabled window is asked nothing; it stops the pointer.
     *hit = HTCLIENT;
@@ -42,9 +54,8 @@ HWND HitInside(HWND handle, POINT screen, int* hit) {
 // Whether a top-level would catch the pointer there, judged by its own pixels: needed only for what lies
 // under a window that passed the pointer on.
 bool CatchesPointer(const Window& topLevel, POINT screen) {
-    if (!IsOnDisplay(topLevel)) return false;
+    if (!topLevel.rect.PtInRect(screen) || !IsOnDisplay(topLevel)) return false;
     const POINT client = ToClient(topLevel, screen);
-    if (!topLevel.Bounds().PtInRect(client)) return false;
     const Compositing& shown = topLevel.layering.told;
     if (shown.mode == Compositing::Mode::Opaque) return true;
     if (shown.mode == Compositing::Mode::Nothing || shown.alpha == 0) return false;
@@ -56,26 +67,22 @@ bool CatchesPointer(const Window& topLevel, POINT screen) {
     return !keyed || (pixel & 0xFFFFFF) != shown.key;
 }
 
-HWND HitUnder(HWND passed, POINT screen, int* hit) {
-    Core& core = Core::Get();
-    const std::vector<HWND> stack = core.stack;
-    bool below = false;
-    for (std::size_t i = stack.size(); i-- > 0;) {
-        if (stack[i] == passed) {
-            below = true;
-            continue;
-        }
-        const Window* window = core.Peek(stack[i]);
-        if (!below || !window || !CatchesPointer(*window, screen)) continue;
-        if (const HWND found = HitInside(stack[i], screen, hit)) return found;
-    }
-    return HWND();
+HWND HitAt(HWND topLevel, POINT screen, int* hit) {
+    const Window* window = Core::Get().Peek(topLevel);
+    return window ? HitInside(topLevel, ToClient(*window, screen), screen, hit) : HWND();
 }
 
 HWND HitTopLevel(HWND topLevel, POINT screen, int* hit) {
-    if (!topLevel) return HWND();
-    if (const HWND found = HitInside(topLevel, screen, hit)) return found;
-    return HitUnder(topLevel, screen, hit);
+    Core& core = Core::Get();
+    HWND next = core.stack.Below(topLevel);  // asking one may destroy it
+    if (const HWND found = HitAt(topLevel, screen, hit)) return found;
+    while (const HWND at = next) {
+        next = core.stack.Below(at);
+        const Window* window = core.Peek(at);
+        if (!window || !CatchesPointer(*window, screen)) continue;
+        if (const HWND found = HitAt(at, screen, hit)) return found;
+    }
+    return HWND();
 }
 
 WPARAM KeyFlags(const InputState& state) {
@@ -133,18 +140,19 @@ bool LeaveTracked(HWND now, MessageQueue::Order place) {
     Core& core = Core::Get();
     const HWND tracked = core.pointer.tracked;
     if (!tracked || tracked == now || core.Peek(core.pointer.capture)) return false;
-    core.pointer.tracked = HWND();
-    if (!core.Peek(tracked)) return false;
+    if (!core.Peek(tracked)) {
+        core.pointer.tracked = HWND();
+        return false;
+    }
     MSG message{};
     message.hwnd = tracked;
     message.message = WM_MOUSELEAVE;
     message.time = static_cast<DWORD>(core.Now());
     message.pt = core.pointer.screen;
-    if (place)
-        core.queue.PostBefore(place, message);
-    else
-        core.queue.PostFirst(message);
-    return true;
+    // Without memory the window is told with a later move.
+    const bool posted = place ? core.queue.PostBefore(place, message) : core.queue.PostFirst(message);
+    if (posted) core.pointer.tracked = HWND();
+    return posted;
 }
 
 void RequestCheck() {
@@ -179,7 +187,7 @@ void ClickActivates(HWND target) {
     const HWND top = TopLevelOf(target);
     const Window* window = core.Peek(top);
     if (!window || (window->exStyle & WS_EX_NOACTIVATE)) return;
-    if (core.activation.active == top && core.stack.back() == top) return;
+    if (core.activation.active == top && core.stack.Top() == top) return;
     ActivateWindow(top, WA_CLICKACTIVE);
 }
 
@@ -195,7 +203,7 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     Core& core = Core::Get();
     Routed routed;
     core.pointer.screen = event.screen;
-    if (FeedCaptionMove(event)) return routed;
+    if (FeedFileDrag(event) || FeedCaptionMove(event)) return routed;
     const HWND target = TargetOf(event, &routed.hit);
     if (LeaveTracked(target, place)) {
         routed.outcome = Routed::Outcome::Later;
@@ -204,7 +212,8 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     core.pointer.hover = target;
     const Window* window = core.Peek(target);
     if (!window) return routed;
-    if (!IsEnabledInTree(*window)) {
+    // A disabled window that took the pointer has it until it lets go, or nobody would get it any more.
+    if (!(target == core.pointer.capture) && !IsEnabledInTree(*window)) {
         if (event.kind == SystemEvent::Kind::Button && event.down) ActivateModalOf(TopLevelOf(target));
         return routed;
     }
@@ -271,16 +280,19 @@ void CheckPointer() {
     LeaveTracked(now, 0);
 }
 
-void SetPointerCapture(HWND window) {
+bool SetPointerCapture(HWND window) {
     Core& core = Core::Get();
     const HWND before = core.pointer.capture;
-    if (before == window) return;
+    if (before == window) return true;
     core.pointer.capture = window;
     // A move by the caption ends when somebody else takes the pointer.
     if (!(core.captionMove.window == window)) EndCaptionMove(core.captionMove.window);
     const Window* record = core.Peek(window);
     const Window* top = record ? TopLevelOf(*record) : nullptr;
-    if (WindowSystem* system = top ? core.SystemOf(*top) : nullptr) system->GrabPointer(top->handle);
+    WindowSystem* system = top ? core.SystemOf(*top) : nullptr;
+    if (!system || system->GrabPointer(top->handle)) return true;
+    ReleasePointerCapture();
+    return false;
 }
 
 void ReleasePointerCapture() {
@@ -337,8 +349,9 @@ HWND SetCapture(HWND window) {
     Core& core = Core::Get();
     const HWND before = GetCapture();
     if (!core.Find(window)) return HWND();
-    SetPointerCapture(window);
-    return before;
+    if (SetPointerCapture(window)) return before;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return HWND();
 }
 
 BOOL ReleaseCapture() {

@@ -32,7 +32,8 @@ void CheckPointer();
 // The deepest window that takes the pointer at a point of the screen; children that are disabled count.
 HWND FindPointerTarget(POINT screen, int* hit);
 
-void SetPointerCapture(HWND window);
+// False, and nobody holds the pointer, when the window system does not give it.
+bool SetPointerCapture(HWND window);
 void ReleasePointerCapture();
 // The window is no longer there to be pointed at: hidden, minimised, disabled or on its way out.
 void WithdrawPointer(const Window& window);

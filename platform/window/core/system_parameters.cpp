@@ -5,10 +5,18 @@
 #include <iterator>
 #include <string_view>
 
-BOOL SystemParametersInfoW(UINT action, UINT size, LPVOID value, UINT) {
-    auto* metrics = static_cast<ICONMETRICSW*>(value);
-    if (action != SPI_GETICONMETRICS || !metrics || metrics->cbSize != sizeof(ICONMETRICSW) ||
-        (size != 0 && size != sizeof(ICONMETRICSW))) {
+#include "platform/window/core/core.h"
+
+namespace {
+
+BOOL GetWorkArea(RECT* area) {
+    platform::WindowSystem* system = platform::Core::Get().EnsureSystem();
+    if (system) *area = system->Monitors().front().work;
+    return system != nullptr;
+}
+
+BOOL GetIconMetrics(ICONMETRICSW* metrics, UINT size) {
+    if (metrics->cbSize != sizeof(ICONMETRICSW) || (size != 0 && size != sizeof(ICONMETRICSW))) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
@@ -18,4 +26,13 @@ BOOL SystemParametersInfoW(UINT action, UINT size, LPVOID value, UINT) {
     metrics->lfFont.lfWeight = 400;
     std::copy(kFace.begin(), kFace.end(), std::begin(metrics->lfFont.lfFaceName));
     return TRUE;
+}
+
+}  // namespace
+
+BOOL SystemParametersInfoW(UINT action, UINT size, LPVOID value, UINT) {
+    if (value && action == SPI_GETWORKAREA) return GetWorkArea(static_cast<RECT*>(value));
+    if (value && action == SPI_GETICONMETRICS) return GetIconMetrics(static_cast<ICONMETRICSW*>(value), size);
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
 }

@@ -9,12 +9,24 @@ constexpr UINT kShortestInterval = 10;
 constexpr UINT kLongestInterval = 0x7FFFFFFF;
 }  // namespace
 
+// Needs memory only for a timer that is new, and leaves the table as it was when there is none.
 void TimerTable::Arm(const Key& key, const Timer& timer) {
-    auto found = timers_.find(key);
-    if (found != timers_.end()) order_.erase(found->second.place);
     const Place place(timer.due, ++armings_, key.first, key.second);
-    order_.insert(place);
-    timers_.insert_or_assign(key, Armed{timer, place});
+    const auto found = timers_.find(key);
+    if (found != timers_.end()) {
+        auto node = order_.extract(found->second.place);
+        node.value() = place;
+        order_.insert(std::move(node));
+        found->second = Armed{timer, place};
+        return;
+    }
+    const auto ordered = order_.insert(place).first;
+    try {
+        timers_.emplace(key, Armed{timer, place});
+    } catch (...) {
+        order_.erase(ordered);
+        throw;
+    }
 }
 
 UINT_PTR TimerTable::Set(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure, std::uint64_t now) {

@@ -23,7 +23,7 @@ struct Timer {
 class TimerTable {
   public:
     // Replaces a timer of the same window and id. For the empty window a fresh id is given out when `id`
-    // names no timer. Returns the id.
+    // names no timer. Returns the id. Throws std::bad_alloc and changes nothing.
     UINT_PTR Set(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure, std::uint64_t now);
     bool Kill(HWND window, UINT_PTR id);
     void KillAll(HWND window);

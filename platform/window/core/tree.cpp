@@ -1,6 +1,8 @@
 #include "platform/window/core/tree.h"
 
 #include <algorithm>
+#include <iterator>
+#include <new>
 
 #include "platform/window/core/painting.h"
 
@@ -14,80 +16,101 @@ Window* OwnerOf(const Window& topLevel) {
     return Core::Get().Peek(topLevel.parent);
 }
 
+// Its own style, or that of an owner, whose traits say so already.
 bool IsTopmost(const Window& topLevel) {
-    for (const Window* at = &topLevel; at; at = OwnerOf(*at))
-        if (at->exStyle & WS_EX_TOPMOST) return true;
-    return false;
+    const Window* owner = OwnerOf(topLevel);
+    return (topLevel.exStyle & WS_EX_TOPMOST) || (owner && owner->traits.topmost);
 }
 
-bool IsTopmost(HWND window) {
-    const Window* found = Core::Get().Peek(window);
-    return found && IsTopmost(*found);
+bool IsNamed(HWND after) {
+    return !(after == HWND_TOP) && !(after == HWND_BOTTOM) && !(after == HWND_TOPMOST) &&
+           !(after == HWND_NOTOPMOST);
 }
 
-bool IsOwnedBy(HWND window, HWND owner) {
-    Core& core = Core::Get();
-    for (const Window* at = core.Peek(window); at; at = OwnerOf(*at))
-        if (at->parent == owner) return true;
-    return false;
+void PutAtBottom(const Window& window) {
+    StackingOrder& stack = Core::Get().stack;
+    const auto layer = LayerOf(window.handle);
+    stack.Lower(window.handle, layer);
+    if (const Window* owner = OwnerOf(window); owner && stack.LayerOf(owner->handle) == layer)
+        stack.PutAbove(window.handle, owner->handle);
 }
 
-// The window and all that it owns, in stacking order.
-std::vector<HWND> OwnerGroup(const Window& window) {
-    std::vector<HWND> group;
-    for (HWND other : Core::Get().stack)
-        if (other == window.handle || (!window.owned.empty() && IsOwnedBy(other, window.handle)))
-            group.push_back(other);
-    return group;
-}
-
-// Where in `rest` the moved group goes, before the layers are kept apart.
-std::size_t PlaceFor(const std::vector<HWND>& rest, const Window& window, HWND after) {
-    std::size_t place = rest.size();
-    if (after == HWND_BOTTOM) {
-        place = 0;
-    } else if (!(after == HWND_TOP) && !(after == HWND_TOPMOST) && !(after == HWND_NOTOPMOST)) {
-        auto reference = std::find(rest.begin(), rest.end(), after);
-        place = static_cast<std::size_t>(reference - rest.begin());
-    }
-    auto owner = std::find(rest.begin(), rest.end(), window.parent);
-    if (owner != rest.end()) place = std::max(place, static_cast<std::size_t>(owner - rest.begin()) + 1);
-    return place;
-}
-
-void TellSystem(const std::vector<HWND>& moved, bool toBottom) {
-    Core& core = Core::Get();
-    const std::vector<HWND> stack = core.stack;
-    for (std::size_t i = stack.size(); i-- > 0;) {
-        if (std::find(moved.begin(), moved.end(), stack[i]) == moved.end()) continue;
-        Window* window = core.Peek(stack[i]);
-        WindowSystem* system = window ? core.SystemOf(*window) : nullptr;
-        if (!system) continue;
-        const bool lastOfLayer = i + 1 == stack.size() || (IsTopmost(stack[i + 1]) && !IsTopmost(*window));
-        if (toBottom && i == 0)
-            system->Restack(stack[i], StackPlace::Bottom, HWND());
-        else if (lastOfLayer)
-            system->Restack(stack[i], StackPlace::Top, HWND());
+// Directly under `after`, as far as the layers and the owner of the first allow.
+void PutGroupUnder(const std::vector<HWND>& group, HWND owner, HWND after) {
+    using Layer = StackingOrder::Layer;
+    StackingOrder& stack = Core::Get().stack;
+    HWND last[3];  // the one put last into each layer
+    for (const HWND window : group) {
+        const Layer layer = LayerOf(window);
+        HWND& below = last[static_cast<int>(layer)];
+        const bool aboveOwner = !below && owner && stack.LayerOf(owner) == layer &&
+                                (owner == after || stack.IsAbove(owner, after));
+        if (aboveOwner)
+            stack.PutAbove(window, owner);
+        else if (below)
+            stack.PutAbove(window, below);
+        else if (stack.LayerOf(after) == layer)
+            stack.PutBelow(window, after);
+        else if (layer < stack.LayerOf(after))
+            stack.Raise(window, layer);
         else
-            system->Restack(stack[i], StackPlace::Below, stack[i + 1]);
+            stack.Lower(window, layer);
+        below = window;
     }
 }
 
-void RestackTopLevel(Window& window, HWND after) {
-    Core& core = Core::Get();
+// The first window above the run of moved ones that begins at `first`; empty at the top of their layer.
+HWND OverRun(const std::vector<HWND>& moved, std::size_t first) {
+    const StackingOrder& stack = Core::Get().stack;
+    std::size_t last = first;
+    while (last + 1 < moved.size() && stack.Above(moved[last]) == moved[last + 1])
+        ++last;
+    const HWND over = stack.Above(moved[last]);
+    return over && stack.LayerOf(over) == stack.LayerOf(moved[first]) ? over : HWND();
+}
+
+// From the bottom up: the lowest goes where all go, each other directly above the one before. Asked to put an
+// owner under what it owns, window managers sink both; asked to raise what it owns, some activate that.
+void TellSystem(std::vector<HWND> moved, bool toBottom) {
+    const StackingOrder& stack = Core::Get().stack;
+    // Among other layers than before they may stand in another order.
+    std::sort(moved.begin(), moved.end(), [&](HWND a, HWND b) { return stack.IsAbove(b, a); });
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        const Window* window = Core::Get().Peek(moved[i]);
+        WindowSystem* system = window ? Core::Get().SystemOf(*window) : nullptr;
+        if (!system) continue;
+        const HWND below = stack.Below(moved[i]);
+        if (i > 0 && below == moved[i - 1] && stack.LayerOf(below) == stack.LayerOf(moved[i]))
+            system->Restack(moved[i], StackPlace::Above, below);
+        else if (toBottom && (!below || stack.LayerOf(below) == StackingOrder::Layer::Desktop))
+            system->Restack(moved[i], StackPlace::Bottom, HWND());
+        else if (const HWND over = OverRun(moved, i))
+            system->Restack(moved[i], StackPlace::Below, over);
+        else
+            system->Restack(moved[i], StackPlace::Top, HWND());
+    }
+}
+
+// Without memory all windows stay where they are.
+void RestackTopLevel(const Window& window, HWND after) try {
+    StackingOrder& stack = Core::Get().stack;
+    if (after == HWND_BOTTOM) {
+        // What it owns need not follow it down; it is above already.
+        PutAtBottom(window);
+        TellSystem({window.handle}, true);
+        return;
+    }
     const std::vector<HWND> group = OwnerGroup(window);
-    // What it owns need not follow it down; it is above already.
-    const bool down = !(after == HWND_TOP) && !(after == HWND_TOPMOST) && !(after == HWND_NOTOPMOST);
-    if (down && std::find(group.begin(), group.end(), after) != group.end()) return;
-    const std::vector<HWND> moved = after == HWND_BOTTOM ? std::vector<HWND>{window.handle} : group;
-    std::vector<HWND> rest = core.stack;
-    std::erase_if(rest,
-                  [&](HWND other) { return std::find(moved.begin(), moved.end(), other) != moved.end(); });
-    const auto place = static_cast<std::ptrdiff_t>(PlaceFor(rest, window, after));
-    rest.insert(rest.begin() + place, moved.begin(), moved.end());
-    std::stable_partition(rest.begin(), rest.end(), [](HWND other) { return !IsTopmost(other); });
-    core.stack = std::move(rest);
-    TellSystem(moved, after == HWND_BOTTOM);
+    if (IsNamed(after)) {
+        if (std::find(group.begin(), group.end(), after) != group.end()) return;
+        PutGroupUnder(group, window.parent, after);
+    } else {
+        for (const HWND one : group)
+            stack.Raise(one, LayerOf(one));
+    }
+    TellSystem(group, false);
+} catch (const std::bad_alloc&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
 }
 
 void RestackChild(Window& window, HWND after) {
@@ -105,6 +128,12 @@ void RestackChild(Window& window, HWND after) {
 }
 
 }  // namespace
+
+StackingOrder::Layer LayerOf(HWND window) {
+    const Window* found = Core::Get().Peek(window);
+    if (found && found->host) return StackingOrder::Layer::Desktop;
+    return found && IsTopmost(*found) ? StackingOrder::Layer::Topmost : StackingOrder::Layer::Normal;
+}
 
 HWND TopLevelOf(HWND window) {
     Core& core = Core::Get();
@@ -175,17 +204,35 @@ void AddToTree(Window& window) {
         return;
     }
     if (parent) parent->owned.push_back(window.handle);
-    core.stack.push_back(window.handle);
-    std::stable_partition(core.stack.begin(), core.stack.end(), [](HWND other) { return !IsTopmost(other); });
+    UpdateTraits(window);  // what it owns goes by them
+    core.stack.Insert(window.handle, LayerOf(window.handle));
 }
 
 void RemoveFromTree(Window& window) {
     Core& core = Core::Get();
-    if (Window* parent = core.Peek(window.parent)) {
-        std::erase(parent->children, window.handle);
-        std::erase(parent->owned, window.handle);
+    // A parent that goes itself needs its list no more.
+    if (Window* parent = core.Peek(window.parent); parent && !parent->destroying) {
+        std::vector<HWND>& list = window.IsChild() ? parent->children : parent->owned;
+        const auto own = std::find(list.begin(), list.end(), window.handle);
+        if (own != list.end()) list.erase(own);
     }
-    if (!window.IsChild()) std::erase(core.stack, window.handle);
+    if (!window.IsChild()) core.stack.Remove(window.handle);
+}
+
+std::vector<HWND> OwnerGroup(const Window& topLevel) {
+    Core& core = Core::Get();
+    std::vector<HWND> group{topLevel.handle};
+    for (std::size_t i = 0; i < group.size(); ++i)
+        if (const Window* window = core.Peek(group[i]))
+            std::copy_if(window->owned.begin(), window->owned.end(), std::back_inserter(group),
+                         [&](HWND owned) { return core.Peek(owned) != nullptr; });
+    std::sort(group.begin(), group.end(), [&](HWND a, HWND b) { return core.stack.IsAbove(b, a); });
+    return group;
+}
+
+void FollowLayer(const Window& topLevel) {
+    if (Core::Get().stack.LayerOf(topLevel.handle) != LayerOf(topLevel.handle))
+        RestackTopLevel(topLevel, HWND_TOP);
 }
 
 void Restack(Window& window, HWND after) {
@@ -204,22 +251,30 @@ void Restack(Window& window, HWND after) {
     RestackTopLevel(window, after);
 }
 
-void UpdateTraits(Window& topLevel) {
+void UpdateTraits(Window& topLevel) try {
     if (topLevel.IsChild()) return;
     const Window* owner = OwnerOf(topLevel);
-    WindowTraits traits;
-    traits.title = topLevel.title;
-    traits.decorated = (topLevel.style & WS_CAPTION) == WS_CAPTION;
-    traits.minimizable = (topLevel.style & WS_MINIMIZEBOX) != 0;
-    traits.topmost = IsTopmost(topLevel);
-    traits.toolWindow = (topLevel.exStyle & (WS_EX_TOOLWINDOW | WS_EX_APPWINDOW)) == WS_EX_TOOLWINDOW;
-    traits.activates = (topLevel.exStyle & WS_EX_NOACTIVATE) == 0;
-    traits.dialog = owner != nullptr;
-    traits.modal = owner && owner->IsDisabled() && topLevel.IsShown();
-    traits.owner = owner ? owner->handle : HWND();
-    if (traits == topLevel.traits) return;
-    topLevel.traits = traits;
-    if (WindowSystem* system = Core::Get().SystemOf(topLevel)) system->SetTraits(topLevel.handle, traits);
+    WindowTraits& traits = topLevel.traits;
+    bool changed = false;
+    const auto set = [&]<class Trait>(Trait& trait, const Trait& now) {
+        if (trait == now) return;
+        trait = now;
+        changed = true;
+    };
+    set(traits.decorated, (topLevel.style & WS_CAPTION) == WS_CAPTION);
+    set(traits.minimizable, (topLevel.style & WS_MINIMIZEBOX) != 0);
+    set(traits.topmost, IsTopmost(topLevel));
+    set(traits.toolWindow, (topLevel.exStyle & (WS_EX_TOOLWINDOW | WS_EX_APPWINDOW)) == WS_EX_TOOLWINDOW);
+    set(traits.activates, (topLevel.exStyle & WS_EX_NOACTIVATE) == 0);
+    set(traits.dialog, owner != nullptr);
+    set(traits.modal, owner && owner->IsDisabled() && topLevel.IsShown());
+    set(traits.owner, owner ? owner->handle : HWND());
+    set(traits.icons, {topLevel.icons[ICON_BIG].picture, topLevel.icons[ICON_SMALL].picture});
+    set(traits.title, topLevel.title);
+    WindowSystem* system = changed ? Core::Get().SystemOf(topLevel) : nullptr;
+    if (system) system->SetTraits(topLevel.handle, traits);
+} catch (const std::bad_alloc&) {
+    // The title, last of all, is told with the next change.
 }
 
 void UpdateTraitsOfOwned(const Window& owner) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -13,10 +14,14 @@ namespace platform {
 // would each cost as much as all those before.
 class UpdateRegion {
   public:
-    // `rect` is not empty.
+    // `rect` is not empty. Without memory, the box around all becomes what waits: rather more than less.
     void Add(const CRect& rect) {
         if (!added_.empty() && added_.back() == rect) return;
-        added_.push_back(rect);
+        try {
+            added_.push_back(rect);
+        } catch (const std::bad_alloc&) {
+            BecomeBox(rect);
+        }
         if (added_.size() >= std::max<std::size_t>(kFewest, static_cast<std::size_t>(region_.Count())))
             Join();
     }
@@ -39,11 +44,22 @@ class UpdateRegion {
     }
     void Join() {
         if (added_.empty()) return;
-        if (added_.size() == 1)
-            region_.Add(added_.front());
-        else
-            region_.Add(Region(added_));
+        try {
+            if (added_.size() == 1)
+                region_.Add(added_.front());
+            else
+                region_.Add(Region(added_));
+        } catch (const std::bad_alloc&) {
+            BecomeBox(added_.front());
+        }
         added_.clear();
+    }
+    void BecomeBox(CRect box) {
+        if (!region_.IsEmpty()) box.UnionRect(box, region_.Box());
+        for (const RECT& one : added_)
+            box.UnionRect(box, one);
+        added_.clear();
+        region_ = Region(box);
     }
     Region region_;
     std::vector<RECT> added_;

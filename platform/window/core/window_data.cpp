@@ -1,4 +1,7 @@
 // What a window carries about: styles, texts, numbers, relatives.
+#include <new>
+
+#include "platform/window/core/activation.h"
 #include "platform/window/core/core.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/pointer.h"
@@ -30,6 +33,7 @@ void SetExStyle(Window& window, DWORD exStyle) {
     }
     UpdateTraits(window);
     UpdateTraitsOfOwned(window);
+    FollowLayer(window);
     UpdateCompositing(window);
     if (!wasPainted && IsPainted(window)) InvalidateAll(window, true);
 }
@@ -98,7 +102,13 @@ LONG_PTR SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
 BOOL SetWindowTextW(HWND window, LPCWSTR text) {
     const std::shared_ptr<Window> record = Core::Get().Share(window);
     if (!record) return FALSE;
-    const CString copy(text);  // the procedure may change what `text` points to
+    CString copy;  // the procedure may change what `text` points to
+    try {
+        copy = text;
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return FALSE;
+    }
     return static_cast<BOOL>(
         CallProcedure(record, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(copy.GetString())));
 }
@@ -116,6 +126,7 @@ BOOL EnableWindow(HWND handle, BOOL enable) {
     if (before == (enable ? FALSE : TRUE)) return before;
     if (enable) {
         window->style &= ~DWORD{WS_DISABLED};
+        if (core.activation.systemFocus == handle) RequestFocusCheck();
     } else {
         window->style |= WS_DISABLED;
         WithdrawPointer(*window);

@@ -1,5 +1,8 @@
 // Classes, and windows from their first message to their last.
 #include <exception>
+#include <new>
+
+#include <platform/foreign.h>
 
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
@@ -80,6 +83,7 @@ class ForgetOnException {
             ForgetTree(core.PeekShared(handle));
         for (HWND handle : owned)
             ForgetTree(core.PeekShared(handle));
+        if (core.captionMove.window == window->handle) core.captionMove.window = HWND();
         if (core.Peek(window->handle)) Forget(window);
     }
     std::shared_ptr<Window> window_;
@@ -91,18 +95,15 @@ void DestroyTree(const std::shared_ptr<Window>& window) {
     const ForgetOnException guard(window);
     window->destroying = true;
     CallProcedure(window, WM_DESTROY, 0, 0);
-    // A procedure may make or destroy others meanwhile: look anew each time.
-    const auto next = [&](const std::vector<HWND>& handles) {
-        for (HWND handle : handles) {
-            std::shared_ptr<Window> found = core.PeekShared(handle);
-            if (found && !found->destroying) return found;
-        }
-        return std::shared_ptr<Window>();
-    };
-    while (const std::shared_ptr<Window> child = next(window->children))
-        DestroyTree(child);
-    while (const std::shared_ptr<Window> other = next(window->owned))
-        DestroyWindow(other->handle);
+    // Nothing is added to these any more, and what is destroyed meanwhile stays in them.
+    for (std::size_t i = 0; i < window->children.size(); ++i) {
+        const std::shared_ptr<Window> child = core.PeekShared(window->children[i]);
+        if (child && !child->destroying) DestroyTree(child);
+    }
+    for (std::size_t i = 0; i < window->owned.size(); ++i) {
+        const std::shared_ptr<Window> other = core.PeekShared(window->owned[i]);
+        if (other && !other->destroying) DestroyWindow(other->handle);
+    }
     CallProcedure(window, WM_NCDESTROY, 0, 0);
     if (core.Peek(window->handle)) Forget(window);
 }
@@ -118,12 +119,21 @@ void Abandon(const std::shared_ptr<Window>& window, bool tellDestroy) {
     }
 }
 
+// What was made of it in the system, when memory ran out in between, is taken back.
+bool TryCreate(WindowSystem& system, Window& window) try {
+    UpdateTraits(window);
+    return system.Create(window.handle, window.rect, window.traits);
+} catch (const std::bad_alloc&) {
+    system.Destroy(window.handle);
+    return false;
+}
+
 bool CreateInSystem(Window& window) {
     Core& core = Core::Get();
     WindowSystem* system = core.System();
-    UpdateTraits(window);
-    if (!system || !system->Create(window.handle, window.rect, window.traits)) {
-        SetLastError(core.IsLost() || !system ? ERROR_CONNECTION_UNAVAIL : ERROR_NOT_ENOUGH_MEMORY);
+    if (!system || !TryCreate(*system, window)) {
+        if (system && !system->IsAlive()) core.MarkLost();
+        SetLastError(core.System() ? ERROR_NOT_ENOUGH_MEMORY : ERROR_CONNECTION_UNAVAIL);
         return false;
     }
     window.systemSerial = core.SystemSerial();
@@ -172,7 +182,7 @@ bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) 
 
 using namespace platform;
 
-BOOL RegisterClassW(const WNDCLASSW* description) {
+BOOL RegisterClassW(const WNDCLASSW* description) try {
     if (!description || !description->lpfnWndProc || !description->lpszClassName ||
         IS_INTRESOURCE(description->lpszClassName)) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -194,35 +204,62 @@ BOOL RegisterClassW(const WNDCLASSW* description) {
         return FALSE;
     }
     return TRUE;
+} catch (const std::bad_alloc&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return FALSE;
 }
+
+namespace {
+
+// A record of a window that nobody has heard of yet; null with the last error set.
+std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style,
+                                   const CRect& rect, HWND parent) {
+    Core& core = Core::Get();
+    std::shared_ptr<Window> window;
+    try {
+        const std::shared_ptr<const WindowClass> type = FindClass(className);
+        if (!type) {
+            SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
+            return nullptr;
+        }
+        HWND resolved;
+        if (!ResolveParent(parent, style, &resolved)) return nullptr;
+        if (!(style & WS_CHILD) && !core.EnsureSystem()) return nullptr;
+        window = std::make_shared<Window>();
+        window->type = type;
+        window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE};
+        window->exStyle = exStyle;
+        if (title && !IS_INTRESOURCE(title)) window->title = CString(title);
+        window->parent = resolved;
+        window->rect = rect;
+        core.Insert(window);
+        AddToTree(*window);
+        return window;
+    } catch (const std::bad_alloc&) {
+        if (window && window->handle) {
+            RemoveFromTree(*window);
+            core.Remove(window->handle);
+        }
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+}
+
+}  // namespace
 
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y, int width,
                      int height, HWND parent, UINT_PTR id, HINSTANCE, LPVOID parameter) {
     Core& core = Core::Get();
     if (!core.Claim()) return HWND();
-    const std::shared_ptr<const WindowClass> type = FindClass(className);
-    if (!type) {
-        SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
-        return HWND();
-    }
     if (width < 0 || height < 0 || width > kLongestSide || height > kLongestSide) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return HWND();
     }
-    HWND resolved;
-    if (!ResolveParent(parent, style, &resolved)) return HWND();
-    if (!(style & WS_CHILD) && !core.EnsureSystem()) return HWND();
-
-    auto window = std::make_shared<Window>();
-    window->type = type;
-    window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE};
-    window->exStyle = exStyle;
-    if (title && !IS_INTRESOURCE(title)) window->title = CString(title);
+    const std::shared_ptr<Window> window =
+        MakeRecord(exStyle, className, title, style, CRect(CPoint(x, y), CSize(width, height)), parent);
+    if (!window) return HWND();
     window->id = id;
-    window->parent = resolved;
-    window->rect = CRect(CPoint(x, y), CSize(width, height));
-    const HWND handle = core.Insert(window);
-    AddToTree(*window);
+    const HWND handle = window->handle;
     if (!SendFirstMessages(window, parameter)) return HWND();
     if (style & WS_MINIMIZE && !window->IsChild())
         ShowWindow(handle, SW_MINIMIZE);
@@ -244,5 +281,7 @@ BOOL DestroyWindow(HWND handle) {
 }
 
 BOOL IsWindow(HWND window) {
+    if (window == GetDesktopWindow()) return TRUE;
+    if (ForeignHandles::IsForeign(window)) return FindForeign(window).has_value();
     return Core::Get().IsLive(window);
 }

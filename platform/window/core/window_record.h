@@ -26,8 +26,12 @@ struct WindowClass {
 struct Layering {
     bool hasAttributes = false;  // SetLayeredWindowAttributes was called
     bool fed = false;            // UpdateLayeredWindow was called, and no attributes since
-    Compositing chosen;          // what the attributes or the last feed asked for
-    Compositing told;            // what the window system was told last
+    // What the last push came from, and the revision of the window's surface after it.
+    std::weak_ptr<const Surface> fedFrom;
+    POINT fedOrigin{0, 0};
+    std::uint64_t fedRevision = 0;
+    Compositing chosen;  // what the attributes or the last feed asked for
+    Compositing told;    // what the window system was told last
 };
 
 struct Window {
@@ -45,6 +49,8 @@ struct Window {
     HWND parent;
     std::vector<HWND> children;  // bottom to top
     std::vector<HWND> owned;     // top-levels this one owns, oldest first
+    HWND host;                   // of a top-level: another program's window that it lies in
+    HWND lastFocus;              // of a top-level: it or its child that had the keyboard when it was active
 
     // Screen coordinates for a top-level, the parent's for a child. While minimised: the place to go back to.
     CRect rect;
@@ -56,8 +62,13 @@ struct Window {
 
     std::shared_ptr<Surface> surface;  // of a top-level, made when first drawn on
     bool neverShown = true;            // nothing of `surface` was presented yet
+    bool lacksPixels = false;          // was drawn on while no surface could be had
     Layering layering;
     std::optional<Region> shape;
+    struct {
+        HICON handle;
+        std::shared_ptr<const Surface> picture;
+    } icons[2];           // by ICON_SMALL and ICON_BIG
     WindowTraits traits;  // as told to the window system
     CursorShape cursorTold = CursorShape::Arrow;
     unsigned systemSerial = 0;  // the window system that knows this window; 0 for a child

@@ -1,6 +1,7 @@
 // From the windows' presented pixels to what the screen shows, and to what the pointer meets.
 #include <algorithm>
 
+#include "platform/window/headless/headless_backdrop.h"
 #include "platform/window/headless/headless_system.h"
 
 namespace platform {
@@ -86,26 +87,38 @@ std::vector<std::uint32_t> HeadlessSystem::ShownPixels(const NativeWindow& windo
 std::vector<std::uint32_t> HeadlessSystem::ScreenPixels() const {
     std::vector<std::uint32_t> pixels(
         static_cast<std::size_t>(screen_.cx) * static_cast<std::size_t>(screen_.cy), kDesktop);
-    for (const auto& window : stack_) {
+    const CRect screen(0, 0, screen_.cx, screen_.cy);
+    if (const std::shared_ptr<const Surface> backdrop = HeadlessBackdrop::Get().Pixels())
+        for (int y = 0; y < std::min<int>(screen_.cy, backdrop->Height()); ++y)
+            std::copy_n(backdrop->Row(y), std::min<int>(screen_.cx, backdrop->Width()),
+                        pixels.begin() + static_cast<std::ptrdiff_t>(y) * screen_.cx);
+    foreign_.ForEach([&](const ForeignTree::Node& node) {
+        CRect part;
+        if (node.colour == 0 || !part.IntersectRect(foreign_.VisiblePart(node.window.id), screen)) return;
+        for (int y = part.top; y < part.bottom; ++y) {
+            const auto row = pixels.begin() + static_cast<std::ptrdiff_t>(y) * screen_.cx;
+            std::fill(row + part.left, row + part.right, node.colour | 0xFF000000);
+        }
+    });
+    stack_.ForEach([&](HWND handle) {
+        const NativeWindow& window = *Find(handle);
         CRect onScreen;
-        if (!IsOnScreen(*window) ||
-            !onScreen.IntersectRect(window->rect, CRect(0, 0, screen_.cx, screen_.cy)))
-            continue;
+        if (!onScreen.IntersectRect(VisibleRect(window), screen) || !IsOnScreen(window)) return;
         CRect part = onScreen;
-        part.OffsetRect(-window->rect.left, -window->rect.top);
-        const std::vector<std::uint32_t> shown = ShownPixels(*window, part);
+        part.OffsetRect(-window.rect.left, -window.rect.top);
+        const std::vector<std::uint32_t> shown = ShownPixels(window, part);
         const std::uint32_t* from = shown.data();
         for (int y = onScreen.top; y < onScreen.bottom; ++y) {
             std::uint32_t* to = pixels.data() + static_cast<std::ptrdiff_t>(y) * screen_.cx + onScreen.left;
             for (int x = 0; x < onScreen.Width(); ++x, ++from)
                 to[x] = Over(*from, to[x]);
         }
-    }
+    });
     return pixels;
 }
 
 bool HeadlessSystem::CatchesPointer(const NativeWindow& window, POINT screen) const {
-    if (!IsOnScreen(window) || !window.rect.PtInRect(screen)) return false;
+    if (!VisibleRect(window).PtInRect(screen) || !IsOnScreen(window)) return false;
     const int x = screen.x - window.rect.left;
     const int y = screen.y - window.rect.top;
     if (window.shape && !window.shape->Contains(x, y)) return false;
@@ -121,9 +134,7 @@ bool HeadlessSystem::CatchesPointer(const NativeWindow& window, POINT screen) co
 }
 
 HWND HeadlessSystem::WindowAt(POINT screen) {
-    for (std::size_t i = stack_.size(); i-- > 0;)
-        if (CatchesPointer(*stack_[i], screen)) return stack_[i]->handle;
-    return HWND();
+    return stack_.FindDown(HWND(), [&](HWND window) { return CatchesPointer(*Find(window), screen); });
 }
 
 }  // namespace platform

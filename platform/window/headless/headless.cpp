@@ -40,6 +40,15 @@ bool Use(int screenWidth, int screenHeight) {
     return true;
 }
 
+void SetMonitors(const std::vector<Monitor>& monitors) {
+    HeadlessSystem* system = HeadlessSystem::Current();
+    if (!system) return;
+    std::vector<platform::Monitor> all;
+    for (const Monitor& monitor : monitors)
+        all.push_back({monitor.bounds, monitor.work});
+    system->SetMonitors(std::move(all));
+}
+
 void MovePointer(int x, int y) {
     if (HeadlessSystem* system = HeadlessSystem::Current()) system->MovePointer(POINT{x, y});
     RunPending();
@@ -82,6 +91,9 @@ void Advance(unsigned milliseconds) {
         if (!due || *due > end) break;
         system->SetClock(*due);
         RunPending();
+        // What is due and does not come stands behind a WM_QUIT, or behind a window that paints without end.
+        const std::optional<std::uint64_t> left = NextTimerDue();
+        if (left && *left <= *due) break;
     }
     if (system == HeadlessSystem::Current()) system->SetClock(end);
     RunPending();
@@ -94,6 +106,30 @@ void RunPending() {
 void WhenIdle(void (*step)(void*), void* argument) {
     HeadlessSystem* system = HeadlessSystem::Current();
     if (system && step) system->AddStep(step, argument);
+}
+
+HWND AddForeignWindow(LPCWSTR className, LPCWSTR title, HWND parent, const RECT* place,
+                      std::uint32_t colour) {
+    HeadlessSystem* system = HeadlessSystem::Current();
+    if (!system) return HWND();
+    ForeignTree::Node node;
+    node.window.className = className;
+    node.window.title = title;
+    node.place = place ? CRect(*place) : CRect(CPoint(0, 0), system->ScreenSize());
+    node.colour = colour;
+    if (parent) {
+        const std::optional<ForeignId> in = ForeignOfHandle(parent);
+        if (!in) return HWND();
+        node.parent = *in;
+    }
+    return HandleOfForeign(system->OtherPrograms().Add(std::move(node)));
+}
+
+void CloseForeignWindow(HWND window) {
+    HeadlessSystem* system = HeadlessSystem::Current();
+    const std::optional<ForeignId> id = ForeignOfHandle(window);
+    if (system && id) system->OtherPrograms().Close(*id);
+    RunPending();
 }
 
 Picture Capture(HWND window) {
@@ -121,6 +157,21 @@ Picture CaptureScreen() {
     return picture;
 }
 
+Picture CaptureIcon(HWND window) {
+    Picture picture;
+    const HeadlessSystem* system = HeadlessSystem::Current();
+    const HeadlessSystem::NativeWindow* native = system ? system->Find(window) : nullptr;
+    if (!native) return picture;
+    const auto& [large, small] = native->traits.icons;
+    if (!large && !small) return picture;
+    const Surface& icon = large ? *large : *small;
+    picture.width = icon.Width();
+    picture.height = icon.Height();
+    for (int y = 0; y < icon.Height(); ++y)
+        picture.argb.insert(picture.argb.end(), icon.Row(y), icon.Row(y) + icon.Width());
+    return picture;
+}
+
 UINT CursorShown() {
     const HeadlessSystem* system = HeadlessSystem::Current();
     switch (system ? system->CursorShown() : CursorShape::Arrow) {
@@ -132,7 +183,11 @@ UINT CursorShown() {
             return 32646;
         case CursorShape::None:
             return 0;
+        case CursorShape::DropRefused:
+            return 32648;
         case CursorShape::Arrow:
+        case CursorShape::DropCopy:
+        case CursorShape::DropMove:
             break;
     }
     return 32512;

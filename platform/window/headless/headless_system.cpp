@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include <platform/window.h>
 
+#include "platform/window/headless/headless_backdrop.h"
 #include "platform/window/headless/key_text.h"
 
 namespace platform {
@@ -31,10 +33,18 @@ std::unique_ptr<WindowSystem> MakeHeadlessWindowSystem(WindowEvents& events, int
 HeadlessSystem::HeadlessSystem(WindowEvents& events, int screenWidth, int screenHeight)
     : events_(events), screen_(screenWidth, screenHeight) {
     current = this;
+    HeadlessBackdrop::Get().Use(screen_);
 }
 
 HeadlessSystem::~HeadlessSystem() {
     current = nullptr;
+    HeadlessBackdrop::Get().Use(CSize());
+}
+
+void HeadlessSystem::SetScreenSize(int width, int height) {
+    screen_ = CSize(width, height);
+    monitors_.clear();
+    HeadlessBackdrop::Get().Use(screen_);
 }
 
 HeadlessSystem* HeadlessSystem::Current() {
@@ -42,26 +52,26 @@ HeadlessSystem* HeadlessSystem::Current() {
 }
 
 const HeadlessSystem::NativeWindow* HeadlessSystem::Find(HWND window) const {
-    for (const auto& native : stack_)
-        if (native->handle == window) return native.get();
-    return nullptr;
+    const auto found = windows_.find(window.ToParam());
+    return found == windows_.end() ? nullptr : found->second.get();
 }
 
 HeadlessSystem::NativeWindow* HeadlessSystem::Find(HWND window) {
     return const_cast<NativeWindow*>(std::as_const(*this).Find(window));
 }
 
-bool HeadlessSystem::IsOnScreen(const NativeWindow& window) const {
-    if (!window.mapped) return false;
-    for (const NativeWindow* at = &window; at; at = Find(at->traits.owner))
-        if (at->minimised) return false;
-    return true;
+void HeadlessSystem::SetOwner(NativeWindow& window, HWND before, HWND now) {
+    if (NativeWindow* owner = Find(before)) std::erase(owner->owned, window.handle);
+    if (NativeWindow* owner = Find(now)) owner->owned.push_back(window.handle);
+    UpdateHeld(window);
 }
 
-bool HeadlessSystem::IsOwnedBy(const NativeWindow& window, HWND owner) const {
-    for (const NativeWindow* at = &window; at; at = Find(at->traits.owner))
-        if (at->traits.owner == owner) return true;
-    return false;
+void HeadlessSystem::UpdateHeld(NativeWindow& window) {
+    const NativeWindow* owner = Find(window.traits.owner);
+    const bool held = owner && (owner->minimised || owner->held);
+    if (held == std::exchange(window.held, held)) return;
+    for (const HWND owned : window.owned)
+        if (NativeWindow* native = Find(owned)) UpdateHeld(*native);
 }
 
 // ---- life
@@ -71,8 +81,9 @@ bool HeadlessSystem::Create(HWND window, const RECT& rect, const WindowTraits& t
     native->handle = window;
     native->rect = rect;
     native->traits = traits;
-    stack_.push_back(std::move(native));
-    Restack(window, StackPlace::Top, HWND());
+    NativeWindow& made = *(windows_[window.ToParam()] = std::move(native));
+    SetOwner(made, HWND(), traits.owner);
+    stack_.Insert(window, LayerOf(made));
     return true;
 }
 
@@ -81,17 +92,24 @@ void HeadlessSystem::Destroy(HWND window) {
     if (!native) return;
     native->mapped = false;
     if (focus_ == window) PassFocusOn(*native);
+    // Windows that it held minimised are on the screen again.
+    const bool decides = grab_ == window || under_ == window || !native->owned.empty();
     if (grab_ == window) grab_ = HWND();
-    std::erase_if(stack_, [&](const auto& other) { return other->handle == window; });
-    PointerMayHaveChangedWindow();
+    SetOwner(*native, native->traits.owner, HWND());
+    const std::vector<HWND> owned = std::move(native->owned);
+    stack_.Remove(window);
+    windows_.erase(window.ToParam());
+    for (const HWND left : owned)
+        if (NativeWindow* other = Find(left)) UpdateHeld(*other);
+    if (decides) PointerMayHaveChangedWindow();
 }
 
 void HeadlessSystem::SetTraits(HWND window, const WindowTraits& traits) {
     NativeWindow* native = Find(window);
     if (!native) return;
-    const bool layerChanged = native->traits.topmost != traits.topmost;
-    native->traits = traits;
-    if (layerChanged) Restack(window, StackPlace::Top, HWND());
+    const WindowTraits before = std::exchange(native->traits, traits);
+    if (!(before.owner == traits.owner)) SetOwner(*native, before.owner, traits.owner);
+    if (before.topmost != traits.topmost) Restack(window, StackPlace::Top, HWND());
 }
 
 // ---- place
@@ -100,7 +118,7 @@ void HeadlessSystem::Place(HWND window, const RECT& rect) {
     NativeWindow* native = Find(window);
     if (!native) return;
     native->rect = rect;
-    PointerMayHaveChangedWindow();
+    PointerMayHaveChangedWindow(*native);
 }
 
 void HeadlessSystem::Show(HWND window, Visibility visibility) {
@@ -109,49 +127,85 @@ void HeadlessSystem::Show(HWND window, Visibility visibility) {
     native->mapped = visibility != Visibility::Hidden;
     if (visibility == Visibility::Minimised) native->minimised = true;
     if (visibility == Visibility::Restored) native->minimised = false;
+    for (const HWND owned : native->owned)
+        if (NativeWindow* other = Find(owned)) UpdateHeld(*other);
     const bool gone = !IsOnScreen(*native);
     // A server lets go of the pointer when the window that holds it goes.
-    if (gone && grab_ == window) grab_ = HWND();
+    const bool letsGo = gone && grab_ == window;
+    if (letsGo) grab_ = HWND();
     if (gone && focus_) {
         const NativeWindow* focused = Find(focus_);
         if (!focused || !IsOnScreen(*focused)) PassFocusOn(focused ? *focused : *native);
     }
-    PointerMayHaveChangedWindow();
+    // Windows that it owns come and go with it.
+    if (letsGo || !native->owned.empty())
+        PointerMayHaveChangedWindow();
+    else
+        PointerMayHaveChangedWindow(*native);
 }
 
 void HeadlessSystem::Restack(HWND window, StackPlace place, HWND reference) {
-    auto found = std::find_if(stack_.begin(), stack_.end(),
-                              [&](const auto& other) { return other->handle == window; });
-    if (found == stack_.end()) return;
-    std::unique_ptr<NativeWindow> moved = std::move(*found);
-    stack_.erase(found);
-    const auto layerStart =
-        std::find_if(stack_.begin(), stack_.end(), [](const auto& other) { return other->traits.topmost; });
-    auto at = stack_.end();
-    switch (place) {
-        case StackPlace::Top:
-            if (!moved->traits.topmost) at = layerStart;
-            break;
-        case StackPlace::Bottom:
-            at = moved->traits.topmost ? layerStart : stack_.begin();
-            break;
-        case StackPlace::Above:
-        case StackPlace::Below:
-            at = std::find_if(stack_.begin(), stack_.end(),
-                              [&](const auto& other) { return other->handle == reference; });
-            if (place == StackPlace::Above && at != stack_.end()) ++at;
-            break;
+    const NativeWindow* native = Find(window);
+    if (!native) return;
+    const bool beside = Find(reference) != nullptr;
+    if (place == StackPlace::Bottom)
+        stack_.Lower(window, LayerOf(*native));
+    else if (place == StackPlace::Above && beside)
+        stack_.PutAbove(window, reference);
+    else if (place == StackPlace::Below && beside)
+        stack_.PutBelow(window, reference);
+    else
+        stack_.Raise(window, LayerOf(*native));
+    PointerMayHaveChangedWindow(*native);
+}
+
+// ---- other programs
+
+bool HeadlessSystem::SetHost(HWND window, ForeignId host) {
+    NativeWindow* native = Find(window);
+    if (!native) return false;
+    native->host = host;
+    stack_.Raise(window, LayerOf(*native));
+    HostsChanged();
+    return true;
+}
+
+void HeadlessSystem::PutOutOf(ForeignId host) {
+    for (auto& [key, native] : windows_) {
+        if (native->host != host) continue;
+        native->host = kScreen;
+        stack_.Lower(native->handle, LayerOf(*native));
+        events_.PutOut(native->handle);
     }
-    stack_.insert(at, std::move(moved));
+    HostsChanged();
+}
+
+void HeadlessSystem::HostsChanged() {
+    if (const NativeWindow* focused = Find(focus_); focused && !IsOnScreen(*focused)) PassFocusOn(*focused);
+    if (const NativeWindow* grabbing = Find(grab_); grabbing && !IsOnScreen(*grabbing)) {
+        events_.GrabLost(grab_);
+        grab_ = HWND();
+    }
     PointerMayHaveChangedWindow();
 }
 
-void HeadlessSystem::RaiseWithOwned(HWND window) {
-    std::vector<HWND> group;
-    for (const auto& native : stack_)
-        if (native->handle == window || IsOwnedBy(*native, window)) group.push_back(native->handle);
+CRect HeadlessSystem::VisibleRect(const NativeWindow& window) const {
+    if (window.host == kScreen) return window.rect;
+    CRect part;
+    part.IntersectRect(window.rect, foreign_.VisiblePart(window.host));
+    return part;
+}
+
+void HeadlessSystem::RaiseWithOwned(HWND window) try {
+    std::vector<HWND> group{window};
+    for (std::size_t i = 0; i < group.size(); ++i)
+        if (const NativeWindow* native = Find(group[i]))
+            group.insert(group.end(), native->owned.begin(), native->owned.end());
+    std::sort(group.begin(), group.end(), [&](HWND a, HWND b) { return stack_.IsAbove(b, a); });
     for (HWND handle : group)
         Restack(handle, StackPlace::Top, HWND());
+} catch (const std::bad_alloc&) {
+    Restack(window, StackPlace::Top, HWND());
 }
 
 void HeadlessSystem::Activate(HWND window) {
@@ -176,9 +230,7 @@ void HeadlessSystem::PassFocusOn(const NativeWindow& from) {
     };
     for (const NativeWindow* owner = Find(from.traits.owner); owner; owner = Find(owner->traits.owner))
         if (canTake(*owner)) return GiveFocus(owner->handle);
-    for (std::size_t i = stack_.size(); i-- > 0;)
-        if (canTake(*stack_[i])) return GiveFocus(stack_[i]->handle);
-    GiveFocus(HWND());
+    GiveFocus(stack_.FindDown(HWND(), [&](HWND window) { return canTake(*Find(window)); }));
 }
 
 void HeadlessSystem::SetShape(HWND window, const Region* region) {
@@ -188,14 +240,19 @@ void HeadlessSystem::SetShape(HWND window, const Region* region) {
         native->shape = *region;
     else
         native->shape.reset();
-    PointerMayHaveChangedWindow();
+    PointerMayHaveChangedWindow(*native);
 }
 
 void HeadlessSystem::SetCompositing(HWND window, const Compositing& compositing) {
     NativeWindow* native = Find(window);
     if (!native) return;
     native->compositing = compositing;
-    PointerMayHaveChangedWindow();
+    PointerMayHaveChangedWindow(*native);
+}
+
+std::vector<Monitor> HeadlessSystem::Monitors() {
+    const CRect whole(CPoint(0, 0), screen_);
+    return monitors_.empty() ? std::vector<Monitor>{{whole, whole}} : monitors_;
 }
 
 // ---- pixels
@@ -203,8 +260,9 @@ void HeadlessSystem::SetCompositing(HWND window, const Compositing& compositing)
 std::shared_ptr<Surface> HeadlessSystem::NewSurface(HWND window, int width, int height) {
     NativeWindow* native = Find(window);
     if (!native) return nullptr;
-    native->drawn = Surface::Create(width, height);
-    return native->drawn;
+    std::shared_ptr<Surface> fresh = Surface::Create(width, height);
+    if (fresh) native->drawn = fresh;
+    return fresh;
 }
 
 void HeadlessSystem::Present(HWND window, const Region& damage) {
@@ -223,7 +281,7 @@ void HeadlessSystem::Present(HWND window, const Region& damage) {
             std::memcpy(native->shown->Row(y) + rect.left, from.Row(y) + rect.left, bytes);
     }
     // The pixels decide what the pointer is over.
-    if (native->compositing.mode != Compositing::Mode::Opaque) PointerMayHaveChangedWindow();
+    if (native->compositing.mode != Compositing::Mode::Opaque) PointerMayHaveChangedWindow(*native);
 }
 
 // ---- pointer and keyboard
@@ -245,6 +303,7 @@ void HeadlessSystem::SetCursor(HWND window, CursorShape shape) {
 }
 
 CursorShape HeadlessSystem::CursorShown() const {
+    if (fileDrag_.HoldsPointer()) return fileDrag_.Cursor();
     const NativeWindow* native = Find(grab_ ? grab_ : under_);
     return native ? native->cursor : CursorShape::Arrow;
 }
@@ -259,6 +318,13 @@ void HeadlessSystem::PointerMayHaveChangedWindow() {
     if (now) events_.PointerMoved(now, pointer_, input_, now_);
 }
 
+void HeadlessSystem::PointerMayHaveChangedWindow(const NativeWindow& changed) {
+    if (grab_) return;
+    const bool covers = !under_ || stack_.IsAbove(changed.handle, under_);
+    if (changed.handle == under_ || (covers && CatchesPointer(changed, pointer_)))
+        PointerMayHaveChangedWindow();
+}
+
 void HeadlessSystem::MovePointer(POINT screen) {
     pointer_ = screen;
     const HWND over = WindowAt(screen);
@@ -267,6 +333,7 @@ void HeadlessSystem::MovePointer(POINT screen) {
         under_ = over;
         if (before) events_.PointerLeft(before);
     }
+    if (fileDrag_.HoldsPointer()) return events_.PointerMoved(HWND(), screen, input_, now_);
     const HWND target = grab_ ? grab_ : over;
     if (target) events_.PointerMoved(target, screen, input_, now_);
 }
@@ -281,6 +348,8 @@ void HeadlessSystem::Key(UINT virtualKey, bool down) {
     if (virtualKey == VK_SHIFT) input_.shift = down;
     if (virtualKey == VK_CONTROL) input_.control = down;
     if (virtualKey == VK_MENU) input_.alt = down;
+    if (virtualKey < keysDown_.size()) keysDown_[virtualKey] = down;
+    if (watching_) events_.KeySeen(virtualKey, 0, down, keysDown_, now_);
     events_.Key(focus_, virtualKey, down, down ? TextOfKey(virtualKey, input_) : char16_t{0}, input_, now_);
 }
 
@@ -298,17 +367,14 @@ bool HeadlessSystem::Poll() {
     return RunReadySources();
 }
 
-bool HeadlessSystem::Wait(std::optional<std::uint64_t> deadline) {
+// The clock stands still in here, whatever is due: only the user moves it.
+bool HeadlessSystem::Wait(std::optional<std::uint64_t>) {
     if (woken_.exchange(false)) return true;
     if (RunReadySources()) return true;
-    if (!steps_.empty()) {
-        const Step step = steps_.front();
-        steps_.pop_front();
-        step.run(step.argument);
-        return true;
-    }
-    if (!deadline) return false;
-    SetClock(*deadline);
+    if (steps_.empty()) return false;
+    const Step step = steps_.front();
+    steps_.pop_front();
+    step.run(step.argument);
     return true;
 }
 

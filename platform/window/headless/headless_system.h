@@ -8,13 +8,18 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
+#include "platform/window/core/stacking_order.h"
+#include "platform/window/headless/file_drag.h"
+#include "platform/window/headless/foreign_tree.h"
+#include "platform/window/key_watch.h"
 #include "platform/window/window_system.h"
 
 namespace platform {
 
-class HeadlessSystem : public WindowSystem {
+class HeadlessSystem : public WindowSystem, private KeyWatch {
   public:
     HeadlessSystem(WindowEvents& events, int screenWidth, int screenHeight);
     ~HeadlessSystem() override;
@@ -26,8 +31,11 @@ class HeadlessSystem : public WindowSystem {
         HWND handle;
         CRect rect;
         WindowTraits traits;
+        std::vector<HWND> owned;
         bool mapped = false;
         bool minimised = false;
+        bool held = false;         // an owner is minimised
+        ForeignId host = kScreen;  // what it lies in
         std::optional<Region> shape;
         Compositing compositing;
         CursorShape cursor = CursorShape::Arrow;
@@ -35,15 +43,29 @@ class HeadlessSystem : public WindowSystem {
         std::shared_ptr<Surface> shown;  // what was presented
     };
 
-    void SetScreenSize(int width, int height) { screen_ = CSize(width, height); }
+    // One monitor again.
+    void SetScreenSize(int width, int height);
+    void SetMonitors(std::vector<Monitor> monitors) { monitors_ = std::move(monitors); }
     const NativeWindow* Find(HWND window) const;
-    // On the screen: mapped, and neither it nor an owner is minimised.
-    bool IsOnScreen(const NativeWindow& window) const;
+    // On the screen: mapped, what it lies in is shown, and neither it nor an owner is minimised.
+    bool IsOnScreen(const NativeWindow& window) const {
+        return window.mapped && !window.minimised && !window.held &&
+               (window.host == kScreen || !foreign_.VisiblePart(window.host).IsRectEmpty());
+    }
+    // Of the window, where it is not cut off by what it lies in.
+    CRect VisibleRect(const NativeWindow& window) const;
     // What a window shows, before it is blended; transparent where its shape leaves it out. Clipped to
     // `part` (window coordinates).
     std::vector<std::uint32_t> ShownPixels(const NativeWindow& window, const CRect& part) const;
     std::vector<std::uint32_t> ScreenPixels() const;
     CursorShape CursorShown() const;
+
+    // ---- other programs
+    ForeignTree& OtherPrograms() { return foreign_; }
+    bool SetHost(HWND window, ForeignId host);
+    // It is gone: what lay in it is on the screen again.
+    void PutOutOf(ForeignId host);
+    void HostsChanged();
 
     // ---- the user
     void MovePointer(POINT screen);
@@ -72,30 +94,47 @@ class HeadlessSystem : public WindowSystem {
     POINT PointerPosition() override { return pointer_; }
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screen_; }
+    std::vector<Monitor> Monitors() override;
     std::uint64_t Now() override { return now_; }
-    bool ClockIsVirtual() override { return true; }
     bool Poll() override;
     bool Wait(std::optional<std::uint64_t> deadline) override;
     void Wake() override { woken_ = true; }
     bool IsAlive() override { return true; }
+    FileDragger* FileDrags() override { return &fileDrag_; }
+    ForeignWindows* Foreign() override { return &foreign_; }
+    KeyWatch* KeyWatcher() override { return this; }
 
   private:
     struct Step {
         void (*run)(void*);
         void* argument;
     };
+    using Layer = StackingOrder::Layer;
     NativeWindow* Find(HWND window);
-    bool IsOwnedBy(const NativeWindow& window, HWND owner) const;
+    static Layer LayerOf(const NativeWindow& window) {
+        if (window.host != kScreen) return Layer::Desktop;
+        return window.traits.topmost ? Layer::Topmost : Layer::Normal;
+    }
+    bool Watch(bool on) override {
+        watching_ = on;
+        return true;
+    }
+    void SetOwner(NativeWindow& window, HWND before, HWND now);
+    void UpdateHeld(NativeWindow& window);
     bool CatchesPointer(const NativeWindow& window, POINT screen) const;
     void RaiseWithOwned(HWND window);
     void GiveFocus(HWND window);
     void PassFocusOn(const NativeWindow& from);
-    // The pointer may be over another window now, although it did not move.
+    // The pointer may be over another window now, although it did not move. The second looks only at what one
+    // window, changed in its place, shape or pixels, makes of that.
     void PointerMayHaveChangedWindow();
+    void PointerMayHaveChangedWindow(const NativeWindow& changed);
 
     WindowEvents& events_;
     CSize screen_;
-    std::vector<std::unique_ptr<NativeWindow>> stack_;  // bottom to top
+    std::vector<Monitor> monitors_;                                             // empty: the screen is one
+    std::unordered_map<std::uint64_t, std::unique_ptr<NativeWindow>> windows_;  // by HWND::ToParam
+    StackingOrder stack_;
     HWND focus_;
     POINT pointer_{-1, -1};  // outside, until it is moved
     HWND under_;             // the window that the pointer is over
@@ -104,6 +143,10 @@ class HeadlessSystem : public WindowSystem {
     std::atomic<std::uint64_t> now_ = 1000;
     std::atomic<bool> woken_ = false;
     std::deque<Step> steps_;
+    HeadlessFileDrag fileDrag_{*this};
+    ForeignTree foreign_{*this};
+    bool watching_ = false;  // the keyboard
+    KeySet keysDown_;
 };
 
 }  // namespace platform

@@ -1,0 +1,82 @@
+#include "platform/window/core/embedded_window.h"
+
+#include <vector>
+
+#include "platform/window/core/core.h"
+#include "platform/window/core/tree.h"
+
+namespace platform {
+
+namespace {
+
+std::vector<EmbeddedWindow*>& Embedded() {
+    static auto* const windows = new std::vector<EmbeddedWindow*>;  // outlives objects with static storage
+    return *windows;
+}
+
+CRect OnSurface(const Window& window) {
+    CRect rect = window.Bounds();
+    const CPoint origin = SurfaceOrigin(window);
+    rect.OffsetRect(origin.x, origin.y);
+    return rect;
+}
+
+// The part of a rectangle of a child that neither it nor its parents cut off; empty while one of them is
+// hidden. The top-level hides with all that is in it.
+CRect SeenPart(const Window& child, CRect rect) {
+    for (const Window* window = &child; window; window = Core::Get().Peek(window->parent)) {
+        CRect seen;
+        if (!window->IsChild()) {
+            seen.IntersectRect(rect, window->Bounds());
+            return seen;
+        }
+        if (!window->IsShown() || !seen.IntersectRect(rect, OnSurface(*window))) return {};
+        rect = seen;
+    }
+    return {};
+}
+
+}  // namespace
+
+std::unique_ptr<EmbeddedWindow> EmbeddedWindow::Create(HWND child, int inset, EmbeddedEvents& events) {
+    Core& core = Core::Get();
+    const Window* const window = core.Find(child);
+    if (!window) return nullptr;
+    const Window* const top = TopLevelOf(*window);
+    WindowSystem* const system = top ? core.SystemOf(*top) : nullptr;
+    if (!system) {
+        SetLastError(ERROR_CONNECTION_UNAVAIL);
+        return nullptr;
+    }
+    std::unique_ptr<EmbeddedWindow> embedded(new EmbeddedWindow(child, inset));
+    embedded->place_ = system->Embed(top->handle, events);
+    if (!embedded->place_) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return nullptr;
+    }
+    Embedded().push_back(embedded.get());
+    return embedded;
+}
+
+EmbeddedWindow::~EmbeddedWindow() {
+    std::erase(Embedded(), this);
+}
+
+void EmbeddedWindow::Follow() {
+    const Window* const window = Core::Get().Peek(child_);
+    if (!window) return;
+    CRect whole = OnSurface(*window);
+    whole.DeflateRect(inset_, inset_);
+    place_->Place(whole, SeenPart(*window, whole));
+}
+
+void FollowEmbeddedWindows() {
+    for (EmbeddedWindow* const window : Embedded())
+        window->Follow();
+}
+
+bool WindowsAreHeadless() {
+    return Core::Get().IsHeadless();
+}
+
+}  // namespace platform
