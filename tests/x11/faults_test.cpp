@@ -86,6 +86,13 @@ TEST_F(Faults, TheServerDies) {
     }
 }
 
+TEST_F(Faults, AServerThatDiedUnnoticedRefusesAWindow) {
+    Open();
+    session->KillServer();
+    EXPECT_FALSE(system->Create(HWND(77, 1), kRect, Titled(u"none")));
+    EXPECT_FALSE(system->IsAlive());
+}
+
 TEST_F(Faults, TheServerDiesWhileItIsWaitedFor) {
     Open();
     ShowAndWait(NewWindow(kRect));

@@ -132,6 +132,56 @@ TEST_F(Input, AGrabTakesAllUntilItIsReleasedOrLost) {
     }
 }
 
+TEST_F(Input, APointerThatAnotherClientTookHasLeft) {
+    const HWND window = OpenOne({.windowManager = true});
+    xcb_connection_t* c = session->Connection();
+    const auto grab = [&] {
+        std::free(xcb_grab_pointer_reply(c,
+                                         xcb_grab_pointer(c, 0, session->Root(), 0, XCB_GRAB_MODE_ASYNC,
+                                                          XCB_GRAB_MODE_ASYNC, 0, 0, XCB_CURRENT_TIME),
+                                         nullptr));
+    };
+    const auto release = [&] {
+        xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
+        xcb_flush(c);
+    };
+    ASSERT_TRUE(Do({"mousemove", "150", "160"}));
+    ASSERT_TRUE(Until([&] { return seen.Last(Seen::Kind::Moved) != nullptr; }));
+    grab();
+    release();
+    Idle(200);
+    EXPECT_EQ(seen.Count(Seen::Kind::Left), 0) << "borrowed for a moment, as for every click";
+    grab();
+    EXPECT_FALSE(system->GrabPointer(window));
+    ASSERT_TRUE(Do({"mousemove", "700", "650"}));
+    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Left) == 1; }, 2000));
+    release();
+    EXPECT_TRUE(Until([&] { return system->GrabPointer(window); }));
+}
+
+TEST_F(Input, KeysEndWithTheFocus) {
+    setenv("LC_ALL", "C.UTF-8", 1);  // its dead keys
+    const HWND window = OpenOne({.windowManager = true});
+    ASSERT_TRUE(xtest::Process::Start({"setxkbmap", "de"}).Finish());
+    xcb_connection_t* c = session->Connection();
+    ASSERT_TRUE(Do({"keydown", "38", "keydown", "40", "key", "21"}));  // a, d, a dead acute
+    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Key) >= 2; }));
+    xcb_set_input_focus(c, XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE, XCB_CURRENT_TIME);
+    xcb_flush(c);
+    seen.held.set();
+    ASSERT_TRUE(Until([&] { return seen.Last(Seen::Kind::Focus) && !seen.Last(Seen::Kind::Focus)->on; }));
+    EXPECT_TRUE(Until([&] { return seen.held.none(); })) << "out of sight";
+    ASSERT_TRUE(Do({"keyup", "38"}));
+    system->Activate(window);
+    ASSERT_TRUE(Until([&] { return seen.Last(Seen::Kind::Focus)->on && seen.held.any(); }, 3000));
+    EXPECT_TRUE(seen.held['D'] && !seen.held['A']);
+    seen.events.clear();
+    ASSERT_TRUE(Do({"keyup", "40", "key", "e"}));
+    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Key) >= 3; }));
+    for (const Seen& event : seen.events)
+        EXPECT_FALSE(event.character == u'é');
+}
+
 TEST_F(Input, KeysComeAsCodesAndText) {
     const HWND window = OpenOne({.windowManager = true});
     struct Case {

@@ -1,5 +1,6 @@
 // Layered and shaped windows: what is seen of them, and where they let the pointer through.
 #include <gtest/gtest.h>
+#include <xcb/shape.h>
 
 #include "x11/recorder.h"
 
@@ -107,6 +108,37 @@ TEST_F(Layers, AlphaDecidesWhatIsSeenAndCaught) {
     }
 }
 
+TEST_F(Layers, AFrameThatNobodyShapesIsShapedAsTheWindow) {
+    for (const bool compositor : {false, true}) {
+        SCOPED_TRACE(compositor);
+        Open({.compositor = compositor});
+        ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
+        const HWND window = NewLayered(PerPixel());
+        system->SetTraits(window, xtest::Titled(u"framed"));
+        ShowAndWait(window);
+        xcb_connection_t* c = session->Connection();
+        const xcb_window_t frame = xcb_generate_id(c);
+        const std::uint32_t unmanaged = 1;
+        xcb_create_window(c, 0, frame, session->Root(), 100, 100, 200, 100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                          0, XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+        xcb_reparent_window(c, session->FindByTitle("framed"), frame, 0, 0);
+        xcb_map_window(c, frame);
+        xcb_flush(c);
+        ExpectClick(false, behind, window, 125, 150);
+        ExpectClick(true, behind, window, 275, 150);
+        // Some window managers take shapes away again.
+        xcb_shape_mask(c, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, frame, 0, 0, XCB_PIXMAP_NONE);
+        xcb_shape_mask(c, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, frame, 0, 0, XCB_PIXMAP_NONE);
+        xcb_flush(c);
+        ExpectClick(false, behind, window, 125, 150);
+        const Region left(CRect(0, 0, 160, 100));
+        system->SetShape(window, &left);
+        ExpectClick(false, behind, window, 275, 150);
+        ExpectClick(true, behind, window, 255, 150);
+        system.reset();
+    }
+}
+
 TEST_F(Layers, NothingIsShownOfAWindowThatWasNotFed) {
     for (const bool compositor : {false, true}) {
         SCOPED_TRACE(compositor);
@@ -152,12 +184,13 @@ TEST_F(Layers, ConstantAlphaFadesAllOrAllButTheKey) {
     Open({.windowManager = true, .compositor = true});
     ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
     const HWND window = NewWindow(kRect);
-    system->SetCompositing(window, {Mode::Constant, 0, 128, false});
     auto surface = system->NewSurface(window, 200, 100);
     FillRect(*surface, CRect(0, 0, 200, 100), 0x00FFFFFF);
     FillRect(*surface, CRect(0, 0, 50, 100), 0x00FF00FF);
     system->Present(window, Region(CRect(0, 0, 200, 100)));
     ShowAndWait(window);
+    // From here on it needs an alpha channel: a new native window, in the same place and still there.
+    system->SetCompositing(window, {Mode::Constant, 0, 128, false});
     const auto about = [&](int x, int red, int green, int blue) {
         return Until(
             [&] {
@@ -170,7 +203,6 @@ TEST_F(Layers, ConstantAlphaFadesAllOrAllButTheKey) {
     EXPECT_TRUE(about(250, 128, 128, 0xDF));
     EXPECT_TRUE(about(125, 128, 0, 0xDF));
     ExpectClick(true, behind, window, 125, 150);
-    // From here on it needs an alpha channel: a new native window, in the same place and still there.
     system->SetCompositing(window, {Mode::Constant, 0xFF00FF, 128, true});
     EXPECT_TRUE(about(250, 128, 128, 0xDF));
     EXPECT_TRUE(about(125, 0, 0, 0xC0));

@@ -139,15 +139,16 @@ TEST(DisplayPlan, SaysHowEachModeIsShown) {
         {none, true, true, {nothing, all, Conversion::None, 0, 255}},
         {opaque, false, true, {all, all, Conversion::None, 0, 255}},
         {opaque, true, true, {all, all, Conversion::ForceOpaque, 0, 255}},
-        {constant, false, true, {all, all, Conversion::None, 0, 100}},
-        {gone, false, true, {nothing, all, Conversion::None, 0, 0}},
+        {constant, true, true, {all, all, Conversion::ForceOpaque, 0, 100}},
+        {constant, true, false, {all, all, Conversion::ForceOpaque, 0, 255}},
+        {gone, true, true, {nothing, all, Conversion::None, 0, 255}},
         {key, true, true, {all, notKey, Conversion::KeyToTransparent, 0xFF00FF, 255}},
         {key, false, true, {notKey, all, Conversion::None, 0xFF00FF, 255}},
         {key, true, false, {notKey, all, Conversion::ForceOpaque, 0xFF00FF, 255}},
         {both, true, true, {all, notKey, Conversion::KeyToTransparent, 0xFF00FF, 100}},
         {pixels, true, true, {all, caught, Conversion::None, 0, 200}},
-        {pixels, true, false, {visible, all, Conversion::Unpremultiply, 0, 200}},
-        {pixels, false, true, {visible, all, Conversion::Unpremultiply, 0, 200}},
+        {pixels, true, false, {visible, all, Conversion::Unpremultiply, 0, 255}},
+        {pixels, false, true, {visible, all, Conversion::Unpremultiply, 0, 255}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message()
@@ -160,6 +161,7 @@ TEST(PixelConversion, TurnsSurfacesIntoWhatWindowsShow) {
     struct Case {
         Conversion conversion;
         std::uint32_t from, to;
+        std::uint8_t opacity = 255;
     };
     const Case cases[] = {
         {Conversion::None, 0x12345678, 0x12345678},
@@ -172,12 +174,14 @@ TEST(PixelConversion, TurnsSurfacesIntoWhatWindowsShow) {
         {Conversion::Unpremultiply, 0x80800040, 0xFFFF0080},
         {Conversion::Unpremultiply, 0x01010001, 0xFFFF00FF},
         {Conversion::Unpremultiply, 0x10FF0808, 0xFFFF8080},  // no premultiplied pixel
+        {Conversion::None, 0xFF80FF01, 0x80408001, 128},
+        {Conversion::ForceOpaque, 0x00FF0200, 0x64640100, 100},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << static_cast<int>(c.conversion) << std::hex << " " << c.from);
         std::uint32_t to[3] = {1, 1, 1};
         const std::uint32_t from[3] = {c.from, c.from, c.from};
-        ConvertPixels(c.conversion, 0xFF00FF, from, to, 2);
+        ConvertPixels({{}, {}, c.conversion, 0xFF00FF, c.opacity}, from, to, 2);
         EXPECT_EQ(to[0], c.to);
         EXPECT_EQ(to[1], c.to);
         EXPECT_EQ(to[2], 1U);
@@ -188,7 +192,7 @@ TEST(PixelConversion, TurnsSurfacesIntoWhatWindowsShow) {
             const std::uint32_t stored = (colour * alpha + 127) / 255;
             const std::uint32_t from = alpha << 24 | stored;
             std::uint32_t to = 0;
-            ConvertPixels(Conversion::Unpremultiply, 0, &from, &to, 1);
+            ConvertPixels({{}, {}, Conversion::Unpremultiply}, &from, &to, 1);
             const double exact = stored * 255.0 / alpha;
             ASSERT_NEAR(to & 0xFF, exact, 0.6) << alpha << " " << colour;
         }

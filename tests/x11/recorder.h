@@ -81,6 +81,7 @@ class Recorder final : public platform::WindowEvents {
         events.push_back(
             {Seen::Kind::Key, window, {}, static_cast<int>(key), down, character, state, time, {}});
     }
+    void KeysHeld(const platform::KeySet& keys) override { held = keys; }
     void FocusChanged(HWND window, bool focused) override { Add(Seen::Kind::Focus, window, focused); }
     void Placed(HWND window, const RECT& screen) override {
         Add(Seen::Kind::Placed, window);
@@ -100,6 +101,7 @@ class Recorder final : public platform::WindowEvents {
     void ConnectionLost() override { Add(Seen::Kind::Lost, HWND()); }
 
     std::function<void(HWND, const platform::Region&)> onExposed;
+    platform::KeySet held;  // as last reported
 
   private:
     void Add(Seen::Kind kind, HWND window, bool on = false) {

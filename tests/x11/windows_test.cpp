@@ -1,6 +1,7 @@
 // Windows on a real server: where they come up, what they show, how they go.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "x11/recorder.h"
@@ -14,7 +15,27 @@ using Mode = Compositing::Mode;
 
 constexpr std::uint32_t kGreen = 0xFF00C000;
 
-class Windows : public xtest::X11Test {};
+class Windows : public xtest::X11Test {
+  protected:
+    // The test's own connection speaks as a window manager that marks minimised windows and does nothing else
+    // by itself; it ends with the window returned.
+    xcb_window_t ActAsManager() {
+        xcb_connection_t* c = session->Connection();
+        const xcb_window_t check = xcb_generate_id(c);
+        xcb_create_window(c, 0, check, session->Root(), -9, -9, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
+                          nullptr);
+        Write(session->Root(), "_NET_SUPPORTED", session->Atom("_NET_WM_STATE_HIDDEN"));
+        for (const xcb_window_t window : {check, session->Root()})
+            Write(window, "_NET_SUPPORTING_WM_CHECK", check);
+        return check;
+    }
+    void Write(xcb_window_t window, const char* property, std::uint32_t value) {
+        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window, session->Atom(property),
+                            XCB_ATOM_CARDINAL, 32, 1, &value);
+        xcb_flush(session->Connection());
+    }
+    const Seen* LastMinimised() const { return seen.Last(Seen::Kind::Minimised); }
+};
 
 TEST_F(Windows, ComeUpUndecoratedWhereTheyWereAskedFor) {
     for (const bool manager : {false, true}) {
@@ -79,6 +100,77 @@ TEST_F(Windows, SayWhatTheyAre) {
     system->Show(tool, Visibility::Hidden);
     system->Show(tool, Visibility::Shown);
     EXPECT_TRUE(Until([&] { return states("tool") == Names{"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}; }));
+}
+
+TEST_F(Windows, BelongToAProgram) {
+    setenv("DESKTOP_STARTUP_ID", "a\"launch_TIME4711", 1);
+    session = xtest::XSession::Start({.windowManager = true});
+    ASSERT_TRUE(session);
+    xcb_connection_t* c = session->Connection();
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(c, session->Root(), XCB_CW_EVENT_MASK, &events);
+    xcb_flush(c);
+    system = MakeX11WindowSystem(seen);
+    EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);
+    auto icon = Surface::Create(2, 1);
+    icon->Row(0)[0] = 0xFF102030;
+    icon->Row(0)[1] = 0x80400000;
+    WindowTraits traits = Titled(u"first");
+    traits.icons[0] = icon;
+    const HWND first = NewWindow(CRect(50, 50, 250, 150), traits);
+    Fill(first, CSize(200, 100), kGreen);
+    ShowAndWait(first);
+    NewWindow(CRect(50, 50, 250, 150), Titled(u"second"));
+    system->Poll();
+    const xcb_window_t window = session->FindByTitle("first");
+    using Words = std::vector<std::uint32_t>;
+    EXPECT_EQ(session->Property(window, "_NET_WM_ICON"), (Words{2, 1, 0xFF102030, 0x80800000}));
+    EXPECT_EQ(session->Property(window, "_NET_WM_USER_TIME"), Words{4711});
+    const Words leader = session->Property(window, "WM_CLIENT_LEADER");
+    ASSERT_EQ(leader.size(), 1U);
+    EXPECT_TRUE(Until(
+        [&] { return session->Property(session->FindByTitle("second"), "WM_CLIENT_LEADER") == leader; }));
+    EXPECT_EQ(session->Property(leader[0], "WM_CLIENT_LEADER"), leader);
+    EXPECT_EQ(session->Property(window, "WM_HINTS").at(8), leader[0]);
+    std::string told;
+    EXPECT_TRUE(xtest::Eventually([&] {
+        while (xcb_generic_event_t* event = xcb_poll_for_event(c)) {
+            const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event);
+            if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE && message->format == 8)
+                told.append(reinterpret_cast<const char*>(message->data.data8), 20);
+            std::free(event);
+        }
+        return told.find('\0') != std::string::npos;
+    }));
+    EXPECT_STREQ(told.c_str(), "remove: ID=\"a\\\"launch_TIME4711\"");
+    traits.icons = {};
+    system->SetTraits(first, traits);
+    EXPECT_TRUE(Until([&] { return session->Property(window, "_NET_WM_ICON").size() != 4; }));
+}
+
+TEST_F(Windows, KnowTheMonitorsAndWhatPanelsTake) {
+    Open({.windowManager = true});
+    const auto monitors = [&] { return system->Monitors(); };
+    EXPECT_EQ(monitors(), (std::vector<Monitor>{{{0, 0, 1280, 800}, {0, 0, 1280, 800}}}));
+    using xtest::Process;
+    ASSERT_TRUE(Process::Start({"xrandr", "--setmonitor", "left", "640/160x800/200+0+0", "screen"}).Finish());
+    ASSERT_TRUE(
+        Process::Start({"xrandr", "--setmonitor", "*right", "640/160x800/200+640+0", "none"}).Finish());
+    xcb_connection_t* c = session->Connection();
+    const xcb_window_t panel = xcb_generate_id(c);
+    xcb_create_window(c, 0, panel, session->Root(), 0, 770, 1280, 30, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
+                      nullptr);
+    const auto set = [&](const char* name, const char* type, std::vector<std::uint32_t> words) {
+        xcb_change_property(c, XCB_PROP_MODE_REPLACE, panel, session->Atom(name), session->Atom(type), 32,
+                            static_cast<std::uint32_t>(words.size()), words.data());
+    };
+    set("_NET_WM_WINDOW_TYPE", "ATOM", {session->Atom("_NET_WM_WINDOW_TYPE_DOCK")});
+    set("_NET_WM_STRUT", "CARDINAL", {0, 0, 0, 30});
+    xcb_map_window(c, panel);
+    xcb_flush(c);
+    const std::vector<Monitor> both = {{{640, 0, 1280, 800}, {640, 0, 1280, 770}},
+                                       {{0, 0, 640, 800}, {0, 0, 640, 770}}};
+    EXPECT_TRUE(xtest::Eventually([&] { return monitors() == both; }));
 }
 
 TEST_F(Windows, AreMovedByUsAndByOthers) {
@@ -154,6 +246,69 @@ TEST_F(Windows, MinimiseAndComeBack) {
         system.reset();
         seen.events.clear();
     }
+}
+
+TEST_F(Windows, AreMinimisedWhenTheWindowManagerSaysSo) {
+    enum : std::uint32_t { kNormal = 1, kIconic = 3 };
+    Open();
+    const xcb_window_t manager = ActAsManager();
+    system->Poll();
+    const HWND window = NewWindow(CRect(200, 150, 500, 350), Titled(u"iconic"));
+    ShowAndWait(window);
+    const xcb_window_t id = session->FindByTitle("iconic");
+    Write(id, "WM_STATE", kNormal);
+    Idle(100);
+    const int exposed = seen.Count(Seen::Kind::Exposed);
+    xcb_unmap_window(session->Connection(), id);
+    Write(id, "WM_STATE", 0);
+    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Exposed) > exposed; })) << "let go by mistake";
+    Write(id, "WM_STATE", kNormal);
+    system->Show(window, Visibility::Minimised);
+    ASSERT_TRUE(Until([&] { return LastMinimised(); })) << "nothing came of it";
+    EXPECT_FALSE(LastMinimised()->on);
+    Write(id, "WM_STATE", kIconic);
+    Idle(100);
+    EXPECT_FALSE(LastMinimised()->on) << "on another workspace";
+    Write(id, "_NET_WM_STATE", session->Atom("_NET_WM_STATE_HIDDEN"));
+    EXPECT_TRUE(Until([&] { return LastMinimised()->on; }));
+    // It dies, and the server puts its windows back on the screen.
+    xcb_destroy_window(session->Connection(), manager);
+    xcb_flush(session->Connection());
+    EXPECT_TRUE(Until([&] { return !LastMinimised()->on; }));
+}
+
+TEST_F(Windows, BelieveWhatTheyAreToldAtOnceAndWaitForTheRest) {
+    Open();
+    const CSize size(300, 200);
+    const HWND window = NewWindow(CRect(CPoint(200, 150), size), Titled(u"placed"));
+    ShowAndWait(window);
+    // Put elsewhere while it comes up, and clicked there at once.
+    xcb_connection_t* c = session->Connection();
+    const xcb_window_t id = session->FindByTitle("placed");
+    const std::uint32_t elsewhere[] = {640, 320};
+    xcb_configure_window(c, id, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
+    xcb_flush(c);
+    ASSERT_TRUE(session->Click(650, 330));
+    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+    const auto first = std::ranges::find_if(seen.events, [](const Seen& one) {
+        return one.kind == Seen::Kind::Placed || one.kind == Seen::Kind::Button;
+    });
+    EXPECT_EQ(first->kind, Seen::Kind::Placed) << "the place is known before the click";
+    EXPECT_EQ(first->rect, CRect(CPoint(640, 320), size));
+    // A window manager takes the window on in a frame, and moves that to the place afterwards.
+    Idle(400);
+    seen.events.clear();
+    const xcb_window_t frame = xcb_generate_id(c);
+    xcb_create_window(c, 0, frame, session->Root(), 0, 0, 300, 200, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
+                      nullptr);
+    xcb_map_window(c, frame);
+    xcb_reparent_window(c, id, frame, 0, 0);
+    xcb_flush(c);
+    Idle(100);
+    xcb_configure_window(c, frame, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
+    xcb_flush(c);
+    Idle(400);
+    EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0);
 }
 
 TEST_F(Windows, TakeNoFocusWhenShownInactive) {

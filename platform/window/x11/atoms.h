@@ -18,16 +18,31 @@ struct Atoms {
     xcb_atom_t netWmPid = 0;
     xcb_atom_t netWmState = 0;
     xcb_atom_t netWmStateAbove = 0;
+    xcb_atom_t netWmStateHidden = 0;
     xcb_atom_t netWmStateModal = 0;
     xcb_atom_t netWmStateSkipTaskbar = 0;
     xcb_atom_t netWmStateSkipPager = 0;
     xcb_atom_t netWmWindowType = 0;
     xcb_atom_t netWmWindowTypeNormal = 0;
     xcb_atom_t netWmWindowTypeDialog = 0;
-    xcb_atom_t netWmWindowOpacity = 0;
+    xcb_atom_t netWmWindowTypeDesktop = 0;
     xcb_atom_t netWmUserTime = 0;
     xcb_atom_t netActiveWindow = 0;
     xcb_atom_t netSupportingWmCheck = 0;
+    xcb_atom_t netSupported = 0;
+    xcb_atom_t netWmIcon = 0;
+    xcb_atom_t wmClientLeader = 0;
+    xcb_atom_t netStartupId = 0;
+    xcb_atom_t netStartupInfoBegin = 0;
+    xcb_atom_t netStartupInfo = 0;
+    xcb_atom_t netCurrentDesktop = 0;
+    xcb_atom_t netWorkarea = 0;
+    xcb_atom_t netClientList = 0;
+    xcb_atom_t netShowingDesktop = 0;
+    // The wallpaper, as whoever drew it left it.
+    xcb_atom_t rootPixmap = 0;
+    // Between a window and the one embedded in it.
+    xcb_atom_t xembed = 0;
     // Owned by the compositor of the screen, while there is one.
     xcb_atom_t compositorSelection = 0;
 };

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <mutex>
 
+#include <xcb/randr.h>
 #include <xcb/shape.h>
 #include <xcb/shm.h>
 #include <xcb/xfixes.h>
@@ -75,7 +76,7 @@ std::shared_ptr<Connection> Connection::Open() {
         return nullptr;
     }
     if (!result->FindFormats()) {
-        SetLastError(ERROR_NOT_SUPPORTED);
+        SetLastError(ERROR_INVALID_PIXEL_FORMAT);
         return nullptr;
     }
     xcb_prefetch_maximum_request_length(c);
@@ -124,7 +125,7 @@ bool Connection::FindFormats() {
 
 void Connection::FindExtensions() {
     xcb_connection_t* c = connection_;
-    for (xcb_extension_t* extension : {&xcb_shm_id, &xcb_shape_id, &xcb_xfixes_id})
+    for (xcb_extension_t* extension : {&xcb_shm_id, &xcb_shape_id, &xcb_xfixes_id, &xcb_randr_id})
         xcb_prefetch_extension_data(c, extension);
     const auto present = [c](xcb_extension_t* extension) {
         const xcb_query_extension_reply_t* data = xcb_get_extension_data(c, extension);
@@ -135,6 +136,12 @@ void Connection::FindExtensions() {
         const Reply<xcb_shape_query_version_reply_t> version(
             xcb_shape_query_version_reply(c, xcb_shape_query_version(c), nullptr));
         extensions_.shape = version && (version->major_version > 1 || version->minor_version >= 1);
+        extensions_.shapeFirstEvent = xcb_get_extension_data(c, &xcb_shape_id)->first_event;
+    }
+    if (present(&xcb_randr_id)) {
+        const Reply<xcb_randr_query_version_reply_t> version(
+            xcb_randr_query_version_reply(c, xcb_randr_query_version(c, 1, 5), nullptr));
+        extensions_.monitors = version && (version->major_version > 1 || version->minor_version >= 5);
     }
     if (present(&xcb_xfixes_id)) {
         const Reply<xcb_xfixes_query_version_reply_t> version(

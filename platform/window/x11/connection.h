@@ -24,7 +24,9 @@ struct Extensions {
     bool sharedMemory = false;
     bool shape = false;       // version 1.1: with input shapes
     bool selections = false;  // XFixes tells of selection owners
+    bool monitors = false;    // RandR 1.5
     std::uint8_t fixesFirstEvent = 0;
+    std::uint8_t shapeFirstEvent = 0;
 };
 
 // Shared with the memory segments that the server has attached, which may outlive the window system. After

@@ -12,6 +12,10 @@ std::span<const char* const> NamesOf(CursorShape shape) {
     static constexpr const char* kHand[] = {"pointer", "hand2", "hand1", "pointing_hand"};
     static constexpr const char* kText[] = {"text", "xterm", "ibeam"};
     static constexpr const char* kMove[] = {"all-scroll", "size_all", "move", "fleur"};
+    static constexpr const char* kCopy[] = {"dnd-copy", "copy", "hand2", "hand1"};
+    static constexpr const char* kMoveDrop[] = {"dnd-move", "move", "fleur"};
+    static constexpr const char* kRefused[] = {"dnd-none", "no-drop", "not-allowed", "crossed_circle",
+                                               "X_cursor"};
     switch (shape) {
         case CursorShape::Arrow:
             return kArrow;
@@ -21,6 +25,12 @@ std::span<const char* const> NamesOf(CursorShape shape) {
             return kText;
         case CursorShape::SizeAll:
             return kMove;
+        case CursorShape::DropCopy:
+            return kCopy;
+        case CursorShape::DropMove:
+            return kMoveDrop;
+        case CursorShape::DropRefused:
+            return kRefused;
         case CursorShape::None:
             break;
     }

@@ -27,8 +27,8 @@ class Cursors {
 
     std::shared_ptr<Connection> connection_;
     xcb_cursor_context_t* theme_ = nullptr;
-    std::array<xcb_cursor_t, 5> loaded_{};
-    std::array<bool, 5> tried_{};
+    std::array<xcb_cursor_t, 8> loaded_{};
+    std::array<bool, 8> tried_{};
 };
 
 }  // namespace platform::x11

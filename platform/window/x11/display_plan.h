@@ -36,7 +36,9 @@ struct DisplayPlan {
     SpanRule input;  // applies within the bounding shape
     Conversion conversion = Conversion::None;
     std::uint32_t key = 0;
-    std::uint8_t opacity = 255;  // applied by the compositor
+    std::uint8_t opacity = 255;  // of all pixels, after the conversion
+    bool overBackdrop = false;   // at last they are blended with the wallpaper
+    bool KeepsPixels() const { return conversion == Conversion::None && opacity == 255 && !overBackdrop; }
     friend bool operator==(const DisplayPlan&, const DisplayPlan&) = default;
 };
 
@@ -44,5 +46,7 @@ struct DisplayPlan {
 bool NeedsAlphaChannel(const Compositing& compositing);
 // `alphaChannel`: the window has one. `compositor`: one is running.
 DisplayPlan PlanDisplay(const Compositing& compositing, bool alphaChannel, bool compositor);
+// For a window in another program's, which no compositor blends; over the wallpaper it can be blended by us.
+DisplayPlan PlanOverBackdrop(const Compositing& compositing, bool alphaChannel);
 
 }  // namespace platform::x11

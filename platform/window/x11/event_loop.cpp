@@ -2,24 +2,16 @@
 #include <algorithm>
 #include <climits>
 
+#include "platform/window/x11/event_type.h"
 #include "platform/window/x11/x11_window_system.h"
 
 namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint8_t kTypeMask = 0x7F;  // the top bit marks events that another client sent
-
-template <class T>
-const T& As(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const T&>(event);
-}
-
 // Whether `later` says all that `earlier` said.
 bool Replaces(const xcb_generic_event_t& later, const xcb_generic_event_t& earlier) {
-    if ((later.response_type & kTypeMask) != XCB_MOTION_NOTIFY ||
-        (earlier.response_type & kTypeMask) != XCB_MOTION_NOTIFY)
-        return false;
+    if (TypeOf(later) != XCB_MOTION_NOTIFY || TypeOf(earlier) != XCB_MOTION_NOTIFY) return false;
     const auto& a = As<xcb_motion_notify_event_t>(later);
     const auto& b = As<xcb_motion_notify_event_t>(earlier);
     return a.event == b.event && a.state == b.state;
@@ -34,7 +26,7 @@ X11WindowSystem::Event X11WindowSystem::NextEvent() {
 
 X11WindowSystem::Event X11WindowSystem::TakeEvent() {
     Event event = NextEvent();
-    while (event && (event->response_type & kTypeMask) == XCB_MOTION_NOTIFY) {
+    while (event && TypeOf(*event) == XCB_MOTION_NOTIFY) {
         ahead_ = Event(xcb_poll_for_event(connection_->Get()));
         if (!ahead_ || !Replaces(*ahead_, *event)) break;
         event = std::move(ahead_);
@@ -48,7 +40,14 @@ bool X11WindowSystem::DispatchArrived() {
     while (const Event event = TakeEvent())
         Dispatch(*event);
     ReportMinimised();
+    SettleJoining();
+    ReportPutOut();
+    KeepShown();
     SettlePlacements();
+    SettleLeaving();
+    SettleFocus();
+    drag_.Settle(Now());
+    reported_ |= drag_.TakeNews();
     ReportIfLost();
     return reported_;
 }
@@ -92,31 +91,42 @@ bool X11WindowSystem::Wait(std::optional<std::uint64_t> deadline) {
 
 int X11WindowSystem::TimeoutUntil(std::optional<std::uint64_t> deadline) {
     std::optional<std::uint64_t> until = deadline;
+    const auto atLatest = [&until](std::uint64_t time) { until = until ? std::min(*until, time) : time; };
     for (const HWND handle : moved_)
-        if (const NativeWindow* window = Find(handle)) {
-            const std::uint64_t settled = window->placement.quietUntil;
-            until = until ? std::min(*until, settled) : settled;
-        }
+        if (const NativeWindow* window = Find(handle)) atLatest(window->placement.quietUntil);
+    for (const HWND handle : minimising_)
+        if (const NativeWindow* window = Find(handle); window && window->minimising)
+            atLatest(window->minimising->until);
+    for (const HWND handle : joining_)
+        if (const NativeWindow* window = Find(handle); window && window->joinBy) atLatest(*window->joinBy);
+    if (showDesktop_.Due()) atLatest(*showDesktop_.Due());
+    for (const Expectation& one : {leaving_, awaited_})
+        if (one.window) atLatest(one.due);
+    if (const std::optional<std::uint64_t> due = drag_.Due()) atLatest(*due);
     if (!until) return -1;
     const std::uint64_t now = Now();
     return *until <= now ? 0 : static_cast<int>(std::min<std::uint64_t>(*until - now, INT_MAX));
 }
 
 void X11WindowSystem::Dispatch(const xcb_generic_event_t& event) {
-    const std::uint8_t type = event.response_type & kTypeMask;
+    const std::uint8_t type = TypeOf(event);
     // Errors: requests about windows that were gone by then, ours or other clients'. The protocol tells of
     // them late, and nothing can be done about them.
-    if (type == 0) return;
+    if (type == 0 || drag_.Handle(event)) return;
     const Extensions& has = connection_->Has();
     if (has.selections && type == has.fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         OnSelection(As<xcb_xfixes_selection_notify_event_t>(event));
+    } else if (has.shape && type == has.shapeFirstEvent + XCB_SHAPE_NOTIFY) {
+        OnShape(As<xcb_shape_notify_event_t>(event));
+    } else if (type == XCB_GE_GENERIC) {
+        OnRawKey(As<xcb_ge_generic_event_t>(event));
     } else if (!keyboard_.Handle(event) && !DispatchInput(event)) {
         DispatchStructure(event);
     }
 }
 
 bool X11WindowSystem::DispatchInput(const xcb_generic_event_t& event) {
-    switch (event.response_type & kTypeMask) {
+    switch (TypeOf(event)) {
         case XCB_MOTION_NOTIFY:
             OnMotion(As<xcb_motion_notify_event_t>(event));
             return true;
@@ -144,13 +154,16 @@ bool X11WindowSystem::DispatchInput(const xcb_generic_event_t& event) {
         case XCB_FOCUS_OUT:
             OnFocus(As<xcb_focus_in_event_t>(event), false);
             return true;
+        case XCB_KEYMAP_NOTIFY:
+            OnKeymap(As<xcb_keymap_notify_event_t>(event));
+            return true;
         default:
             return false;
     }
 }
 
 void X11WindowSystem::DispatchStructure(const xcb_generic_event_t& event) {
-    switch (event.response_type & kTypeMask) {
+    switch (TypeOf(event)) {
         case XCB_EXPOSE:
             OnExpose(As<xcb_expose_event_t>(event));
             break;

@@ -144,6 +144,28 @@ KeyStroke Keyboard::Translate(xcb_keycode_t key, std::uint16_t modifiers, bool d
     return stroke;
 }
 
+KeySet Keyboard::VirtualKeysOf(const xcb_keymap_notify_event_t& event) {
+    constexpr unsigned kFirstKey = 8;
+    if (stale_) LoadKeymap();
+    KeySet held;
+    if (!state_) return held;
+    for (unsigned key = kFirstKey; key < kFirstKey + 8 * sizeof event.keys; ++key)
+        if (event.keys[(key - kFirstKey) / 8] >> key % 8 & 1) {
+            const UINT code = VirtualKeyOfKey(static_cast<xcb_keycode_t>(key));
+            if (code < held.size()) held.set(code);
+        }
+    return held;
+}
+
+UINT Keyboard::CodeOf(xcb_keycode_t key) {
+    if (stale_) LoadKeymap();
+    return state_ ? VirtualKeyOfKey(key) : 0;
+}
+
+void Keyboard::ForgetPendingText() {
+    if (compose_) xkb_compose_state_reset(compose_.get());
+}
+
 UINT Keyboard::VirtualKeyOfKey(xcb_keycode_t key) const {
     const auto codeIn = [&](xkb_layout_index_t layout, xkb_level_index_t level) -> UINT {
         const xkb_keysym_t* symbols = nullptr;

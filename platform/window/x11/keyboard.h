@@ -10,6 +10,7 @@
 #include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include "platform/window/window_system.h"
 #include "platform/window/x11/connection.h"
 
 namespace platform::x11 {
@@ -25,6 +26,12 @@ class Keyboard {
 
     // `modifiers` is the state of the core protocol that came with the event.
     KeyStroke Translate(xcb_keycode_t key, std::uint16_t modifiers, bool down);
+    // The keys that are down, by the bitmap of a KeymapNotify.
+    KeySet VirtualKeysOf(const xcb_keymap_notify_event_t& event);
+    // The code of a key by itself; 0 for one without a code.
+    UINT CodeOf(xcb_keycode_t key);
+    // A dead key that waits for the next one waits no more.
+    void ForgetPendingText();
     // True when the event was one about the keyboard itself.
     bool Handle(const xcb_generic_event_t& event);
 

@@ -30,11 +30,23 @@ std::uint32_t Unpremultiplied(std::uint32_t pixel, const std::array<std::uint32_
     return kOpaque | channel(16) | channel(8) | channel(0);
 }
 
+// Premultiplied pixels times opacity / 255, rounded; two channels at once.
+void Fade(std::uint32_t opacity, std::uint32_t* pixels, std::size_t count) {
+    constexpr std::uint32_t kTwo = 0x00FF00FF;
+    const auto times = [opacity](std::uint32_t two) {
+        const std::uint32_t product = two * opacity + 0x00800080;
+        return (product + (product >> 8 & kTwo)) >> 8 & kTwo;
+    };
+    for (std::size_t i = 0; i < count; ++i)
+        pixels[i] = times(pixels[i] & kTwo) | times(pixels[i] >> 8 & kTwo) << 8;
+}
+
 }  // namespace
 
-void ConvertPixels(Conversion conversion, std::uint32_t key, const std::uint32_t* source,
-                   std::uint32_t* target, std::size_t count) {
-    switch (conversion) {
+void ConvertPixels(const DisplayPlan& plan, const std::uint32_t* source, std::uint32_t* target,
+                   std::size_t count) {
+    const std::uint32_t key = plan.key;
+    switch (plan.conversion) {
         case Conversion::None:
             std::memcpy(target, source, count * sizeof *source);
             break;
@@ -60,6 +72,23 @@ void ConvertPixels(Conversion conversion, std::uint32_t key, const std::uint32_t
             }
             break;
         }
+    }
+    if (plan.opacity != 255) Fade(plan.opacity, target, count);
+}
+
+void BlendOver(const std::uint32_t* behind, std::uint32_t* pixels, std::size_t count) {
+    constexpr std::uint32_t kTwo = 0x00FF00FF;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t rest = 255 - (pixels[i] >> 24);
+        const auto times = [rest](std::uint32_t two) {
+            const std::uint32_t product = two * rest + 0x00800080;
+            return (product + (product >> 8 & kTwo)) >> 8 & kTwo;
+        };
+        const std::uint32_t low = (pixels[i] & kTwo) + times(behind[i] & kTwo);
+        const std::uint32_t green = (pixels[i] >> 8 & 0xFF) + times(behind[i] >> 8 & 0xFF);
+        // Colours brighter than their alpha saturate.
+        pixels[i] = kOpaque | std::min(low >> 16, 255U) << 16 | std::min(green, 255U) << 8 |
+                    std::min(low & 0xFFFF, 255U);
     }
 }
 

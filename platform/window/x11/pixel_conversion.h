@@ -8,8 +8,11 @@
 
 namespace platform::x11 {
 
-// `key` is 0x00RRGGBB, for KeyToTransparent. Source and target do not overlap.
-void ConvertPixels(Conversion conversion, std::uint32_t key, const std::uint32_t* source,
-                   std::uint32_t* target, std::size_t count);
+// As the plan has it. Source and target do not overlap.
+void ConvertPixels(const DisplayPlan& plan, const std::uint32_t* source, std::uint32_t* target,
+                   std::size_t count);
+
+// Premultiplied pixels over those behind them, which are opaque whatever their alpha says.
+void BlendOver(const std::uint32_t* behind, std::uint32_t* pixels, std::size_t count);
 
 }  // namespace platform::x11

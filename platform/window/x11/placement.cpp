@@ -8,8 +8,8 @@ namespace platform::x11 {
 namespace {
 
 // For so long after a request of ours a different position is taken for an earlier one that is still on its
-// way through the window manager.
-constexpr std::uint64_t kEchoTime = 250;
+// way through the window manager, and so long a window manager may take to settle a new window. Milliseconds.
+constexpr std::uint64_t kSettleTime = 250;
 
 // A window of the protocol is never empty; the core's may be.
 bool SamePlace(const CRect& core, const CRect& native) {
@@ -26,16 +26,41 @@ void X11WindowSystem::Place(HWND handle, const RECT& rect) {
     window->placement.rect = rect;
     if (before == rect) return;
     const CRect& now = window->placement.rect;
-    window->placement.quietUntil = Now() + kEchoTime;
+    window->placement.quietUntil = Now() + kSettleTime;
+    window->placement.requested = true;
     // The hints bound the size that the window manager allows: they go first.
     properties_.WriteSizeHints(*window);
+    RequestPlace(*window);
+    if (window->plan.overBackdrop && window->pixels.presented) PutAll(*window);
+    if (now.IsRectEmpty() != before.IsRectEmpty()) Replan(*window);
+}
+
+void X11WindowSystem::RequestPlace(NativeWindow& window) {
+    CRect now = window.placement.rect;
+    if (window.host != 0 && !window.joinBy) now.OffsetRect(-window.hostOrigin.x, -window.hostOrigin.y);
     const std::uint32_t values[] = {ToBits(ToX(now.left)), ToBits(ToX(now.top)), ToExtent(now.Width()),
                                     ToExtent(now.Height())};
     xcb_configure_window(
-        connection_->Get(), window->id,
+        connection_->Get(), window.id,
         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
         values);
-    if (now.IsRectEmpty() != before.IsRectEmpty()) Replan(*window);
+}
+
+void X11WindowSystem::AwaitPlacement(NativeWindow& window) {
+    window.placement.quietUntil = Now() + kSettleTime;
+    PositionChanged(window);
+}
+
+void X11WindowSystem::BelieveOrigin(NativeWindow& window, CPoint origin, bool pressed) {
+    Placement& placement = window.placement;
+    if (origin == placement.rect.TopLeft() || !window.mapRequested || window.minimised) return;
+    // While the window moves at our request an event may come from further back. A press then means what
+    // was seen there and then; moves and releases tell nothing.
+    if (placement.requested && Now() < placement.quietUntil && !pressed) return;
+    placement.rect = CRect(origin, placement.rect.Size());
+    placement.told.reset();
+    PositionChanged(window);
+    Report().Placed(window.handle, placement.rect);
 }
 
 void X11WindowSystem::PositionTold(NativeWindow& window, const CRect& screen) {
@@ -67,6 +92,8 @@ void X11WindowSystem::SettlePlacements() {
         placement.changed = false;
         placement.told.reset();
         placement.quietUntil = 0;
+        placement.requested = false;
+        OutlineSettledFrame(*window);
         // A window that is not on the screen is nowhere in particular.
         if (!place || !window->mapRequested || window->minimised || SamePlace(placement.rect, *place))
             continue;

@@ -8,12 +8,24 @@ namespace platform::x11 {
 namespace {
 
 constexpr int kWheelNotch = 120;
+constexpr std::uint64_t kBorrowedTime = 80;  // milliseconds
 constexpr std::uint16_t kGrabEvents = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                       XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
                                       XCB_EVENT_MASK_LEAVE_WINDOW;
 
 std::uint16_t MaskOfButton(int button) {
     return static_cast<std::uint16_t>(XCB_BUTTON_MASK_1 << (button - 1));
+}
+
+template <class Event>
+CPoint OriginOf(const Event& event) {
+    return CPoint(event.root_x - event.event_x, event.root_y - event.event_y);
+}
+
+// Whether the pointer only changes between a window and one inside of it. A window of another library, which
+// has the pointer to itself, does not count as inside.
+bool StaysInside(const NativeWindow& window, std::uint8_t detail) {
+    return detail == XCB_NOTIFY_DETAIL_INFERIOR && window.keyTarget == 0;
 }
 
 }  // namespace
@@ -30,19 +42,22 @@ InputState ToInputState(std::uint16_t state) {
 }
 
 void X11WindowSystem::OnMotion(const xcb_motion_notify_event_t& event) {
-    const NativeWindow* window = FindById(event.event);
-    if (!window) return;
+    NativeWindow* window = FindById(event.event);
+    if (!window && !drag_.IsInput(event.event)) return;
+    if (window) BelieveOrigin(*window, OriginOf(event), false);
     const POINT screen{event.root_x, event.root_y};
+    const HWND target = window ? window->handle : HWND();
     // While a button is held the server ties the pointer to the window of the press, also outside it.
-    Report().PointerMoved(window->handle, screen, ToInputState(event.state), EventTime(event.time));
+    Report().PointerMoved(target, screen, ToInputState(event.state), EventTime(event.time));
 }
 
 void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down) {
-    const NativeWindow* window = FindById(event.event);
-    if (!window) return;
+    NativeWindow* window = FindById(event.event);
+    if (!window && !drag_.IsInput(event.event)) return;
+    if (window) BelieveOrigin(*window, OriginOf(event), down);
     const std::uint64_t time = EventTime(event.time);
     const POINT screen{event.root_x, event.root_y};
-    const HWND target = window->handle;
+    const HWND target = window ? window->handle : HWND();
     const int button = event.detail;
     if (button == 4 || button == 5) {
         const int delta = button == 4 ? kWheelNotch : -kWheelNotch;
@@ -50,7 +65,7 @@ void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down)
         return;
     }
     if (button < 1 || button > 3) return;
-    if (down) properties_.WriteUserTime(window->id, event.time);
+    if (down && window) properties_.WriteUserTime(window->id, event.time);
     // The event carries the state before it.
     const std::uint16_t mask = MaskOfButton(button);
     const int state = down ? event.state | mask : event.state & ~mask;
@@ -60,22 +75,38 @@ void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down)
 
 void X11WindowSystem::OnEnter(const xcb_enter_notify_event_t& event) {
     NativeWindow* window = FindById(event.event);
-    if (!window || event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return;
+    if (!window || StaysInside(*window, event.detail)) return;
     const POINT screen{event.root_x, event.root_y};
     // A grab enters its window wherever the pointer is.
     const CRect extent(CPoint(0, 0), window->placement.rect.Size());
     if (event.mode == XCB_NOTIFY_MODE_GRAB && !extent.PtInRect({event.event_x, event.event_y})) return;
     window->inside = true;
+    if (leaving_.window == window->handle) leaving_.window = HWND();
+    BelieveOrigin(*window, OriginOf(event), false);
     Report().PointerMoved(window->handle, screen, ToInputState(event.state), EventTime(event.time));
 }
 
 void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
     NativeWindow* window = FindById(event.event);
-    if (!window || event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return;
-    // A grab by the window manager does not move the pointer; one by another window of ours takes it away.
-    const bool taken = grabbed_ && !(grabbed_ == window->handle);
-    if (event.mode == XCB_NOTIFY_MODE_GRAB && !taken) return;
-    if (std::exchange(window->inside, false)) Report().PointerLeft(window->handle);
+    if (!window || StaysInside(*window, event.detail)) return;
+    // A window manager takes the pointer for every click on a window that is not active, and gives it back at
+    // once: nothing has to go dark for that. A grab by another window of ours keeps it.
+    const bool ours = static_cast<bool>(grabbed_);
+    if (event.mode == XCB_NOTIFY_MODE_GRAB && !ours && window->inside) {
+        leaving_ = {window->handle, Now() + kBorrowedTime};
+    } else if (event.mode != XCB_NOTIFY_MODE_GRAB || !(grabbed_ == window->handle)) {
+        PointerGone(*window);
+    }
+}
+
+void X11WindowSystem::PointerGone(NativeWindow& window) {
+    if (leaving_.window == window.handle) leaving_.window = HWND();
+    if (std::exchange(window.inside, false)) Report().PointerLeft(window.handle);
+}
+
+void X11WindowSystem::SettleLeaving() {
+    if (!leaving_.window || Now() < leaving_.due) return;
+    if (NativeWindow* window = Find(std::exchange(leaving_.window, HWND()))) PointerGone(*window);
 }
 
 bool X11WindowSystem::GrabPointer(HWND handle) {

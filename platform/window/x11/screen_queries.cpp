@@ -1,7 +1,64 @@
 // Questions about the screen that only the server can answer.
+#include <algorithm>
+
+#include <xcb/randr.h>
+
 #include "platform/window/x11/x11_window_system.h"
 
 namespace platform::x11 {
+
+namespace {
+
+// Numbers from a property of the root.
+std::vector<std::uint32_t> NumbersOf(const Connection& connection, xcb_atom_t property,
+                                     std::uint32_t longest) {
+    xcb_connection_t* c = connection.Get();
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        c, xcb_get_property(c, 0, connection.Root(), property, XCB_ATOM_CARDINAL, 0, longest), nullptr));
+    if (!reply || reply->format != 32) return {};
+    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+// Without what panels take of the present workspace: one rectangle for all monitors.
+CRect WorkAreaOf(const Connection& connection, const CRect& screen) {
+    constexpr std::uint32_t kMostDesktops = 256;
+    const std::vector<std::uint32_t> current = NumbersOf(connection, connection.Names().netCurrentDesktop, 1);
+    const std::vector<std::uint32_t> areas =
+        NumbersOf(connection, connection.Names().netWorkarea, 4 * kMostDesktops);
+    const std::size_t at = current.empty() ? 0 : std::size_t{4} * current[0];
+    if (at + 4 > areas.size()) return screen;
+    CRect area;
+    const CRect told(CPoint(static_cast<int>(areas[at]), static_cast<int>(areas[at + 1])),
+                     CSize(static_cast<int>(areas[at + 2]), static_cast<int>(areas[at + 3])));
+    return area.IntersectRect(told, screen) ? area : screen;
+}
+
+}  // namespace
+
+std::vector<Monitor> X11WindowSystem::Monitors() {
+    const CRect screen(CPoint(0, 0), screenSize_);
+    std::vector<Monitor> all;
+    if (connection_->IsAlive() && connection_->Has().monitors) {
+        xcb_connection_t* c = connection_->Get();
+        const Reply<xcb_randr_get_monitors_reply_t> reply(
+            xcb_randr_get_monitors_reply(c, xcb_randr_get_monitors(c, connection_->Root(), 1), nullptr));
+        if (reply)
+            for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem > 0;
+                 xcb_randr_monitor_info_next(&i)) {
+                const CRect whole(CPoint(i.data->x, i.data->y), CSize(i.data->width, i.data->height));
+                if (whole.IsRectEmpty()) continue;
+                all.insert(i.data->primary ? all.begin() : all.end(), Monitor{whole, whole});
+            }
+    }
+    if (all.empty()) all.push_back({screen, screen});
+    // What a window manager left behind when it died tells of panels no more.
+    if (!connection_->IsAlive() || !manager_.IsPresent()) return all;
+    const CRect area = WorkAreaOf(*connection_, screen);
+    for (Monitor& monitor : all)
+        if (!monitor.work.IntersectRect(monitor.whole, area)) monitor.work = monitor.whole;
+    return all;
+}
 
 POINT X11WindowSystem::PointerPosition() {
     if (!connection_->IsAlive()) return {0, 0};

@@ -1,6 +1,7 @@
 // Events about windows themselves: mapped, placed, exposed, taken and let go by a window manager.
 #include <utility>
 
+#include "platform/window/x11/property_words.h"
 #include "platform/window/x11/x11_window_system.h"
 
 namespace platform::x11 {
@@ -17,9 +18,10 @@ void X11WindowSystem::OnConfigure(const xcb_configure_notify_event_t& event) {
         return;
     }
     NativeWindow* window = FindById(event.window);
+    if (!window) HostMoved(event.window);
     if (!window) return;
     const bool sent = (event.response_type & kSentByClient) != 0;
-    if (sent || !window->IsManaged()) {
+    if ((sent || !window->IsManaged()) && window->host == 0) {
         PositionTold(*window, CRect(event.x, event.y, event.x + event.width, event.y + event.height));
     } else {
         // Relative to the frame: where that is on the screen must be asked.
@@ -32,13 +34,13 @@ void X11WindowSystem::OnMap(const xcb_map_notify_event_t& event) {
     NativeWindow* window = FindById(event.window);
     if (!window || event.event != event.window) return;
     window->mapped = true;
-    // Window managers overlook an input shape that was there before they took the window.
-    window->outline.ForgetInput();
-    window->outline.Send(*connection_, window->id);
+    startup_.Complete();
+    OutlineFrame(*window);
     PositionChanged(*window);
     if (std::exchange(window->unmapsItself, false)) SetMinimised(*window, false);
     const bool focus = std::exchange(window->focusWhenMapped, false);
-    if (focus && !manager_.IsPresent()) Focus(*window);
+    if (focus && !HasManager(*window)) Focus(*window);
+    if (std::exchange(window->lowerWhenMapped, false)) Restack(window->handle, StackPlace::Bottom, HWND());
     if (grabWhenMapped_ == window->handle) {
         grabWhenMapped_ = HWND();
         const HWND handle = window->handle;
@@ -48,12 +50,14 @@ void X11WindowSystem::OnMap(const xcb_map_notify_event_t& event) {
 
 void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
     NativeWindow* window = FindById(event.window);
+    if (!window) HostHidden(event.window);
     if (!window || event.event != event.window || !std::exchange(window->mapped, false)) return;
     const HWND handle = window->handle;
     // Without a window manager there is no state to read. With one, that state tells whether this is
     // minimising.
     if (window->unmapsItself && window->mapRequested) SetMinimised(*window, true);
     const bool left = std::exchange(window->inside, false);
+    if (leaving_.window == handle) leaving_.window = HWND();
     // The server lets go of a grab without a word.
     const bool lost = grabbed_ == handle;
     if (lost) grabbed_ = HWND();
@@ -64,10 +68,15 @@ void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
 void X11WindowSystem::OnReparent(const xcb_reparent_notify_event_t& event) {
     NativeWindow* window = FindById(event.window);
     if (!window || event.event != event.window) return;
+    if (window->host != 0 && event.parent == window->host) {
+        OutlineFrame(*window);
+        return;
+    }
     window->framed = event.parent != connection_->Root();
+    window->taken |= window->framed;
     if (!window->framed) LetGo(*window);
-    window->outline.ForgetInput();
-    window->outline.Send(*connection_, window->id);
+    if (window->mapRequested) AwaitPlacement(*window);  // one that took it on puts its frame in place next
+    OutlineFrame(*window);
 }
 
 void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
@@ -75,9 +84,12 @@ void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
         ManagerChanged();
         return;
     }
+    desktops_.Forget(event.window);
     NativeWindow* window = FindById(event.window);
     if (!window || event.event != event.window) return;
+    if (SurviveHost(*window)) return;
     const HWND handle = window->handle;
+    LoseEmbedded(*window);
     byId_.erase(window->id);
     xcb_free_gc(connection_->Get(), window->context);
     window->id = 0;
@@ -90,8 +102,17 @@ void X11WindowSystem::OnProperty(const xcb_property_notify_event_t& event) {
     const Atoms& names = connection_->Names();
     if (event.window == connection_->Root()) {
         if (event.atom == names.netSupportingWmCheck) ManagerChanged();
-    } else if (event.atom == names.wmState) {
-        if (NativeWindow* window = FindById(event.window)) ReadManagerState(*window);
+        if (event.atom == names.netSupported) manager_.ReadSupported();
+        if (event.atom == names.rootPixmap) BackdropChanged();
+        if (event.atom == names.netShowingDesktop) {
+            xcb_connection_t* c = connection_->Get();
+            const auto showing = ReadWords(c, AskWords(c, connection_->Root(), names.netShowingDesktop));
+            showDesktop_.Changed(!showing.empty() && showing.front() != 0, Now());
+        }
+    } else if (NativeWindow* window = FindById(event.window)) {
+        // Of the other states only one matters, and only beside the iconic one.
+        const bool marks = event.atom == names.netWmState && window->iconic;
+        if (marks || event.atom == names.wmState) ReadManagerState(*window);
     }
 }
 
@@ -100,13 +121,19 @@ void X11WindowSystem::ManagerChanged() {
     // It will not finish any more what it was asked for.
     for (auto& [key, window] : windows_) {
         if (window->id == 0) continue;
-        window->hasState = false;
+        window->hasState = window->iconic = false;
         LetGo(*window);
+        LoseMinimiser(*window);
     }
 }
 
 void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {
     const Atoms& names = connection_->Names();
+    for (EmbeddedSocket* const socket : sockets_)
+        if (socket->Id() == event.window) {
+            socket->OnMessage(event);
+            return;
+        }
     const NativeWindow* window = FindById(event.window);
     if (!window || event.format != 32 || event.type != names.wmProtocols) return;
     const xcb_atom_t protocol = event.data.data32[0];

@@ -1,4 +1,4 @@
-// Showing, hiding, minimising, activating and stacking: by request to the window manager, or by ourselves
+// Showing, hiding, activating and stacking: by request to the window manager, or by ourselves
 // where there is none.
 #include <utility>
 
@@ -8,11 +8,6 @@ namespace platform::x11 {
 
 namespace {
 
-// How long the window manager has to settle a window that it was just given.
-constexpr std::uint64_t kSettleTime = 250;
-constexpr std::uint32_t kWithdrawnState = 0;
-constexpr std::uint32_t kNormalState = 1;
-constexpr std::uint32_t kIconicState = 3;
 constexpr std::uint32_t kFromUser = 2;
 
 }  // namespace
@@ -41,12 +36,12 @@ void X11WindowSystem::Show(HWND handle, Visibility visibility) {
 }
 
 void X11WindowSystem::Map(NativeWindow& window, bool activate, bool minimised) {
-    if (window.withdrawing) {
+    if (window.withdrawing || window.joinBy) {
         // What is written now would be lost when the window manager lets go.
         window.mapWhenWithdrawn = WaitingMap{activate, minimised};
         return;
     }
-    const bool focus = activate && window.traits.activates;
+    const bool focus = activate && window.traits.activates && !minimised;
     const bool wasThere = window.mapRequested && (window.mapped || window.minimised);
     if (!window.mapRequested) {
         MapHints hints;
@@ -55,21 +50,32 @@ void X11WindowSystem::Map(NativeWindow& window, bool activate, bool minimised) {
             hints.userTime = 0;
         } else if (clock_.Latest() != 0) {
             hints.userTime = clock_.Latest();
+        } else {
+            hints.userTime = startup_.LaunchTime();
         }
         properties_.WriteBeforeMap(window, hints);
+        startup_.Mark(window.id);
         window.mapRequested = true;
+        // A window manager that let go of the window left it where its frame was.
+        if (!window.IsManaged()) RequestPlace(window);
+        window.placement.requested = false;
+        window.mapActivates = activate;
+        window.taken = false;
     }
-    if (minimised && !manager_.IsPresent()) {
+    if (minimised && !HasManager(window)) {
+        if (window.host != 0) xcb_unmap_window(connection_->Get(), window.id);
         window.unmapsItself = true;
         SetMinimised(window, true);
         return;
     }
     // A window manager focuses a new window by itself; one that was there must be asked for.
     window.focusWhenMapped = focus && !window.mapped;
-    if (!manager_.IsPresent() && focus) Raise(window);
-    window.placement.quietUntil = Now() + kSettleTime;
+    if (!HasManager(window) && focus) Raise(window);
+    AwaitPlacement(window);
+    window.minimising.reset();
+    if (minimised) AwaitMinimised(window, true);
     xcb_map_window(connection_->Get(), window.id);
-    if (focus && wasThere && (manager_.IsPresent() || window.mapped)) Activate(window.handle);
+    if (focus && wasThere && (HasManager(window) || window.mapped)) Activate(window.handle);
 }
 
 void X11WindowSystem::Withdraw(NativeWindow& window) {
@@ -78,8 +84,10 @@ void X11WindowSystem::Withdraw(NativeWindow& window) {
     if (!std::exchange(window.mapRequested, false)) return;
     window.withdrawing = window.IsManaged();
     window.minimised = window.unmapsItself = false;
+    window.minimising.reset();
     xcb_connection_t* c = connection_->Get();
     xcb_unmap_window(c, window.id);
+    if (window.host != 0) return;
     // A minimised window is unmapped already: only this message tells that it is to be let go.
     xcb_unmap_notify_event_t notice{};
     notice.response_type = XCB_UNMAP_NOTIFY;
@@ -94,47 +102,13 @@ void X11WindowSystem::LetGo(NativeWindow& window) {
     // Frame and state go one after the other; then the window is ours again.
     if (window.IsManaged()) return;
     window.withdrawing = false;
-    if (const auto waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt))
+    if (window.joinBy) Join(window);
+    if (const auto waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt)) {
         Map(window, waiting->activate, waiting->minimised);
-}
-
-void X11WindowSystem::Minimise(NativeWindow& window) {
-    if (!window.mapRequested) {
-        Map(window, true, true);
-    } else if (manager_.IsPresent()) {
-        manager_.Tell(window.id, connection_->Names().wmChangeState, {kIconicState, 0, 0, 0, 0});
-    } else {
-        window.unmapsItself = true;
-        xcb_unmap_window(connection_->Get(), window.id);
-    }
-}
-
-void X11WindowSystem::SetMinimised(NativeWindow& window, bool minimised) {
-    if (window.minimised == minimised) return;
-    window.minimised = minimised;
-    minimisedNews_.push_back(window.handle);
-}
-
-void X11WindowSystem::ReportMinimised() {
-    std::vector<HWND> news;
-    news.swap(minimisedNews_);
-    for (const HWND handle : news)
-        if (const NativeWindow* window = Find(handle)) Report().MinimisedChanged(handle, window->minimised);
-}
-
-void X11WindowSystem::ReadManagerState(NativeWindow& window) {
-    xcb_connection_t* c = connection_->Get();
-    const xcb_atom_t property = connection_->Names().wmState;
-    const Reply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(c, xcb_get_property(c, 0, window.id, property, property, 0, 1), nullptr));
-    std::uint32_t state = kWithdrawnState;
-    if (reply && reply->format == 32 && reply->value_len >= 1)
-        state = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    window.hasState = state != kWithdrawnState;
-    if (!window.hasState) {
-        LetGo(window);
-    } else if (!window.withdrawing && (state == kIconicState || state == kNormalState)) {
-        SetMinimised(window, state == kIconicState);
+    } else if (window.mapRequested && window.taken && !window.mapped && !window.minimised) {
+        // Hidden and shown again before it was taken: the window manager heard of the hiding last.
+        window.mapRequested = false;
+        Map(window, window.mapActivates, false);
     }
 }
 
@@ -143,11 +117,12 @@ void X11WindowSystem::Activate(HWND handle) {
     if (!window || window->id == 0) return;
     if (window->mapWhenWithdrawn) window->mapWhenWithdrawn->activate = true;
     if (!window->mapRequested) return;
-    if (!window->mapped && !window->minimised) {
+    // A window manager may keep a window of its own off the screen: on another workspace.
+    if (!window->mapped && !window->minimised && !window->IsManaged()) {
         window->focusWhenMapped = window->traits.activates;
         return;
     }
-    if (manager_.IsPresent()) {
+    if (HasManager(*window)) {
         Raise(*window);
         if (window->traits.activates)
             manager_.Tell(window->id, connection_->Names().netActiveWindow,
@@ -169,7 +144,7 @@ void X11WindowSystem::Focus(NativeWindow& window) {
 void X11WindowSystem::Raise(NativeWindow& window) {
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(connection_->Get(), window.id, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-    if (manager_.IsPresent()) return;
+    if (manager_.IsPresent() || window.host != 0) return;
     // Nobody else keeps the topmost above the others, nor the owned above their owners.
     for (auto& [key, other] : windows_) {
         const bool stays = other->traits.topmost && !window.traits.topmost;
@@ -182,12 +157,18 @@ void X11WindowSystem::Restack(HWND handle, StackPlace place, HWND reference) {
     NativeWindow* window = Find(handle);
     if (!window || window->id == 0) return;
     if (place == StackPlace::Top) {
+        if (window->traits.topmost) showDesktop_.PutOnTop(handle, Now());
         Raise(*window);
         return;
     }
     const xcb_window_t sibling = IdOf(reference);
     const bool relative = place == StackPlace::Above || place == StackPlace::Below;
     if (relative && sibling == 0) return;
+    // One that is not on the screen has no place there.
+    if (relative && window->IsManaged() && !Find(reference)->IsManaged()) {
+        if (place == StackPlace::Above) Raise(*window);
+        return;
+    }
     const std::uint8_t mode = place == StackPlace::Above ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW;
     if (window->IsManaged() && relative) {
         RequestRestack(*window, sibling, mode);

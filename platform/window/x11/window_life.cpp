@@ -14,17 +14,31 @@ std::unique_ptr<WindowSystem> MakeX11WindowSystem(WindowEvents& events) {
 
 namespace x11 {
 
+namespace {
+
+constexpr std::uint64_t kFocusTime = 800;  // milliseconds for a window manager to give the focus back
+
+}  // namespace
+
 X11WindowSystem::X11WindowSystem(std::shared_ptr<Connection> connection, WindowEvents& events)
     : connection_(std::move(connection)),
       closeAtEnd_{connection_},
       events_(events),
       manager_(connection_),
-      properties_(connection_, manager_),
+      leader_(connection_),
+      startup_(connection_, leader_.Id()),
+      properties_(connection_, manager_, leader_.Id()),
       keyboard_(connection_),
+      rawKeys_(connection_, keyboard_),
+      desktops_(connection_),
+      backdrop_(connection_),
       cursors_(connection_),
+      drag_(connection_, cursors_, clock_, manager_),
       screenSize_(connection_->RootSize()) {}
 
 X11WindowSystem::~X11WindowSystem() {
+    for (EmbeddedSocket* const socket : sockets_)
+        socket->LoseSystem();
     for (auto& [key, window] : windows_)
         DestroyNative(*window);
     windows_.clear();
@@ -52,14 +66,17 @@ bool X11WindowSystem::Create(HWND window, const RECT& rect, const WindowTraits& 
         SetLastError(ERROR_CONNECTION_UNAVAIL);
         return false;
     }
+    auto fresh = std::make_unique<NativeWindow>();
     auto& slot = windows_[window.ToParam()];
     if (slot) DestroyNative(*slot);
-    slot = std::make_unique<NativeWindow>();
+    slot = std::move(fresh);
     slot->handle = window;
     slot->traits = traits;
     slot->placement.rect = rect;
     CreateNative(*slot, false);
-    return true;
+    // A server that died unnoticed is noticed when it is written to.
+    connection_->Flush();
+    return connection_->IsAlive();
 }
 
 void X11WindowSystem::CreateNative(NativeWindow& window, bool alphaChannel) {
@@ -78,7 +95,7 @@ void X11WindowSystem::CreateNative(NativeWindow& window, bool alphaChannel) {
         XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_BUTTON_PRESS |
             XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
             XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-            XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_PROPERTY_CHANGE,
+            XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_KEYMAP_STATE | XCB_EVENT_MASK_PROPERTY_CHANGE,
         format.colormap,
         cursors_.Get(window.cursor)};
     xcb_create_window(c, format.depth, window.id, connection_->Root(), ToX(rect.left), ToX(rect.top),
@@ -95,11 +112,13 @@ void X11WindowSystem::CreateNative(NativeWindow& window, bool alphaChannel) {
     window.outline.SetRules(window.plan.bounding, window.plan.input,
                             window.pixels.presented ? window.pixels.surface.get() : nullptr);
     window.outline.Forget();
-    window.outline.Send(*connection_, window.id);
+    window.frame = 0;
+    SendOutline(window);
 }
 
 void X11WindowSystem::DestroyNative(NativeWindow& window) {
     if (window.id == 0) return;
+    LoseEmbedded(window);
     byId_.erase(window.id);
     if (connection_->IsAlive()) {
         xcb_free_gc(connection_->Get(), window.context);
@@ -114,6 +133,7 @@ void X11WindowSystem::Recreate(NativeWindow& window, bool alphaChannel) {
     const xcb_gcontext_t oldContext = window.context;
     byId_.erase(oldId);
     CreateNative(window, alphaChannel);
+    MoveEmbedded(window, window.keyTarget);
     for (auto& [key, other] : windows_)
         if (other->traits.owner == window.handle && other->id != 0) properties_.WriteOwner(*other, window.id);
     if (grabbed_ == window.handle) {
@@ -122,8 +142,12 @@ void X11WindowSystem::Recreate(NativeWindow& window, bool alphaChannel) {
     }
     window.mapped = window.framed = window.hasState = window.withdrawing = window.inside = false;
     const std::optional<WaitingMap> waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt);
+    if (window.host != 0) Join(window);
     if (std::exchange(window.mapRequested, false)) {
-        Map(window, window.focused, window.minimised);
+        // Its focus goes with the old one, and comes back by the window manager's grace.
+        const bool focused = std::exchange(window.focused, false);
+        if (focused) awaited_ = {window.handle, Now() + kFocusTime};
+        Map(window, focused, window.minimised);
     } else if (waiting) {
         Map(window, waiting->activate, waiting->minimised);
     }
@@ -138,6 +162,7 @@ void X11WindowSystem::Destroy(HWND window) {
     DestroyNative(*found->second);
     windows_.erase(found);
     std::erase(moved_, window);
+    if (focused_ == window) focused_ = HWND();
     connection_->Flush();
 }
 
@@ -152,7 +177,7 @@ void X11WindowSystem::SetTraits(HWND handle, const WindowTraits& traits) {
     const WindowTraits before = std::exchange(window->traits, traits);
     if (window->id == 0 || before == traits) return;
     properties_.WriteChanges(*window, before, IdOf(traits.owner));
-    if (window->mapRequested && !manager_.IsPresent() && traits.topmost && !before.topmost) Raise(*window);
+    if (window->mapRequested && !HasManager(*window) && traits.topmost && !before.topmost) Raise(*window);
 }
 
 }  // namespace x11

@@ -4,7 +4,7 @@
 
 #include <xcb/xfixes.h>
 
-#include "platform/window/x11/reply.h"
+#include "platform/window/x11/property_words.h"
 
 namespace platform::x11 {
 
@@ -35,16 +35,21 @@ bool WindowManager::Refresh() {
         const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection_->Get(), check_, XCB_CW_EVENT_MASK, &events);
     }
+    ReadSupported();
     return before != IsPresent();
+}
+
+void WindowManager::ReadSupported() {
+    xcb_connection_t* c = connection_->Get();
+    const Atoms& names = connection_->Names();
+    const auto supported = ReadWords(c, AskWords(c, connection_->Root(), names.netSupported));
+    marksMinimised_ = IsPresent() && std::ranges::count(supported, names.netWmStateHidden) > 0;
 }
 
 xcb_window_t WindowManager::CheckOf(xcb_window_t window) const {
     xcb_connection_t* c = connection_->Get();
-    const auto cookie =
-        xcb_get_property(c, 0, window, connection_->Names().netSupportingWmCheck, XCB_ATOM_WINDOW, 0, 1);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
-    if (!reply || reply->format != 32 || reply->value_len != 1) return 0;
-    return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+    const auto words = ReadWords(c, AskWords(c, window, connection_->Names().netSupportingWmCheck));
+    return words.size() == 1 ? words.front() : 0;
 }
 
 void WindowManager::Tell(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data) {

@@ -18,10 +18,14 @@ class WindowManager {
     // Whether a window manager that speaks EWMH runs. Without one nobody places, focuses or minimises
     // windows but we ourselves.
     bool IsPresent() const { return check_ != 0; }
+    // Whether it marks minimised windows (_NET_WM_STATE_HIDDEN), which tells them from those on another
+    // workspace.
+    bool MarksMinimised() const { return marksMinimised_; }
     bool IsCompositing() const { return compositing_; }
 
     // Looks again. True when the answer has changed.
     bool Refresh();
+    void ReadSupported();
     void CompositorOwner(xcb_window_t owner) { compositing_ = owner != XCB_WINDOW_NONE; }
     // Whether the window is the one by which the window manager shows that it lives.
     bool IsCheckWindow(xcb_window_t window) const { return window != 0 && window == check_; }
@@ -34,6 +38,7 @@ class WindowManager {
 
     std::shared_ptr<Connection> connection_;
     xcb_window_t check_ = 0;
+    bool marksMinimised_ = false;
     bool compositing_ = false;
 };
 

@@ -77,13 +77,25 @@ void WindowOutline::MarkPixelShapeStale() {
     (bounding_.ReadsPixels() ? boundingStale_ : inputStale_) = true;
 }
 
-void WindowOutline::Send(const Connection& connection, xcb_window_t window) {
+void WindowOutline::Send(const Connection& connection, xcb_window_t window, xcb_window_t frame) {
     if (!connection.IsAlive() || !connection.Has().shape || window == 0) return;
-    if (std::exchange(boundingStale_, false)) SendBounding(connection, window);
-    if (std::exchange(inputStale_, false)) SendInput(connection, window);
+    const bool bounding = std::exchange(boundingStale_, false);
+    const bool input = std::exchange(inputStale_, false);
+    for (const xcb_window_t target : {window, frame}) {
+        if (bounding && target != 0) SendBounding(connection, target);
+        if (input && target != 0) SendInput(connection, target);
+    }
 }
 
-void WindowOutline::SendBounding(const Connection& connection, xcb_window_t window) {
+void WindowOutline::Restore(const Connection& connection, xcb_window_t frame, xcb_shape_kind_t kind) const {
+    if (kind == XCB_SHAPE_SK_BOUNDING && (region_ || bounding_.kind != SpanRule::Kind::Everything)) {
+        SendBounding(connection, frame);
+    } else if (kind == XCB_SHAPE_SK_INPUT && input_.kind != SpanRule::Kind::Everything) {
+        SendInput(connection, frame);
+    }
+}
+
+void WindowOutline::SendBounding(const Connection& connection, xcb_window_t window) const {
     std::vector<xcb_rectangle_t> rectangles;
     switch (bounding_.kind) {
         case SpanRule::Kind::Nothing:
@@ -106,7 +118,7 @@ void WindowOutline::SendBounding(const Connection& connection, xcb_window_t wind
     SendShape(connection, window, XCB_SHAPE_SK_BOUNDING, rectangles);
 }
 
-void WindowOutline::SendInput(const Connection& connection, xcb_window_t window) {
+void WindowOutline::SendInput(const Connection& connection, xcb_window_t window) const {
     if (input_.kind == SpanRule::Kind::Everything) {
         RemoveShape(connection, window, XCB_SHAPE_SK_INPUT);
         return;

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include <xcb/shape.h>
+
 #include "platform/graphics/region.h"
 #include "platform/graphics/surface.h"
 #include "platform/window/x11/connection.h"
@@ -23,16 +25,18 @@ class WindowOutline {
     // The window is a new one, or one whose input shape the window manager missed: send all again.
     void Forget() { boundingStale_ = inputStale_ = true; }
     void ForgetInput() { inputStale_ = true; }
-    // Sends what has changed.
-    void Send(const Connection& connection, xcb_window_t window);
+    // Sends what has changed, to the window and to the frame around it (0: none).
+    void Send(const Connection& connection, xcb_window_t window, xcb_window_t frame);
+    // The window manager has removed a shape of the frame: it gets it again, where it should have one.
+    void Restore(const Connection& connection, xcb_window_t frame, xcb_shape_kind_t kind) const;
 
   private:
     const SpanRule& PixelRule() const { return bounding_.ReadsPixels() ? bounding_ : input_; }
     bool ReadsPixels() const { return bounding_.ReadsPixels() || input_.ReadsPixels(); }
     void ScanAll(const Surface& surface);
     void MarkPixelShapeStale();
-    void SendBounding(const Connection& connection, xcb_window_t window);
-    void SendInput(const Connection& connection, xcb_window_t window);
+    void SendBounding(const Connection& connection, xcb_window_t window) const;
+    void SendInput(const Connection& connection, xcb_window_t window) const;
 
     std::optional<Region> region_;
     SpanRule bounding_, input_;

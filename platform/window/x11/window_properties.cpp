@@ -1,19 +1,27 @@
 #include "platform/window/x11/window_properties.h"
 
-#include <errno.h>  // program_invocation_short_name
-#include <unistd.h>
-
-#include <array>
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include <xcb/xcb_icccm.h>
 
+#include "platform/window/x11/client_leader.h"
 #include "platform/window/x11/reply.h"
 
 namespace platform::x11 {
 
 namespace {
+
+std::uint32_t Straight(std::uint32_t pixel) {
+    const std::uint32_t alpha = pixel >> 24;
+    if (alpha == 0) return 0;
+    const auto full = [&](int shift) {
+        return std::min<std::uint32_t>(255, ((pixel >> shift & 0xFF) * 255 + alpha / 2) / alpha) << shift;
+    };
+    return alpha << 24 | full(16) | full(8) | full(0);
+}
 
 bool IsDialog(const WindowTraits& traits) {
     // A window manager gives a normal window that is kept out of its lists no focus; a dialog gets it.
@@ -35,14 +43,16 @@ void WindowProperties::ReplaceText(xcb_window_t window, xcb_atom_t property, xcb
 }
 
 void WindowProperties::WriteAll(const NativeWindow& window, xcb_window_t owner) {
-    WriteIdentity(window);
+    WriteProgram(*connection_, window.id, leader_);
+    Replace(window.id, connection_->Names().wmProtocols, XCB_ATOM_ATOM,
+            {connection_->Names().wmDeleteWindow, connection_->Names().netWmPing});
     WriteTitle(window);
     WriteDecorations(window);
     WriteType(window);
     WriteSizeHints(window);
     WriteOwner(window, owner);
     WriteInputHint(window, false);
-    WriteOpacity(window);
+    WriteIcons(window);
 }
 
 void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTraits& before,
@@ -53,6 +63,7 @@ void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTrai
     if (IsDialog(now) != IsDialog(before)) WriteType(window);
     if (!(now.owner == before.owner) || now.dialog != before.dialog) WriteOwner(window, owner);
     if (now.activates != before.activates) WriteInputHint(window, window.minimised);
+    if (now.icons != before.icons) WriteIcons(window);
     if (window.mapRequested) ChangeStates(window, before);
 }
 
@@ -65,19 +76,6 @@ void WindowProperties::WriteBeforeMap(const NativeWindow& window, const MapHints
     } else {
         xcb_delete_property(connection_->Get(), window.id, connection_->Names().netWmUserTime);
     }
-}
-
-void WindowProperties::WriteIdentity(const NativeWindow& window) {
-    const Atoms& names = connection_->Names();
-    // Instance and class, each with its terminator.
-    const std::string program = program_invocation_short_name;
-    ReplaceText(window.id, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
-                program + std::string(1, '\0') + program + std::string(1, '\0'));
-    Replace(window.id, names.netWmPid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
-    std::array<char, 256> host{};
-    if (gethostname(host.data(), host.size() - 1) == 0)
-        ReplaceText(window.id, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, host.data());
-    Replace(window.id, names.wmProtocols, XCB_ATOM_ATOM, {names.wmDeleteWindow, names.netWmPing});
 }
 
 void WindowProperties::WriteTitle(const NativeWindow& window) {
@@ -131,6 +129,7 @@ void WindowProperties::WriteOwner(const NativeWindow& window, xcb_window_t owner
 void WindowProperties::WriteInputHint(const NativeWindow& window, bool minimised) {
     xcb_icccm_wm_hints_t hints{};
     xcb_icccm_wm_hints_set_input(&hints, window.traits.activates ? 1 : 0);
+    xcb_icccm_wm_hints_set_window_group(&hints, leader_);
     if (minimised) {
         xcb_icccm_wm_hints_set_iconic(&hints);
     } else {
@@ -139,12 +138,27 @@ void WindowProperties::WriteInputHint(const NativeWindow& window, bool minimised
     xcb_icccm_set_wm_hints(connection_->Get(), window.id, &hints);
 }
 
-void WindowProperties::WriteOpacity(const NativeWindow& window) {
-    const xcb_atom_t property = connection_->Names().netWmWindowOpacity;
-    if (window.plan.opacity == 255) {
+void WindowProperties::WriteIcons(const NativeWindow& window) {
+    // Each with its size before its pixels, in rows and with straight alpha. What does not fit into a request
+    // is left out.
+    const std::size_t room = connection_->MaximumRequest() / 4 - 8;
+    std::vector<std::uint32_t> all;
+    for (const auto& icon : window.traits.icons) {
+        if (!icon) continue;
+        const auto width = static_cast<std::size_t>(icon->Width());
+        const auto height = static_cast<std::size_t>(icon->Height());
+        if (all.size() + 2 + width * height > room) continue;
+        all.push_back(static_cast<std::uint32_t>(width));
+        all.push_back(static_cast<std::uint32_t>(height));
+        for (int y = 0; y < icon->Height(); ++y)
+            std::transform(icon->Row(y), icon->Row(y) + width, std::back_inserter(all), Straight);
+    }
+    const xcb_atom_t property = connection_->Names().netWmIcon;
+    if (all.empty()) {
         xcb_delete_property(connection_->Get(), window.id, property);
     } else {
-        Replace(window.id, property, XCB_ATOM_CARDINAL, {window.plan.opacity * 0x01010101U});
+        xcb_change_property(connection_->Get(), XCB_PROP_MODE_REPLACE, window.id, property, XCB_ATOM_CARDINAL,
+                            32, static_cast<std::uint32_t>(all.size()), all.data());
     }
 }
 

@@ -16,8 +16,9 @@ struct MapHints {
 
 class WindowProperties {
   public:
-    WindowProperties(std::shared_ptr<Connection> connection, WindowManager& manager)
-        : connection_(std::move(connection)), manager_(manager) {}
+    // `leader` stands for the program.
+    WindowProperties(std::shared_ptr<Connection> connection, WindowManager& manager, xcb_window_t leader)
+        : connection_(std::move(connection)), manager_(manager), leader_(leader) {}
 
     // All that stays the same between two mappings. `owner` is 0 without one.
     void WriteAll(const NativeWindow& window, xcb_window_t owner);
@@ -29,14 +30,13 @@ class WindowProperties {
     // Size and position count as the user's own, so that the window manager takes them as they are.
     void WriteSizeHints(const NativeWindow& window);
     void WriteOwner(const NativeWindow& window, xcb_window_t owner);
-    void WriteOpacity(const NativeWindow& window);
     void WriteUserTime(xcb_window_t window, xcb_timestamp_t time);
 
   private:
     void Replace(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
                  std::initializer_list<std::uint32_t> values);
     void ReplaceText(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, std::string_view text);
-    void WriteIdentity(const NativeWindow& window);
+    void WriteIcons(const NativeWindow& window);
     void WriteTitle(const NativeWindow& window);
     void WriteDecorations(const NativeWindow& window);
     void WriteType(const NativeWindow& window);
@@ -46,6 +46,7 @@ class WindowProperties {
 
     std::shared_ptr<Connection> connection_;
     WindowManager& manager_;
+    xcb_window_t leader_;
 };
 
 }  // namespace platform::x11

@@ -1,0 +1,346 @@
+// Files dragged to another client, which answers as the protocol has it, or not at all.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/window/file_drag.h"
+#include "x11/recorder.h"
+
+namespace {
+
+using namespace platform;
+
+constexpr DROPEFFECT kBoth = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+
+// What the other client does.
+struct Manners {
+    std::uint32_t version = 5;
+    int refusals = 0;                       // before it takes the files; -1: always
+    const char* action = "XdndActionCopy";  // null: questions are not answered
+    const char* done = "XdndActionCopy";    // null: it never says that it is done
+    bool success = true;
+    const char* diesAt = "";
+    bool proxy = false;  // another window speaks for the one under the pointer
+};
+
+class Peer {
+  public:
+    Peer(xtest::XSession& session, const CRect& place, const Manners& manners)
+        : session_(session),
+          c_(session.Connection()),
+          manners_(manners),
+          window_(Make(place)),
+          speaker_(window_) {
+        if (manners.proxy) {
+            speaker_ = Make(CRect(1, 1, 2, 2));
+            for (const xcb_window_t one : {window_, speaker_})
+                Set(one, "XdndProxy", speaker_);
+        }
+        Set(speaker_, "XdndAware", manners.version);
+        xcb_map_window(c_, window_);
+        xcb_flush(c_);
+    }
+    ~Peer() { Die(); }
+    Peer(const Peer&) = delete;
+    Peer& operator=(const Peer&) = delete;
+
+    void Die() {
+        for (const xcb_window_t one : {window_, speaker_})
+            xcb_destroy_window(c_, one);
+        xcb_flush(c_);
+    }
+    void Pump() {
+        while (xcb_generic_event_t* event = xcb_poll_for_event(c_)) {
+            const std::uint8_t type = event->response_type & 0x7F;
+            if (type == XCB_CLIENT_MESSAGE) Hear(*reinterpret_cast<xcb_client_message_event_t*>(event));
+            if (type == XCB_SELECTION_NOTIFY) Read();
+            std::free(event);
+        }
+    }
+    // Asks for the list in a form.
+    void Fetch(const char* form) {
+        fetched.reset();
+        xcb_convert_selection(c_, speaker_, session_.Atom("XdndSelection"), session_.Atom(form),
+                              session_.Atom("DATA"), XCB_CURRENT_TIME);
+        xcb_flush(c_);
+    }
+
+    std::string log;  // a letter for each message
+    std::array<std::uint32_t, 5> position{};
+    std::optional<std::string> fetched;
+    xcb_window_t source = 0;
+
+  private:
+    xcb_window_t Make(const CRect& place) {
+        const xcb_window_t id = xcb_generate_id(c_);
+        const std::uint32_t values[] = {0x204060, 1};
+        xcb_create_window(c_, XCB_COPY_FROM_PARENT, id, session_.Root(),
+                          static_cast<std::int16_t>(place.left), static_cast<std::int16_t>(place.top),
+                          static_cast<std::uint16_t>(place.Width()),
+                          static_cast<std::uint16_t>(place.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                          XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+        return id;
+    }
+    void Set(xcb_window_t window, const char* name, std::uint32_t value) {
+        xcb_change_property(c_, XCB_PROP_MODE_REPLACE, window, session_.Atom(name), XCB_ATOM_ATOM, 32, 1,
+                            &value);
+    }
+    void Answer(const char* type, std::array<std::uint32_t, 5> data) {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = source;
+        message.type = session_.Atom(type);
+        std::copy(data.begin(), data.end(), message.data.data32);
+        xcb_send_event(c_, 0, source, 0, reinterpret_cast<const char*>(&message));
+        xcb_flush(c_);
+    }
+    void Hear(const xcb_client_message_event_t& message) {
+        static constexpr std::array<const char*, 4> kTypes = {"XdndEnter", "XdndPosition", "XdndLeave",
+                                                              "XdndDrop"};
+        for (const char* type : kTypes) {
+            if (message.type != session_.Atom(type)) continue;
+            EXPECT_EQ(message.window, window_);
+            log += type[4];
+            source = message.data.data32[0];
+            if (std::string(manners_.diesAt) == type) {
+                Die();
+                return;
+            }
+        }
+        if (log.ends_with('P')) {
+            std::copy(message.data.data32, message.data.data32 + 5, position.begin());
+            if (!manners_.action) return;
+            const bool takes = manners_.refusals == 0;
+            if (manners_.refusals > 0) --manners_.refusals;
+            Answer("XdndStatus",
+                   {window_, takes ? 1U : 0U, 0, 0, takes ? session_.Atom(manners_.action) : 0});
+        }
+        if (log.ends_with('D') && manners_.done) {
+            const bool says = manners_.version >= 5;
+            Answer("XdndFinished", {window_, says && manners_.success ? 1U : 0U,
+                                    says ? session_.Atom(manners_.done) : 0, 0, 0});
+        }
+    }
+    void Read() {
+        xcb_get_property_reply_t* reply =
+            xcb_get_property_reply(c_,
+                                   xcb_get_property(c_, 1, speaker_, session_.Atom("DATA"),
+                                                    XCB_GET_PROPERTY_TYPE_ANY, 0, 0x7FFFFFFF / 4),
+                                   nullptr);
+        if (reply)
+            fetched = std::string(static_cast<const char*>(xcb_get_property_value(reply)),
+                                  static_cast<std::size_t>(xcb_get_property_value_length(reply)));
+        std::free(reply);
+    }
+
+    xtest::XSession& session_;
+    xcb_connection_t* c_;
+    Manners manners_;
+    xcb_window_t window_, speaker_;
+};
+
+const CRect kPeer(400, 100, 600, 300);
+
+class Drag : public xtest::X11Test {
+  protected:
+    static FileOffer Offer(std::vector<CString> paths) {
+        FileOffer offer;
+        offer.paths = std::move(paths);
+        offer.allowed = kBoth;
+        return offer;
+    }
+    static DragPoint At(int x, int y, DROPEFFECT wanted = kBoth) {
+        DragPoint point;
+        point.screen = {x, y};
+        point.wanted = wanted;
+        return point;
+    }
+    FileDragger& Dragger() { return *system->FileDrags(); }
+    bool Sees(Peer& peer, const std::function<bool()>& condition, int milliseconds = 10000) {
+        return Until(
+            [&] {
+                peer.Pump();
+                return condition();
+            },
+            milliseconds);
+    }
+    bool PointerIsFree() {
+        xcb_connection_t* c = session->Connection();
+        xcb_grab_pointer_reply_t* reply = xcb_grab_pointer_reply(
+            c, xcb_grab_pointer(c, 0, session->Root(), 0, 1, 1, 0, 0, XCB_CURRENT_TIME), nullptr);
+        const bool free = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+        std::free(reply);
+        xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
+        xcb_flush(c);
+        return free;
+    }
+};
+
+TEST_F(Drag, EndsAsTheReceiverSaysOrInTime) {
+    const struct {
+        const char* what;
+        Manners manners;
+        DROPEFFECT effect;
+        const char* log;            // without repeated questions
+        std::uint64_t least, most;  // milliseconds from the release
+    } cases[] = {
+        {"copy", {}, DROPEFFECT_COPY, "EPD", 0, 1300},
+        {"move", {.action = "XdndActionMove", .done = "XdndActionMove"}, DROPEFFECT_MOVE, "EPD", 0, 1300},
+        {"announces a copy, and moves", {.done = "XdndActionMove"}, DROPEFFECT_MOVE, "EPD", 0, 1300},
+        {"of an older version", {.version = 3, .action = "XdndActionMove"}, DROPEFFECT_MOVE, "EPD", 0, 1300},
+        {"too old", {.version = 2}, DROPEFFECT_NONE, "", 0, 1300},
+        {"fails", {.done = "XdndActionMove", .success = false}, DROPEFFECT_NONE, "EPD", 0, 1300},
+        {"something of its own", {.done = "XdndActionPrivate"}, DROPEFFECT_COPY, "EPD", 0, 1300},
+        {"speaks through another", {.proxy = true}, DROPEFFECT_COPY, "EPD", 0, 1300},
+        {"takes its time", {.refusals = 3}, DROPEFFECT_COPY, "EPD", 30, 1300},
+        {"refuses", {.refusals = -1}, DROPEFFECT_NONE, "EPL", 450, 1300},
+        {"mute", {.action = nullptr}, DROPEFFECT_NONE, "EPL", 1400, 4000},
+        {"never done", {.done = nullptr}, DROPEFFECT_NONE, "EPD", 4900, 9000},
+        {"dies when it is asked", {.diesAt = "XdndPosition"}, DROPEFFECT_NONE, "EP", 0, 1300},
+        {"dies with the files", {.diesAt = "XdndDrop"}, DROPEFFECT_NONE, "EPD", 0, 1300},
+    };
+    Open();
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        Peer peer(*session, kPeer, one.manners);
+        ASSERT_TRUE(Dragger().Begin(Offer({u"/tmp/a"}), At(10, 10)));
+        EXPECT_FALSE(PointerIsFree());
+        Dragger().Follow(At(450, 150));
+        // At once, as in a drag of one leap.
+        const std::uint64_t released = system->Now();
+        Dragger().Drop(At(451, 152));
+        EXPECT_TRUE(PointerIsFree());
+        EXPECT_TRUE(Sees(peer, [&] { return Dragger().Outcome().has_value(); }));
+        const std::uint64_t taken = system->Now() - released;
+        EXPECT_EQ(Dragger().Outcome(), one.effect);
+        EXPECT_GE(taken, one.least);
+        EXPECT_LE(taken, one.most);
+        std::string log;
+        EXPECT_TRUE(Sees(peer, [&] {
+            log = peer.log;
+            log.erase(std::unique(log.begin(), log.end()), log.end());
+            return log == one.log;
+        })) << log;
+        if (log == "EPD") {
+            EXPECT_EQ(peer.position[2], std::uint32_t{451 << 16 | 152});
+        }
+        Dragger().Cancel();
+        EXPECT_EQ(Dragger().Outcome(), DWORD{DROPEFFECT_NONE});
+    }
+}
+
+TEST_F(Drag, TheListArrivesWhateverTheNames) {
+    Open();
+    Peer peer(*session, kPeer, {});
+    const std::vector<CString> paths = {u"/tmp/a b",         u"/tmp/100%",       u"/tmp/#1?&",
+                                        u"/tmp/line\nend\r", u"/tmp/\u6708.txt", u"/tmp/\U0001F319~-_.A9"};
+    ASSERT_TRUE(Dragger().Begin(Offer(paths), At(450, 150)));
+    ASSERT_TRUE(Sees(peer, [&] { return peer.log.ends_with('P'); }));
+    const std::string list =
+        "file:///tmp/a%20b\r\nfile:///tmp/100%25\r\nfile:///tmp/%231%3F%26\r\nfile:///tmp/line%0Aend%0D\r\n"
+        "file:///tmp/%E6%9C%88.txt\r\nfile:///tmp/%F0%9F%8C%99~-_.A9\r\n";
+    for (const char* form : {"text/uri-list", "text/plain", "UTF8_STRING"}) {
+        peer.Fetch(form);
+        ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
+        EXPECT_EQ(*peer.fetched, list) << form;
+    }
+    peer.Fetch("TARGETS");
+    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
+    EXPECT_EQ(peer.fetched->size(), 5 * sizeof(xcb_atom_t));
+    peer.Fetch("image/png");
+    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
+    EXPECT_EQ(*peer.fetched, "");
+
+    // More than one request holds.
+    const CString longest(u'x', 9'000'000);
+    ASSERT_TRUE(Dragger().Begin(Offer({u"/" + longest, u"/" + longest}), At(450, 150)));
+    peer.Fetch("text/uri-list");
+    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
+    EXPECT_EQ(peer.fetched->size(), 2 * (9'000'000 + std::size_t{10}));
+}
+
+TEST_F(Drag, KeysDecideWhatIsOffered) {
+    Open();
+    Peer peer(*session, kPeer, {});
+    ASSERT_TRUE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+    const struct {
+        DROPEFFECT wanted;
+        std::vector<const char*> actions;
+    } cases[] = {{DROPEFFECT_MOVE, {"XdndActionMove"}},
+                 {kBoth, {"XdndActionCopy", "XdndActionMove"}},
+                 {DROPEFFECT_COPY, {"XdndActionCopy"}}};
+    for (const auto& one : cases) {
+        std::vector<std::uint32_t> atoms;
+        for (const char* name : one.actions)
+            atoms.push_back(session->Atom(name));
+        Dragger().Follow(At(450, 150, one.wanted));
+        EXPECT_TRUE(Sees(peer, [&] { return peer.log.ends_with('P') && peer.position[4] == atoms[0]; }));
+        EXPECT_EQ(session->Property(peer.source, "XdndActionList"), atoms);
+    }
+}
+
+TEST_F(Drag, ThePictureFollowsAndHidesNobody) {
+    for (const bool compositor : {false, true}) {
+        SCOPED_TRACE(compositor);
+        Open({.windowManager = true, .compositor = compositor});
+        Peer peer(*session, kPeer, {});
+        FileOffer offer = Offer({u"/a"});
+        auto picture = Surface::Create(20, 20);
+        FillRect(*picture, CRect(0, 0, 20, 10), 0xFFC00000);
+        offer.picture = picture;
+        offer.hot = {5, 5};
+        ASSERT_TRUE(Dragger().Begin(offer, At(450, 150)));
+        EXPECT_TRUE(ScreenShows(447, 147, 0xC00000));
+        EXPECT_TRUE(ScreenShows(447, 157, 0x204060));
+        EXPECT_TRUE(Sees(peer, [&] { return peer.log == "EP"; })) << peer.log;
+        Dragger().Follow(At(500, 250));
+        EXPECT_TRUE(ScreenShows(497, 247, 0xC00000));
+        EXPECT_TRUE(ScreenShows(447, 147, 0x204060));
+        EXPECT_TRUE(Sees(peer, [&] { return peer.log == "EPP"; })) << peer.log;
+        Dragger().Cancel();
+        EXPECT_TRUE(ScreenShows(497, 247, 0x204060));
+        system.reset();
+    }
+}
+
+TEST_F(Drag, TheReceiverThatLiesBehindTheOneThatDiesIsNext) {
+    Open();
+    Peer behind(*session, kPeer, {});
+    Peer before(*session, kPeer, {});
+    ASSERT_TRUE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+    ASSERT_TRUE(Sees(before, [&] { return before.log == "EP"; }));
+    before.Die();
+    EXPECT_TRUE(Sees(behind, [&] { return behind.log == "EP"; }));
+    EXPECT_FALSE(Dragger().Outcome());
+}
+
+TEST_F(Drag, WithoutAPointerOrAServerThereIsNone) {
+    Open({.windowManager = true});
+    xcb_connection_t* c = session->Connection();
+    std::free(xcb_grab_pointer_reply(
+        c, xcb_grab_pointer(c, 0, session->Root(), 0, 1, 1, 0, 0, XCB_CURRENT_TIME), nullptr));
+    EXPECT_FALSE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+    xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
+    xcb_flush(c);
+    Idle(20);
+    Peer peer(*session, kPeer, {});
+    ASSERT_TRUE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+    ASSERT_TRUE(Sees(peer, [&] { return peer.log == "EP"; }));
+    // A window manager that goes, and another one that comes, are no part of it.
+    ASSERT_TRUE(session->StopWindowManager());
+    ASSERT_TRUE(session->StartWindowManager());
+    Dragger().Follow(At(460, 150));
+    EXPECT_TRUE(Sees(peer, [&] { return peer.log == "EPP"; }));
+    session->KillServer();
+    Dragger().Follow(At(470, 150));
+    Dragger().Drop(At(470, 150));
+    EXPECT_FALSE(Until([&] { return false; }, 200));
+    EXPECT_FALSE(system->IsAlive());
+    Dragger().Cancel();
+    EXPECT_FALSE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+}
+
+}  // namespace
