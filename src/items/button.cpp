@@ -1,5 +1,7 @@
 #include "items/button.h"
 
+#include <algorithm>
+
 #include "items/pieces.h"
 
 QKButton::QKButton() : QKButton(QKUI_BUTTON) {}
@@ -32,8 +34,8 @@ bool QKButton::Replace(QKBT_IMGS images, QKBT_TYPE layout) {
 }
 
 QKFrameStrip QKButton::Strip() const {
-    return {static_cast<int>(m_pImage->GetWidth()), static_cast<int>(m_pImage->GetHeight()), m_nImages,
-            m_nLayout != QKBT_HORIZONTAL};
+    return {static_cast<int>(m_pImage->GetWidth()), static_cast<int>(m_pImage->GetHeight()),
+            std::max<int>(m_nImages, 1), m_nLayout != QKBT_HORIZONTAL};
 }
 
 void QKButton::GetButtonRect(CRect& rect) const {

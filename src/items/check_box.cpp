@@ -1,29 +1,28 @@
 #include "items/check_box.h"
 
+#include <utility>
+
+#include "items/arithmetic.h"
 #include "items/pieces.h"
 
 QKCheckBox::QKCheckBox() : QKCheckBox(QKUI_CHECKBOX) {}
 
 QKCheckBox::QKCheckBox(QKUIType type) : QKButton(type), QKItemText(12, Gdiplus::UnitPixel) {}
 
-QKCheckBox::~QKCheckBox() {
-    DestroyCheckImage();
-}
-
 QKRadio::QKRadio() : QKCheckBox(QKUI_RADIO) {}
 
-void QKCheckBox::DestroyCheckImage() {
-    delete m_pCheckImage;
-    m_pCheckImage = nullptr;
-}
-
 int QKCheckBox::SetImage(UINT stripId, UINT checkId, LPCWSTR type, QKBT_IMGS images, QKBT_TYPE layout) {
-    return QKButton::SetImage(stripId, type, images, layout) &&
-           QKItemBase::SetImage(checkId, type, &m_pCheckImage);
+    if (!QKButton::SetImage(stripId, type, images, layout)) return 0;
+    std::shared_ptr<Gdiplus::Image> loaded = LoadShared(checkId, type);
+    if (!loaded) return 0;  // the one before stays
+    m_pCheckImage = std::move(loaded);
+    return 1;
 }
 
 int QKCheckBox::SetImage(LPCWSTR stripPath, LPCWSTR checkPath, QKBT_IMGS images, QKBT_TYPE layout) {
-    return QKButton::SetImage(stripPath, images, layout) && QKItemBase::SetImage(checkPath, &m_pCheckImage);
+    if (!QKButton::SetImage(stripPath, images, layout)) return 0;
+    m_pCheckImage = LoadShared(checkPath);
+    return 1;
 }
 
 Gdiplus::Color QKCheckBox::StateColor() const {
@@ -41,11 +40,14 @@ void QKCheckBox::Compose(QKPieces& pieces) const {
     QKButton::Compose(pieces);
     if (!m_pImage || !m_bCheck || !m_pCheckImage) return;
     const Cut cut = GetFrameCut();
-    const Gdiplus::RectF mark = QKWholeImage(m_pCheckImage);
-    const int left = cut.destination.x + (cut.source.Width() - static_cast<int>(mark.Width)) / 2;
-    const int top = cut.destination.y + (cut.source.Height() - static_cast<int>(mark.Height)) / 2;
-    pieces.Add(
-        {m_pCheckImage, {static_cast<float>(left), static_cast<float>(top), mark.Width, mark.Height}, mark});
+    const Gdiplus::RectF mark = QKWholeImage(m_pCheckImage.get());
+    const int left =
+        QKSum(cut.destination.x, QKDifference(cut.source.Width(), static_cast<int>(mark.Width)) / 2);
+    const int top =
+        QKSum(cut.destination.y, QKDifference(cut.source.Height(), static_cast<int>(mark.Height)) / 2);
+    pieces.Add({m_pCheckImage.get(),
+                {static_cast<float>(left), static_cast<float>(top), mark.Width, mark.Height},
+                mark});
 }
 
 Gdiplus::RectF QKCheckBox::TextLayout() const {

@@ -7,18 +7,18 @@
 #include "items/item_text.h"
 
 // A click inverts the check. The item rectangle takes the pointer, not the frame. The default font is "宋体"
-// of 12 pixels.
+// of 12 pixels. Copies share both pictures: the strip as those of a button do, the check image for as long as
+// one of them holds it.
 class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
   public:
     QKCheckBox();
     explicit QKCheckBox(QKUIType type);
-    ~QKCheckBox();
 
     // Load the strip of frames and then the check image; 1 when both are there. A failed strip leaves the
-    // check image alone. The old strip is freed, the old check image is not: DestroyCheckImage first.
+    // check image alone.
     int SetImage(UINT stripId, UINT checkId, LPCWSTR type, QKBT_IMGS images, QKBT_TYPE layout);
     int SetImage(LPCWSTR stripPath, LPCWSTR checkPath, QKBT_IMGS images, QKBT_TYPE layout);
-    void DestroyCheckImage();
+    void DestroyCheckImage() { m_pCheckImage.reset(); }
 
     // Requests no repaint and, on a radio button, leaves the others of its group alone.
     void SetCheck(int check) { m_bCheck = check; }
@@ -48,7 +48,7 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
     Gdiplus::Color StateColor() const;
     Gdiplus::RectF TextLayout() const;
 
-    Gdiplus::Image* m_pCheckImage = nullptr;  // owned
+    std::shared_ptr<Gdiplus::Image> m_pCheckImage;
     int m_nTextTop = 0;
     int m_nTextLeft = 0;
     Gdiplus::Color m_crTextDown{0x00FFFFFF};

@@ -1,13 +1,20 @@
 #include "items/item_text.h"
 
+#include <new>
+
 #include "items/pieces.h"
 
 QKItemText::QKItemText(float fontSize, Gdiplus::Unit unit)
-    : m_pFont(std::make_unique<Gdiplus::Font>(u"宋体", fontSize, Gdiplus::FontStyleRegular, unit)) {}
+    : m_pFont(std::make_shared<Gdiplus::Font>(u"宋体", fontSize, Gdiplus::FontStyleRegular, unit)) {}
 
 void QKItemText::SetText(LPCWSTR text) {
-    m_strText = text ? text : u"";
     m_bHasText = text != nullptr;
+    try {
+        m_strText = text;
+    } catch (const std::bad_alloc&) {
+        m_strText.Empty();
+        m_bHasText = false;
+    }
 }
 
 void QKItemText::ReleaseBuf() {

@@ -10,10 +10,11 @@ struct QKTextPiece;
 
 class PLATFORM_API QKItemText {
   public:
-    QKItemText(const QKItemText&) = delete;
-    QKItemText& operator=(const QKItemText&) = delete;
+    // Copies have the text, share the font until one gets another, and have a format of their own.
+    QKItemText(const QKItemText&) = default;
+    QKItemText& operator=(const QKItemText&) = default;
 
-    // Keeps a copy; null is no text.
+    // Keeps a copy; null is no text, and without memory for the copy there is none either.
     void SetText(LPCWSTR text);
     // The item's own copy, until the next change; null while there is no text.
     LPCWSTR GetText() const { return m_bHasText ? m_strText.GetString() : nullptr; }
@@ -47,7 +48,7 @@ class PLATFORM_API QKItemText {
   private:
     CString m_strText;
     bool m_bHasText = false;
-    std::unique_ptr<Gdiplus::Font> m_pFont;
+    std::shared_ptr<Gdiplus::Font> m_pFont;
     Gdiplus::Color m_crText{0xFEFFFFFF};
     Gdiplus::StringFormat m_format;
 };

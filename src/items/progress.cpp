@@ -1,5 +1,6 @@
 #include "items/progress.h"
 
+#include "items/arithmetic.h"
 #include "items/pieces.h"
 
 QKProgress::QKProgress() : QKItemBase(QKUI_PROGRESS) {}
@@ -26,12 +27,14 @@ void QKProgress::SetMinMax(unsigned int minimum, unsigned int maximum) {
 
 CRect QKProgress::GetFilledRect() const {
     if (m_nPos < m_nMin || m_nPos > m_nMax || m_nMin == m_nMax) return {};
-    const int room = m_nWidth - 2 * m_nBorder;
-    // In 32 bits, as it has always been: widths times ranges beyond four thousand million wrap.
-    const unsigned int product = static_cast<unsigned int>(room) * (m_nPos - m_nMin);
+    // In 32 bits: widths times ranges beyond four thousand million wrap.
+    const unsigned int border = static_cast<unsigned int>(m_nBorder);
+    const unsigned int room = static_cast<unsigned int>(m_nWidth) - 2 * border;
+    const unsigned int product = room * (m_nPos - m_nMin);
     const double filled = static_cast<double>(product) / (m_nMax - m_nMin);
-    return {CPoint(m_nX + m_nBorder, m_nY + m_nBorder),
-            CSize(static_cast<int>(static_cast<unsigned int>(filled)), m_nHeight - 2 * m_nBorder)};
+    return {CPoint(QKSum(m_nX, m_nBorder), QKSum(m_nY, m_nBorder)),
+            CSize(static_cast<int>(static_cast<unsigned int>(filled)),
+                  static_cast<int>(static_cast<unsigned int>(m_nHeight) - 2 * border))};
 }
 
 void QKProgress::Compose(QKPieces& pieces) const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "items/arithmetic.h"
 #include "items/pieces.h"
 
 namespace {
@@ -62,7 +63,7 @@ void QKVScrollBar::SetBarLength(int visible, int total) {
     m_nTotal = total;
     if (total <= 0) return;
     int length = m_nHeight;
-    if (HasCaps()) length -= FrameHeight(m_pTopImage) + FrameHeight(m_pBottomImage);
+    if (HasCaps()) length = Difference(length, FrameHeight(m_pTopImage) + FrameHeight(m_pBottomImage));
     m_nMax = Product(Difference(total, visible), length) / total;
     m_nBarHeight = Difference(length, m_nMax);
 }
@@ -78,7 +79,8 @@ int QKVScrollBar::GetPos() const {
 }
 
 int QKVScrollBar::ptOnBar(const POINT& point) const {
-    const CRect thumb(CPoint(m_nX, m_nY + m_nPos), CSize(m_nWidth, m_nBarHeight + kThumbExtension));
+    const CRect thumb(CPoint(m_nX, QKSum(m_nY, m_nPos)),
+                      CSize(m_nWidth, QKSum(m_nBarHeight, kThumbExtension)));
     return thumb.PtInRect(point);
 }
 
@@ -105,14 +107,14 @@ void QKVScrollBar::ComposeThumb(QKPieces& pieces) const {
                                                             : 0;
     const unsigned int margin = static_cast<unsigned int>(m_nWidth) - m_pMiddleImage->GetWidth();
     const auto left = static_cast<int>(static_cast<unsigned int>(m_nX) + (margin >> 1U));
-    int top = m_nY + m_nPos;
+    int top = QKSum(m_nY, m_nPos);
     const auto add = [&](const Picture& strip, int drawn, int cut, Gdiplus::WrapMode wrap) {
         const auto width = static_cast<float>(strip->GetWidth());
         pieces.Add({strip.get(),
                     {static_cast<float>(left), static_cast<float>(top), width, static_cast<float>(drawn)},
                     {0, static_cast<float>(offset), width, static_cast<float>(cut)},
                     wrap});
-        top += drawn;
+        top = QKSum(top, drawn);
     };
     const int topCap = FrameHeight(m_pTopImage);
     const int bottomCap = FrameHeight(m_pBottomImage);

@@ -1,0 +1,27 @@
+// Whole numbers of a host's choosing: sums and conversions end at the ends of an int.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+inline int QKSaturate(std::int64_t value) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
+}
+
+template <class... Ints>
+int QKSum(Ints... values) {
+    return QKSaturate((std::int64_t{values} + ...));
+}
+
+inline int QKDifference(int a, int b) {
+    return QKSaturate(std::int64_t{a} - b);
+}
+
+// Cut towards zero; what is no number is 0.
+inline int QKWhole(double value) {
+    using Limits = std::numeric_limits<int>;
+    if (!(value > Limits::min())) return value <= Limits::min() ? Limits::min() : 0;
+    return value < Limits::max() ? static_cast<int>(value) : Limits::max();
+}
