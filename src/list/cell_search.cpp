@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 namespace {
 
@@ -20,20 +21,39 @@ std::int64_t StepsPast(std::int64_t from, std::int64_t low, std::int64_t high, s
     return step == 0 || from < low ? 0 : (from - low) / -step + 1;
 }
 
+// No list has more cells: so many lie beyond what coordinates hold.
+constexpr std::int64_t kMostCells = std::int64_t{1} << 62;
+
+// The number of a line's first cell.
+std::int64_t FirstOf(std::int64_t lines, std::int64_t line) {
+    return lines > kMostCells / line ? kMostCells : lines * line;
+}
+
 }  // namespace
 
-std::int64_t QKCellGrid::LineOf(std::int64_t length, std::int64_t size, std::int64_t step) {
+void QKCellGrid::SetLines(std::int64_t length, std::int64_t size) {
     const std::int64_t room = length - size;  // that the start of a cell may be away from the line's
-    if (step > 0) return room < 0 ? 1 : room / step + 1;
-    return step > room ? 1 : 0;
+    line = count = 0;
+    if (along > 0) {
+        const std::int64_t beyond = length / along + 1;
+        if (beyond * along <= room)
+            count = beyond;
+        else
+            line = room < 0 ? 1 : room / along + 1;
+    } else if (along > room) {
+        line = 1;
+        if (length < 0) count = 1;
+    }
 }
 
 std::optional<std::int64_t> QKCellGrid::Distinct() const {
+    if (count != 0) return count;
     if (line == 0) return along == 0 ? std::optional<std::int64_t>(1) : std::nullopt;
     return across == 0 ? std::optional<std::int64_t>(line) : std::nullopt;
 }
 
 std::optional<CRect> QKCellGrid::Cell(std::int64_t number) const {
+    if (number >= kMostCells) return std::nullopt;
     const std::int64_t inLine = line == 0 ? number : number % line;
     const std::int64_t lines = line == 0 ? 0 : number / line;
     const std::int64_t x = corner.x + (columns ? lines * across : inLine * along);
@@ -49,7 +69,7 @@ std::optional<std::int64_t> QKCellGrid::NumberAt(CPoint point) const {
     const std::int64_t inLine = (columns ? y : x) / along;
     const std::int64_t lines = (columns ? x : y) / across;
     if (line == 0) return lines == 0 ? std::optional(inLine) : std::nullopt;
-    return inLine < line ? std::optional(lines * line + inLine) : std::nullopt;
+    return inLine < line ? std::optional(FirstOf(lines, line) + inLine) : std::nullopt;
 }
 
 std::int64_t QKCellGrid::After(std::int64_t number, const CRect& rect) const {
@@ -62,7 +82,7 @@ std::int64_t QKCellGrid::After(std::int64_t number, const CRect& rect) const {
     // The whole line is covered, and so is every one up to the rectangle's far edge.
     const std::int64_t lines = columns ? StepsPast(corner.x, rect.left, rect.right, across)
                                        : StepsPast(corner.y, rect.top, rect.bottom, across);
-    return std::max(lines * line, lineStart + line);
+    return std::max(FirstOf(lines, line), lineStart + line);
 }
 
 std::optional<CRect> QKCellSearch::FirstFree(const QKCellGrid& grid, std::int64_t start,
@@ -115,6 +135,14 @@ void QKCellSearch::Release(std::int64_t begin, std::int64_t end) {
 
 void QKCellSearch::Forget(const CRect& rect) {
     if (taken_.empty() || rect.IsRectEmpty()) return;
+    try {
+        ReleaseIn(rect);
+    } catch (const std::bad_alloc&) {
+        Clear();
+    }
+}
+
+void QKCellSearch::ReleaseIn(const CRect& rect) {
     constexpr std::int64_t kMostLines = 64;  // beyond, asking again is cheaper
     const QKCellGrid& grid = grid_;
     if (grid.along <= 0 || (grid.line != 0 && grid.across <= 0)) {
@@ -140,5 +168,6 @@ void QKCellSearch::Forget(const CRect& rect) {
         return;
     }
     for (std::int64_t line = firstLine; line < endLine; ++line)
-        Release(line * grid.line + std::min(from, grid.line), line * grid.line + std::min(to, grid.line));
+        Release(FirstOf(line, grid.line) + std::min(from, grid.line),
+                FirstOf(line, grid.line) + std::min(to, grid.line));
 }

@@ -12,19 +12,22 @@
 struct QKCellGrid {
     CPoint corner;  // top left of cell 0
     SIZE cell;
-    int along, across;  // from one cell of a line to the next, from one line to the next
-    bool columns;       // lines run down, and follow each other to the right; else they run right
-    std::int64_t line;  // cells of a line; 0 without end
+    int along, across;   // from one cell of a line to the next, from one line to the next
+    bool columns;        // lines run down, and follow each other to the right; else they run right
+    std::int64_t line;   // cells of a line; 0 without end
+    std::int64_t count;  // cells in all; 0 without end
 
     friend bool operator==(const QKCellGrid& a, const QKCellGrid& b) {
         return a.corner == b.corner && a.cell.cx == b.cell.cx && a.cell.cy == b.cell.cy &&
-               a.along == b.along && a.across == b.across && a.columns == b.columns && a.line == b.line;
+               a.along == b.along && a.across == b.across && a.columns == b.columns && a.line == b.line &&
+               a.count == b.count;
     }
 
-    // Cells that fit into a line of `length` whose cells are `size` long; the first always does. Without end
-    // where steps do not lead out of the line.
-    static std::int64_t LineOf(std::int64_t length, std::int64_t size, std::int64_t step);
-    // The cells after which positions repeat; nothing where they never do.
+    // Sets `line` and `count` for lines of `length`, no shorter than a step, with cells `size` long. The
+    // first cell of a line always fits. A search goes to the next line where a cell would end beyond this
+    // one, and ends where one would start beyond it: that comes before it for cells of a negative size.
+    void SetLines(std::int64_t length, std::int64_t size);
+    // The cells after which positions repeat or end; nothing where they never do.
     std::optional<std::int64_t> Distinct() const;
     // The cell's rectangle; nothing beyond what coordinates hold.
     std::optional<CRect> Cell(std::int64_t number) const;
@@ -49,6 +52,7 @@ class QKCellSearch {
   private:
     void Take(std::int64_t begin, std::int64_t end);
     void Release(std::int64_t begin, std::int64_t end);
+    void ReleaseIn(const CRect& rect);
 
     QKCellGrid grid_ = {};
     std::map<std::int64_t, std::int64_t> taken_;  // runs of cells known to be occupied: first, one past last

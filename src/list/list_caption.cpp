@@ -1,32 +1,25 @@
 #include "list/list_caption.h"
 
-#include <algorithm>
 #include <cmath>
 #include <memory>
-#include <string_view>
+#include <utility>
 
 #include "dialog/dialog_base.h"
+#include "items/arithmetic.h"
 #include "items/glow_text.h"
 #include "items/pieces.h"
+#include "list/list_text.h"
 
-namespace {
-
-// A longer text is cut, and so never found equal: it is rendered each time.
-void Remember(QKListItem& entry, std::u16string_view text) {
-    const std::u16string_view kept = text.substr(0, QKListItem::kTextUnits - 1);
-    *std::copy(kept.begin(), kept.end(), entry.szTextCath) = u'\0';
+bool QKHasCaption(const QKListItem& entry, std::u16string_view text) {
+    return entry.pTextImage && text == QKTextOf(entry.szTextCath);
 }
 
-}  // namespace
-
-bool QKHasCaption(const QKListItem& entry, LPCWSTR text) {
-    return entry.pTextImage && std::u16string_view(text) == entry.szTextCath;
-}
-
-Gdiplus::Image* QKCaption(QKListItem& entry, LPCWSTR text, const QKCaptionLook& look, const SIZE& size) {
+Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKCaptionLook& look,
+                          const SIZE& size) {
     if (QKHasCaption(entry, text)) return entry.pTextImage;
     delete std::exchange(entry.pTextImage, nullptr);
-    Remember(entry, text);
+    QKSetText(entry.szTextCath, text);  // a longer text is cut, and so never found equal
+    const CString whole(text.data(), static_cast<int>(text.size()));
 
     auto caption = std::make_unique<Gdiplus::Bitmap>(size.cx, size.cy);
     if (caption->GetLastStatus() != Gdiplus::Ok) return nullptr;  // no size: it may have one next time
@@ -34,10 +27,10 @@ Gdiplus::Image* QKCaption(QKListItem& entry, LPCWSTR text, const QKCaptionLook& 
     Gdiplus::Graphics graphics(caption.get());
     graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
     graphics.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
-    QKDrawGlow(graphics, {text, look.font, look.format, look.glow, look.factor},
+    QKDrawGlow(graphics, {whole, look.font, look.format, look.glow, look.factor},
                {std::trunc(look.origin.X), std::trunc(look.origin.Y), inside.Width, inside.Height}, inside);
     const Gdiplus::SolidBrush brush(look.text);
-    graphics.DrawString(text, -1, &look.font, inside, &look.format, &brush);
+    graphics.DrawString(whole, -1, &look.font, inside, &look.format, &brush);
     entry.pTextImage = caption.release();
     return entry.pTextImage;
 }
@@ -47,9 +40,9 @@ void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entr
                                    const Gdiplus::Color& textColor, const Gdiplus::Color& glowColor,
                                    const Gdiplus::RectF& rect, const Gdiplus::PointF& origin, float factor) {
     const Gdiplus::RectF place = QKGlowRect(rect);
-    const SIZE size = {static_cast<int>(place.Width), static_cast<int>(place.Height)};
+    const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
     Gdiplus::Image* caption =
-        QKCaption(*entry, text, {font, format, textColor, glowColor, origin, factor}, size);
+        QKCaption(*entry, text.GetString(), {font, format, textColor, glowColor, origin, factor}, size);
     if (!caption) return;
     QKPiecePainter painter(*graphics);
     painter.Add(QKImagePiece{caption, place, QKWholeImage(caption)});

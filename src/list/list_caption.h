@@ -1,8 +1,9 @@
 // Glowing captions of list entries, rendered once and kept in the entry.
 #pragma once
 
+#include <string_view>
+
 #include <platform/gdiplus.h>
-#include <platform/text.h>
 
 #include "list/list_item.h"
 
@@ -16,6 +17,7 @@ struct QKCaptionLook {
 
 // The entry's caption for a text: the one it has, or one rendered now, `size` pixels large. Null for a size
 // that no picture has.
-Gdiplus::Image* QKCaption(QKListItem& entry, LPCWSTR text, const QKCaptionLook& look, const SIZE& size);
+Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKCaptionLook& look,
+                          const SIZE& size);
 // Whether the entry has it.
-bool QKHasCaption(const QKListItem& entry, LPCWSTR text);
+bool QKHasCaption(const QKListItem& entry, std::u16string_view text);

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <platform/collections.h>
@@ -14,6 +15,8 @@
 class QKListEntries;
 class QKPieces;
 struct QKCellGrid;
+struct QKListLayout;
+struct QKListMeasure;
 struct QKListMetrics;
 struct QKListNode;
 
@@ -49,29 +52,40 @@ struct QKListCallbacks {
 //
 // What a host may do with an entry that it got from GetItem, GetItemFromRect or a callback: read and change
 // any field at any time for as long as the entry is in the list, and the list takes it into account at
-// once. Each entry handed out costs a comparison in every later question to the list, so a host that
-// reads many does it through a const list, which costs nothing. An entry must not be freed, and what it owns
-// may be replaced but not shared. After changing the caption of an entry the host calls ReCalcStateRect;
-// after changing what its caption looks like otherwise it empties szTextCath.
+// once. Each entry handed out costs a comparison in every later question to the list. A host that only reads
+// does it through a const list: the entry is as true at any time, and costs nothing in questions, but a
+// little whenever the list moves, and the measuring of its caption whenever it is laid out. An entry must not
+// be freed, and what it owns may be replaced but not shared. Texts end at their terminator, or with the 259th
+// unit. After changing the caption of an entry the host calls ReCalcStateRect; after changing what its
+// caption looks like otherwise it empties szTextCath.
+//
+// A derived class may change any of the protected fields, the font and the format among them: captions are
+// measured and drawn with what they hold when the list is next laid out (RedrawList, or any other layout).
+//
+// Copies share the entries, with what each of them adds or removes, the font and the frame images; every copy
+// has its own place, settings and callbacks, and the entries lie where the last layout, of any, put them.
+//
+// When memory runs out, an operation answers as if there was nothing to do or to find, and a layout leaves
+// entries without a place until the next one.
 class PLATFORM_API QKListCtrl : public QKItemBase {
   public:
     QKListCtrl();
     ~QKListCtrl();
-    QKListCtrl(const QKListCtrl&) = delete;
-    QKListCtrl& operator=(const QKListCtrl&) = delete;
+    QKListCtrl(const QKListCtrl&) = default;
+    QKListCtrl& operator=(const QKListCtrl&) = default;
 
     // ---- Entries
 
     // Adopt a copy of the record at the end. Its images are taken over: the record's pointers are null
     // afterwards; its icon is destroyed and must not be used. State rectangles, flags, pAlphaImage and
-    // caption are not taken over. Always 1.
+    // caption are not taken over. 1; 0 when memory ran out: the list and the record are as they were then.
     // The first form places the entry in the first free cell from the point on, in a list of QKLIST_DESKTOP;
     // in other lists, and in the second form without `layout`, it keeps the record's cell. With `layout` it
     // gets the first free cell.
     int AddItem(QKListItem* item, int x, int y);
     int AddItem(QKListItem* item, int layout);
     // Before the entry at `index`; at the end for an index that is negative or beyond. Lays everything out
-    // again.
+    // again. Where memory runs out the record keeps its images, unless it is in the list.
     void InsertItem(QKListItem* item, int index);
     // 0 when it is no entry. It leaves the selection in any case. Without `release` the caller owns it now,
     // and frees its images, icon, rendered caption and record. The others keep their cells.
@@ -114,9 +128,11 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void SetListMode(QKListMode mode) { m_nListMode = mode; }
     QKListMode GetListMode() const { return m_nListMode; }
 
-    // Moves the list, lays everything out and writes the rectangle back, grown. Moving a list whose entries
-    // stay the same costs the same however many there are: a scroll bar may call this for every step.
+    // Moves the list and lays everything out; the first form writes the rectangle back, grown. Nothing
+    // happens for a null rectangle. Moving a list whose entries stay the same costs the same however many
+    // there are: a scroll bar may call this for every step.
     void SetRect(CRect* rect);
+    void SetRect(const CRect* rect);
     using QKItemBase::SetRect;  // the form with four numbers moves no entry
     // Lays everything out; with 0 only the heights, in place.
     void ReSetPos(int full);
@@ -124,7 +140,8 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void RedrawList();
     // After the host changed an entry's caption.
     void ReCalcStateRect(QKListItem* entry);
-    // How far the cells reach from the list's top and left.
+    // How far the cells reach from the list's top and left; those left of or above the client area do not
+    // count.
     int GetListMaxHeight();
     int GetListMaxWidth();
 
@@ -166,13 +183,27 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void SetMStateRect(QKListItem* entry);
     void SetFStateRect(QKListItem* entry);
 
-    using NineImages = std::array<std::unique_ptr<Gdiplus::Image>, 9>;
+    using NineImages = std::array<std::shared_ptr<Gdiplus::Image>, 9>;
 
-    std::shared_ptr<QKListEntries> m_lstItems;  // entries and selection
-    std::unique_ptr<Gdiplus::Font> m_pFont;
+    // What copies of a list share. Each holds it by itself: a weak pointer to one list's ends with that list.
+    class Entries : public std::shared_ptr<QKListEntries> {
+      public:
+        explicit Entries(const std::shared_ptr<QKListEntries>& entries) : shared_ptr(HoldToo(entries)) {}
+        Entries(const Entries& other) : shared_ptr(HoldToo(other)) {}
+        Entries& operator=(const Entries& other) {
+            if (get() != other.get()) shared_ptr::operator=(HoldToo(other));
+            return *this;
+        }
+        ~Entries() = default;
+
+      private:
+        static std::shared_ptr<QKListEntries> HoldToo(const std::shared_ptr<QKListEntries>& other);
+    };
+
+    Entries m_lstItems;                      // with their selection
+    std::shared_ptr<Gdiplus::Font> m_pFont;  // null: no caption shows
     Gdiplus::Color m_crText{0xFEFFFFFF};
-    Gdiplus::StringFormat m_format;         // as the last caption was drawn
-    Gdiplus::StringFormat m_measureFormat;  // cuts by an ellipsis, always
+    Gdiplus::StringFormat m_format;  // but for the trimming, which drawing sets
     QKListCallbacks m_listCallbacks;
     NineImages m_pMoveImage, m_pDownImage, m_pFouceImage;
     int m_nArrange = 0;
@@ -186,32 +217,30 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     int m_nInerTop = 3;
     int m_nTextGap = 5;
     QKListMode m_nListMode = QKLIST_NORMAL;
-    SIZE m_szFrame = {0, 0};  // the largest of all frame images
     std::size_t m_nCaptionLimit = std::size_t{16} << 20;
 
   private:
-    // A layout of all entries, and what it was made from.
-    struct Layout;
-
     QKListMetrics Metrics() const;
+    QKListMeasure Measure() const;
     std::optional<QKCellGrid> Grid(bool columns) const;
-    QKListItem* Adopt(QKListItem& host);
-    bool PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption);
+    template <class Place>
+    bool Add(QKListItem& host, int index, Place place);
+    void PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption);
     bool PlaceFirstFree(QKListItem& entry);
     bool PlaceAtPoint(QKListItem& entry, int x, int y);
     void Grow(const CRect& cell);
-    void Join(QKListItem* entry, int index, bool placed);
     void LayOutAll();
+    bool MoveLayout(const QKListLayout& layout);
+    void PlaceAll(QKListLayout& layout);
     void LoadFrames(NineImages& images, const CStringArray& paths);
 
     // Drawing: a frame begins; every entry that draws into an area, in drawing order; what it draws.
     void BeginFrame();
+    SIZE LargestFrame() const;
     std::vector<QKListNode*> DrawnIn(const CRect& area);
     void ComposeEntry(QKListNode& node, QKPieces& pieces);
     Gdiplus::Image* CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
                               Gdiplus::StringTrimming trimming);
-
-    std::unique_ptr<Layout> m_pLayout;
 
     friend class CQKDialogBase;
 };

@@ -2,18 +2,20 @@
 #include <algorithm>
 
 #include "dialog/dialog_base.h"
+#include "items/arithmetic.h"
 #include "items/glow_text.h"
 #include "items/pieces.h"
 #include "items/state_image.h"
 #include "list/list_caption.h"
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
+#include "list/list_text.h"
 
 namespace {
 
 constexpr Gdiplus::ARGB kCaptionGlow = 0xB4323232;
 
-void ComposeFrame(const std::array<std::unique_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
+void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
                   QKPieces& pieces) {
     std::array<Gdiplus::Image*, 9> images;
     std::transform(frame.begin(), frame.end(), images.begin(), [](const auto& image) { return image.get(); });
@@ -24,13 +26,24 @@ void ComposeFrame(const std::array<std::unique_ptr<Gdiplus::Image>, 9>& frame, c
 
 // Captions of the frame before stay, whatever room they take.
 void QKListCtrl::BeginFrame() {
-    m_lstItems->TrimCaptions(m_nCaptionLimit);
-    m_lstItems->BeginFrame();
+    m_lstItems->Captions().Trim(m_nCaptionLimit);
+    m_lstItems->Captions().BeginFrame();
+}
+
+SIZE QKListCtrl::LargestFrame() const {
+    SIZE largest = {0, 0};
+    for (const NineImages* set : {&m_pMoveImage, &m_pDownImage, &m_pFouceImage})
+        for (const auto& image : *set) {
+            if (!image) continue;
+            largest.cx = std::max(largest.cx, static_cast<LONG>(image->GetWidth()));
+            largest.cy = std::max(largest.cy, static_cast<LONG>(image->GetHeight()));
+        }
+    return largest;
 }
 
 std::vector<QKListNode*> QKListCtrl::DrawnIn(const CRect& area) {
     std::vector<QKListNode*> drawn;
-    const std::vector<QKListNode*> nodes = m_lstItems->DrawnIn(area, Metrics());
+    const std::vector<QKListNode*> nodes = m_lstItems->DrawnIn(area, {Metrics(), LargestFrame()});
     drawn.reserve(nodes.size());
     std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(drawn),
                  [](const QKListNode* node) { return node->focus != 0; });
@@ -65,18 +78,20 @@ void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
 Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
                                       Gdiplus::StringTrimming trimming) {
     QKListItem& entry = *node.item;
-    if (QKHasCaption(entry, entry.szText)) {
-        m_lstItems->CaptionSeen(node, nullptr);
+    QKCaptionStore& captions = m_lstItems->Captions();
+    const std::u16string_view text = QKTextOf(entry.szText);
+    if (QKHasCaption(entry, text)) {
+        captions.Seen(node, nullptr);
         return entry.pTextImage;
     }
-    const SIZE size = {static_cast<int>(place.Width), static_cast<int>(place.Height)};
-    const QKListNode::Rendering rendering = m_lstItems->RenderingFor(node, {size, trimming, 0});
+    if (!m_pFont) return nullptr;
+    const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
+    const QKListNode::Rendering rendering = captions.RenderingFor(node, {size, trimming, 0});
     m_format.SetTrimming(rendering.trimming);
-    Gdiplus::Image* caption =
-        QKCaption(entry, entry.szText,
-                  {*m_pFont, m_format, m_crText, Gdiplus::Color(kCaptionGlow), Gdiplus::PointF(1, 1), 3},
-                  rendering.size);
-    if (caption) m_lstItems->CaptionSeen(node, &rendering);
+    Gdiplus::Image* caption = QKCaption(
+        entry, text, {*m_pFont, m_format, m_crText, Gdiplus::Color(kCaptionGlow), Gdiplus::PointF(1, 1), 3},
+        rendering.size);
+    if (caption) captions.Seen(node, &rendering);
     return caption;
 }
 

@@ -2,16 +2,40 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
+#include <new>
 #include <utility>
 
 #include <platform/gdi.h>
+
+#include "items/arithmetic.h"
 
 namespace {
 
 constexpr std::uint64_t kOrderStep = std::uint64_t{1} << 32U;
 
+// Whether a rectangle keeps its size when it is seen from another origin.
+bool IsNear(const CRect& rect) {
+    constexpr int kNear = 1 << 30;
+    const auto near = [](int edge) { return edge > -kNear && edge < kNear; };
+    return near(rect.left) && near(rect.top) && near(rect.right) && near(rect.bottom);
+}
+
 }  // namespace
+
+// What is derived from the records is stale from here on, until the change is complete.
+class QKListEntries::Change {
+  public:
+    explicit Change(QKListEntries& entries) : stale_(entries.stale_), before_(entries.stale_) {
+        stale_ = true;
+    }
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+    void Complete() { stale_ = before_; }
+
+  private:
+    bool& stale_;
+    bool before_;
+};
 
 QKListEntries::~QKListEntries() {
     Release();
@@ -31,11 +55,42 @@ void QKListEntries::Release(QKListItem* item) {
 // A record that stands in several places is freed once.
 void QKListEntries::Release() {
     ClearSelection();
-    for (auto at = byItem_.begin(); at != byItem_.end(); at = byItem_.equal_range(at->first).second)
-        Release(at->second->item);
+    captions_.Clear();
+    std::sort(nodes_.begin(), nodes_.end(), [](const auto& a, const auto& b) { return a->item < b->item; });
+    const QKListItem* last = nullptr;
+    for (const auto& node : nodes_)
+        if (node->item != last) {
+            last = node->item;
+            Release(node->item);
+        }
     nodes_.clear();
-    byItem_.clear();
     handedOut_.clear();
+    lookedAt_.clear();
+    Forget();
+}
+
+// In one go, whatever number they are: taking out one by one costs each time what lies behind it.
+bool QKListEntries::ReleaseSelected() {
+    std::unordered_set<QKListItem*> released;
+    for (const QKListNode* node : Selected())
+        if (node->unselected == 0) released.insert(node->item);
+    if (released.empty()) return false;
+    const auto leaves = [&](const auto& node) { return released.contains(node->item); };
+    Change change(*this);
+    for (const auto& node : nodes_)
+        if (leaves(node)) Leave(*node);
+    std::erase_if(nodes_, leaves);
+    change.Complete();
+    for (QKListItem* item : released) {
+        Deselect(item);
+        Release(item);
+    }
+    return true;
+}
+
+// Nothing is derived from any record.
+void QKListEntries::Forget() {
+    byItem_.clear();
     cells_.Clear();
     hits_.Clear();
     drawn_.Clear();
@@ -44,15 +99,41 @@ void QKListEntries::Release() {
     hovered_.clear();
     focused_.clear();
     selectedFlags_.clear();
-    captions_.clear();
-    captionBytes_ = 0;
     unmeasured_ = unplaced_ = 0;
     extentKnown_ = false;
+    stale_ = false;
     ++generation_;
+}
+
+void QKListEntries::Repair() {
+    if (stale_) Rebuild();
+}
+
+void QKListEntries::Rebuild() {
+    Forget();
+    Change change(*this);
+    for (const auto& node : nodes_) {
+        Settle(*node);
+        node->cell = node->hit = node->drawn = CRect();
+        node->placed = true;
+        Join(*node);
+    }
+    change.Complete();
+}
+
+// Rectangles far away are exact only as the records have them.
+void QKListEntries::MoveOriginBack() {
+    for (const auto& node : nodes_)
+        Settle(*node);
+    origin_ = CPoint();
+    for (const auto& node : nodes_)
+        node->origin = origin_;
+    Rebuild();
 }
 
 QKListNode* QKListEntries::At(int position) {
     if (position < 0 || position >= Count()) return nullptr;
+    Repair();
     QKListNode& node = *nodes_[static_cast<std::size_t>(position)];
     if (node.handedOut) Reread(node);
     Settle(node);
@@ -67,7 +148,8 @@ int QKListEntries::PositionOf(const QKListNode& node) const {
     return static_cast<int>(found - nodes_.begin());
 }
 
-QKListNode* QKListEntries::Find(const QKListItem* item) const {
+QKListNode* QKListEntries::Find(const QKListItem* item) {
+    Repair();
     const auto [begin, end] = byItem_.equal_range(item);
     QKListNode* first = nullptr;
     for (auto at = begin; at != end; ++at)
@@ -75,16 +157,33 @@ QKListNode* QKListEntries::Find(const QKListItem* item) const {
     return first;
 }
 
-QKListNode& QKListEntries::Insert(QKListItem* item, int position) {
+QKListNode& QKListEntries::Insert(QKListItem* item, int position, const QKListMeasure* measure) {
+    Repair();
     const auto order = [&](int at) { return nodes_[static_cast<std::size_t>(at)]->order; };
     const auto before = [&] { return position == 0 ? 0 : order(position - 1); };
     if (position < Count() && order(position) - before() < 2) Renumber();
     auto node = std::make_unique<QKListNode>();
     node->item = item;
+    node->origin = origin_;
+    node->captionEpoch = captionEpoch_;
     node->order = position == Count() ? before() + kOrderStep : before() + (order(position) - before()) / 2;
+    if (measure && QKHasHitCover(*measure, *item)) {
+        MeasureLaterBy(*measure);
+        node->measured = false;
+    } else if (measure) {
+        QKMeasureFocus(*measure, *item);
+        QKMeasureHit(*measure, *item);
+    }
     QKListNode& added = *node;
     nodes_.insert(nodes_.begin() + position, std::move(node));
-    Join(added);
+    try {
+        Join(added);
+    } catch (const std::bad_alloc&) {
+        Forget();
+        stale_ = true;
+        nodes_.erase(nodes_.begin() + position);
+        throw;
+    }
     return added;
 }
 
@@ -103,39 +202,51 @@ QKListItem* QKListEntries::Extract(QKListNode& node) {
 }
 
 void QKListEntries::Replace(QKListNode& node, QKListItem* item) {
+    HandOutAll(item);  // where it stands already: what one place does to it, the others must see
+    handedOut_.reserve(handedOut_.size() + 1);
     Leave(node);
     const std::uint64_t order = node.order;
     node = QKListNode();
     node.item = item;
     node.order = order;
-    Join(node);
+    node.origin = origin_;
+    node.captionEpoch = captionEpoch_;
+    try {
+        Join(node);
+    } catch (const std::bad_alloc&) {
+        stale_ = true;
+    }
+    HandOut(node);
 }
 
 // The nodes change places, and take all that is known of their records with them.
 void QKListEntries::Swap(QKListNode& a, QKListNode& b) {
+    Change change(*this);
     TakeFromSets(a);
     TakeFromSets(b);
     std::swap(nodes_[static_cast<std::size_t>(PositionOf(a))],
               nodes_[static_cast<std::size_t>(PositionOf(b))]);
     std::swap(a.order, b.order);
+    ++generation_;
     AddToSets(a);
     AddToSets(b);
-    ++generation_;
+    change.Complete();
 }
 
 void QKListEntries::Join(QKListNode& node) {
+    Change change(*this);
     byItem_.emplace(node.item, &node);
-    node.origin = origin_;
-    node.captionEpoch = captionEpoch_;
     const QKListItem& entry = *node.item;
     node.id = entry.nID;
     node.mouse = entry.nMouseState;
     node.focus = entry.nFocusState;
     node.unselected = entry.nSelState;
+    unmeasured_ += !node.measured;
     CountId(node.id, 1);
     AddToSets(node);
     SetRects(node);
     ++generation_;
+    change.Complete();
 }
 
 void QKListEntries::Leave(QKListNode& node) {
@@ -150,7 +261,7 @@ void QKListEntries::Leave(QKListNode& node) {
     unmeasured_ -= !node.measured;
     unplaced_ -= !node.placed;
     StopHandingOut(node);
-    ForgetCaption(node);
+    captions_.Forget(node);
     ++generation_;
 }
 
@@ -176,14 +287,34 @@ QKListItem* QKListEntries::HandOut(QKListNode& node) {
     Settle(node);
     Resolve(node);
     if (!node.handedOut) {
-        node.handedOut = true;
-        node.handedOutAt = handedOut_.size();
         handedOut_.push_back(&node);
+        node.handedOutAt = handedOut_.size() - 1;
+        node.handedOut = true;
+    }
+    return node.item;
+}
+
+void QKListEntries::HandOutAll(const QKListItem* item) {
+    Repair();
+    const auto [begin, end] = byItem_.equal_range(item);
+    std::vector<QKListNode*> nodes;
+    for (auto at = begin; at != end; ++at)
+        nodes.push_back(at->second);
+    for (QKListNode* node : nodes)
+        HandOut(*node);
+}
+
+const QKListItem* QKListEntries::Show(QKListNode& node) {
+    if (!node.lookedAt) {
+        lookedAt_.insert(&node);
+        node.lookedAt = true;
     }
     return node.item;
 }
 
 void QKListEntries::StopHandingOut(QKListNode& node) {
+    if (node.lookedAt) lookedAt_.erase(&node);
+    node.lookedAt = false;
     if (!node.handedOut) return;
     handedOut_.back()->handedOutAt = node.handedOutAt;
     handedOut_[node.handedOutAt] = handedOut_.back();
@@ -192,6 +323,7 @@ void QKListEntries::StopHandingOut(QKListNode& node) {
 }
 
 void QKListEntries::Sync() {
+    Repair();
     for (QKListNode* node : handedOut_)
         Reread(*node);
 }
@@ -199,9 +331,10 @@ void QKListEntries::Sync() {
 void QKListEntries::Reread(QKListNode& node) {
     Settle(node);
     const QKListItem& entry = *node.item;
+    Change change(*this);
     if (entry.nID != node.id) {
-        CountId(node.id, -1);
-        CountId(node.id = entry.nID, 1);
+        CountId(std::exchange(node.id, entry.nID), -1);
+        CountId(node.id, 1);
     }
     if (entry.nMouseState != node.mouse || entry.nFocusState != node.focus ||
         entry.nSelState != node.unselected) {
@@ -214,6 +347,7 @@ void QKListEntries::Reread(QKListNode& node) {
     const CRect cell = node.cell;
     SetRects(node);
     if (!(cell == node.cell)) ++generation_;
+    change.Complete();
 }
 
 // ---- Rectangles
@@ -223,16 +357,24 @@ CRect QKListEntries::FromOrigin(CRect rect) const {
     return rect;
 }
 
+CPoint QKListEntries::FromOrigin(CPoint point) const {
+    point.Offset(-origin_.x, -origin_.y);
+    return point;
+}
+
 CRect QKListEntries::ToClient(CRect rect) const {
     rect.OffsetRect(origin_.x, origin_.y);
     return rect;
 }
 
-// Brings the record to where its entry is.
+// Brings the record to where its entry is, once for all places where it stands.
 void QKListEntries::Settle(QKListNode& node) {
     if (!(node.origin == origin_)) {
         QKOffset(*node.item, CPoint(origin_.x - node.origin.x, origin_.y - node.origin.y));
         node.origin = origin_;
+        const auto [begin, end] = byItem_.equal_range(node.item);
+        for (auto at = begin; at != end; ++at)
+            at->second->origin = origin_;
     }
     if (node.captionEpoch != captionEpoch_) {
         node.item->szTextCath[0] = u'\0';
@@ -244,17 +386,17 @@ void QKListEntries::Resolve(QKListNode& node) {
     if (!node.measured) Measure(node, measureBy_);
 }
 
-void QKListEntries::Measure(QKListNode& node, const QKListMetrics& metrics) {
+void QKListEntries::Measure(QKListNode& node, const QKListMeasure& measure) {
     Settle(node);
-    QKMeasureFocus(metrics, style_, *node.item);
-    QKMeasureHit(metrics, style_, *node.item);
+    QKMeasureFocus(measure, *node.item);
+    QKMeasureHit(measure, *node.item);
     unmeasured_ -= !node.measured;
     node.measured = true;
     SetRects(node);
 }
 
 CRect QKListEntries::HitOf(const QKListNode& node) const {
-    return node.measured ? node.item->rcMState : QKHitCover(measureBy_, *node.item);
+    return node.measured ? node.item->rcMState : QKHitCover(measureBy_.metrics, *node.item);
 }
 
 void QKListEntries::Move(QKRectIndex& index, QKListNode& node, CRect QKListNode::*rect, const CRect& value) {
@@ -265,24 +407,30 @@ void QKListEntries::Move(QKRectIndex& index, QKListNode& node, CRect QKListNode:
 }
 
 void QKListEntries::MoveCell(QKListNode& node, const CRect& value) {
+    extent_ = CPoint(std::max(extent_.x, value.right), std::max(extent_.y, value.bottom));
     if (node.cell == value) return;
     search_.Forget(ToClient(node.cell));
     // The one that reached farthest may have gone.
     if (node.cell.right >= extent_.x || node.cell.bottom >= extent_.y) extentKnown_ = false;
-    extent_ = CPoint(std::max(extent_.x, value.right), std::max(extent_.y, value.bottom));
     Move(cells_, node, &QKListNode::cell, value);
 }
 
 void QKListEntries::SetRects(QKListNode& node) {
     const QKListItem& entry = *node.item;
-    MoveCell(node, FromOrigin(entry.rcItem));
     const bool placed = QKIsPlaced(entry);
+    const CRect hit = HitOf(node);
+    const CRect drawn = placed ? QKDrawnBounds(drawnBy_, entry, hit) : CRect();
+    if (!(origin_ == CPoint()) && !(IsNear(entry.rcItem) && IsNear(hit) && IsNear(drawn))) {
+        MoveOriginBack();  // and with it this one
+        return;
+    }
+    Change change(*this);
+    MoveCell(node, FromOrigin(entry.rcItem));
     unplaced_ += static_cast<int>(node.placed) - static_cast<int>(placed);
     node.placed = placed;
-    const CRect hit = HitOf(node);
     Move(hits_, node, &QKListNode::hit, FromOrigin(hit));
-    Move(drawn_, node, &QKListNode::drawn,
-         placed ? FromOrigin(QKDrawnBounds(drawnBy_, entry, hit)) : CRect());
+    Move(drawn_, node, &QKListNode::drawn, placed ? FromOrigin(drawn) : CRect());
+    change.Complete();
 }
 
 // ---- Answers
@@ -294,7 +442,7 @@ int QKListEntries::NextId() {
 
 std::optional<CRect> QKListEntries::OccupantAt(CPoint point) {
     Sync();
-    const QKListNode* node = cells_.AnyAt(CPoint(point.x - origin_.x, point.y - origin_.y));
+    const QKListNode* node = cells_.AnyAt(FromOrigin(point));
     return node ? std::optional(ToClient(node->cell)) : std::nullopt;
 }
 
@@ -306,28 +454,26 @@ QKListNode* QKListEntries::FirstMeeting(const CRect& rect) {
 
 std::vector<QKListNode*> QKListEntries::HitBy(CPoint point) {
     Sync();
-    const CPoint seen(point.x - origin_.x, point.y - origin_.y);
-    std::vector<QKListNode*> nodes = hits_.At(seen);
+    std::vector<QKListNode*> nodes = hits_.At(FromOrigin(point));
     std::erase_if(nodes, [&](QKListNode* node) {
         Resolve(*node);
-        return !node->hit.PtInRect(seen);
+        return !node->hit.PtInRect(FromOrigin(point));
     });
     return nodes;
 }
 
 std::vector<QKListNode*> QKListEntries::HitBy(const CRect& area) {
     Sync();
-    const CRect seen = FromOrigin(area);
-    std::vector<QKListNode*> nodes = hits_.Meeting(seen);
+    std::vector<QKListNode*> nodes = hits_.Meeting(FromOrigin(area));
     std::erase_if(nodes, [&](QKListNode* node) {
         Resolve(*node);
         CRect common;
-        return !common.IntersectRect(node->hit, seen);
+        return !common.IntersectRect(node->hit, FromOrigin(area));
     });
     return nodes;
 }
 
-std::vector<QKListNode*> QKListEntries::DrawnIn(const CRect& area, const QKListMetrics& metrics) {
+std::vector<QKListNode*> QKListEntries::DrawnIn(const CRect& area, const QKDrawnMetrics& metrics) {
     Sync();
     if (!(metrics == drawnBy_)) {
         drawnBy_ = metrics;
@@ -383,7 +529,7 @@ const QKListEntries::NodeSet& QKListEntries::Selected() {
 
 void QKListEntries::SetMouse(QKListNode& node, int state) {
     node.item->nMouseState = state;
-    Reread(node);
+    Changed(node);
 }
 
 void QKListEntries::SetFocus(QKListNode& node, int state) {
@@ -391,159 +537,32 @@ void QKListEntries::SetFocus(QKListNode& node, int state) {
     Resolve(node);
     node.item->nFocusState = state;
     node.item->szTextCath[0] = u'\0';
-    Reread(node);
+    Changed(node);
 }
 
 void QKListEntries::SetUnselected(QKListNode& node, int state) {
     node.item->nSelState = state;
-    Reread(node);
+    Changed(node);
 }
 
-// ---- Layout
-
-std::optional<CRect> QKListEntries::FirstFree(const QKCellGrid& grid, std::int64_t start) {
-    Sync();
-    return search_.FirstFree(grid, start, [this](CPoint point) {
-        const QKListNode* node = cells_.AnyAt(CPoint(point.x - origin_.x, point.y - origin_.y));
-        return node ? std::optional(ToClient(node->cell)) : std::nullopt;
-    });
-}
-
-void QKListEntries::Unplace() {
-    cells_.Clear();
-    hits_.Clear();
-    drawn_.Clear();
-    search_.Clear();
-    origin_ = CPoint();
-    for (const auto& node : nodes_) {
-        node->origin = origin_;
-        Settle(*node);
-        QKUnplace(*node->item);
-        node->cell = node->hit = node->item->rcItem;
-        node->drawn = CRect();
-        node->measured = true;
-        node->placed = false;
+// What is derived from the record is made anew where it could not be changed.
+void QKListEntries::Changed(QKListNode& node) {
+    try {
+        Reread(node);
+    } catch (const std::bad_alloc&) {
+        stale_ = true;
     }
-    unplaced_ = Count();
-    unmeasured_ = 0;
-    extentKnown_ = false;
-    ++generation_;
-}
-
-void QKListEntries::Placed(QKListNode& node, const QKListMetrics& metrics, bool emptiesCaption) {
-    node.origin = origin_;
-    if (emptiesCaption) node.item->szTextCath[0] = u'\0';
-    if (node.handedOut || !QKHasHitCover(*node.item)) {
-        Measure(node, metrics);
-        return;
-    }
-    if (!(metrics == measureBy_)) {
-        // Those that wait are measured by what held when they were placed.
-        for (std::size_t i = 0; unmeasured_ > 0 && i < nodes_.size(); ++i)
-            Resolve(*nodes_[i]);
-        measureBy_ = metrics;
-    }
-    unmeasured_ += node.measured;
-    node.measured = false;
-    SetRects(node);
-}
-
-void QKListEntries::Offset(CPoint by, const QKListMetrics& metrics) {
-    origin_.Offset(by.x, by.y);
-    search_.Offset(by);
-    for (QKListNode* node : handedOut_) {
-        Settle(*node);
-        node->item->rcText = QKCaptionCell(metrics, node->item->rcItem);
-        Measure(*node, metrics);
-    }
-}
-
-std::uint64_t QKListEntries::Generation() {
-    Sync();
-    return generation_;
-}
-
-// ---- Selection
-
-void QKListEntries::Select(QKListItem* item) {
-    if (IsSelected(item)) return;
-    inSelection_.emplace(item, selection_.insert(selection_.end(), item));
-}
-
-void QKListEntries::Deselect(const QKListItem* item) {
-    const auto found = inSelection_.find(item);
-    if (found == inSelection_.end()) return;
-    selection_.erase(found->second);
-    inSelection_.erase(found);
 }
 
 void QKListEntries::DeselectEntries(const std::function<bool(const QKListNode*)>& stays) {
-    for (auto at = selection_.begin(); at != selection_.end();) {
-        const QKListNode* node = Find(*at);
-        if (!node || stays(node)) {
-            ++at;
-            continue;
-        }
-        inSelection_.erase(*at);
-        at = selection_.erase(at);
-    }
-}
-
-void QKListEntries::ClearSelection() {
-    selection_.clear();
-    inSelection_.clear();
-}
-
-// ---- Rendered captions
-
-QKListNode::Rendering QKListEntries::RenderingFor(const QKListNode& node,
-                                                  const QKListNode::Rendering& asked) const {
-    const QKListItem& entry = *node.item;
-    const bool sameText = std::u16string_view(entry.szText) == entry.szTextCath;
-    return node.droppedCaption && sameText && node.rendering.age == captionAge_ ? node.rendering : asked;
-}
-
-void QKListEntries::CaptionSeen(QKListNode& node, const QKListNode::Rendering* rendered) {
-    if (rendered) {
-        ForgetCaption(node);
-        node.rendering = *rendered;
-        node.rendering.age = captionAge_;
-        node.captionBytes =
-            static_cast<std::size_t>(rendered->size.cx) * static_cast<std::size_t>(rendered->size.cy) * 4;
-        captionBytes_ += node.captionBytes;
-        node.captionSeen = captions_.insert(captions_.begin(), &node);
-        node.hasCaption = true;
-    } else if (node.hasCaption) {
-        captions_.splice(captions_.begin(), captions_, node.captionSeen);
-    }
-    node.captionFrame = frame_;
-}
-
-void QKListEntries::ForgetCaption(QKListNode& node) {
-    node.droppedCaption = false;
-    if (!node.hasCaption) return;
-    captions_.erase(node.captionSeen);
-    captionBytes_ -= node.captionBytes;
-    node.hasCaption = false;
-}
-
-void QKListEntries::TrimCaptions(std::size_t bytes) {
-    while (captionBytes_ > bytes && captions_.back()->captionFrame != frame_) {
-        QKListNode& node = *captions_.back();
-        ForgetCaption(node);
-        if (node.handedOut) continue;  // the host may be using it
-        delete std::exchange(node.item->pTextImage, nullptr);
-        node.droppedCaption = true;
-    }
+    selection_.RemoveIf([&](const QKListItem* item) {
+        const QKListNode* node = Find(item);
+        return node && !stays(node);
+    });
 }
 
 void QKListEntries::ReleaseCaptions() {
-    const auto release = [](QKListNode* node) { delete std::exchange(node->item->pTextImage, nullptr); };
-    std::for_each(captions_.begin(), captions_.end(), release);
-    std::for_each(handedOut_.begin(), handedOut_.end(), release);
-    for (QKListNode* node : captions_)
-        node->hasCaption = false;
-    captions_.clear();
-    captionBytes_ = 0;
-    ++captionAge_;
+    for (const auto& node : nodes_)
+        delete std::exchange(node->item->pTextImage, nullptr);
+    captions_.Clear();
 }

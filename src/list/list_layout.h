@@ -1,13 +1,14 @@
 // A layout of all entries of a list.
 #pragma once
 
-#include "list/list_ctrl.h"
+#include <cstdint>
+
 #include "list/list_metrics.h"
 
 // What the cells of a layout followed from, but for the place of its corner, and how large the list became.
 // While the entries are still those of `generation`, the same inputs give the same cells.
-struct QKListCtrl::Layout {
-    QKListMetrics metrics;
+struct QKListLayout {
+    QKListMeasure measure;
     int gapX, gapY;
     int arrange;
     SIZE given;

@@ -1,6 +1,10 @@
 #include "list/list_metrics.h"
 
 #include <algorithm>
+#include <string_view>
+
+#include "items/arithmetic.h"
+#include "list/list_text.h"
 
 namespace {
 
@@ -13,38 +17,47 @@ constexpr int kBelowRow = 3;
 
 // An entry without caption still has a line to be hit.
 Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, const QKListItem& entry, float width, float height) {
-    const LPCWSTR text = entry.szText[0] ? entry.szText : u"0";
-    return Gdiplus::GetTextExtent(text, -1, style.font, {0, 0, width, height}, style.format).box;
+    std::u16string_view text = QKTextOf(entry.szText);
+    if (text.empty()) text = u"0";
+    return Gdiplus::GetTextExtent(text.data(), static_cast<int>(text.size()), style.font.get(),
+                                  {0, 0, width, height}, &style.format)
+        .box;
 }
 
 CRect GridRect(const QKListItem& entry, float captionHeight) {
     return {entry.rcItem.left, entry.rcItem.top, entry.rcItem.right,
-            static_cast<int>(static_cast<float>(entry.rcText.top) + captionHeight + kBelowCaption)};
+            QKWhole(static_cast<float>(entry.rcText.top) + captionHeight + kBelowCaption)};
 }
 
 CRect RowRect(const QKListItem& entry, float right) {
-    CRect rect(entry.rcItem.left, entry.rcItem.top, static_cast<int>(right), entry.rcItem.bottom + kBelowRow);
-    if (rect.Width() < kLeastRow) rect.right = rect.left + kLeastRow;
+    CRect rect(entry.rcItem.left, entry.rcItem.top, QKWhole(right), QKSum(entry.rcItem.bottom, kBelowRow));
+    if (rect.Width() < kLeastRow) rect.right = QKSum(rect.left, kLeastRow);
     return rect;
+}
+
+// Where a row's caption starts, and a margin after it.
+float RowCaption(const QKListMetrics& m, const QKListItem& entry, int margin) {
+    return static_cast<float>(QKSum(m.imageWidth, margin, entry.rcItem.left));
 }
 
 }  // namespace
 
 CRect QKGridCaptionCell(const QKListMetrics& m, const CRect& cell) {
-    return {cell.left, cell.top + m.imageHeight + m.innerTop + m.textGap, cell.right, cell.bottom};
+    return {cell.left, QKSum(cell.top, m.imageHeight, m.innerTop, m.textGap), cell.right, cell.bottom};
 }
 
 CRect QKCaptionCell(const QKListMetrics& m, const CRect& cell) {
     if (m.Rows())
-        return {cell.left + kCaptionLeft + m.imageWidth, cell.top + kCaptionTop,
-                cell.right - m.imageWidth - kCaptionLeft, cell.bottom};
+        return {QKSum(cell.left, kCaptionLeft, m.imageWidth), QKSum(cell.top, kCaptionTop),
+                QKSaturate(std::int64_t{cell.right} - m.imageWidth - kCaptionLeft), cell.bottom};
     return QKGridCaptionCell(m, cell);
 }
 
 // By the cell's width as it is set, not as it is: in rows that is -1, and the box starts left of the row.
 CRect QKIconBox(const QKListMetrics& m, const CRect& cell) {
-    return {CPoint((m.itemWidth - m.imageWidth) / 2 + cell.left, cell.top + m.innerTop),
-            CSize(m.imageWidth, m.imageHeight)};
+    return {
+        CPoint(QKSum(QKDifference(m.itemWidth, m.imageWidth) / 2, cell.left), QKSum(cell.top, m.innerTop)),
+        CSize(m.imageWidth, m.imageHeight)};
 }
 
 bool QKIsPlaced(const QKListItem& entry) {
@@ -60,49 +73,51 @@ void QKOffset(QKListItem& entry, CPoint by) {
         rect->OffsetRect(by.x, by.y);
 }
 
-void QKMeasureHit(const QKListMetrics& m, const QKCaptionStyle& style, QKListItem& entry) {
-    const Gdiplus::RectF box = CaptionBox(style, entry, static_cast<float>(entry.rcText.Width()),
+void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry) {
+    const QKListMetrics& m = measure.metrics;
+    const Gdiplus::RectF box = CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Width()),
                                           static_cast<float>(entry.rcText.Height()));
     constexpr float kMargins = kCaptionLeft;  // on both sides of the caption
-    entry.rcMState =
-        m.Rows() ? RowRect(entry, static_cast<float>(m.imageWidth + kCaptionLeft + entry.rcItem.left) +
-                                      box.Width + kMargins)
-                 : GridRect(entry, box.Height);
+    entry.rcMState = m.Rows() ? RowRect(entry, RowCaption(m, entry, kCaptionLeft) + box.Width + kMargins)
+                              : GridRect(entry, box.Height);
 }
 
-void QKMeasureFocus(const QKListMetrics& m, const QKCaptionStyle& style, QKListItem& entry) {
-    const Gdiplus::RectF box = CaptionBox(style, entry, static_cast<float>(entry.rcText.Width()),
+void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry) {
+    const QKListMetrics& m = measure.metrics;
+    const Gdiplus::RectF box = CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Width()),
                                           m.Rows() ? static_cast<float>(entry.rcText.Height()) : kFocusRoom);
-    entry.rcFState =
-        m.Rows() ? RowRect(entry, static_cast<float>(m.imageWidth + 2 * kCaptionLeft + entry.rcItem.left) +
-                                      box.Width)
-                 : GridRect(entry, box.Height);
+    entry.rcFState = m.Rows() ? RowRect(entry, RowCaption(m, entry, 2 * kCaptionLeft) + box.Width)
+                              : GridRect(entry, box.Height);
 }
 
-bool QKHasHitCover(const QKListItem& entry) {
-    return !entry.rcText.IsRectEmpty();
+bool QKHasHitCover(const QKListMeasure& measure, const QKListItem& entry) {
+    if (measure.style.format.GetFormatFlags() & Gdiplus::StringFormatFlagsNoClip) return false;
+    const auto near = [](int edge) { return edge > -QKExactPixels && edge < QKExactPixels; };
+    const CRect& caption = entry.rcText;
+    return !caption.IsRectEmpty() && near(caption.left) && near(caption.top) && near(caption.right) &&
+           near(caption.bottom) && near(entry.rcItem.left);
 }
 
 CRect QKHitCover(const QKListMetrics& m, const QKListItem& entry) {
     if (m.Rows())
-        return RowRect(entry, static_cast<float>(m.imageWidth + 2 * kCaptionLeft + entry.rcItem.left + 1) +
-                                  static_cast<float>(entry.rcText.Width()));
+        return RowRect(entry,
+                       RowCaption(m, entry, 2 * kCaptionLeft + 1) + static_cast<float>(entry.rcText.Width()));
     return GridRect(entry, static_cast<float>(entry.rcText.Height()) + 1);
 }
 
-CRect QKDrawnBounds(const QKListMetrics& m, const QKListItem& entry, const CRect& hit) {
+CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKListItem& entry, const CRect& hit) {
     CRect bounds;
     const auto include = [&bounds](const CRect& rect) { bounds.UnionRect(CRect(bounds), rect); };
     // Corners keep their size in a frame that is smaller than they are.
     const auto includeFrame = [&](CRect rect) {
-        if (rect.Width() < 2 * m.frameSize.cx || rect.Height() < 2 * m.frameSize.cy)
-            rect.InflateRect(m.frameSize.cx, m.frameSize.cy);
+        if (rect.Width() < 2 * drawn.frame.cx || rect.Height() < 2 * drawn.frame.cy)
+            rect.InflateRect(drawn.frame.cx, drawn.frame.cy);
         include(rect);
     };
     includeFrame(hit);
     const bool focused = entry.nFocusState != 1;
     if (focused) includeFrame(entry.rcFState);
-    if (entry.pImage && QKIsPlaced(entry)) include(QKIconBox(m, entry.rcItem));
+    if (entry.pImage && QKIsPlaced(entry)) include(QKIconBox(drawn.metrics, entry.rcItem));
     if (entry.szText[0] && entry.bShowText) {
         include(entry.rcText);
         if (focused)

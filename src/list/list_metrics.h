@@ -2,10 +2,15 @@
 // touches.
 #pragma once
 
+#include <memory>
+
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
 #include "list/list_item.h"
+
+// Measured rectangles are sums of floats: whole numbers for coordinates up to here.
+constexpr int QKExactPixels = 1 << 22;
 
 // The settings of a list that place the parts of an entry, in pixels.
 struct QKListMetrics {
@@ -13,20 +18,29 @@ struct QKListMetrics {
     int itemWidth, itemHeight;
     int imageWidth, imageHeight;
     int innerTop, textGap;
-    SIZE frameSize;  // the largest of all frame images
 
     bool Rows() const { return type == 2; }
-    friend bool operator==(const QKListMetrics& a, const QKListMetrics& b) {
-        return a.type == b.type && a.itemWidth == b.itemWidth && a.itemHeight == b.itemHeight &&
-               a.imageWidth == b.imageWidth && a.imageHeight == b.imageHeight && a.innerTop == b.innerTop &&
-               a.textGap == b.textGap && a.frameSize == b.frameSize;
-    }
+    friend bool operator==(const QKListMetrics&, const QKListMetrics&) = default;
 };
 
 // What captions are measured with.
 struct QKCaptionStyle {
-    const Gdiplus::Font* font;
-    const Gdiplus::StringFormat* format;  // cuts by an ellipsis
+    std::shared_ptr<const Gdiplus::Font> font;  // may be null: no caption has a size then
+    Gdiplus::StringFormat format;               // cuts by an ellipsis
+
+    friend bool operator==(const QKCaptionStyle& a, const QKCaptionStyle& b) {
+        return a.font == b.font && a.format.GetFormatFlags() == b.format.GetFormatFlags() &&
+               a.format.GetAlignment() == b.format.GetAlignment() &&
+               a.format.GetLineAlignment() == b.format.GetLineAlignment();
+    }
+};
+
+// All that the state rectangles of a placed entry follow from, but for the entry.
+struct QKListMeasure {
+    QKListMetrics metrics{};
+    QKCaptionStyle style;
+
+    friend bool operator==(const QKListMeasure&, const QKListMeasure&) = default;
 };
 
 CRect QKGridCaptionCell(const QKListMetrics& metrics, const CRect& cell);
@@ -39,12 +53,19 @@ void QKUnplace(QKListItem& entry);
 void QKOffset(QKListItem& entry, CPoint by);
 
 // Set rcMState and rcFState from the cell and the measured caption.
-void QKMeasureHit(const QKListMetrics& metrics, const QKCaptionStyle& style, QKListItem& entry);
-void QKMeasureFocus(const QKListMetrics& metrics, const QKCaptionStyle& style, QKListItem& entry);
+void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry);
+void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry);
 
 // Whether the caption's cell bounds the hit rectangle before it is measured, and the rectangle that holds it.
-bool QKHasHitCover(const QKListItem& entry);
+bool QKHasHitCover(const QKListMeasure& measure, const QKListItem& entry);
 CRect QKHitCover(const QKListMetrics& metrics, const QKListItem& entry);
 
+// What the pixels that an entry touches follow from, but for the entry.
+struct QKDrawnMetrics {
+    QKListMetrics metrics;
+    SIZE frame;  // the largest of all frame images
+
+    friend bool operator==(const QKDrawnMetrics&, const QKDrawnMetrics&) = default;
+};
 // All that drawing the entry may touch. `hit`: its hit rectangle or the cover of it.
-CRect QKDrawnBounds(const QKListMetrics& metrics, const QKListItem& entry, const CRect& hit);
+CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKListItem& entry, const CRect& hit);

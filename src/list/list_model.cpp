@@ -1,6 +1,5 @@
 // The entries of a list: adding, removing, finding.
-#include <algorithm>
-#include <string_view>
+#include <new>
 #include <utility>
 
 #include <platform/gdi.h>
@@ -9,6 +8,8 @@
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/list_layout.h"
+#include "list/list_text.h"
+#include "list/memory.h"
 
 namespace {
 
@@ -23,84 +24,102 @@ std::unique_ptr<Gdiplus::Font> IconTitleFont() {
     return font;
 }
 
-void TakeOver(Gdiplus::Image*& from, Gdiplus::Image*& to) {
-    if (!from) return;
-    to = from->Clone();
-    delete std::exchange(from, nullptr);
+void Copy(const Gdiplus::Image* from, Gdiplus::Image*& to) {
+    if (from) to = from->Clone();
 }
 
-// Cut to what a record holds.
-void CopyText(WCHAR (&to)[QKListItem::kTextUnits], LPCWSTR from) {
-    const std::u16string_view text = std::u16string_view(from).substr(0, QKListItem::kTextUnits - 1);
-    *std::copy(text.begin(), text.end(), to) = u'\0';
-}
+struct ReleaseRecord {
+    void operator()(QKListItem* entry) const { QKListEntries::Release(entry); }
+};
+using Record = std::unique_ptr<QKListItem, ReleaseRecord>;
 
-}  // namespace
-
-QKListCtrl::QKListCtrl() : QKItemBase(QKUI_LISTCTRL), m_pFont(IconTitleFont()) {
-    m_format.SetAlignment(Gdiplus::StringAlignmentCenter);
-    m_format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
-    m_measureFormat.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
-    m_lstItems = std::make_shared<QKListEntries>(QKCaptionStyle{m_pFont.get(), &m_measureFormat});
-}
-
-QKListCtrl::~QKListCtrl() = default;
-
-QKListItem* QKListCtrl::Adopt(QKListItem& host) {
-    auto entry = std::make_unique<QKListItem>();
-    entry->nID = m_lstItems->NextId();
-    TakeOver(host.pImage, entry->pImage);
-    TakeOver(host.pImage2, entry->pImage2);
+// The list's own record: what it takes over is copied first, and let go of when the entry is in the list.
+Record CopyOf(const QKListItem& host, int id) {
+    Record entry(new QKListItem);
+    entry->nID = id;
+    Copy(host.pImage, entry->pImage);
+    Copy(host.pImage2, entry->pImage2);
     entry->nUser1 = host.nUser1;
     entry->nUser2 = host.nUser2;
     entry->nUser3 = host.nUser3;
     entry->nUser4 = host.nUser4;
     entry->nUser5 = host.nUser5;
     entry->rcItem = host.rcItem;
-    CopyText(entry->szText, host.szText);
-    CopyText(entry->szPath, host.szPath);
-    if (host.hIcon) {
-        entry->hIcon = CopyIcon(host.hIcon);
-        DestroyIcon(host.hIcon);  // the record keeps the dead handle
-    }
-    return entry.release();
+    QKSetText(entry->szText, QKTextOf(host.szText));
+    QKSetText(entry->szPath, QKTextOf(host.szPath));
+    if (host.hIcon) entry->hIcon = CopyIcon(host.hIcon);
+    return entry;
 }
 
-void QKListCtrl::Join(QKListItem* entry, int index, bool placed) {
-    QKListNode& node = m_lstItems->Insert(entry, index);
-    if (placed && m_hParent) m_lstItems->Placed(node, Metrics(), false);
+// The record keeps the dead handle of its icon.
+void LetGo(QKListItem& host) {
+    delete std::exchange(host.pImage, nullptr);
+    delete std::exchange(host.pImage2, nullptr);
+    if (host.hIcon) DestroyIcon(host.hIcon);
+}
+
+}  // namespace
+
+QKListCtrl::QKListCtrl()
+    : QKItemBase(QKUI_LISTCTRL), m_lstItems(std::make_shared<QKListEntries>()), m_pFont(IconTitleFont()) {
+    m_format.SetAlignment(Gdiplus::StringAlignmentCenter);
+    m_format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
+}
+
+QKListCtrl::~QKListCtrl() = default;
+
+std::shared_ptr<QKListEntries> QKListCtrl::Entries::HoldToo(const std::shared_ptr<QKListEntries>& other) {
+    return {other.get(), [held = other->shared_from_this()](QKListEntries*) {}};
+}
+
+// `place` puts the entry into a cell; the list, which grows for it, is as before if it cannot stay.
+template <class Place>
+bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
+    const CSize size(m_nWidth, m_nHeight);
+    const QK_STATUS status = m_nStatus;
+    try {
+        Record entry = CopyOf(host, m_lstItems->NextId());
+        const bool measured = place(*entry) && m_hParent;
+        const QKListMeasure measure = measured ? Measure() : QKListMeasure();
+        m_lstItems->Insert(entry.get(), index, measured ? &measure : nullptr);
+        entry.release();
+        LetGo(host);
+        return true;
+    } catch (const std::bad_alloc&) {
+        m_nWidth = size.cx;
+        m_nHeight = size.cy;
+        m_nStatus = status;
+        return false;
+    }
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int x, int y) {
-    QKListItem* entry = Adopt(*item);
-    Join(entry, GetCount(), PlaceAtPoint(*entry, x, y));
-    return 1;
+    return Add(*item, GetCount(), [&](QKListItem& entry) { return PlaceAtPoint(entry, x, y); });
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int layout) {
-    QKListItem* entry = Adopt(*item);
-    Join(entry, GetCount(), layout && PlaceFirstFree(*entry));
-    return 1;
+    return Add(*item, GetCount(), [&](QKListItem& entry) { return layout && PlaceFirstFree(entry); });
 }
 
 void QKListCtrl::InsertItem(QKListItem* item, int index) {
-    QKListItem* entry = Adopt(*item);
-    Join(entry, index < 0 || index >= GetCount() ? GetCount() : index, false);
-    LayOutAll();
+    const int place = index < 0 || index >= GetCount() ? GetCount() : index;
+    if (Add(*item, place, [](QKListItem&) { return false; })) LayOutAll();
 }
 
 int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
     m_lstItems->Deselect(entry);
-    QKListNode* node = m_lstItems->Find(entry);
-    if (!node) return 0;
-    if (!release) m_lstItems->HandOut(*node);  // measured, as its new owner may expect
-    m_lstItems->Extract(*node);
-    if (!release) return 1;
-    // A freed record must not stand anywhere else.
-    while ((node = m_lstItems->Find(entry)))
+    return QKWithinMemory(0, [&] {
+        QKListNode* node = m_lstItems->Find(entry);
+        if (!node) return 0;
+        if (!release) m_lstItems->HandOut(*node);  // measured, as its new owner may expect
         m_lstItems->Extract(*node);
-    QKListEntries::Release(entry);
-    return 1;
+        if (!release) return 1;
+        // A freed record must not stand anywhere else.
+        while ((node = m_lstItems->Find(entry)))
+            m_lstItems->Extract(*node);
+        QKListEntries::Release(entry);
+        return 1;
+    });
 }
 
 void QKListCtrl::RemoveAll() {
@@ -119,38 +138,46 @@ int QKListCtrl::GetItem(int index, QKListItem** out) {
 }
 
 QKListItem* QKListCtrl::GetItem(int index) {
-    QKListNode* node = m_lstItems->At(index);
-    return node ? m_lstItems->HandOut(*node) : nullptr;
+    return QKWithinMemory<QKListItem*>(nullptr, [&] {
+        QKListNode* node = m_lstItems->At(index);
+        return node ? m_lstItems->HandOut(*node) : nullptr;
+    });
 }
 
 const QKListItem* QKListCtrl::GetItem(int index) const {
-    const QKListNode* node = m_lstItems->At(index);
-    return node ? node->item : nullptr;
+    return QKWithinMemory<const QKListItem*>(nullptr, [&] {
+        QKListNode* node = m_lstItems->At(index);
+        return node ? m_lstItems->Show(*node) : nullptr;
+    });
 }
 
 void QKListCtrl::SetItem(int index, QKListItem* entry) {
-    QKListNode* node = m_lstItems->At(index);
-    if (!node || !entry) return;
-    m_lstItems->Replace(*node, entry);
-    m_lstItems->HandOut(*node);
+    QKWithinMemory([&] {
+        QKListNode* node = m_lstItems->At(index);
+        if (node && entry) m_lstItems->Replace(*node, entry);
+    });
 }
 
 int QKListCtrl::ChangeItemPos(QKListItem* a, QKListItem* b) {
-    QKListNode* first = m_lstItems->Find(a);
-    QKListNode* second = m_lstItems->Find(b);
-    if (first && second && first != second) m_lstItems->Swap(*first, *second);
-    return 0;
+    return QKWithinMemory(0, [&] {
+        QKListNode* first = m_lstItems->Find(a);
+        QKListNode* second = m_lstItems->Find(b);
+        if (first && second && first != second) m_lstItems->Swap(*first, *second);
+        return 0;
+    });
 }
 
 int QKListCtrl::GetItemFromRect(const CRect* rect, QKListItem*& out) {
-    QKListNode* node = m_lstItems->FirstMeeting(*rect);
-    if (!node) return -1;
-    out = m_lstItems->HandOut(*node);
-    return m_lstItems->PositionOf(*node);
+    return QKWithinMemory(-1, [&] {
+        QKListNode* node = m_lstItems->FirstMeeting(*rect);
+        if (!node) return -1;
+        out = m_lstItems->HandOut(*node);
+        return m_lstItems->PositionOf(*node);
+    });
 }
 
 int QKListCtrl::IsItemInPos(const POINT& point) {
-    return m_lstItems->OccupantAt(point).has_value();
+    return QKWithinMemory(0, [&] { return m_lstItems->OccupantAt(point) ? 1 : 0; });
 }
 
 int QKListCtrl::ItemInSelect(QKListItem* entry) {
@@ -158,13 +185,13 @@ int QKListCtrl::ItemInSelect(QKListItem* entry) {
 }
 
 int QKListCtrl::SetTextCath(QKListItem* entry, LPCWSTR text) {
-    if (std::u16string_view(text) == entry->szTextCath) return 0;
-    CopyText(entry->szTextCath, text);
+    if (text == QKTextOf(entry->szTextCath)) return 0;
+    QKSetText(entry->szTextCath, text);
     return 1;
 }
 
 int QKListCtrl::ComputerID() {
-    return m_lstItems->NextId();
+    return QKWithinMemory(0, [this] { return m_lstItems->NextId(); });
 }
 
 void QKListCtrl::RedrawList() {

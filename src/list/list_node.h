@@ -27,6 +27,7 @@ struct QKListNode {
     bool placed = true;
     bool measured = true;         // the record's state rectangles are what its caption makes them
     bool handedOut = false;       // the host holds the record and may change it at any time
+    bool lookedAt = false;        // the host holds the record and may read it at any time
     std::size_t handedOutAt = 0;  // among those
 
     // The rendered caption, while it is kept.

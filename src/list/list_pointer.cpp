@@ -2,9 +2,7 @@
 //
 // Entries are asked in their order, and an event changes at most two of them: the one it is about, and the
 // first other one that still has the state which only one entry has at a time.
-#include <memory>
-
-#include "dialog/dialog_base.h"
+#include "dialog/alive.h"
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
 
@@ -81,8 +79,7 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 
 // The click function belongs to the entry under the release, wherever the press was.
 int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
-    const std::weak_ptr<QKListEntries> entriesLife = list->m_lstItems;
+    const QKAlive alive(*this, list->m_lstItems);
     QKListEntries& entries = *list->m_lstItems;
     POINT at = point;  // the host's function may change it
     int hot = kNothingHit;
@@ -105,7 +102,7 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
         }
         if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnClick) {
             callbacks.pfnClick(entries.HandOut(*node), &at, callbacks.pParam);
-            if (life.expired() || entriesLife.expired()) return 0;
+            if (!alive) return 0;
         }
     }
     if (QKListNode* left = FirstOther(entries.Hovered(), hot)) {
@@ -119,8 +116,7 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
 // Afterwards the first focused entry loses the focus, and that is as a rule the double-clicked one: what a
 // double click opens is no longer the list's business.
 int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
-    const std::weak_ptr<QKListEntries> entriesLife = list->m_lstItems;
+    const QKAlive alive(*this, list->m_lstItems);
     QKListEntries& entries = *list->m_lstItems;
     int pressed = 0;
     for (QKListNode* node : entries.HitBy(point)) {
@@ -130,7 +126,7 @@ int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint 
         pressed = 1;
         if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnDblClick) {
             callbacks.pfnDblClick(entries.HandOut(*node), callbacks.pParam);
-            if (life.expired() || entriesLife.expired()) return pressed;
+            if (!alive) return pressed;
         }
         break;
     }

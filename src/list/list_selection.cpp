@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "dialog/dialog_base.h"
-#include "list/list_ctrl.h"
+#include "dialog/shown_lists.h"
 #include "list/list_entries.h"
+#include "list/memory.h"
 
 namespace {
 
@@ -21,22 +21,27 @@ int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
 
 int QKListCtrl::SetSel(QKListItem* entry, int select) {
     if (!entry) return 0;
-    const int wanted = select ? 0 : 1;
-    const int changed = entry->nSelState != wanted;
-    if (QKListNode* node = m_lstItems->Find(entry))
-        m_lstItems->SetUnselected(*node, wanted);
-    else
-        entry->nSelState = wanted;
-    if (select)
-        m_lstItems->Select(entry);
-    else
-        m_lstItems->Deselect(entry);
-    return changed;
+    return QKWithinMemory(0, [&] {
+        QKListNode* node = m_lstItems->Find(entry);
+        if (select)
+            m_lstItems->Select(entry);
+        else
+            m_lstItems->Deselect(entry);
+        const int wanted = select ? 0 : 1;
+        const int changed = entry->nSelState != wanted;
+        if (node)
+            m_lstItems->SetUnselected(*node, wanted);
+        else
+            entry->nSelState = wanted;
+        return changed;
+    });
 }
 
 int QKListCtrl::SetSel(int index, int select) {
-    QKListNode* node = m_lstItems->At(index);
-    return node ? SetSel(node->item, select) : 0;
+    return QKWithinMemory(0, [&] {
+        QKListNode* node = m_lstItems->At(index);
+        return node ? SetSel(node->item, select) : 0;
+    });
 }
 
 void QKListCtrl::SetSignalSel(int index) {
@@ -89,14 +94,7 @@ int QKListCtrl::ClearAlphImage() {
     return freed;
 }
 
-// ---- All shown lists of a dialog, from the last registered to the first
-
-template <class Visit>
-void CQKDialogBase::ForEachList(Visit visit) {
-    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
-        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && m_arItems[i]->m_bShow)
-            visit(static_cast<QKListCtrl&>(*m_arItems[i]));
-}
+// ---- All shown lists of a dialog
 
 int CQKDialogBase::GetNumsSel() {
     int count = 0;

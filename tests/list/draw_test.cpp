@@ -189,7 +189,7 @@ TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
     for (int step = 0; step < 400; ++step) {
         QKListItem* entry = shown.list.GetItem(roll(shown.list.GetCount()));
         const CPoint point(roll(200), roll(160));
-        switch (roll(12)) {
+        switch (roll(14)) {
             case 0:
                 entry->nSelState = roll(2);
                 break;
@@ -221,6 +221,16 @@ TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
                 break;
             case 9:
                 shown.list.SetCaptionLimit(static_cast<std::size_t>(roll(40000)));
+                break;
+            case 10:  // a derived list: frames far larger than the entries
+                shown.list.m_pFouceImage[static_cast<std::size_t>(roll(9))] =
+                    std::make_shared<Gdiplus::Image>(kit::Solid("large", kFocus, 4 + roll(90), 4 + roll(90)));
+                break;
+            case 11:
+                shown.list.m_pFont.reset(
+                    roll(3) ? new Gdiplus::Font(u"DejaVu Sans", 6.0F + static_cast<float>(roll(9)))
+                            : nullptr);
+                shown.list.RedrawList();
                 break;
             default:
                 shown.OnMouseMove(0, point);

@@ -104,6 +104,14 @@ TEST_F(ListLayout, PlacesAroundWhatTheHostPlaced) {
     EXPECT_EQ(list.Cell(0), CRect(0, 0, 75, 74));
     EXPECT_EQ(list.GetListMaxWidth(), 150);
     EXPECT_EQ(list.GetListMaxHeight(), 156);
+    // Where cells of a negative size may end at the line's end, but would start beyond it, no place is left.
+    list.RemoveAll();
+    list.SetListType(QKLT_ICON, -1, 20, 5, 5, 20, 3);
+    list.SetArrange(0);
+    list.QKItemBase::SetRect(0, 0, 37, 100);
+    list.AddIn(CRect(0, 0, 30, 50));
+    list.Add(u"x");
+    EXPECT_EQ(list.Cell(1), CRect());
 }
 
 TEST_F(ListLayout, PlacesAtAPointOfADesktop) {
@@ -256,6 +264,10 @@ TEST_F(ListLayout, AMovedListIsOneLaidOutThere) {
                 EXPECT_EQ(moved.Look(i).rcFState, fresh.Look(i).rcFState) << i;
             }
         }
+        moved.RemoveAll();
+        EXPECT_EQ(moved.GetListMaxHeight(), -90);
+        moved.AddIn(CRect(-400, 90, -400, 90));  // an empty cell in the corner
+        EXPECT_EQ(moved.GetListMaxHeight(), 0);
         dialog.RemoveAllQKItem();
     }
 }

@@ -46,7 +46,10 @@ class TestList : public QKListCtrl {
 
     using QKListCtrl::IsItemInPos;
     using QKListCtrl::m_format;
+    using QKListCtrl::m_lstItems;
     using QKListCtrl::m_pFont;
+    using QKListCtrl::m_pFouceImage;
+    using QKListCtrl::ScaleItemXY;
 };
 
 class ListDialog : public TestDialog {

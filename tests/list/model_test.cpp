@@ -60,11 +60,56 @@ TEST_F(ListModel, AdoptsACopyAndLeavesTheStateBehind) {
     list.RemoveAll();
     EXPECT_FALSE(DestroyIcon(own));
     // The record may be used again; a text without end is cut.
-    std::fill_n(record.szText, QKListItem::kTextUnits, u'x');
-    record.szText[QKListItem::kTextUnits - 1] = 0;
+    for (WCHAR* text : {record.szText, record.szPath})
+        std::fill_n(text, QKListItem::kTextUnits, u'x');
     record.hIcon = HICON();
     list.AddItem(&record, 0);
     EXPECT_EQ(CString(list.Look(0).szText).GetLength(), 259);
+    EXPECT_EQ(CString(list.Look(0).szPath).GetLength(), 259);
+}
+
+// The entries' own texts may lack their end, too.
+TEST_F(ListModel, TextsEndWithTheirRecord) {
+    kit::ListDialog dialog;
+    dialog.Open();
+    TestList list(QKLT_ICON, CRect(0, 0, 200, 160));
+    dialog.AddQKItem(&list);
+    list.Add(std::u16string(QKListItem::kTextUnits - 1, u'x').c_str());
+    list.ReSetPos(1);
+    QKListItem& entry = *list.GetItem(0);
+    const CRect whole = entry.rcFState;
+    for (WCHAR* text : {entry.szText, entry.szPath, entry.szTextCath})
+        std::fill_n(text, QKListItem::kTextUnits, u'x');
+    list.ReCalcStateRect(&entry);
+    EXPECT_EQ(entry.rcFState, whole);
+    dialog.Refresh();
+    EXPECT_EQ(list.SetTextCath(&entry, std::u16string(QKListItem::kTextUnits - 1, u'x').c_str()), 0);
+    const Gdiplus::Image* const caption = entry.pTextImage;
+    ASSERT_NE(caption, nullptr);
+    dialog.SetBackColor(Gdiplus::Color(0xFF123456), 1);
+    dialog.Refresh();
+    EXPECT_EQ(entry.pTextImage, caption);  // rendered once
+    EXPECT_EQ(list.SetTextCath(&entry, u"x"), 1);
+}
+
+TEST_F(ListModel, CopiesShareTheirEntries) {
+    auto list = std::make_unique<TestList>(QKLT_ICON, CRect(0, 0, 200, 160));
+    list->Add(u"a");
+    const std::weak_ptr<QKListEntries> life = list->m_lstItems;
+    TestList copy;
+    copy.Add(u"gone");
+    copy = *list;
+    const TestList& itself = copy;
+    copy = itself;
+    EXPECT_EQ(copy.Place(), list->Place());
+    copy.Add(u"b");
+    EXPECT_EQ(Order(*list), u"ab");
+    *list = copy;
+    list->RemoveAt(list->GetItem(0), 1);
+    list.reset();
+    EXPECT_TRUE(life.expired());
+    EXPECT_EQ(Order(copy), u"b");
+    EXPECT_EQ(copy.Cell(0), CRect(0, 82, 75, 156));
 }
 
 TEST_F(ListModel, KeepsOrderAndIdentifiers) {

@@ -1,5 +1,4 @@
-// The pointer over lists: hover, press, focus, selection, the rubber band, and callbacks that pull the ground
-// away.
+// The pointer over lists: hover, press, focus, selection, the rubber band.
 #include "list/list_kit.h"
 
 namespace {
@@ -43,7 +42,6 @@ class ListPointer : public kit::HeadlessTest {
     void Called(const char* what, QKListItem* entry) {
         calls += what;
         calls += entry ? static_cast<char>(entry->szText[0]) : '-';
-        if (const auto act = onCall) act(entry);
     }
     // A letter for each entry: mouse state, focus, selection.
     std::string States(const TestList& of) const {
@@ -63,7 +61,6 @@ class ListPointer : public kit::HeadlessTest {
     std::unique_ptr<ListDialog> dialog;
     std::unique_ptr<TestList> list;
     std::string calls;
-    std::function<void(QKListItem*)> onCall;
 };
 
 TEST_F(ListPointer, GoesThroughItsStates) {
@@ -246,70 +243,6 @@ TEST_F(ListPointer, ABandSelectsWhatItTouchesNowInEveryList) {
     dialog->OnLButtonDblClk(0, CPoint(290, 150));
     EXPECT_EQ(dialog->m_bSelecting, 1);
     dialog->OnLButtonUp(0, CPoint(290, 150));
-}
-
-TEST_F(ListPointer, CallbacksMayDoAnything) {
-    struct Act {
-        const char* name;
-        void (*act)(ListPointer& self, QKListItem* entry);
-    };
-    const Act acts[] = {
-        {"removes the entry", [](ListPointer& s, QKListItem* entry) { s.list->RemoveAt(entry, 1); }},
-        {"removes the one before",
-         [](ListPointer& s, QKListItem*) { s.list->RemoveAt(s.list->GetItem(0), 1); }},
-        {"clears the list", [](ListPointer& s, QKListItem*) { s.list->RemoveAll(); }},
-        {"adds and inserts",
-         [](ListPointer& s, QKListItem*) {
-             for (int i = 0; i < 50; ++i)
-                 s.list->Add(u"n");
-             QKListItem record;
-             s.list->InsertItem(&record, 0);
-         }},
-        {"moves everything away",
-         [](ListPointer& s, QKListItem*) {
-             for (int i = 0; i < s.list->GetCount(); ++i)
-                 s.list->GetItem(i)->rcMState.OffsetRect(1000, 0);
-         }},
-        {"frees the list",
-         [](ListPointer& s, QKListItem*) {
-             s.dialog->RemoveQKItem(s.list.get());
-             s.list.reset();
-         }},
-        {"closes", [](ListPointer& s, QKListItem*) { s.dialog->CloseQKDlg(); }},
-        {"destroys the window", [](ListPointer& s, QKListItem*) { s.dialog->DestroyWindow(); }},
-        {"deletes the dialog", [](ListPointer& s, QKListItem*) { s.dialog.reset(); }},
-        {"minimises", [](ListPointer& s, QKListItem*) { s.dialog->MinQKDlg(); }},
-    };
-    for (const char event : {'C', 'D', 'R'})
-        for (const Act& act : acts) {
-            SCOPED_TRACE(std::string(1, event) + ": " + act.name);
-            onCall = nullptr;
-            dialog.reset();
-            list.reset();
-            SetUp();
-            // Overlapping entries, so that scans want to go on after the call.
-            for (int i = 0; i < 4; ++i) {
-                list->GetItem(i)->rcMState = CRect(0, 0, 80, 80);
-                list->GetItem(i)->nMouseState = event == 'C' ? 1 : 0;
-                list->GetItem(i)->nClickSel = 0;
-            }
-            bool done = false;
-            onCall = [&](QKListItem* entry) {
-                if (!std::exchange(done, true)) act.act(*this, entry);
-            };
-            ListDialog* target = dialog.get();
-            try {
-                if (event == 'C') target->OnLButtonUp(0, CPoint(30, 30));
-                if (event == 'D') target->OnLButtonDblClk(0, CPoint(30, 30));
-                if (event == 'R') target->OnRButtonUp(0, CPoint(30, 30));
-            } catch (const CException&) {
-                EXPECT_STREQ(act.name, "frees the list");  // the registry shrank below the scan
-            }
-            EXPECT_TRUE(done);
-            if (dialog && IsWindow(dialog->m_hWnd)) dialog->Refresh();
-            Headless::RunPending();
-        }
-    onCall = nullptr;
 }
 
 }  // namespace

@@ -1,0 +1,18 @@
+// The texts of a record: they end at their terminator, or where the record has no room for one.
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+#include "list/list_item.h"
+
+inline std::u16string_view QKTextOf(const WCHAR (&units)[QKListItem::kTextUnits]) {
+    const WCHAR* const last = units + QKListItem::kTextUnits - 1;
+    return {units, static_cast<std::size_t>(std::find(units, last, u'\0') - units)};
+}
+
+// Cut to what a record holds.
+inline void QKSetText(WCHAR (&to)[QKListItem::kTextUnits], std::u16string_view text) {
+    const std::u16string_view kept = text.substr(0, QKListItem::kTextUnits - 1);
+    *std::copy(kept.begin(), kept.end(), to) = u'\0';
+}

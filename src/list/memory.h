@@ -1,0 +1,22 @@
+// What an operation of a list answers when memory runs out in the middle of it.
+#pragma once
+
+#include <new>
+
+// The result of `act`, or `otherwise` when it ends for lack of memory.
+template <class Result, class Act>
+Result QKWithinMemory(Result otherwise, Act act) {
+    try {
+        return act();
+    } catch (const std::bad_alloc&) {
+        return otherwise;
+    }
+}
+
+template <class Act>
+void QKWithinMemory(Act act) {
+    try {
+        act();
+    } catch (const std::bad_alloc&) {
+    }
+}

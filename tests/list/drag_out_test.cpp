@@ -1,0 +1,329 @@
+// Selected entries dragged out as files: what a receiver gets, and what its answer does to the lists.
+#include <cstring>
+#include <functional>
+
+#include "list/list_kit.h"
+
+namespace {
+
+using kit::ListDialog;
+using kit::TestList;
+
+class Receiver : public Headless::DropTarget {
+  public:
+    Receiver() : DropTarget(CRect(500, 0, 640, 480)) {}
+    DROPEFFECT Over(const Headless::DraggedFiles& files) override {
+        over = files;
+        if (const auto act = onOver) act();
+        return accepts & files.allowed;
+    }
+    DROPEFFECT Drop(const Headless::DraggedFiles& files) override {
+        dropped = files;
+        ++drops;
+        return answer;
+    }
+    void Leave() override { ++left; }
+
+    DROPEFFECT accepts = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    DROPEFFECT answer = DROPEFFECT_MOVE;
+    std::function<void()> onOver;
+    Headless::DraggedFiles over, dropped;
+    int drops = 0;
+    int left = 0;
+};
+
+// Steps of the user while the drag blocks.
+void Later(std::function<void()> act) {
+    Headless::WhenIdle(
+        [](void* argument) {
+            const std::unique_ptr<std::function<void()>> step(static_cast<std::function<void()>*>(argument));
+            (*step)();
+        },
+        new std::function<void()>(std::move(act)));
+}
+void MoveOnto() {
+    Headless::MovePointer(560, 200);
+}
+void LetGo() {
+    Headless::ButtonUp();
+}
+
+// Two lists of three and two files, four cells of 75 by 74 in a row.
+class DragOut : public kit::HeadlessTest {
+  public:
+    void SetUp() override {
+        HeadlessTest::SetUp();
+        dialog = std::make_unique<ListDialog>();
+        ASSERT_TRUE(dialog->Create(kit::kDialogTemplate));
+        dialog->SetWindowPos(HWND(), 100, 100, 320, 240, SWP_NOZORDER);
+        dialog->SetNoMove(1);
+        int top = 0;
+        for (TestList* list : {&first, &second}) {
+            dialog->AddQKItem(list);  // with a window, so that captions are measured
+            list->SetListType(QKLT_ICON);
+            list->SetArrange(0);
+            CRect place(0, top, 300, top + 74);
+            list->SetRect(&place);
+            top += 100;
+        }
+        Fill(first, {u"/a", u"/b/c", u"/d"});
+        Fill(second, {u"/x", u"/y"});
+        dialog->Show();
+    }
+    void TearDown() override {
+        Headless::ButtonUp();
+        dialog.reset();
+    }
+    static void Fill(TestList& list, std::initializer_list<LPCWSTR> paths) {
+        for (const LPCWSTR path : paths) {
+            QKListItem record;
+            kit::SetText(record.szText, u"x");
+            kit::SetText(record.szPath, path);
+            list.AddItem(&record, 1);
+        }
+    }
+    // The paths that are left, and which of them are selected.
+    static std::string Of(const TestList& list) {
+        std::string all;
+        for (int i = 0; i < list.GetCount(); ++i)
+            all += (i ? " " : "") + ToUtf8(list.Look(i).szPath) + (list.Look(i).nSelState == 0 ? "*" : "");
+        return all;
+    }
+    // With the button held where nothing is.
+    int Drag() {
+        dialog->Press(310, 230);
+        return dialog->DoDropSource();
+    }
+    // Twice on an entry of the list on top, the only one that a double click reaches; the second press is
+    // held and drawn along.
+    void DoubleClickAndDrag(int entry) {
+        Headless::Advance(1000);
+        const CPoint at(75 * entry + 37, 120);
+        dialog->Click(at.x, at.y);
+        dialog->Press(at.x, at.y);
+        dialog->Move(at.x + 5, at.y);
+    }
+
+    Receiver receiver;
+    TestList first, second;
+    std::unique_ptr<ListDialog> dialog;
+};
+
+std::vector<BYTE> Bytes(std::u16string_view list) {
+    std::vector<BYTE> bytes(20);
+    bytes[0] = 20;
+    bytes[16] = 1;
+    for (const char16_t unit : list) {
+        bytes.push_back(LOBYTE(unit));
+        bytes.push_back(static_cast<BYTE>(unit >> 8));
+    }
+    return bytes;
+}
+
+TEST_F(DragOut, TheBlockIsAHeaderAndThePathsOfTheListOnTopFirst) {
+    using namespace std::string_view_literals;
+    const struct {
+        const char* what;
+        std::function<void()> select;
+        std::u16string_view list;
+        std::vector<CString> seen;
+    } cases[] = {
+        {"one of eight units",
+         [&] {
+             kit::SetText(first.GetItem(0)->szPath, u"/12345.é");
+             first.SetSel(0, 1);
+         },
+         u"/12345.é\0\0"sv,
+         {u"/12345.é"}},
+        {"two lists, in their order and not in that of selecting",
+         [&] {
+             first.SetSel(2, 1);
+             first.SetSel(1, 1);
+             second.SetSel(1, 1);
+         },
+         u"/y\0/b/c\0/d\0\0"sv,
+         {u"/y", u"/b/c", u"/d"}},
+        {"no path ends what is seen of it",
+         [&] {
+             first.GetItem(1)->szPath[0] = 0;
+             first.SelectAll();
+         },
+         u"/12345.é\0\0/d\0\0"sv,
+         {u"/12345.é"}},
+        {"a list that is hidden is none, one that is disabled is",
+         [&] {
+             first.SetShow(0);
+             second.SetEnable(0);
+             second.SelectAll();
+         },
+         u"/x\0/y\0\0"sv,
+         {u"/x", u"/y"}},
+    };
+    receiver.answer = DROPEFFECT_COPY;
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        for (TestList* list : {&first, &second})
+            list->UnSelRcItem();
+        one.select();
+        Later(MoveOnto);
+        Later(LetGo);
+        EXPECT_EQ(Drag(), 0);
+        EXPECT_EQ(receiver.dropped.block, Bytes(one.list));
+        EXPECT_EQ(receiver.dropped.Paths(), one.seen);
+    }
+    EXPECT_EQ(receiver.drops, 4);
+}
+
+TEST_F(DragOut, OnlyAMoveTakesTheEntriesAway) {
+    const auto escape = [] { Headless::KeyDown(VK_ESCAPE); };
+    const struct {
+        const char* what;
+        DROPEFFECT accepts, answer;
+        std::vector<std::function<void()>> steps;
+        int drops, left;
+        bool moved;
+    } cases[] = {
+        {"copy", 3, DROPEFFECT_COPY, {MoveOnto, LetGo}, 1, 0, false},
+        {"none", 3, DROPEFFECT_NONE, {MoveOnto, LetGo}, 1, 0, false},
+        {"both", 3, DROPEFFECT_COPY | DROPEFFECT_MOVE, {MoveOnto, LetGo}, 1, 0, false},
+        {"a link that was never allowed", 3, DROPEFFECT_LINK, {MoveOnto, LetGo}, 1, 0, false},
+        {"not accepted", 0, DROPEFFECT_MOVE, {MoveOnto, LetGo}, 0, 1, false},
+        {"nobody there", 3, DROPEFFECT_MOVE, {LetGo}, 0, 0, false},
+        {"over it and away",
+         3,
+         DROPEFFECT_MOVE,
+         {MoveOnto, [] { Headless::MovePointer(450, 20); }, LetGo},
+         0,
+         1,
+         false},
+        {"Escape", 3, DROPEFFECT_MOVE, {MoveOnto, escape}, 0, 1, false},
+        {"another button", 3, DROPEFFECT_MOVE, {MoveOnto, [] { Headless::ButtonDown(3); }}, 0, 1, false},
+        {"no more to come", 3, DROPEFFECT_MOVE, {MoveOnto}, 0, 1, false},
+        {"the end of the program", 3, DROPEFFECT_MOVE, {MoveOnto, [] { PostQuitMessage(0); }}, 0, 1, false},
+        {"Shift asks for a move, and Ctrl for a copy",
+         DROPEFFECT_COPY,
+         DROPEFFECT_MOVE,
+         {MoveOnto, [] { Headless::KeyDown(VK_SHIFT); }, [] { Headless::KeyUp(VK_SHIFT); },
+          [&] {
+              Headless::KeyDown(VK_CONTROL);
+              EXPECT_EQ(receiver.over.allowed, DWORD{DROPEFFECT_COPY});
+              EXPECT_EQ(receiver.over.keys, WPARAM{MK_CONTROL});
+              Headless::KeyUp(VK_CONTROL);
+          },
+          [] { Headless::KeyDown(VK_SHIFT); }, LetGo},
+         0,
+         1,
+         false},
+        {"move", 3, DROPEFFECT_MOVE, {MoveOnto, LetGo}, 1, 0, true},
+    };
+    first.SetSel(0, 1);
+    first.SetSel(2, 1);
+    second.SetSel(1, 1);
+    const CRect cell = first.Cell(1);
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        receiver.accepts = one.accepts;
+        receiver.answer = one.answer;
+        receiver.drops = receiver.left = 0;
+        for (const auto& step : one.steps)
+            Later(step);
+        EXPECT_EQ(Drag(), one.moved);
+        EXPECT_EQ(receiver.drops, one.drops);
+        EXPECT_EQ(receiver.left, one.left);
+        EXPECT_EQ(Of(first), one.moved ? "/b/c" : "/a* /b/c /d*");
+        EXPECT_EQ(Of(second), one.moved ? "/x" : "/x /y*");
+        EXPECT_EQ(GetCapture(), HWND());
+        MSG quit;
+        while (PeekMessageW(&quit, HWND(), 0, 0, PM_REMOVE))
+            DispatchMessageW(&quit);
+        for (const int button : {1, 3})
+            Headless::ButtonUp(button);
+        for (const UINT key : {VK_ESCAPE, VK_SHIFT})
+            Headless::KeyUp(key);
+    }
+    EXPECT_EQ(first.Cell(0), cell) << "the others stay where they are";
+    EXPECT_EQ(dialog->DoDropSource(), 0) << "nothing is selected";
+    EXPECT_EQ(dialog->DeleteSelectedFiles(), 0);
+}
+
+TEST_F(DragOut, ADoubleClickThatIsHeldBeginsIt) {
+    Later([&] {
+        EXPECT_EQ(dialog->m_bDragOut, 0);
+        EXPECT_EQ(Headless::CursorShown(), 32648U) << "the dialog takes nothing";
+        dialog->UpdateView();
+        Headless::RunPending();
+        EXPECT_EQ(dialog->DoDropSource(), 0) << "one at a time";
+        MoveOnto();
+        EXPECT_EQ(Headless::CursorShown(), 32512U);
+    });
+    int refreshes = 0;
+    Later([&] {
+        refreshes = dialog->refreshes;
+        LetGo();
+    });
+    DoubleClickAndDrag(1);
+    EXPECT_EQ(Of(second), "/x");
+    EXPECT_EQ(dialog->refreshes, refreshes + 1);
+    // The next move begins none.
+    dialog->Move(20, 20);
+    EXPECT_EQ(receiver.drops, 1);
+
+    // A button that was held down is not any more.
+    kit::TestButton button(150, 190);
+    dialog->AddQKItem(&button);
+    first.SetSel(0, 1);
+    Later(LetGo);
+    Headless::Advance(1000);
+    dialog->Click(160, 200);
+    dialog->Press(160, 200);
+    EXPECT_EQ(button.GetStatus(), QKItemBase::QK_MOUSEDOWN);
+    dialog->Move(165, 200);
+    EXPECT_EQ(button.GetStatus(), QKItemBase::QK_NORMAL);
+    EXPECT_EQ(button.clicks, 1);
+    dialog->Click(160, 200);
+    EXPECT_EQ(button.clicks, 2);
+    dialog->RemoveQKItem(&button);
+}
+
+TEST_F(DragOut, NothingIsTouchedOfADialogThatEnds) {
+    second.SelectAll();
+    receiver.onOver = [&] { dialog->DestroyWindow(); };
+    Later(MoveOnto);
+    Later(LetGo);
+    DoubleClickAndDrag(0);
+    EXPECT_EQ(Of(second), "/y") << "the window alone was gone";
+    receiver.onOver = [&] { dialog.reset(); };
+    Later(MoveOnto);
+    Later(LetGo);
+    ListDialog* const raw = dialog.get();
+    ASSERT_TRUE(dialog->Create(kit::kDialogTemplate));
+    dialog->Show();
+    Headless::MovePointer(10, 10);
+    Headless::ButtonDown();
+    second.SetSel(0, 1);
+    EXPECT_EQ(raw->DoDropSource(), 0);
+    EXPECT_EQ(Of(second), "/y*");
+}
+
+TEST_F(DragOut, AsManyAsThereAreAreRemovedAtOnce) {
+    TestList many;
+    dialog->AddQKItem(&many);
+    constexpr int kMany = 40000;
+    for (int i = 0; i < kMany; ++i) {
+        QKListItem record;
+        record.nUser1 = i;
+        many.AddItem(&record, 0);
+        if (i % 3) many.SetSel(i, 1);
+    }
+    const std::unique_ptr<QKListItem> replaced(many.GetItem(0));
+    many.SetItem(0, many.GetItem(1));  // one record in two places
+    EXPECT_EQ(dialog->DeleteSelectedFiles(), 1);
+    ASSERT_EQ(many.GetCount(), (kMany + 2) / 3 - 1);
+    for (int i = 0; i < many.GetCount(); ++i)
+        ASSERT_EQ(many.Look(i).nUser1, 3 * (i + 1));
+    EXPECT_EQ(many.ComputerID(), kMany);
+    EXPECT_EQ(dialog->GetNumsSel(), 0);
+    dialog->RemoveQKItem(&many);
+}
+
+}  // namespace
