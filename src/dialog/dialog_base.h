@@ -2,16 +2,17 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include <platform/framework.h>
 #include <platform/gdiplus.h>
 
 #include "items/item_base.h"
 
+class COleDataSource;
 class QKButton;
 class QKCheckBox;
 class QKFrame;
-class QKFrameInputs;
 class QKImage;
 class QKListCtrl;
 class QKProgress;
@@ -32,8 +33,14 @@ enum QKLayStyle : int {
 };
 
 // The host derives its dialogs from this class, registers items that it owns, and refreshes what it changed:
-// setters never repaint. Everything runs on the thread that owns the window; callbacks of items run inside
-// the pointer handlers and may close, minimise or even delete the dialog.
+// setters never repaint. Everything runs on the thread that owns the window.
+//
+// Wherever the host is called (functions of items, lists and timers, overridden virtuals, handlers of
+// messages) it may do what it likes: change, add or remove items and delete them, close, minimise, restyle or
+// delete the dialog, run a modal one, pump messages, throw. Who deletes the dialog must not call the base
+// afterwards. Two things end differently from what one might wish: a pointer event that items are removed in
+// ends by the invalid-argument exception when fewer are left than are still to be asked; and a DrawSurface
+// that always refreshes a dialog of LAY_OPAQUE, which draws at once, never comes to an end.
 //
 // Flags are ints: 0 is off, anything else is on. Colours are ARGB unless they say COLORREF. Geometry is in
 // client pixels.
@@ -77,7 +84,11 @@ class PLATFORM_API CQKDialogBase : public CDialog {
 
     // ---- Commands
 
-    void CloseQKDlg();          // posts the request
+    // Posts the request that also comes from a window manager's close button and from its key for closing,
+    // Alt+F4 in most: WM_CLOSE, which destroys the window unless a derived class answers it otherwise. Alt+F4
+    // that the dialog gets itself is swallowed. While a modal dialog waits for an answer its owner is asked
+    // nothing.
+    void CloseQKDlg();
     void MinQKDlg();            // posts the request
     void SetDoModalOK(int ok);  // ends as OK or as Cancel
     // Handles at most one waiting message, without waiting: keeps the windows alive while the host is busy.
@@ -102,7 +113,9 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     // Called instead of invalidating while m_bSysInvalidate is 0.
     virtual void CallBackInvalidate();
     // Renders one frame onto a context. `buffer`: off-screen first, then in one block; not in LAY_OPAQUE.
-    // A host that overrides this may draw below or above the frame.
+    // A host that overrides this may draw below or above the frame, leave it out, change items first, and put
+    // a clip on the context, which holds for the frame and stays. Called once per paint; in LAY_OPAQUE once
+    // per refresh, with a transparent surface that shows the cached background, if there is one.
     virtual void DrawSurface(HDC dc, int width, int height, int buffer);
     // Composes one frame onto any context, inside its clip: colour key, background, items, rubber band.
     // Width and height are used for the colour-key fill; all else takes the client size.
@@ -162,6 +175,30 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     int MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point);
     int MoveLeaveItem(QKItemBase* item, const CRect& rect);  // for hosts
 
+    // ---- Files dragged out of lists. Entries stand for the files that their szPath names.
+
+    // Drags the selected entries of all shown lists into another program, beginning where the pointer is: the
+    // paths of the list registered last come first, those of each in its order. A path of no length ends what
+    // the receiver sees. 1 when the receiver says that it moved the files: the entries are gone from their
+    // lists then. 0 otherwise: nothing is selected, no button is held, or the files were copied or not taken.
+    // Blocks until the drop, like a modal dialog; the dialog does it by itself after a double click on an
+    // entry that the button is held in.
+    int DoDropSource();
+    // Takes the selected entries out of all shown lists and frees them; the others keep their cells, and
+    // nothing is repainted. No file is touched. 1 when there were any.
+    int DeleteSelectedFiles();
+
+    // ---- The desktop, as it is at the moment of the call. It may go and come again at any time: repeat the
+    // call then.
+
+    // Puts the window into the desktop: among its icons where these have a window of their own, else into the
+    // desktop's own. 0 when there is none, or when it refuses. Nothing is shown, hidden, moved or repainted,
+    // and the styles stay. See SetParent for what becomes of the window there and when the desktop goes.
+    int SetDesk();
+    // Shows or hides the desktop with its icons; this dialog plays no part, but for being in it. Nothing
+    // happens without a desktop.
+    void ShowDeskList(int show);
+
     // ---- Window messages
 
     BOOL PreTranslateMessage(MSG* message) override;
@@ -195,6 +232,11 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void UnSelRcItem();
     void CaleSelItem();
 
+    // Where SetDesk would put the window; empty without a desktop.
+    HWND FindDeskParent();
+    // The desktop's icons where they lie beside the desktop's own window; 0, and nothing stored, without.
+    int FindDeskListView(HWND& listView);
+
     // 0: in LAY_OPAQUE the whole window catches the pointer.
     void SetMouseTranOver(int transparent);
 
@@ -224,17 +266,22 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     int m_bMinimized = 0;  // from MinQKDlg to the next release over an item
 
   private:
+    friend class QKAlive;
+
     // Where an item takes the pointer; false for kinds that never do.
     static bool HitRect(const QKItemBase* item, CRect& rect);
     static bool TakesPointer(const QKItemBase* item);
     QKItemBase* CapturedItem();
-    bool CompleteClick(QKItemBase* item);
+    bool CompleteClick(QKItemBase* item, bool& changed);
     bool ToggleCheck(QKItemBase* item);
     void UncheckOthers(const QKItemBase* radio);
     int DragThumb(QKItemBase* item, CPoint point);
     template <class Visit>
     void ForEachList(Visit visit);
     QKListCtrl* TopmostList();
+    std::u16string SelectedPaths();
+    void CarryFirstIcon(COleDataSource& source);
+    int DragOut();
     void PressEntry(QKListCtrl& list, QKListNode& node);
     void SelectAlone(QKListCtrl& list, const QKListNode& node);
     bool DropListFocus();
@@ -244,20 +291,16 @@ class PLATFORM_API CQKDialogBase : public CDialog {
 
     bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
     Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
-    void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight);
+    void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) const;
+    void MakeBackCache();
     void DrawBand(Gdiplus::Graphics& graphics);
     void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
-    void DescribeFrame(QKFrameInputs& inputs, int width, int height) const;
+    void DescribeFrame(QKFrame& frame) const;
     void PaintThroughFrame(HDC dc, int width, int height);
     void PushLayeredFrame(const CRect& window);
-    void ComposeLayeredFrame(int width, int height);
-    bool ComposeStalePart(int width, int height);
-    void PaintLayeredPart(int width, int height);
-    void CopyBackCache();
-    void CopyShearedBackCache();
+    void PaintHandedOut(int width, int height);
 
-    std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints
-    bool m_bStartOver = false;          // a host drew below a frame that was only to be mended
-    bool m_bFramePainted = false;       // the host's DrawSurface called that of the dialog
-    std::shared_ptr<const char> m_pLife = std::make_shared<const char>('\0');  // expires with the object
+    std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints; null while handed out
+    QKFrame* m_pHandedOut = nullptr;    // what a DrawSurface is to draw on now
+    std::shared_ptr<const void> m_pLife = std::make_shared<char>();  // expires with the object
 };

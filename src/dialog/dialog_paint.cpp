@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "dialog/dialog_base.h"
+#include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
@@ -77,48 +77,50 @@ class PieceInputs final : public QKPieceBounds {
 
 void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
     inputs.Begin();
+    CRect catching;
+    if (CatchesPointer(&item)) item.GetRect(&catching);
     inputs.Add(CatchesPointer(&item));
+    inputs.Add(catching);
     PieceInputs pieces(inputs);
     AddBounds(item, pieces);
     inputs.Touches(pieces.Touched());
 }
 
-// Whether a context draws on any pixel of a rectangle.
-class Drawable {
+// All that a context may draw on.
+class Drawable : public QKRegion {
   public:
-    explicit Drawable(HDC dc) : region_(CreateRectRgn(0, 0, 0, 0)) { GetDrawableRgn(dc, region_); }
-    ~Drawable() { DeleteObject(region_); }
-    Drawable(const Drawable&) = delete;
-    Drawable& operator=(const Drawable&) = delete;
-    bool Meets(const CRect& rect) const { return !rect.IsRectEmpty() && RectInRegion(region_, rect); }
-    HRGN Region() const { return region_; }
-    CRect Box() const {
-        CRect box;
-        GetRgnBox(region_, box);
-        return box;
-    }
+    explicit Drawable(HDC dc) { GetDrawableRgn(dc, *this); }
+};
+
+class WindowPaint {
+  public:
+    explicit WindowPaint(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
+    ~WindowPaint() { EndPaint(window_, &paint_); }
+    WindowPaint(const WindowPaint&) = delete;
+    WindowPaint& operator=(const WindowPaint&) = delete;
+    HDC Context() const { return context_; }
 
   private:
-    HRGN region_;
+    const HWND window_;
+    PAINTSTRUCT paint_;
+    const HDC context_;
 };
 
 }  // namespace
 
 void CQKDialogBase::OnPaint() {
-    PAINTSTRUCT paint;
-    const HDC dc = BeginPaint(m_hWnd, &paint);
-    if (m_nLayStyle != LAY_OPAQUE) {
-        CRect window;
-        GetWindowRect(window);
-        DrawSurface(dc, window.Width(), window.Height(), 1);
-    }
-    EndPaint(m_hWnd, &paint);
+    const QKAlive alive(*this);
+    const WindowPaint paint(m_hWnd);  // erases first: a call into the host
+    if (!alive || m_nLayStyle == LAY_OPAQUE) return;
+    CRect window;
+    GetWindowRect(window);
+    DrawSurface(paint.Context(), window.Width(), window.Height(), 1);
 }
 
 void CQKDialogBase::DrawSurface(HDC dc, int width, int height, int buffer) {
-    if (m_nLayStyle == LAY_OPAQUE && dc == m_pFrame->Context())
-        PaintLayeredPart(width, height);
-    else if (m_nLayStyle != LAY_OPAQUE && buffer && m_pFrame->Prepare(dc, width, height, false))
+    if (m_nLayStyle == LAY_OPAQUE && m_pHandedOut && dc == m_pHandedOut->Context())
+        PaintHandedOut(width, height);
+    else if (m_nLayStyle != LAY_OPAQUE && buffer)
         PaintThroughFrame(dc, width, height);
     else
         OnQKPaint(dc, width, height);
@@ -127,14 +129,15 @@ void CQKDialogBase::DrawSurface(HDC dc, int width, int height, int buffer) {
 // The frame outlives the paint: only what differs from its last state, and is asked for, is composed again.
 void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
+    if (!m_pFrame) m_pFrame = std::make_unique<QKFrame>();
     QKFrame& frame = *m_pFrame;
-    DescribeFrame(frame.NewInputs(), width, height);
-    frame.TakeInputs();
-    if (frame.BeginPart(Drawable(dc).Region())) {
-        frame.ClipPart();
+    if (!frame.Prepare(dc, width, height)) return OnQKPaint(dc, width, height);
+    DescribeFrame(frame);
+    if (QKFrameRepair repair(frame, Drawable(dc)); repair.IsNeeded()) {
         OnQKPaint(frame.Context(), width, height);
-        frame.EndPart();
+        repair.Done();
     }
+    MakeBackCache();
     BitBlt(dc, 0, 0, width, height, frame.Context(), 0, 0, SRCCOPY);
 }
 
@@ -151,6 +154,7 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
     CRect client;
     GetClientRect(client);
     if (!HasCachedBackground()) DrawBackground(graphics, client.Width(), client.Height());
+    MakeBackCache();
 
     const Gdiplus::SolidBrush catching{Gdiplus::Color(QK_PAINT_TRANSPARENT)};
     if (m_nLayStyle == LAY_OPAQUE && !m_bTranMouseOver)
@@ -172,7 +176,7 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
         if (item->GetType() == QKUI_LISTCTRL) PaintList(graphics, dc, static_cast<QKListCtrl&>(*item));
     }
     DrawBand(graphics);
-    graphics.ReleaseHDC(dc);  // never acquired: without effect, and has always been here
+    graphics.ReleaseHDC(dc);  // never acquired: without effect
 }
 
 void CQKDialogBase::PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list) {
@@ -201,35 +205,29 @@ Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight)
     return {static_cast<int>(static_cast<unsigned>(width - part) >> 1), 0, part, height};
 }
 
-void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) {
-    std::unique_ptr<Gdiplus::Graphics> cache;
-    if (m_bBackCache) {
-        m_pBackCache =
-            std::make_unique<Gdiplus::Bitmap>(clientWidth, clientHeight, Gdiplus::PixelFormat32bppARGB);
-        cache = std::make_unique<Gdiplus::Graphics>(m_pBackCache.get());
-    }
-    const auto onBoth = [&](auto draw) {
-        draw(graphics);
-        if (cache) draw(*cache);
-    };
+void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) const {
     if (m_bBackColor) {
         const Gdiplus::SolidBrush brush{Gdiplus::Color(m_crBack)};
-        onBoth([&](Gdiplus::Graphics& g) { g.FillRectangle(&brush, 0, 0, clientWidth, clientHeight); });
+        graphics.FillRectangle(&brush, 0, 0, clientWidth, clientHeight);
     }
-    if (m_pBackImage && clientWidth >= 1 && clientHeight >= 1) {
-        Gdiplus::ImageAttributes attributes;
-        attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
-        const Gdiplus::Rect source = BackgroundSource(clientWidth, clientHeight);
-        const Gdiplus::Rect destination(0, 0, clientWidth, clientHeight);
-        onBoth([&](Gdiplus::Graphics& g) {
-            g.DrawImage(m_pBackImage.get(), destination, source.X, source.Y, source.Width, source.Height,
-                        Gdiplus::UnitPixel, &attributes);
-        });
-    }
-    if (cache) {
-        cache.reset();
-        m_pBackCache->RotateFlip(Gdiplus::Rotate180FlipX);
-    }
+    if (!m_pBackImage || clientWidth < 1 || clientHeight < 1) return;
+    Gdiplus::ImageAttributes attributes;
+    attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
+    const Gdiplus::Rect source = BackgroundSource(clientWidth, clientHeight);
+    graphics.DrawImage(m_pBackImage.get(), Gdiplus::Rect(0, 0, clientWidth, clientHeight), source.X, source.Y,
+                       source.Width, source.Height, Gdiplus::UnitPixel, &attributes);
+}
+
+// Every frame that is asked for leaves the cache behind, also one that is there already.
+void CQKDialogBase::MakeBackCache() {
+    if (!m_bBackCache || m_pBackCache || !IsWindow(m_hWnd)) return;
+    CRect client;
+    GetClientRect(client);
+    m_pBackCache =
+        std::make_unique<Gdiplus::Bitmap>(client.Width(), client.Height(), Gdiplus::PixelFormat32bppARGB);
+    Gdiplus::Graphics graphics(m_pBackCache.get());
+    DrawBackground(graphics, client.Width(), client.Height());
+    m_pBackCache->RotateFlip(Gdiplus::Rotate180FlipX);
 }
 
 void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
@@ -243,18 +241,18 @@ void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
 }
 
 // Everything that OnQKPaint reads must be told here, or a later frame would keep what it should redraw.
-void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) const {
+void CQKDialogBase::DescribeFrame(QKFrame& frame) const {
+    const CRect whole(0, 0, frame.Width(), frame.Height());
     CRect client;
     GetClientRect(client);
+    QKFrameInputs& inputs = frame.NewInputs();
     inputs.Begin();
-    inputs.Touches(CRect(0, 0, width, height));
-    inputs.Add(CRect(0, 0, width, height));
+    inputs.Touches(whole);
     inputs.Add(client);
     inputs.Add(static_cast<std::uint64_t>(m_nLayStyle));
     inputs.Add(m_crColorKey);
     inputs.Add(static_cast<std::uint64_t>(m_bTranMouseOver));
-    inputs.Add(static_cast<std::uint64_t>(m_bBackCache));
-    inputs.Add(m_pBackCache ? m_pBackCache->GetRevision() : 0);
+    inputs.Add(HasCachedBackground());
     if (!HasCachedBackground()) {
         inputs.Add(m_bBackColor ? m_crBack : 0);
         inputs.Add(static_cast<std::uint64_t>(m_bBackColor));
@@ -267,7 +265,7 @@ void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) 
         if (item->GetType() != QKUI_LISTCTRL || !item->IsShow()) continue;
         auto& list = static_cast<QKListCtrl&>(*item);
         list.BeginFrame();
-        for (QKListNode* node : list.DrawnIn(CRect(0, 0, width, height))) {
+        for (QKListNode* node : list.DrawnIn(whole)) {
             inputs.Begin();
             PieceInputs pieces(inputs);
             list.ComposeEntry(*node, pieces);
@@ -282,4 +280,5 @@ void CQKDialogBase::DescribeFrame(QKFrameInputs& inputs, int width, int height) 
         outlined.InflateRect(1, 1);
         inputs.Touches(outlined);
     }
+    frame.TakeInputs();
 }

@@ -1,13 +1,14 @@
 // The pointer: which item an event reaches, what it does to the item's state, and when a click completes.
 #include <algorithm>
 
-#include "dialog/dialog_base.h"
+#include "dialog/alive.h"
+#include "items/arithmetic.h"
 #include "items/check_box.h"
 #include "items/scroll_bar.h"
 #include "list/list_ctrl.h"
 
-// Items are visited from the last registered to the first: the topmost drawn comes first. A callback may
-// delete the dialog; whoever called one holds `m_pLife` weakly and touches nothing once it expired.
+// Items are visited from the last registered to the first: the topmost drawn comes first. Every refresh is a
+// call into the host, and so is default processing.
 
 bool CQKDialogBase::TakesPointer(const QKItemBase* item) {
     return item->m_bShow && item->m_bEnable;
@@ -47,7 +48,7 @@ int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
         point.y == item->m_ptLast.y)
         return 0;
     auto* bar = static_cast<QKVScrollBar*>(item);
-    bar->SetBarPos(bar->m_nPos + (point.y - bar->m_ptLast.y));
+    bar->SetBarPos(QKSum(bar->m_nPos, QKDifference(point.y, bar->m_ptLast.y)));
     bar->m_ptLast = point;
     if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
     return 1;
@@ -59,14 +60,18 @@ int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint poin
     if (item->m_nType == QKUI_VSCROLLBAR && !static_cast<QKVScrollBar*>(item)->ptOnBar(point)) return 0;
     item->m_nStatus = QKItemBase::QK_MOUSEDOWN;
     item->m_ptLast = point;
+    const QKAlive dialog(*this);
+    const QKAlive pressed(*this, item);
     UpdateViewRect(rect);
+    if (!dialog) return 1;
     SetCapture(m_hWnd);
-    item->m_bCapture = 1;
+    if (pressed) item->m_bCapture = 1;
     return 1;
 }
 
 // Of one group at most one radio button stays checked by clicks.
 void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
+    const QKAlive alive(*this);
     const unsigned int group = static_cast<const QKRadio*>(radio)->GetGroupID();
     for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
         if (m_arItems[i] == radio || m_arItems[i]->m_nType != QKUI_RADIO) continue;
@@ -77,10 +82,11 @@ void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
         CRect rect;
         other->GetRect(&rect);
         UpdateViewRect(rect);
+        if (!alive) return;
     }
 }
 
-// What a completed click does to the item's check; true when it changed.
+// What a completed click does to the item's check; true when it changed. The item may be gone afterwards.
 bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
     if (item->m_nType == QKUI_CHECKBOX) {
         auto* box = static_cast<QKCheckBox*>(item);
@@ -88,24 +94,25 @@ bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
         return true;
     }
     if (item->m_nType != QKUI_RADIO || static_cast<QKRadio*>(item)->m_bCheck) return false;
+    const QKAlive alive(*this, item);
     UncheckOthers(item);
-    static_cast<QKRadio*>(item)->m_bCheck = 1;
+    if (alive) static_cast<QKRadio*>(item)->m_bCheck = 1;
     return true;
 }
 
-// False when the item, the window or the dialog itself did not outlive the callback: the release then touches
-// none of them any more.
-bool CQKDialogBase::CompleteClick(QKItemBase* item) {
-    const std::weak_ptr<const char> life = m_pLife;
-    const bool registered = GetQKItem(item) != nullptr;
-    if (const QKCallbacks callbacks = item->m_callbacks; callbacks.pfnClick && item == m_pDownItem)
-        callbacks.pfnClick(callbacks.pArgument);
-    if (life.expired() || !IsWindow(m_hWnd)) return false;
-    if (registered && !GetQKItem(item)) {
-        m_bMinimized = 0;  // this was the release that MinQKDlg waited for
-        return false;
-    }
-    return true;
+// The check and the host's function. False when the item, the window or the dialog itself did not outlive
+// them: the release then touches none of them any more.
+bool CQKDialogBase::CompleteClick(QKItemBase* item, bool& changed) {
+    const QKAlive dialog(*this);
+    const QKAlive clicked(*this, item);
+    changed = ToggleCheck(item);
+    if (clicked && item == m_pDownItem)
+        if (const QKCallbacks callbacks = item->m_callbacks; callbacks.pfnClick)
+            callbacks.pfnClick(callbacks.pArgument);
+    if (!dialog || !IsWindow(m_hWnd)) return false;
+    if (clicked) return true;
+    m_bMinimized = 0;  // this was the release that MinQKDlg waited for
+    return false;
 }
 
 int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point) {
@@ -117,10 +124,7 @@ int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point)
     }
 
     bool changed = false;
-    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN) {
-        changed = ToggleCheck(item);
-        if (!CompleteClick(item)) return 0;
-    }
+    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, changed)) return 0;
 
     const bool minimized = m_bMinimized == 1;
     m_bMinimized = 0;
@@ -155,23 +159,27 @@ void CQKDialogBase::DragWindowOrCapture(CPoint point) {
 }
 
 void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
+    const QKAlive alive(*this);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
         if (!TakesPointer(item)) continue;
         if (item->m_nType == QKUI_LISTCTRL) {
             auto* list = static_cast<QKListCtrl*>(item);
+            const QKAlive pressed(*this, list->m_lstItems);
             list->GetRect(&rect);
             const bool taken = MoveLDownList(list, rect, point);
-            if (!taken && list->m_nListMode != QKLIST_DESKTOP) continue;
+            if (!alive) return;
+            if (!taken && !(pressed && list->m_nListMode == QKLIST_DESKTOP)) continue;
             if (!taken && m_bSelRect) StartBand(point);
             break;
         }
         if (HitRect(item, rect) && MoveDownItem(item, rect, point)) {
-            SetCapture(m_hWnd);
+            if (alive) SetCapture(m_hWnd);
             return;
         }
     }
+    if (!alive) return;
     // A press that a list took moves the window, too.
     DragWindowOrCapture(point);
 }
@@ -180,7 +188,7 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
 // list whatever that says, and starts the rubber band over every kind of list.
 void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     enum { kNobody, kItem, kList } taker = kNobody;
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     for (INT_PTR i = m_arItems.GetSize() - 1; taker == kNobody && i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
@@ -188,13 +196,15 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
         if (item->m_nType == QKUI_LISTCTRL) {
             item->GetRect(&rect);
             if (MoveLDBClickList(static_cast<QKListCtrl*>(item), rect, point)) taker = kList;
-            if (life.expired()) return;
+            if (!alive) return;
             break;
         }
         if (HitRect(item, rect) && MoveDownItem(item, rect, point)) taker = kItem;
+        if (!alive) return;
     }
     if (taker != kNobody && GetNumsSel() >= 1) m_bDragOut = 1;
     if (taker == kNobody && m_bSelRect) StartBand(point);
+    if (!alive) return;
     if (taker == kItem)
         SetCapture(m_hWnd);
     else
@@ -202,15 +212,15 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
 }
 
 void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     OnLbuttonClkDown(flags, point);
-    if (!life.expired()) CDialog::OnLButtonDown(flags, point);
+    if (alive) CDialog::OnLButtonDown(flags, point);
 }
 
 void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     OnLbuttonDbClkDown(flags, point);
-    if (!life.expired()) CDialog::OnLButtonDblClk(flags, point);
+    if (alive) CDialog::OnLButtonDblClk(flags, point);
 }
 
 QKItemBase* CQKDialogBase::CapturedItem() {
@@ -223,13 +233,13 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     TRACKMOUSEEVENT leave = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, m_hWnd, 0};
     TrackMouseEvent(&leave);
 
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     int changed = 0;
     if (QKItemBase* captured = CapturedItem()) {
         CRect rect;
         captured->GetRect(&rect);
         changed = MoveOnItem(captured, rect, point);
-        if (life.expired()) return;
+        if (!alive) return;
     } else {
         // All of them: overlapping items light up together.
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
@@ -251,18 +261,36 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
                         std::max(m_ptSelStart.x, m_ptSelEnd.x), std::max(m_ptSelStart.y, m_ptSelEnd.y));
         CaleSelItem();
         UpdateView();
-    } else if (changed) {
+    } else if (m_bDragOut && DragOut()) {
+        if (alive) UpdateView();
+    } else if (alive && changed) {
         UpdateView();
     }
-    CDialog::OnMouseMove(flags, point);
+    if (alive) CDialog::OnMouseMove(flags, point);
+}
+
+// The release that drops the files never comes here: the press that they were dragged by is over then.
+int CQKDialogBase::DragOut() {
+    const QKAlive alive(*this);
+    const int moved = DoDropSource();
+    if (!alive || GetKeyState(VK_LBUTTON) < 0) return moved;
+    if (QKItemBase* pressed = CapturedItem()) {
+        CRect rect;
+        pressed->GetRect(&rect);
+        MoveLeaveItem(pressed, rect);
+    }
+    if (alive) EndPress();
+    return moved;
 }
 
 void CQKDialogBase::OnMouseLeave() {
+    const QKAlive alive(*this);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
         const bool followsPointer = item->m_nType != QKUI_VSCROLLBAR;
         if (followsPointer && TakesPointer(item) && HitRect(item, rect)) MoveLeaveItem(item, rect);
+        if (!alive) return;
     }
     CDialog::OnMouseLeave();
 }
@@ -271,14 +299,14 @@ void CQKDialogBase::OnMouseLeave() {
 void CQKDialogBase::EndPress() {
     m_bSelecting = 0;
     m_bDragOut = 0;
-    ReleaseCapture();
     for (QKItemBase* item : m_arItems)
         item->m_bCapture = 0;
     m_pDownItem = nullptr;
+    ReleaseCapture();  // last: it ends a move of the window, and the host hears of that
 }
 
 void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     try {
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
             QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
@@ -290,20 +318,20 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
             } else if (HitRect(item, rect)) {
                 MoveUpItem(item, rect, point);
             }
-            if (life.expired()) return;
+            if (!alive) return;
+        }
+        // Where rubber bands select, a click that was none of one leaves nothing selected.
+        if (m_bSelRect) {
+            if (!m_bSelecting) UnSelRcItem();
+            m_rcSel.SetRectEmpty();
+            UpdateView();
         }
     } catch (...) {
-        EndPress();
+        if (alive) EndPress();
         throw;
     }
-    // Where rubber bands select, a click that was none of one leaves nothing selected.
-    if (m_bSelRect) {
-        if (!m_bSelecting) UnSelRcItem();
-        m_rcSel.SetRectEmpty();
-        UpdateView();
-    }
-    EndPress();
-    CDialog::OnLButtonUp(flags, point);
+    if (alive) EndPress();
+    if (alive) CDialog::OnLButtonUp(flags, point);
 }
 
 // The right button concerns the topmost list alone.
@@ -315,20 +343,21 @@ QKListCtrl* CQKDialogBase::TopmostList() {
 }
 
 void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
-    const std::weak_ptr<const char> life = m_pLife;
+    const QKAlive alive(*this);
     if (QKListCtrl* list = TopmostList()) {
         CRect rect;
         list->GetRect(&rect);
         MoveRUpList(list, rect, point);
     }
-    if (!life.expired()) CDialog::OnRButtonUp(flags, point);
+    if (alive) CDialog::OnRButtonUp(flags, point);
 }
 
 void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
+    const QKAlive alive(*this);
     if (QKListCtrl* list = TopmostList()) {
         CRect rect;
         list->GetRect(&rect);
         MoveRDownList(list, rect, point);
     }
-    CDialog::OnRButtonDown(flags, point);
+    if (alive) CDialog::OnRButtonDown(flags, point);
 }

@@ -1,5 +1,5 @@
 // The dialog as a window: construction, looks, background settings, commands, keys.
-#include "dialog/dialog_base.h"
+#include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 
 IMPLEMENT_DYNAMIC(CQKDialogBase, CDialog)
@@ -32,8 +32,9 @@ BOOL CQKDialogBase::OnInitDialog() {
 void CQKDialogBase::DoDataExchange(CDataExchange*) {}
 
 void CQKDialogBase::OnDestroy() {
+    const QKAlive alive(*this);
     CDialog::OnDestroy();
-    m_arItems.RemoveAll();
+    if (alive) m_arItems.RemoveAll();
 }
 
 void CQKDialogBase::SetMinMaxStyle() {
@@ -149,8 +150,9 @@ void CQKDialogBase::OnMove(int x, int y) {
 }
 
 void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
+    const QKAlive alive(*this);
     CDialog::OnActivate(state, other, minimised);
-    if (state == WA_INACTIVE && DropListFocus()) UpdateView();
+    if (alive && state == WA_INACTIVE && DropListFocus()) UpdateView();
 }
 
 BOOL CQKDialogBase::PreTranslateMessage(MSG* message) {

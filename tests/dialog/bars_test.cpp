@@ -77,7 +77,6 @@ struct Bar : QKVScrollBar {
         const QKVScrollCallbacks callbacks = {nullptr, this, nullptr, [](int position, LPVOID bar) {
                                                   auto* self = static_cast<Bar*>(bar);
                                                   self->reported.push_back(position);
-                                                  if (const auto act = self->onDrag) act();
                                               }};
         SetVBarCallBack(&callbacks);
     }
@@ -87,7 +86,6 @@ struct Bar : QKVScrollBar {
                     Strip("bottom", {0xFF000010, 0xFF000020, 0xFF000030}, width, 10, true));
     }
     std::vector<int> reported;
-    std::function<void()> onDrag;
 };
 
 TEST_F(Bars, TheThumbTravelsOverWhatIsNotVisible) {
@@ -224,39 +222,6 @@ TEST_F(Bars, ADragFollowsThePointerBetweenBothEnds) {
     dialog.OnLbuttonDbClkDown(0, CPoint(25, 60));
     EXPECT_EQ(bar.GetStatus(), QKItemBase::QK_MOUSEON);
     Headless::ButtonUp();
-}
-
-TEST_F(Bars, TheFunctionMayEndAnything) {
-    struct Case {
-        const char* name;
-        std::function<void(TestDialog*&, std::unique_ptr<Bar>&)> act;
-    };
-    const Case cases[] = {
-        {"closes", [](TestDialog*& dialog, auto&) { dialog->CloseQKDlg(); }},
-        {"destroys", [](TestDialog*& dialog, auto&) { dialog->DestroyWindow(); }},
-        {"deletes the dialog", [](TestDialog*& dialog, auto&) { delete std::exchange(dialog, nullptr); }},
-        {"frees the bar",
-         [](TestDialog*& dialog, auto& bar) {
-             dialog->RemoveAllQKItem();
-             bar.reset();
-         }},
-        {"changes the lengths", [](TestDialog*&, auto& bar) { bar->SetBarLength(1, 1000); }},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        auto* dialog = new TestDialog;
-        auto bar = std::make_unique<Bar>();
-        bar->SetBarLength(50, 100);
-        dialog->AddQKItem(bar.get());
-        dialog->Open();
-        bar->onDrag = [&] { c.act(dialog, bar); };
-        dialog->Press(25, 30);
-        dialog->Move(25, 40);
-        Headless::RunPending();
-        Headless::ButtonUp();
-        Headless::RunPending();
-        delete dialog;
-    }
 }
 
 }  // namespace

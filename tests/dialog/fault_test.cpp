@@ -1,4 +1,4 @@
-// Callbacks that pull the ground away, pictures that lie, handles that are stale, resources that are missing.
+// Pictures that lie, handles that are stale, resources that are missing.
 #include "kit/test_dialog.h"
 
 namespace {
@@ -8,132 +8,37 @@ using kit::TestDialog;
 
 class DialogFault : public kit::HeadlessTest {};
 
-class SelfDeleting : public TestDialog {
-  protected:
-    void PostNcDestroy() override { delete this; }
-};
-
-TEST_F(DialogFault, CallbacksMayDoAnythingToTheirDialog) {
-    struct Scene {
-        TestDialog* dialog;
-        std::vector<std::unique_ptr<TestButton>> buttons;
-    };
-    struct Case {
-        const char* name;
-        void (*act)(Scene& scene);
-        bool windowLives;
-        int buttonsLeft;
-    };
-    const Case cases[] = {
-        {"posts the close request", [](Scene& s) { s.dialog->CloseQKDlg(); }, false, 3},
-        {"destroys the window", [](Scene& s) { s.dialog->DestroyWindow(); }, false, 3},
-        {"closes at once", [](Scene& s) { s.dialog->SendMessage(WM_CLOSE); }, false, 3},
-        {"minimises, twice",
-         [](Scene& s) {
-             s.dialog->MinQKDlg();
-             s.dialog->MinQKDlg();
-         },
-         true, 3},
-        {"minimises, pumps, minimises again",
-         [](Scene& s) {
-             s.dialog->MinQKDlg();
-             for (int i = 0; i < 5; ++i)
-                 s.dialog->messagePump();
-             s.dialog->MinQKDlg();
-         },
-         true, 3},
-        {"removes and frees the clicked item",
-         [](Scene& s) {
-             s.dialog->RemoveQKItem(s.buttons[2].get());
-             s.buttons.pop_back();
-         },
-         true, 2},
-        {"frees the item below",
-         [](Scene& s) {
-             s.dialog->RemoveQKItem(s.buttons[0].get());
-             s.buttons.erase(s.buttons.begin());
-         },
-         true, 2},
-        {"removes all items",
-         [](Scene& s) {
-             s.dialog->RemoveAllQKItem();
-             s.buttons.clear();
-         },
-         true, 0},
-        {"adds an item",
-         [](Scene& s) {
-             s.buttons.push_back(std::make_unique<TestButton>(0, 0));
-             s.dialog->AddQKItem(s.buttons.back().get());
-         },
-         true, 4},
-        {"hides and disables itself",
-         [](Scene& s) {
-             s.buttons[2]->SetShow(0);
-             s.buttons[2]->SetEnable(0);
-         },
-         true, 3},
-        {"takes its own callback away", [](Scene& s) { s.buttons[2]->SetCallBack(nullptr); }, true, 3},
-        {"releases the button again",
-         [](Scene& s) {
-             if (s.buttons[2]->clicks == 1) s.dialog->OnLButtonUp(0, CPoint(25, 20));
-         },
-         true, 3},
-        {"opens a modal dialog",
-         [](Scene& s) {
-             TestDialog modal(s.dialog);
-             Headless::WhenIdle([](void* m) { static_cast<TestDialog*>(m)->SetDoModalOK(1); }, &modal);
-             EXPECT_EQ(modal.DoModal(), IDOK);
-             EXPECT_EQ(GetCapture(), HWND());
-         },
-         true, 3},
-        {"opens a modal dialog and destroys the window from inside",
-         [](Scene& s) {
-             TestDialog modal(s.dialog);
-             Headless::WhenIdle([](void* d) { static_cast<TestDialog*>(d)->DestroyWindow(); }, s.dialog);
-             EXPECT_EQ(modal.DoModal(), IDCANCEL);
-         },
-         false, 3},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Scene scene;
-        TestDialog dialog;
-        scene.dialog = &dialog;
-        for (int i = 0; i < 3; ++i) {
-            scene.buttons.push_back(std::make_unique<TestButton>(10 + i, 10));
-            dialog.AddQKItem(scene.buttons.back().get());
+TEST_F(DialogFault, WhatLeavesDrawSurfaceLeavesNothingBehind) {
+    struct Throwing : TestDialog {
+        void DrawSurface(HDC dc, int width, int height, int buffer) override {
+            if (throws == 1) throw 1;
+            TestDialog::DrawSurface(dc, width, height, buffer);
+            if (throws == 2) throw 2;
         }
-        dialog.Open();
-        scene.buttons[2]->onClick = [&] { c.act(scene); };
-        dialog.Click(25, 20);
-        Headless::RunPending();
-        EXPECT_EQ(IsWindow(dialog.m_hWnd) != 0, c.windowLives);
-        EXPECT_EQ(scene.buttons.size(), static_cast<std::size_t>(c.buttonsLeft));
-        EXPECT_EQ(GetCapture(), HWND());
-        EXPECT_EQ(dialog.m_pDownItem, nullptr);
-        if (c.windowLives) {
-            ShowWindow(dialog.m_hWnd, SW_RESTORE);
-            dialog.Refresh();
-            dialog.Move(150, 100);
-            dialog.Move(25, 20);
-        }
-    }
-}
-
-TEST_F(DialogFault, ACallbackMayDeleteTheDialogObject) {
+        int throws = 0;
+    } dialog;
+    TestButton button(10, 10);
+    dialog.AddQKItem(&button);
+    dialog.Open();
+    const auto nextContext = [&] {
+        const HDC context = GetDC(dialog.m_hWnd);
+        ReleaseDC(dialog.m_hWnd, context);
+        return context.Index();
+    };
     for (const bool layered : {false, true}) {
-        auto* dialog = new SelfDeleting;
-        TestButton below(10, 10), button(10, 10);
-        dialog->AddQKItem(&below);
-        dialog->AddQKItem(&button);
-        dialog->Open();
-        if (layered) dialog->Set_OPAQUEDlg(255);
-        dialog->Refresh();
-        const HWND window = dialog->m_hWnd;
-        button.onClick = [&] { ::DestroyWindow(window); };
-        dialog->Click(20, 20);
-        EXPECT_FALSE(IsWindow(window));
-        EXPECT_EQ(button.clicks, 1);
+        if (layered) dialog.Set_OPAQUEDlg(255);
+        dialog.Refresh();
+        const std::uint32_t free = nextContext();
+        for (const int when : {1, 2, 1}) {
+            dialog.throws = when;
+            button.SetStatus(QKItemBase::QK_MOUSEON);
+            EXPECT_THROW(dialog.Refresh(), int);
+            EXPECT_EQ(nextContext(), free);
+            dialog.throws = 0;
+            button.SetStatus(QKItemBase::QK_NORMAL);
+            dialog.Refresh();
+            EXPECT_EQ(dialog.Pixel(20, 20), kit::kNormal);
+        }
     }
 }
 

@@ -169,24 +169,4 @@ TEST_F(Images, WithoutATimerNothingMoves) {
     EXPECT_EQ(undelayed.GetFrameIndex(), 0);
 }
 
-TEST_F(Images, ADialogMayGoInTheMiddleOfAStep) {
-    struct Closing : TestDialog {
-        void UpdateView() override {
-            if (closes) DestroyWindow();
-            TestDialog::UpdateView();
-        }
-        bool closes = false;
-    } dialog;
-    Animated first(Gif("ending1", {10, 10}), 10), second(Gif("ending2", {10, 10}), 60);
-    dialog.AddQKItem(&first);
-    dialog.AddQKItem(&second);
-    dialog.Open();
-    first.StartRun(5, dialog.m_hWnd);
-    second.StartRun(5, dialog.m_hWnd);
-    dialog.closes = true;
-    Headless::Advance(1000);
-    EXPECT_FALSE(IsWindow(dialog.m_hWnd));
-    EXPECT_EQ(first.GetFrameIndex(), 1);
-}
-
 }  // namespace

@@ -116,6 +116,38 @@ TEST(Button, CopiesShareThePictureUntilOneLetsGo) {
     copy.SetImageNull();
 }
 
+template <class... Items>
+constexpr bool kAllCopied = ((std::is_copy_assignable_v<Items> && std::is_copy_constructible_v<Items>)&&...);
+
+class ItemCopies : public kit::HeadlessTest {};
+
+TEST_F(ItemCopies, AreMadeOfEveryClass) {
+    static_assert(kAllCopied<QKItemBase, QKStaticText, QKImage, QKGifImage, QKButton, QKTextButton,
+                             QKCheckBox, QKRadio, QKProgress, QKVScrollBar, QKListCtrl>);
+    auto box = std::make_unique<QKRadio>();
+    box->SetImage(Strip("box", {0xFF0000FF}, 3, 3, true), Strip("mark", {0xFFFF0000}, 2, 2, true),
+                  QKButton::QKBT_IMGS_1, QKButton::QKBT_VERTICAL);
+    box->SetText(u"text");
+    box->SetTextFormat(Gdiplus::StringAlignmentFar);
+    box->SetGroupID(7);
+    box->SetCheck(1);
+    QKRadio copy;
+    copy = *box;
+    EXPECT_EQ(copy.GetFont(), box->GetFont());
+    box->SetImageNull();
+    box.reset();
+    EXPECT_EQ(CString(copy.GetText()), u"text");
+    EXPECT_EQ(copy.GetFont()->GetSize(), 12.0F);
+    EXPECT_EQ(copy.GetFormat().GetAlignment(), Gdiplus::StringAlignmentFar);
+    EXPECT_EQ(copy.GetGroupID(), 7U);
+    copy.ReleaseBuf();
+    kit::TestDialog dialog;
+    dialog.AddQKItem(&copy);
+    dialog.Open();
+    EXPECT_EQ(dialog.Pixel(0, 0), 0xFFFF0000U);  // the mark lives
+    EXPECT_EQ(dialog.Pixel(2, 2), 0xFF0000FFU);
+}
+
 TEST(Item, TextBoundsAreThoseOfTheInk) {
     const QKItemBase item(QKUI_STATICTEXT);
     const Gdiplus::Font font(u"DejaVu Sans", 20, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);

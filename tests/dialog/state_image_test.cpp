@@ -121,7 +121,8 @@ TEST(StateImage, BothFormsDrawTheSame) {
     std::array<Gdiplus::Bitmap*, 9> bitmaps;
     std::array<Gdiplus::Image*, 9> images;
     for (std::size_t i = 0; i < 9; ++i) {
-        owned[i] = std::make_unique<Gdiplus::Bitmap>(4, 4);
+        // The centre takes its height from a right edge that is higher, and is not hollow.
+        owned[i] = std::make_unique<Gdiplus::Bitmap>(4, i == 5 ? 9 : 4);
         Gdiplus::Graphics(owned[i].get()).Clear(Gdiplus::Color(0xFF000000 | (0x10U << i)));
         images[i] = bitmaps[i] = owned[i].get();
     }

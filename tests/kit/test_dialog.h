@@ -107,6 +107,14 @@ class TestButton : public QKButton {
     std::function<void()> onClick;
 };
 
+inline void ExpectSame(const Headless::Picture& shown, const Headless::Picture& wanted) {
+    ASSERT_EQ(shown.width, wanted.width);
+    ASSERT_EQ(shown.height, wanted.height);
+    for (int y = 0; y < shown.height; ++y)
+        for (int x = 0; x < shown.width; ++x)
+            ASSERT_EQ(shown.At(x, y), wanted.At(x, y)) << std::hex << "at " << std::dec << x << ", " << y;
+}
+
 class HeadlessTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite() { ASSERT_TRUE(Headless::Use(640, 480)); }

@@ -1,0 +1,35 @@
+// What a frame is drawn from, as numbers that can be held against those of the frame before.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include <platform/gdi.h>
+#include <platform/geometry.h>
+
+// What one frame is drawn from: a list of steps in drawing order, each with the numbers that its picture
+// depends on and the rectangle that it may touch. Equal numbers mean an equal picture.
+class QKFrameInputs {
+  public:
+    void Clear();
+    // Begins a step; Add and Touches belong to it.
+    void Begin();
+    void Add(std::uint64_t value) { values_.push_back(value); }
+    void Add(const RECT& rect);
+    void Touches(const RECT& rect);
+
+    // Adds to `region` what differs between the two frames.
+    static void Difference(const QKFrameInputs& before, const QKFrameInputs& after, HRGN region);
+
+  private:
+    struct Step {
+        std::size_t first;  // of its numbers
+        CRect touched;
+    };
+    bool SameStep(const QKFrameInputs& other, std::size_t step) const;
+    std::size_t End(std::size_t step) const;
+
+    std::vector<std::uint64_t> values_;
+    std::vector<Step> steps_;
+};

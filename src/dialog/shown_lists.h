@@ -1,0 +1,12 @@
+// All shown lists of a dialog, from the last registered to the first.
+#pragma once
+
+#include "dialog/dialog_base.h"
+#include "list/list_ctrl.h"
+
+template <class Visit>
+void CQKDialogBase::ForEachList(Visit visit) {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
+        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && m_arItems[i]->m_bShow)
+            visit(static_cast<QKListCtrl&>(*m_arItems[i]));
+}
