@@ -1,10 +1,14 @@
 // The whole interface of the library: dialogs that draw themselves, and the items that fill them.
 #pragma once
 
+#include <platform/foreign.h>
 #include <platform/framework.h>
 #include <platform/gdiplus.h>
 #include <platform/headless.h>
+#include <platform/internet.h>
+#include <platform/registry.h>
 #include <platform/resources.h>
+#include <platform/shell.h>
 #include <platform/text.h>
 
 #include "dialog/dialog_base.h"
@@ -19,3 +23,8 @@
 #include "items/text_button.h"
 #include "list/list_ctrl.h"
 #include "list/list_item.h"
+#include "shell/desk_list_dialog.h"
+#include "shell/shell_functions.h"
+#include "shell/win_key_mask.h"
+#include "web/base_functions.h"
+#include "web/html_ctrls.h"

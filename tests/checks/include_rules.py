@@ -25,9 +25,10 @@ SOURCES_MAY_INCLUDE = {"items": {"dialog"}, "list": {"dialog"}}
 BACKENDS = ("platform/window/headless/", "platform/window/x11/", "platform/html/webkit/")
 FACE = "platform/include/platform/"
 
-# What may speak to a library itself: tests that play an X peer, or look into the module over that library, and
-# the gallery's maker of pictures.
-LIBRARY_USERS = ("tests/x11/", "tests/graphics/", "examples/gallery/skin")
+# What may speak to a library itself: tests that play an X peer, or look into the module over that library, the
+# measurement beside that library, and the gallery's maker of pictures; and a host that reads folders, which is
+# no business of platform/.
+LIBRARY_USERS = ("tests/x11/", "tests/graphics/", "bench/web_bench", "examples/gallery/skin", "examples/desktop/")
 LIBRARIES = re.compile(
     r"(cairo|pango|glib|gio|gdk|gtk|webkit|JavaScriptCore|curl|xcb|X11|xkbcommon|fontconfig|freetype|harfbuzz"
     r"|gif_lib|jpeglib|jerror|png|zlib)\b"

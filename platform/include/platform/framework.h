@@ -135,11 +135,20 @@ class PLATFORM_API CCmdTarget : public CObject {
 #define ON_WM_RBUTTONDOWN() AFX_POINT_LINE(WM_RBUTTONDOWN, OnRButtonDown)
 #define ON_WM_RBUTTONUP() AFX_POINT_LINE(WM_RBUTTONUP, OnRButtonUp)
 #define ON_WM_MOUSELEAVE() AFX_MSGMAP_LINE(WM_MOUSELEAVE, self->OnMouseLeave(); return 0;)
+// int handler(CWnd* topLevel, UINT hitTest, UINT message)
+#define ON_WM_MOUSEACTIVATE()                                                                   \
+    AFX_MSGMAP_LINE(WM_MOUSEACTIVATE, const auto words = static_cast<std::uint64_t>(l);         \
+                    return self->OnMouseActivate(CWnd::FromHandlePermanent(HWND::FromParam(w)), \
+                                                 LOWORD(words), HIWORD(words));)
 #define ON_WM_KEYDOWN() AFX_MSGMAP_LINE(WM_KEYDOWN, self->OnKeyDown(static_cast<UINT>(w)); return 0;)
 // LRESULT handler(WPARAM, LPARAM)
 #define ON_MESSAGE(id, handler) AFX_MSGMAP_LINE(id, return self->handler(w, l);)
 
 // ---- Windows ------------------------------------------------------------------------------------------
+
+class COleControlSite;
+struct VARIANT;               // see <platform/automation.h>
+using DISPID = std::int32_t;  // names a property or an event
 
 namespace platform {
 struct MessageFrame;
@@ -152,6 +161,9 @@ struct WindowAccess;
 // m_hWnd is empty. Destroying the object destroys its window; the handlers of derived classes are out of
 // reach by then. An object belongs to the thread that created its window, and may be destroyed inside its
 // own handlers.
+//
+// What a handler throws, other than a CException, passes through the message loop that delivered the message,
+// but not through the destructor of an object: what handlers of other windows throw then is lost.
 class PLATFORM_API CWnd : public CCmdTarget {
     DECLARE_DYNAMIC(CWnd)
   public:
@@ -191,10 +203,20 @@ class PLATFORM_API CWnd : public CCmdTarget {
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE) {
         ::MoveWindow(m_hWnd, x, y, width, height, repaint);
     }
-    // Centres on the parent or owner, or on the screen where there is none to see; a top-level window is kept
-    // on the screen.
+    // Centres on the parent or owner, or on the primary monitor where there is none to see; a top-level
+    // window is kept inside the work area of the monitor.
     void CenterWindow();
     void SetWindowText(LPCWSTR text) { ::SetWindowTextW(m_hWnd, text); }
+    // The picture in task lists and frames; the icon stays the caller's. Returns the one before.
+    HICON SetIcon(HICON icon, BOOL big) {
+        const WPARAM size = big ? ICON_BIG : ICON_SMALL;
+        return HICON::FromParam(static_cast<std::uint64_t>(
+            ::SendMessageW(m_hWnd, WM_SETICON, size, static_cast<LPARAM>(icon.ToParam()))));
+    }
+    HICON GetIcon(BOOL big) const {
+        return HICON::FromParam(
+            static_cast<std::uint64_t>(::SendMessageW(m_hWnd, WM_GETICON, big ? ICON_BIG : ICON_SMALL, 0)));
+    }
     CString GetWindowText() const { return ::GetWindowTextW(m_hWnd); }
     // The control with an identifier; the empty handle when there is none.
     HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
@@ -216,6 +238,8 @@ class PLATFORM_API CWnd : public CCmdTarget {
     // True when one of them took the message.
     static BOOL WalkPreTranslateTree(MSG* message);
 
+    // Answers what a control in the window asks of its surroundings; TRUE when `value` holds the answer.
+    virtual BOOL OnAmbientProperty(COleControlSite* site, DISPID property, VARIANT* value);
     // Every message of the window comes here; routes it through the message maps, or to DefWindowProc.
     // A CException that leaves it ends the message with the result 0.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
@@ -236,6 +260,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     void OnRButtonDown(UINT, CPoint) { Default(); }
     void OnRButtonUp(UINT, CPoint) { Default(); }
     void OnMouseLeave() { Default(); }
+    int OnMouseActivate(CWnd*, UINT, UINT) { return static_cast<int>(Default()); }
     void OnKeyDown(UINT) { Default(); }
 
   protected:
@@ -273,7 +298,7 @@ class PLATFORM_API CDialog : public CWnd {
     // again; it ends with the window destroyed. Returns the result given to EndDialog; IDCANCEL when the
     // window was destroyed otherwise or WM_QUIT came (which is posted on to the outer loop); -1 with the
     // last error when the window cannot be created, when the object has one, or when the display server
-    // went away.
+    // went away. It ends in the same way, without a result, when an exception leaves a handler.
     virtual INT_PTR DoModal();
     // Ends DoModal after the message being handled, with the result given last; enables the parent and hides
     // the window at once. The window of a modeless dialog is destroyed.

@@ -94,14 +94,16 @@ PLATFORM_API BOOL BitBlt(HDC destination, int x, int y, int width, int height, H
 // Fills with opaque pixels of the brush's colour.
 PLATFORM_API int FillRect(HDC context, const RECT* rect, HBRUSH brush);
 
-// Regions: sets of pixels. Owned by the caller until DeleteObject, or until SetWindowRgn takes one.
+// Regions: sets of pixels. Owned by the caller until DeleteObject, or until SetWindowRgn takes one. Where
+// memory runs out they answer with the empty handle, FALSE or ERROR_REGION and ERROR_NOT_ENOUGH_MEMORY, and a
+// region stays what it was.
 enum { ERROR_REGION = 0, NULLREGION = 1, SIMPLEREGION = 2, COMPLEXREGION = 3 };
 enum { RGN_AND = 1, RGN_OR = 2, RGN_XOR = 3, RGN_DIFF = 4, RGN_COPY = 5 };
 PLATFORM_API HRGN CreateRectRgn(int left, int top, int right, int bottom);
 PLATFORM_API BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom);
 // A rectangle whose corners are quarters of an ellipse of the given width and height. Right and bottom are
 // outside, as in every rectangle. An ellipse larger than the rectangle is reduced to it; none gives square
-// corners.
+// corners. Corners higher than 32767 rows take more memory than there is for them.
 PLATFORM_API HRGN CreateRoundRectRgn(int left, int top, int right, int bottom, int ellipseWidth,
                                      int ellipseHeight);
 // target = first OP second; RGN_COPY ignores the second. Any of the three may be the same region.
@@ -118,11 +120,21 @@ PLATFORM_API BOOL GetRgnRect(HRGN region, int index, RECT* rect);
 // The empty region handle removes the caller's clip. The region is copied.
 PLATFORM_API int SelectClipRgn(HDC context, HRGN region);
 PLATFORM_API int IntersectClipRect(HDC context, int left, int top, int right, int bottom);
+// Copies the caller's clip into `region`. 1; 0 without a clip, and then `region` is left alone; -1 on
+// failure.
+PLATFORM_API int GetClipRgn(HDC context, HRGN region);
 // The smallest rectangle around all that can be drawn on: surface, update region and clip together.
 PLATFORM_API int GetClipBox(HDC context, RECT* box);
 // Copies the drawable set (as GetClipBox, but exact) into `region`. Returns its kind.
 PLATFORM_API int GetDrawableRgn(HDC context, HRGN region);
 
-// Counts the changes of what a context's surface shows: equal numbers mean equal pixels. 0 for a stale or
-// empty context.
+// Counts what is drawn on a context's surface: equal numbers mean equal pixels, unless memory of a DIB
+// section was written directly, which its writer alone can tell. 0 for a stale or empty context.
 PLATFORM_API std::uint64_t GetSurfaceRevision(HDC context);
+
+// Puts off making the pixels of a memory context's bitmap until they are wanted. The procedure is called
+// once, right before the context is drawn on or read from, its revision asked for, or another bitmap
+// selected; it may use the context itself. A null procedure takes the call back. FALSE for a stale context or
+// a window's.
+using FIRSTUSEPROC = void (*)(void* argument);
+PLATFORM_API BOOL SetFirstUseProc(HDC context, FIRSTUSEPROC procedure, void* argument);

@@ -2,6 +2,11 @@
 //
 // Every object keeps the status of its last operation and never throws. Colours are straight (not
 // premultiplied) ARGB. An object in an error status draws nothing.
+//
+// Without memory a call on text says OutOfMemory, or gives what it gives for bad input where it has no status
+// (an empty family or extent, height 0, a null clone). One case is beyond that: GLib, on which text is
+// shaped, ends the process when it gets no memory. For pieces of text above a kilobyte it is tried before
+// whether there is any; for the little that short texts and the loading of a face take it is not.
 #pragma once
 
 #include <memory>
@@ -192,10 +197,13 @@ class PLATFORM_API Pen {
     REAL width_;
 };
 
-// What happens where a scaled picture is sampled beyond its source rectangle.
+// What is drawn where a source rectangle reaches beyond the picture: in the tiling modes the picture again
+// and again, turned over as the mode says; in WrapModeClamp nothing but a colour. The same modes say what a
+// scaled picture's edges are mixed with: the opposite edge of the source rectangle where tiles repeat, else
+// nothing.
 class PLATFORM_API ImageAttributes {
   public:
-    // `color` fills the outside in WrapModeClamp; `clamp` is accepted and has no effect.
+    // `color` fills what lies beyond the picture in WrapModeClamp; `clamp` is accepted and has no effect.
     Status SetWrapMode(WrapMode mode, const Color& color = Color(), BOOL clamp = FALSE);
     WrapMode GetWrapMode() const { return mode_; }
     Color GetWrapColor() const { return color_; }
@@ -238,8 +246,9 @@ PLATFORM_API extern const FrameDimension FrameDimensionPage;
 class Graphics;
 
 // A picture: PNG, JPEG, GIF with all frames, BMP, ICO (its largest entry). Bad data gives an object with an
-// error status whose width and height are 0. Files above 16384 pixels a side, or more than 2^26 pixels, are
-// refused the same way before memory is taken for them.
+// error status whose width and height are 0. Files above 32767 pixels a side, or of more than 2^26 pixels,
+// are refused the same way before memory is taken for them. What was decoded of a picture before its data
+// turned bad is shown.
 class PLATFORM_API Image {
   public:
     explicit Image(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
@@ -323,12 +332,13 @@ class PLATFORM_API FontFamily {
   public:
     FontFamily() = default;
     // A face by any of its names, Chinese ones included; what is not installed resolves to the closest
-    // installed face, so that text always shows.
+    // installed face, so that text always shows. Of a longer name 512 bytes of UTF-8 count.
     explicit FontFamily(LPCWSTR name);
     CString GetFamilyName() const { return name_; }
     BOOL IsAvailable() const { return !name_.IsEmpty(); }
 
   private:
+    friend class Font;
     CString name_;
 };
 
@@ -356,6 +366,7 @@ class PLATFORM_API Font {
 
   private:
     Font() = default;
+    void Load(std::u16string_view family, REAL pixels);
     CString family_;
     REAL size_ = 0;
     INT style_ = 0;
@@ -460,7 +471,9 @@ class PLATFORM_API Graphics {
                      REAL srcHeight, Unit unit, const ImageAttributes* attributes = nullptr);
 
     // Length -1: up to the terminator. A null format is the default one. A layout rectangle without width
-    // does not wrap, without height does not clip.
+    // does not wrap, without height does not clip. A line goes on for 8192 bytes of UTF-8 at most, and lines
+    // for 700 000 pixels; a text of far more than a hundred thousand units may end before, with a whole line,
+    // so that no call takes a second.
     Status DrawString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
                       const StringFormat* format, const Brush* brush);
     Status DrawString(LPCWSTR text, INT length, const Font* font, const PointF& origin, const Brush* brush);
@@ -488,7 +501,10 @@ struct DrawingCounters {
     std::uint64_t decodedFrames = 0;  // frames of pictures decoded
 };
 PLATFORM_API DrawingCounters GetDrawingCounters();
-// The limit in bytes of the cache of scaled pictures and laid-out texts (default 64 MiB each).
+// The limit in bytes of the cache of scaled pictures, and of each thread's laid-out texts with their faces
+// (default 64 MiB each). It takes effect with the next drawing. Besides, a thread that draws text keeps the
+// faces that it used last, for 16 to 128 fonts by this limit: some megabytes, with fonts of many scripts a
+// dozen.
 PLATFORM_API void SetDrawingCacheLimit(std::size_t bytes);
 
 }  // namespace Gdiplus

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include <platform/geometry.h>
+#include <platform/ole.h>
 #include <platform/text.h>
 #include <platform/types.h>
 
@@ -26,6 +28,14 @@ struct PLATFORM_API Picture {
 // system exist already.
 PLATFORM_API bool Use(int screenWidth = 1280, int screenHeight = 800);
 
+struct Monitor {
+    RECT bounds;  // on the screen
+    RECT work;    // without panels
+};
+// Divides the screen into monitors, the primary one first. Until then, for an empty list and after another
+// Use, the screen is one monitor without panels.
+PLATFORM_API void SetMonitors(const std::vector<Monitor>& monitors);
+
 // Input. Coordinates are pixels of the screen; what the input causes is dispatched before the call returns.
 PLATFORM_API void MovePointer(int x, int y);
 PLATFORM_API void ButtonDown(int button = 1);  // 1 left, 2 middle, 3 right
@@ -35,20 +45,71 @@ PLATFORM_API void KeyUp(UINT virtualKey);
 // The request that a window manager's close button makes.
 PLATFORM_API void RequestClose(HWND window);
 
-// Moves the clock step by step to each timer that falls due, and delivers what each causes.
+// Moves the clock step by step to each timer that falls due, and delivers what each causes. Nothing else
+// moves it. Timers that fall due behind a WM_QUIT wait until that is taken.
 PLATFORM_API void Advance(unsigned milliseconds);
 // Dispatches until no message and no update region is left. Timers need Advance. A window that invalidates
-// itself in every paint is given up on after a thousand paints in a row.
+// itself in every paint is given up on: after a thousand paints in a row more than there are windows.
 PLATFORM_API void RunPending();
 // Runs `step` from inside the next wait of a loop (a modal dialog, GetMessageW) that has nothing else to do.
-// Steps run in the order given, one per wait: this is how a test acts while DoModal blocks. A loop that
-// would wait with neither a step nor a timer left ends as if WM_QUIT had come, instead of hanging.
+// Steps run in the order given, one per wait: this is how a test acts while DoModal blocks, Advance included.
+// Time stands still in a loop, so without a step nothing can happen any more, whatever timers are set: the
+// loop ends then as if WM_QUIT had come, instead of hanging, and DoModal returns IDCANCEL.
 PLATFORM_API void WhenIdle(void (*step)(void*), void* argument);
+
+// A window of another program, which lies below all of the program's own and which FindWindowExW finds behind
+// those added to the same parent before. In another such window (empty: on the screen). `place`: on the
+// screen; null is all of it. It shows one colour, opaque, but for 0, which shows nothing. Empty for a stale
+// parent, or before Use.
+PLATFORM_API HWND AddForeignWindow(LPCWSTR className, LPCWSTR title, HWND parent = HWND(),
+                                   const RECT* place = nullptr, std::uint32_t colour = 0);
+// The other program closes it, with all that lies in it.
+PLATFORM_API void CloseForeignWindow(HWND window);
 
 // What a window shows: its pixels as composed on the screen, before it is blended with what lies behind.
 PLATFORM_API Picture Capture(HWND window);
-PLATFORM_API Picture CaptureScreen();  // over an opaque 0xFF3A6EA5 desktop
-// The resource identifier of the cursor shown (32512 arrow, 32649 hand).
+PLATFORM_API Picture CaptureScreen();  // over an opaque 0xFF3A6EA5 desktop, or the wallpaper
+// What a task list shows for a window: the large icon, or else the small one. Empty without either.
+PLATFORM_API Picture CaptureIcon(HWND window);
+// The resource identifier of the cursor shown (32512 arrow, 32649 hand, 32648 while what is dragged would not
+// be taken).
 PLATFORM_API UINT CursorShown();
+
+// What a receiver is told of files that are dragged over it.
+struct PLATFORM_API DraggedFiles {
+    std::vector<BYTE> block;               // as COleDataSource was given it, every byte
+    DROPEFFECT allowed = DROPEFFECT_NONE;  // one, while a key asks for it
+    POINT screen = {0, 0};
+    WPARAM keys = 0;  // MK_SHIFT and MK_CONTROL
+
+    // What is in the block, as far as a receiver reads it.
+    std::vector<CString> Paths() const;
+};
+
+// Another program that files can be dragged to: a rectangle of the screen, behind all windows and above older
+// ones of its kind, from its construction to its end.
+//
+// A drag blocks like a modal dialog, so steps of WhenIdle act for the user while it runs. When none is left
+// the drag ends without a drop.
+class PLATFORM_API DropTarget {
+  public:
+    explicit DropTarget(const RECT& place);
+    virtual ~DropTarget();
+    DropTarget(const DropTarget&) = delete;
+    DropTarget& operator=(const DropTarget&) = delete;
+    CRect Place() const { return place_; }
+
+    // The drag is over it, or a key has changed: what it would do with the files. Anything but one of the
+    // allowed effects means nothing, as it does in a program that never answers. Here: a move where that is
+    // allowed.
+    virtual DROPEFFECT Over(const DraggedFiles& files);
+    // The files are dropped, after Over took them. What is returned is what the source is told.
+    virtual DROPEFFECT Drop(const DraggedFiles& files) = 0;
+    // The drag goes elsewhere, or ends without a drop.
+    virtual void Leave();
+
+  private:
+    CRect place_;
+};
 
 }  // namespace Headless

@@ -1,6 +1,9 @@
-// Reference-counted streams over memory.
+// Reference-counted streams over memory, and files dragged from one program to another.
 #pragma once
 
+#include <map>
+
+#include <platform/geometry.h>
 #include <platform/resources.h>
 #include <platform/types.h>
 
@@ -39,3 +42,65 @@ PLATFORM_API HRESULT CreateStreamOnHGlobal(HGLOBAL block, BOOL deleteOnRelease, 
 // reserved argument is null, anything else fails with E_INVALIDARG. A stop without a start does nothing.
 PLATFORM_API HRESULT CoInitialize(void* reserved);
 PLATFORM_API void CoUninitialize();
+
+// ---- Files on their way to another program ------------------------------------------------------------
+
+// What a receiver may do, or did, with the files that it is given: bits.
+using DROPEFFECT = DWORD;
+enum : DROPEFFECT {
+    DROPEFFECT_NONE = 0,
+    DROPEFFECT_COPY = 1,
+    DROPEFFECT_MOVE = 2,  // they are no longer where they were
+    DROPEFFECT_LINK = 4
+};
+
+// The form in which data is given. CF_HDROP: a block with a DROPFILES and a list of files behind it.
+using CLIPFORMAT = WORD;
+enum : CLIPFORMAT { CF_HDROP = 15 };
+
+// What a block of files begins with. The list: the path of each file with its terminator, and one terminator
+// more. A path of no length ends it.
+struct DROPFILES {
+    DWORD pFiles;  // where the list begins, in bytes from here
+    POINT pt;      // where they were dropped
+    BOOL fNC;      // whether `pt` is a place on the screen
+    BOOL fWide;    // UTF-16; 0: UTF-8
+};
+static_assert(sizeof(DROPFILES) == 20);
+
+// Data offered for dragging. Blocks belong to the source from the moment they are offered: it frees each
+// once, when another takes its place or when it ends itself, and nobody else may.
+class PLATFORM_API COleDataSource {
+  public:
+    COleDataSource() = default;
+    ~COleDataSource();
+    COleDataSource(const COleDataSource&) = delete;
+    COleDataSource& operator=(const COleDataSource&) = delete;
+
+    // Takes the block over. Formats other than CF_HDROP are kept and never asked for.
+    void CacheGlobalData(CLIPFORMAT format, HGLOBAL block);
+
+    // The picture that follows the pointer, at most 256 pixels a side, and where in it the pointer is. It is
+    // copied; the icon stays the caller's. Without one, only the pointer's shape tells what a drop would do.
+    void SetDragImage(HICON picture, POINT pointer);
+
+    // Drags the files of CF_HDROP, beginning at once where the pointer is: the left button must be down. The
+    // release drops them, Escape or another button gives up. The receiver takes them in one of the ways of
+    // `effects`; of these Ctrl asks for a copy, Shift for a move, and both for a link, while it is held.
+    //
+    // Windows are painted and timers and posted messages delivered meanwhile, so the caller's windows and
+    // objects may be gone afterwards; no window gets any input, and none has the capture. Returns what the
+    // receiver says that it did, which only it can know, and which may be another effect than was allowed.
+    // Who moves files moves them itself: the source never deletes one. DROPEFFECT_NONE: nobody took them,
+    // nobody answered in time (half a second to accept them, two to say anything at all, five to finish), the
+    // program or the display went away. The same, at once: without a button held, without a file to drag (a
+    // block that is stale or malformed), on a thread without windows, or while another drag runs.
+    //
+    // Other programs get paths as absolute ones; a relative path counts from the working directory.
+    DROPEFFECT DoDragDrop(DROPEFFECT effects = DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK);
+
+  private:
+    std::map<CLIPFORMAT, HGLOBAL> m_blocks;
+    HICON m_picture;  // its own copy
+    POINT m_pointer = {0, 0};
+};

@@ -54,7 +54,8 @@ PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size)
 
 // Memory by handle, for any thread. GlobalLock gives the address, also of an empty block (null when stale).
 // Blocks never move and live until GlobalFree, locked or not. Every failure sets the last error.
-enum : UINT { GMEM_FIXED = 0x0000, GMEM_MOVEABLE = 0x0002, GMEM_ZEROINIT = 0x0040 };
+// GMEM_SHARE changes nothing: every block may be handed to others.
+enum : UINT { GMEM_FIXED = 0x0000, GMEM_MOVEABLE = 0x0002, GMEM_ZEROINIT = 0x0040, GMEM_SHARE = 0x2000 };
 PLATFORM_API HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);
 PLATFORM_API LPVOID GlobalLock(HGLOBAL block);
 // False for a stale block, and for a movable one that is not locked.

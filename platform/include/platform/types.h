@@ -75,6 +75,7 @@ using HBRUSH = Handle<struct BrushTag>;
 using HRGN = Handle<struct RegionTag>;
 using HCURSOR = Handle<struct CursorTag>;
 using HICON = Handle<struct IconTag>;
+using HMONITOR = Handle<struct MonitorTag>;
 using HGLOBAL = Handle<struct GlobalTag>;
 using HRSRC = Handle<struct ResourceTag>;
 using HMODULE = Handle<struct ModuleTag>;
@@ -129,12 +130,14 @@ PLATFORM_API const char* ErrorText(DWORD error);
 enum : DWORD {
     ERROR_SUCCESS = 0,
     ERROR_FILE_NOT_FOUND = 2,
+    ERROR_ACCESS_DENIED = 5,  // somebody else holds it
     ERROR_INVALID_HANDLE = 6,
     ERROR_NOT_ENOUGH_MEMORY = 8,
     ERROR_BAD_FORMAT = 11,
     ERROR_INVALID_DATA = 13,
     ERROR_NOT_SUPPORTED = 50,
     ERROR_INVALID_PARAMETER = 87,
+    ERROR_MOD_NOT_FOUND = 126,        // a library that is loaded when needed
     ERROR_CONNECTION_UNAVAIL = 1201,  // no display server can be reached, or it went away
     ERROR_INVALID_WINDOW_HANDLE = 1400,
     ERROR_CANNOT_FIND_WND_CLASS = 1407,
@@ -143,6 +146,7 @@ enum : DWORD {
     ERROR_RESOURCE_DATA_NOT_FOUND = 1812,
     ERROR_RESOURCE_TYPE_NOT_FOUND = 1813,
     ERROR_RESOURCE_NAME_NOT_FOUND = 1814,
+    ERROR_INVALID_PIXEL_FORMAT = 2000,  // the display server has no pixels of 32 bits
 };
 
 constexpr HRESULT S_OK = 0;

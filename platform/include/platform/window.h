@@ -39,7 +39,10 @@ enum : UINT {
     WM_ERASEBKGND = 0x0014,
     WM_SHOWWINDOW = 0x0018,
     WM_SETCURSOR = 0x0020,
+    WM_MOUSEACTIVATE = 0x0021,
     WM_WINDOWPOSCHANGED = 0x0047,
+    WM_GETICON = 0x007F,
+    WM_SETICON = 0x0080,
     WM_NCCREATE = 0x0081,
     WM_NCDESTROY = 0x0082,
     WM_NCHITTEST = 0x0084,
@@ -100,6 +103,7 @@ enum : DWORD {
     WS_EX_TOPMOST = 0x00000008,
     WS_EX_TRANSPARENT = 0x00000020,
     WS_EX_TOOLWINDOW = 0x00000080,
+    WS_EX_CLIENTEDGE = 0x00000200,  // a sunken edge of two pixels, inside the window
     WS_EX_APPWINDOW = 0x00040000,
     WS_EX_LAYERED = 0x00080000,
     WS_EX_NOACTIVATE = 0x08000000,
@@ -132,6 +136,10 @@ constexpr HWND HWND_TOPMOST = HWND(0xFFFFFFF2, 0xFFFFFFFF);
 constexpr HWND HWND_NOTOPMOST = HWND(0xFFFFFFF3, 0xFFFFFFFF);
 
 enum { WA_INACTIVE = 0, WA_ACTIVE = 1, WA_CLICKACTIVE = 2 };
+// Answers to WM_MOUSEACTIVATE: the pointer went down in a window whose top-level is `wParam`; the words of
+// lParam are the hit test and the message of the press. A child asks its parent by default, a top-level says
+// MA_ACTIVATE. Sent for the windows of other libraries: an HTML view takes the keyboard but for the last two.
+enum { MA_ACTIVATE = 1, MA_ACTIVATEANDEAT = 2, MA_NOACTIVATE = 3, MA_NOACTIVATEANDEAT = 4 };
 enum { HTTRANSPARENT = -1, HTNOWHERE = 0, HTCLIENT = 1, HTCAPTION = 2 };
 enum : WPARAM { SC_MINIMIZE = 0xF020, SC_CLOSE = 0xF060, SC_RESTORE = 0xF120, SC_MOVE = 0xF010 };
 enum { SIZE_RESTORED = 0, SIZE_MINIMIZED = 1 };
@@ -187,8 +195,10 @@ PLATFORM_API BOOL RegisterClassW(const WNDCLASSW* description);
 // Sends WM_NCCREATE, WM_CREATE (lParam = `parameter`; -1 or FALSE refuses the window), then WM_SIZE and
 // WM_MOVE. For a child, positions are relative to the parent and `id` names it; for a top-level the parent
 // is its owner: it stays above it, and goes with it. Fails with ERROR_CANNOT_FIND_WND_CLASS,
-// ERROR_INVALID_PARAMETER (sizes are 0 to 32767), or ERROR_CONNECTION_UNAVAIL where no window system can be
-// reached: the host may then choose Headless::Use().
+// ERROR_INVALID_PARAMETER (sizes are 0 to 32767), ERROR_NOT_ENOUGH_MEMORY, ERROR_CONNECTION_UNAVAIL where no
+// window system can be reached or it is lost, or ERROR_INVALID_PIXEL_FORMAT where the display server has no
+// pixels of 32 bits (a screen of 8 bits; one of 16 without the Composite extension): the host may then choose
+// Headless::Use().
 PLATFORM_API HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
                                   int width, int height, HWND parent, UINT_PTR id, HINSTANCE module,
                                   LPVOID parameter);
@@ -206,12 +216,15 @@ PLATFORM_API BOOL IsIconic(HWND window);
 PLATFORM_API BOOL EnableWindow(HWND window, BOOL enable);
 PLATFORM_API BOOL IsWindowEnabled(HWND window);
 // A new size invalidates the whole window (not with SWP_NOREDRAW); a new place keeps its pixels. Sizes are 0
-// to 32767; positions are held between -32768 and 32767.
+// to 32767, though nothing new shows while there is no memory; positions are -32768 to 32767.
 PLATFORM_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 PLATFORM_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 // In screen coordinates. A minimised window is at (-32000, -32000).
 PLATFORM_API BOOL GetWindowRect(HWND window, RECT* rect);
 PLATFORM_API BOOL GetClientRect(HWND window, RECT* rect);
+// Enlarges a client rectangle to that of the window around it: by WS_EX_CLIENTEDGE, the one frame that lies
+// inside a window.
+PLATFORM_API BOOL AdjustWindowRectEx(RECT* rect, DWORD style, BOOL menu, DWORD exStyle);
 PLATFORM_API BOOL ClientToScreen(HWND window, POINT* point);
 PLATFORM_API BOOL ScreenToClient(HWND window, POINT* point);
 // The parent of a child, the owner of a top-level.
@@ -221,6 +234,10 @@ PLATFORM_API LONG_PTR GetWindowLongPtrW(HWND window, int index);
 PLATFORM_API LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
 PLATFORM_API BOOL SetWindowTextW(HWND window, LPCWSTR text);
 PLATFORM_API CString GetWindowTextW(HWND window);
+// The pictures that stand for a top-level in task lists and in the frame of a window manager: WM_SETICON with
+// the size as wParam and an icon's ToParam as lParam (0 takes it away) returns the one before, WM_GETICON the
+// present one. The picture is taken at that moment, at most 256 pixels a side; the icon stays the caller's.
+enum : WPARAM { ICON_SMALL = 0, ICON_BIG = 1 };
 // The topmost window at a point of the screen that takes the pointer there: shapes, colour keys and alpha 0
 // let it through.
 PLATFORM_API HWND WindowFromPoint(POINT point);
@@ -228,6 +245,8 @@ PLATFORM_API HWND SetFocus(HWND window);
 PLATFORM_API HWND GetFocus();
 PLATFORM_API HWND GetActiveWindow();
 PLATFORM_API HWND SetActiveWindow(HWND window);
+// Activates a top-level at once and asks the window system to follow. A window manager may refuse: then the
+// window loses its activation again, within a second.
 PLATFORM_API BOOL SetForegroundWindow(HWND window);
 
 // ---- Painting -----------------------------------------------------------------------------------------
@@ -264,6 +283,21 @@ enum : DWORD { ULW_COLORKEY = 1, ULW_ALPHA = 2, ULW_OPAQUE = 4 };
 PLATFORM_API BOOL UpdateLayeredWindow(HWND window, HDC destination, const POINT* position, const SIZE* size,
                                       HDC source, const POINT* sourcePoint, COLORREF key,
                                       const BLENDFUNCTION* blend, DWORD flags);
+// The same, with a promise that spares looking for what changed: outside of `prcDirty` (window coordinates;
+// null: none) the bitmap is as it was pushed last. Counts only while that push shows, from the same point.
+struct UPDATELAYEREDWINDOWINFO {
+    DWORD cbSize = sizeof(UPDATELAYEREDWINDOWINFO);
+    HDC hdcDst;  // ignored
+    const POINT* pptDst = nullptr;
+    const SIZE* psize = nullptr;
+    HDC hdcSrc;
+    const POINT* pptSrc = nullptr;
+    COLORREF crKey = 0;
+    const BLENDFUNCTION* pblend = nullptr;
+    DWORD dwFlags = 0;
+    const RECT* prcDirty = nullptr;
+};
+PLATFORM_API BOOL UpdateLayeredWindowIndirect(HWND window, const UPDATELAYEREDWINDOWINFO* info);
 // Clips the window, and its pointer input, to a region in window coordinates. The window takes the region:
 // the handle is stale afterwards. The empty handle removes the shape.
 PLATFORM_API int SetWindowRgn(HWND window, HRGN region, BOOL redraw);
@@ -271,9 +305,9 @@ PLATFORM_API int SetWindowRgn(HWND window, HRGN region, BOOL redraw);
 // ---- Messages -----------------------------------------------------------------------------------------
 
 // Runs the procedure at once and returns its result. From another thread it waits for the owner to dispatch;
-// 0 when the window goes first.
+// 0 when the window or its thread goes first.
 PLATFORM_API LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// An empty window posts to the calling thread itself.
+// An empty window posts to the calling thread itself. Fails without memory, or with 100 000 messages waiting.
 PLATFORM_API BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 PLATFORM_API void PostQuitMessage(int exitCode);
 enum : UINT { PM_NOREMOVE = 0, PM_REMOVE = 1 };
@@ -286,7 +320,7 @@ PLATFORM_API BOOL TranslateMessage(const MSG* message);
 PLATFORM_API LRESULT DispatchMessageW(const MSG* message);
 
 // The window receives WM_TIMER with `id` every `interval` milliseconds (at least 10). The same id again
-// replaces the timer. Returns the id, 0 on failure.
+// replaces the timer. Returns the id, 0 on failure: of no window, or ERROR_NOT_ENOUGH_MEMORY for a new one.
 PLATFORM_API UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure);
 PLATFORM_API BOOL KillTimer(HWND window, UINT_PTR id);
 // Milliseconds of the window system's clock.
@@ -294,7 +328,9 @@ PLATFORM_API DWORD GetTickCount();
 
 // ---- Pointer and keyboard -----------------------------------------------------------------------------
 
-PLATFORM_API HWND SetCapture(HWND window);  // returns the window that held it
+// Returns the window that held it. Where another program holds the pointer it fails with ERROR_ACCESS_DENIED,
+// and no window has the capture.
+PLATFORM_API HWND SetCapture(HWND window);
 PLATFORM_API BOOL ReleaseCapture();
 PLATFORM_API HWND GetCapture();
 enum : DWORD { TME_LEAVE = 2, TME_CANCEL = 0x80000000 };
@@ -307,7 +343,8 @@ struct TRACKMOUSEEVENT {
 // Asks for one WM_MOUSELEAVE when the pointer leaves the window; at once when it is not over it.
 PLATFORM_API BOOL TrackMouseEvent(TRACKMOUSEEVENT* request);
 PLATFORM_API BOOL GetCursorPos(POINT* point);
-// 0x8000 is set while the key is down, as of the message being handled; bit 0 toggles.
+// 0x8000 is set while the key is down, as of the message being handled; bit 0 toggles. No key is
+// down while another program has the keyboard.
 PLATFORM_API std::int16_t GetKeyState(int virtualKey);
 PLATFORM_API UINT GetDoubleClickTime();
 
@@ -333,10 +370,29 @@ struct ICONMETRICSW {
     LOGFONTW lfFont;  // of their titles
 };
 static_assert(sizeof(ICONMETRICSW) == 108);
-enum : UINT { SPI_GETICONMETRICS = 45 };
+enum : UINT { SPI_GETICONMETRICS = 45, SPI_GETWORKAREA = 48 };
 // SPI_GETICONMETRICS fills an ICONMETRICSW: the font is the system's common one, of 9 points. `size` is the
-// record's own or 0. Other actions and sizes fail with ERROR_INVALID_PARAMETER.
+// record's own or 0. SPI_GETWORKAREA fills a RECT: the primary monitor without the panels that keep their
+// place; it fails as the creation of a window does where no window system can be reached. Other actions and
+// sizes fail with ERROR_INVALID_PARAMETER.
 PLATFORM_API BOOL SystemParametersInfoW(UINT action, UINT size, LPVOID value, UINT flags);
+
+// The monitors that the screen is made of. A handle is stale as soon as they are arranged anew.
+struct MONITORINFO {
+    DWORD cbSize;    // of this record, set by the caller
+    RECT rcMonitor;  // on the screen
+    RECT rcWork;     // without the panels that keep their place
+    DWORD dwFlags;   // MONITORINFOF_PRIMARY
+};
+enum : DWORD { MONITORINFOF_PRIMARY = 1 };
+enum : DWORD { MONITOR_DEFAULTTONULL = 0, MONITOR_DEFAULTTOPRIMARY = 1, MONITOR_DEFAULTTONEAREST = 2 };
+// The monitor that a window covers most of, or that a point lies on. Where there is none: as `otherwise`
+// says. A child counts as its own rectangle on the screen, a minimised window as the place that it goes back
+// to; for no window it is the primary one, unless `otherwise` is MONITOR_DEFAULTTONULL.
+PLATFORM_API HMONITOR MonitorFromWindow(HWND window, DWORD otherwise);
+PLATFORM_API HMONITOR MonitorFromPoint(POINT point, DWORD otherwise);
+// FALSE with ERROR_INVALID_HANDLE for a stale monitor.
+PLATFORM_API BOOL GetMonitorInfoW(HMONITOR monitor, MONITORINFO* info);
 
 // ---- Dialogs from templates ---------------------------------------------------------------------------
 
