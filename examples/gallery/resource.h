@@ -30,6 +30,7 @@
 #define IDP_TAB_BUTTONS 214
 #define IDP_TAB_STATES 215
 #define IDP_TAB_AREAS 216
+#define IDP_TAB_REQUESTS 217
 #define IDP_TAB_TEXTS 231
 #define IDP_TAB_CHOICES 232
 #define IDP_TAB_IMAGES 233
@@ -37,6 +38,7 @@
 #define IDP_TAB_SCROLLING 235
 #define IDP_TAB_FRAMES 236
 #define IDP_TAB_LIST 237
+#define IDP_TAB_WEB 238
 // The vertical strips of one to five frames.
 #define IDP_STRIP_1 221
 #define IDP_STRIP_2 222

@@ -198,6 +198,18 @@ void DrawScrolling(cairo_t* context, Colour colour) {
     Fill(context, colour);
 }
 
+// One arrow there and one back.
+void DrawRequests(cairo_t* context, Colour colour) {
+    for (const double side : {-1.0, 1.0}) {
+        cairo_move_to(context, -10, side * 4.5);
+        cairo_line_to(context, 10, side * 4.5);
+        cairo_move_to(context, side * -5, side * 4.5 - 4.5);
+        cairo_line_to(context, side * -10, side * 4.5);
+        cairo_line_to(context, side * -5, side * 4.5 + 4.5);
+    }
+    Stroke(context, colour, kPen);
+}
+
 void DrawFrames(cairo_t* context, Colour colour) {
     RoundedBox({-10, -10, 20, 20}, 4)(context);
     Stroke(context, colour, kPen);
@@ -220,6 +232,23 @@ void DrawList(cairo_t* context, Colour colour) {
             cairo_line_to(context, x + 7.8, y + 8.4);
             Stroke(context, WithAlpha(colour, colour.alpha * 0.65), 1.4);
         }
+}
+
+// A globe with its meridian and two parallels.
+void DrawWeb(cairo_t* context, Colour colour) {
+    Circle(0, 0, 10)(context);
+    Stroke(context, colour, kPen);
+    {
+        const SavedState saved(context);
+        cairo_scale(context, 0.45, 1);
+        cairo_new_sub_path(context);
+        cairo_arc(context, 0, 0, 10, 0, 2 * std::numbers::pi);
+    }
+    for (const double y : {-4.0, 4.0}) {
+        cairo_move_to(context, -8.8, y);
+        cairo_line_to(context, 8.8, y);
+    }
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.7), 1.4);
 }
 
 }  // namespace
@@ -284,11 +313,17 @@ void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, C
         case Glyph::Scrolling:
             DrawScrolling(context, colour);
             break;
+        case Glyph::Requests:
+            DrawRequests(context, colour);
+            break;
         case Glyph::Frames:
             DrawFrames(context, colour);
             break;
         case Glyph::List:
             DrawList(context, colour);
+            break;
+        case Glyph::Web:
+            DrawWeb(context, colour);
             break;
     }
     cairo_pop_group_to_source(context);

@@ -22,9 +22,11 @@ enum class Glyph {
     Choices,
     Images,
     Progress,
+    Requests,
     Scrolling,
     Frames,
     List,
+    Web,
 };
 
 // Draws the glyph centred on (x, y) in a square of `size` pixels, in one colour.

@@ -16,7 +16,7 @@
 //   btn_close_v.png, btn_min_v.png   3       vertical    32 x 28     window buttons
 //   btn_play_v.png                   4       vertical    72 x 72     round; the active frame pauses
 //   btn_prev_v.png, btn_next_v.png   3       vertical    48 x 48     round
-//   tab_layers.png ... tab_list.png  4       vertical   132 x 40     tab, glyph left, text room right
+//   tab_layers.png ... tab_web.png   4       vertical   132 x 40     tab, glyph left, text room right
 //   check_box_v.png, radio_v.png     5       vertical    20 x 20     sunken box or dish, free for its mark
 //   check_box_h.png                  5       horizontal  20 x 20     the same box
 //   check_mark.png, radio_mark.png   -       -           20 x 20     marks, centred
