@@ -35,7 +35,13 @@ class Dialog : public CQKDialogDeskList {
 class RealDesktop : public testing::Test {
   protected:
     // One server for all: the library notices late, without a window, that one is gone.
-    static void SetUpTestSuite() { session = xtest::XSession::Start({.windowManager = true}); }
+    static void SetUpTestSuite() {
+        session = xtest::XSession::Start({.windowManager = true});
+        if (!session) return;
+        // The first key from a keyboard makes the window manager grab its own anew, and miss some meanwhile.
+        session->Xdotool({"key", "Shift_L"});
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
     static void TearDownTestSuite() { session.reset(); }
     void SetUp() override {
         const std::string home = std::string(QKUI_TEST_OUTPUT) + "/home";

@@ -1,6 +1,8 @@
 #include "platform/window/x11/desktop_windows.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
 #include "platform/window/x11/property_words.h"
 
@@ -19,8 +21,8 @@ Reply<xcb_get_window_attributes_reply_t> AttributesOf(xcb_connection_t* c, xcb_w
         xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, window), nullptr));
 }
 
-std::vector<xcb_window_t> ChildrenOf(xcb_connection_t* c, xcb_window_t window) {
-    const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, window), nullptr));
+std::vector<xcb_window_t> ChildrenOf(xcb_connection_t* c, xcb_query_tree_cookie_t asked) {
+    const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, asked, nullptr));
     if (!tree) return {};
     const xcb_window_t* first = xcb_query_tree_children(tree.get());
     return {first, first + xcb_query_tree_children_length(tree.get())};
@@ -34,15 +36,27 @@ bool DesktopWindows::IsOfProgram(xcb_window_t window, xcb_window_t other) const 
 }
 
 // Managed ones stand in the window manager's list; hidden ones, and all without a window manager, lie on the
-// root itself. Those that can be seen come first.
+// root itself. One that is just being shown has left the root for its frame and stands in no list yet. Those
+// that can be seen come first.
 std::vector<xcb_window_t> DesktopWindows::FindAll() const {
     if (!connection_->IsAlive()) return {};
     xcb_connection_t* c = connection_->Get();
     const Atoms& names = connection_->Names();
     const auto asked = AskWords(c, connection_->Root(), names.netClientList);
-    std::vector<xcb_window_t> all = ReadWords(c, asked);
-    for (const xcb_window_t child : ChildrenOf(c, connection_->Root()))
-        if (std::ranges::find(all, child) == all.end()) all.push_back(child);
+    const std::vector<xcb_window_t> tops = ChildrenOf(c, xcb_query_tree(c, connection_->Root()));
+    std::vector<xcb_query_tree_cookie_t> inside;
+    for (const xcb_window_t top : tops)
+        inside.push_back(xcb_query_tree(c, top));
+    std::vector<xcb_window_t> all;
+    std::unordered_set<xcb_window_t> met;
+    const auto meet = [&](const std::vector<xcb_window_t>& windows) {
+        std::ranges::copy_if(windows, std::back_inserter(all),
+                             [&](xcb_window_t window) { return met.insert(window).second; });
+    };
+    meet(ReadWords(c, asked));
+    meet(tops);
+    for (const xcb_query_tree_cookie_t tree : inside)
+        meet(ChildrenOf(c, tree));
     const xcb_window_t own = xcb_get_setup(c)->resource_id_base;
     std::erase_if(all, [&](xcb_window_t window) { return IsOfProgram(window, own); });
     std::vector<xcb_get_property_cookie_t> types;
@@ -87,7 +101,7 @@ xcb_window_t DesktopWindows::IconsOf(xcb_window_t desktop) const {
     xcb_connection_t* c = connection_->Get();
     const std::optional<Host> outer = Look(desktop);
     if (!outer) return 0;
-    for (const xcb_window_t child : ChildrenOf(c, desktop)) {
+    for (const xcb_window_t child : ChildrenOf(c, xcb_query_tree(c, desktop))) {
         // Others may have put windows of theirs into it, as we do.
         if (!IsOfProgram(child, desktop)) continue;
         const auto attributes = AttributesOf(c, child);
