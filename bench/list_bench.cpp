@@ -197,6 +197,50 @@ void MemoryPerEntry(benchmark::State& state) {
     state.counters["record"] = sizeof(QKListItem);
 }
 
+// A program that keeps every entry it ever asked for.
+void AskForAll(QKListCtrl& list) {
+    for (int i = 0; i < list.GetCount(); ++i)
+        list.GetItem(i);
+}
+
+void AskWhileAdding(benchmark::State& state) {
+    const Gdiplus::Image icon(Piece(
+        "icon.png", [](int, int) { return 0xFF808080U; }, 64));
+    for (auto _ : state) {
+        QKListCtrl list;
+        QKListItem record;
+        for (int i = 0; i < state.range(0); ++i) {
+            FillRecord(record, i, icon);
+            list.AddItem(&record, 1);
+            list.GetItem(i)->nUser1 = i;
+        }
+    }
+}
+
+void HoverStepAfterAskingForAll(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    AskForAll(dialog.list);
+    int turn = 0;
+    for (auto _ : state) {
+        dialog.OnMouseMove(0, CPoint(30 + ++turn % 16 * 77, 30));
+        dialog.Settle();
+    }
+}
+
+void ScrollStepAfterAskingForAll(benchmark::State& state) {
+    ListDialog dialog(static_cast<int>(state.range(0)));
+    CRect given(5, 5, kWidth - 5, kHeight - 5);
+    dialog.list.SetRect(&given);
+    AskForAll(dialog.list);
+    int turn = 0;
+    for (auto _ : state) {
+        CRect rect(5 - ++turn % 50, 5, kWidth - 5 - turn % 50, kHeight - 5);
+        dialog.list.SetRect(&rect);
+        dialog.UpdateView();
+        dialog.Settle();
+    }
+}
+
 BENCHMARK(MemoryPerEntry)->Arg(100'000)->Iterations(1);
 BENCHMARK(AddAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(LayOutAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
@@ -204,6 +248,9 @@ BENCHMARK(HoverStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMi
 BENCHMARK(PressStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BandStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(ScrollStep)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(AskWhileAdding)->Arg(1'000)->Arg(16'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(HoverStepAfterAskingForAll)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ScrollStepAfterAskingForAll)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(WarmFrame, unchanged, kNothing)->Arg(1'000)->Arg(100'000)->UseManualTime();
 BENCHMARK_CAPTURE(WarmFrame, from_nothing, kEverything)->Arg(1'000)->Arg(100'000)->UseManualTime();
 

@@ -54,10 +54,13 @@ void QKListEntries::Offset(CPoint by, const QKListMeasure& measure) {
     search_.Offset(by);
     for (QKListNode* node : lookedAt_)
         Settle(*node);
-    for (QKListNode* node : handedOut_) {
-        Settle(*node);
-        node->item->rcText = QKCaptionCell(measure.metrics, node->item->rcItem);
-        Measure(*node, measure);
+    for (HandedOutNode& held : handedOut_) {
+        const QKListItem& entry = *held.node->item;
+        const bool isRead = held.seen == QKRecordState(entry);
+        Settle(*held.node);
+        held.node->item->rcText = QKCaptionCell(measure.metrics, entry.rcItem);
+        Measure(*held.node, measure);
+        if (isRead) held.seen = QKRecordState(entry);
     }
 }
 

@@ -281,53 +281,6 @@ void QKListEntries::CountId(int id, int change) {
     if ((ids_[id] += change) == 0) ids_.erase(id);
 }
 
-// ---- What the host holds
-
-QKListItem* QKListEntries::HandOut(QKListNode& node) {
-    Settle(node);
-    Resolve(node);
-    if (!node.handedOut) {
-        handedOut_.push_back(&node);
-        node.handedOutAt = handedOut_.size() - 1;
-        node.handedOut = true;
-    }
-    return node.item;
-}
-
-void QKListEntries::HandOutAll(const QKListItem* item) {
-    Repair();
-    const auto [begin, end] = byItem_.equal_range(item);
-    std::vector<QKListNode*> nodes;
-    for (auto at = begin; at != end; ++at)
-        nodes.push_back(at->second);
-    for (QKListNode* node : nodes)
-        HandOut(*node);
-}
-
-const QKListItem* QKListEntries::Show(QKListNode& node) {
-    if (!node.lookedAt) {
-        lookedAt_.insert(&node);
-        node.lookedAt = true;
-    }
-    return node.item;
-}
-
-void QKListEntries::StopHandingOut(QKListNode& node) {
-    if (node.lookedAt) lookedAt_.erase(&node);
-    node.lookedAt = false;
-    if (!node.handedOut) return;
-    handedOut_.back()->handedOutAt = node.handedOutAt;
-    handedOut_[node.handedOutAt] = handedOut_.back();
-    handedOut_.pop_back();
-    node.handedOut = false;
-}
-
-void QKListEntries::Sync() {
-    Repair();
-    for (QKListNode* node : handedOut_)
-        Reread(*node);
-}
-
 void QKListEntries::Reread(QKListNode& node) {
     Settle(node);
     const QKListItem& entry = *node.item;
@@ -347,6 +300,7 @@ void QKListEntries::Reread(QKListNode& node) {
     const CRect cell = node.cell;
     SetRects(node);
     if (!(cell == node.cell)) ++generation_;
+    if (node.handedOut) handedOut_[node.handedOutAt].seen = QKRecordState(entry);
     change.Complete();
 }
 
@@ -386,10 +340,13 @@ void QKListEntries::Resolve(QKListNode& node) {
     if (!node.measured) Measure(node, measureBy_);
 }
 
+// What the host holds is measured with every layout; most captions are the same each time.
 void QKListEntries::Measure(QKListNode& node, const QKListMeasure& measure) {
     Settle(node);
-    QKMeasureFocus(measure, *node.item);
-    QKMeasureHit(measure, *node.item);
+    if ((node.handedOut || node.lookedAt) && !node.extents)
+        node.extents = std::make_unique<QKCaptionExtents>();
+    QKMeasureFocus(measure, *node.item, node.extents.get());
+    QKMeasureHit(measure, *node.item, node.extents.get());
     unmeasured_ -= !node.measured;
     node.measured = true;
     SetRects(node);

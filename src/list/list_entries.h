@@ -17,6 +17,7 @@
 #include "list/list_layout.h"
 #include "list/list_metrics.h"
 #include "list/list_node.h"
+#include "list/record_state.h"
 #include "list/rect_index.h"
 #include "list/selection_order.h"
 
@@ -62,7 +63,11 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
 
     // The host gets this record and may change it from now on.
     QKListItem* HandOut(QKListNode& node);
-    const std::vector<QKListNode*>& HandedOut() const { return handedOut_; }
+    struct HandedOutNode {
+        QKListNode* node;
+        std::optional<QKRecordState> seen;  // when it was last read, if it was since
+    };
+    const std::vector<HandedOutNode>& HandedOut() const { return handedOut_; }
     // The host gets this record to look at: from now on it is never behind.
     const QKListItem* Show(QKListNode& node);
 
@@ -157,7 +162,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
 
     std::deque<std::unique_ptr<QKListNode>> nodes_;  // both ends are cheap to change
     std::unordered_multimap<const QKListItem*, QKListNode*> byItem_;
-    std::vector<QKListNode*> handedOut_;
+    std::vector<HandedOutNode> handedOut_;
     std::unordered_set<QKListNode*> lookedAt_;
     bool stale_ = false;  // what is derived from the records
 

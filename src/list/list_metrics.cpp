@@ -15,13 +15,11 @@ constexpr float kFocusRoom = 400;   // that a focused caption may take up in a g
 constexpr float kBelowCaption = 3;  // from a grid's caption to the end of its rectangles
 constexpr int kBelowRow = 3;
 
-// An entry without caption still has a line to be hit.
-Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, const QKListItem& entry, float width, float height) {
-    std::u16string_view text = QKTextOf(entry.szText);
-    if (text.empty()) text = u"0";
-    return Gdiplus::GetTextExtent(text.data(), static_cast<int>(text.size()), style.font.get(),
-                                  {0, 0, width, height}, &style.format)
-        .box;
+Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, const QKListItem& entry, float height,
+                          QKCaptionExtents* known) {
+    const auto width = static_cast<float>(entry.rcText.Width());
+    const std::u16string_view text = QKTextOf(entry.szText);
+    return known ? known->Measure(style, text, width, height) : QKMeasureCaption(style, text, width, height);
 }
 
 CRect GridRect(const QKListItem& entry, float captionHeight) {
@@ -73,19 +71,19 @@ void QKOffset(QKListItem& entry, CPoint by) {
         rect->OffsetRect(by.x, by.y);
 }
 
-void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry) {
+void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known) {
     const QKListMetrics& m = measure.metrics;
-    const Gdiplus::RectF box = CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Width()),
-                                          static_cast<float>(entry.rcText.Height()));
+    const Gdiplus::RectF box =
+        CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Height()), known);
     constexpr float kMargins = kCaptionLeft;  // on both sides of the caption
     entry.rcMState = m.Rows() ? RowRect(entry, RowCaption(m, entry, kCaptionLeft) + box.Width + kMargins)
                               : GridRect(entry, box.Height);
 }
 
-void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry) {
+void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known) {
     const QKListMetrics& m = measure.metrics;
-    const Gdiplus::RectF box = CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Width()),
-                                          m.Rows() ? static_cast<float>(entry.rcText.Height()) : kFocusRoom);
+    const float height = m.Rows() ? static_cast<float>(entry.rcText.Height()) : kFocusRoom;
+    const Gdiplus::RectF box = CaptionBox(measure.style, entry, height, known);
     entry.rcFState = m.Rows() ? RowRect(entry, RowCaption(m, entry, 2 * kCaptionLeft) + box.Width)
                               : GridRect(entry, box.Height);
 }

@@ -2,11 +2,9 @@
 // touches.
 #pragma once
 
-#include <memory>
-
-#include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
+#include "list/caption_extents.h"
 #include "list/list_item.h"
 
 // Measured rectangles are sums of floats: whole numbers for coordinates up to here.
@@ -21,18 +19,6 @@ struct QKListMetrics {
 
     bool Rows() const { return type == 2; }
     friend bool operator==(const QKListMetrics&, const QKListMetrics&) = default;
-};
-
-// What captions are measured with.
-struct QKCaptionStyle {
-    std::shared_ptr<const Gdiplus::Font> font;  // may be null: no caption has a size then
-    Gdiplus::StringFormat format;               // cuts by an ellipsis
-
-    friend bool operator==(const QKCaptionStyle& a, const QKCaptionStyle& b) {
-        return a.font == b.font && a.format.GetFormatFlags() == b.format.GetFormatFlags() &&
-               a.format.GetAlignment() == b.format.GetAlignment() &&
-               a.format.GetLineAlignment() == b.format.GetLineAlignment();
-    }
 };
 
 // All that the state rectangles of a placed entry follow from, but for the entry.
@@ -52,9 +38,9 @@ void QKUnplace(QKListItem& entry);
 // Moves all rectangles of a placed entry.
 void QKOffset(QKListItem& entry, CPoint by);
 
-// Set rcMState and rcFState from the cell and the measured caption.
-void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry);
-void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry);
+// Set rcMState and rcFState from the cell and the measured caption, whose extents may be `known`.
+void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known = nullptr);
+void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known = nullptr);
 
 // Whether the caption's cell bounds the hit rectangle before it is measured, and the rectangle that holds it.
 bool QKHasHitCover(const QKListMeasure& measure, const QKListItem& entry);

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <list>
+#include <memory>
 
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
+#include "list/caption_extents.h"
 #include "list/list_item.h"
 
 struct QKListNode {
@@ -29,6 +31,7 @@ struct QKListNode {
     bool handedOut = false;       // the host holds the record and may change it at any time
     bool lookedAt = false;        // the host holds the record and may read it at any time
     std::size_t handedOutAt = 0;  // among those
+    std::unique_ptr<QKCaptionExtents> extents;  // of what the host holds, once measured
 
     // The rendered caption, while it is kept.
     bool hasCaption = false;

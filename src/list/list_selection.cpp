@@ -86,10 +86,11 @@ int QKListCtrl::RemoveMoveState() {
 
 int QKListCtrl::ClearAlphImage() {
     int freed = 0;
-    for (const QKListNode* node : m_lstItems->HandedOut()) {  // nobody else's were ever set
-        freed |= node->item->pAlphaImage != nullptr;
-        delete std::exchange(node->item->pAlphaImage, nullptr);
-        node->item->nAlpha = 255;
+    for (const auto& held : m_lstItems->HandedOut()) {  // nobody else's were ever set
+        QKListItem& entry = *held.node->item;
+        freed |= entry.pAlphaImage != nullptr;
+        delete std::exchange(entry.pAlphaImage, nullptr);
+        entry.nAlpha = 255;
     }
     return freed;
 }

@@ -1,4 +1,5 @@
 // What a list shows.
+#include <functional>
 #include <random>
 
 #include "list/list_kit.h"
@@ -178,6 +179,35 @@ TEST_F(ListDraw, TheFocusedCaptionLiesAboveItsNeighbours) {
     }
 }
 
+TEST_F(ListDraw, WhatTheHostMovesIntoSightIsDrawn) {
+    Shown shown;
+    shown.AddIcon(u"caption");
+    QKListItem& entry = *shown.list.GetItem(0);
+    const CRect away(1000, 1000, 1060, 1040), here(40, 40, 100, 80);
+    const auto hide = [&] { entry.rcItem = entry.rcText = entry.rcMState = entry.rcFState = away; };
+    const std::function<void()> shows[] = {
+        [&] { entry.rcText = here; },
+        [&] { entry.rcMState = here; },
+        [&] { entry.rcItem = CRect(40, 40, 1060, 1040); },
+        [&] { entry.rcFState = here; },
+        [&] { entry.bShowText = 1; },
+        [&] { kit::SetText(entry.szText, u"another"); },
+    };
+    entry.nMouseState = 1;
+    for (std::size_t i = 0; i < std::size(shows); ++i) {
+        SCOPED_TRACE(i);
+        hide();
+        entry.nFocusState = i == 3 ? 0 : 1;
+        shown.Refresh();
+        if (i >= 4) entry.rcText = here;
+        if (i == 4) entry.bShowText = 0;
+        if (i == 5) entry.szText[0] = 0;
+        EXPECT_EQ(shown.Ink(CRect(0, 0, 200, 160)), 0);
+        shows[i]();
+        EXPECT_GT(shown.Ink(CRect(0, 0, 200, 160)), 0);
+    }
+}
+
 // A long random life: the window shows what a frame composed from nothing shows.
 TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
     std::mt19937 random(11);
@@ -186,15 +216,19 @@ TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
     shown.SetNoMove(1);
     for (int i = 0; i < 30; ++i)
         shown.AddIcon(CString(u"江 long caption w", roll(17)));
-    for (int step = 0; step < 400; ++step) {
-        QKListItem* entry = shown.list.GetItem(roll(shown.list.GetCount()));
+    std::vector<QKListItem*> held;
+    for (int i = 0; i < shown.list.GetCount(); ++i)
+        held.push_back(shown.list.GetItem(i));
+    for (int step = 0; step < 600; ++step) {
+        QKListItem* entry = held[static_cast<std::size_t>(roll(30))];
         const CPoint point(roll(200), roll(160));
         switch (roll(14)) {
             case 0:
                 entry->nSelState = roll(2);
                 break;
             case 1:
-                entry->rcMState.OffsetRect(roll(9) - 4, roll(9) - 4);
+                for (CRect* rect : {&entry->rcMState, &entry->rcText, &entry->rcFState})
+                    if (roll(2)) rect->OffsetRect(roll(60) - 30, roll(60) - 30);
                 break;
             case 2:
                 kit::SetText(entry->szText, CString(u"another", roll(8)));

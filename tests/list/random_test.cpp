@@ -658,6 +658,7 @@ class Life {
             default:
                 plain.text = Words();
                 kit::SetText(entry.szText, CString(plain.text.c_str()));
+                if (Roll(3) == 0) return;  // until the next layout
                 list_.ReCalcStateRect(&entry);
                 model_.Measure(plain);
         }

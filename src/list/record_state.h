@@ -1,0 +1,24 @@
+// What answers about an entry follow from in its record.
+#pragma once
+
+#include "list/list_item.h"
+
+struct QKRecordState {
+    explicit QKRecordState(const QKListItem& entry)
+        : cell(entry.rcItem),
+          caption(entry.rcText),
+          hit(entry.rcMState),
+          focusRect(entry.rcFState),
+          id(entry.nID),
+          mouse(entry.nMouseState),
+          focus(entry.nFocusState),
+          unselected(entry.nSelState),
+          hasImage(entry.pImage != nullptr),
+          hasText(entry.szText[0] != 0),
+          showsText(entry.bShowText != 0) {}
+    friend bool operator==(const QKRecordState&, const QKRecordState&) = default;
+
+    CRect cell, caption, hit, focusRect;
+    int id, mouse, focus, unselected;
+    bool hasImage, hasText, showsText;
+};
