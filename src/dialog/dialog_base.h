@@ -13,6 +13,8 @@ class COleDataSource;
 class QKButton;
 class QKCheckBox;
 class QKFrame;
+class QKFrameRecord;
+class QKWindowFrame;
 class QKImage;
 class QKListCtrl;
 class QKProgress;
@@ -295,12 +297,15 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void MakeBackCache();
     void DrawBand(Gdiplus::Graphics& graphics);
     void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
-    void DescribeFrame(QKFrame& frame) const;
+    void DescribeFrame(QKFrameRecord& frame) const;
     void PaintThroughFrame(HDC dc, int width, int height);
+    bool PaintInPlace(HDC dc, int width, int height);
+    bool CoversAll(int width, int height) const;
     void PushLayeredFrame(const CRect& window);
     void PaintHandedOut(int width, int height);
 
     std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints; null while handed out
-    QKFrame* m_pHandedOut = nullptr;    // what a DrawSurface is to draw on now
+    std::unique_ptr<QKWindowFrame> m_pWindowFrame;
+    QKFrame* m_pHandedOut = nullptr;                                 // what a DrawSurface is to draw on now
     std::shared_ptr<const void> m_pLife = std::make_shared<char>();  // expires with the object
 };

@@ -14,13 +14,13 @@ void QKFrame::Release() {
     bitmap_ = nullptr;
     context_ = nullptr;
     bits_ = nullptr;
-    width_ = height_ = 0;
+    record_.Resize(0, 0);
 }
 
 bool QKFrame::Prepare(HDC compatible, int width, int height) {
     // The host may have taken the bitmap out, and may even have deleted one of the two.
     const bool mine = bitmap_ && SelectObject(context_, bitmap_) == bitmap_;
-    if (mine && width == width_ && height == height_) return true;
+    if (mine && width == record_.Width() && height == record_.Height()) return true;
     if (context_) Release();
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
@@ -36,9 +36,7 @@ bool QKFrame::Prepare(HDC compatible, int width, int height) {
         return false;
     }
     SelectObject(context_, bitmap_);
-    width_ = width;
-    height_ = height;
-    MakeAllStale();
+    record_.Resize(width, height);
     return true;
 }
 
@@ -62,65 +60,29 @@ void QKFrame::Withdraw() {
 void QKFrame::StartOver(void* frame) {
     QKFrame& self = *static_cast<QKFrame*>(frame);
     self.untouched_ = false;
-    self.seal_ = 0;
+    self.record_.BreakSeal();
     self.MakeAllStale();
-    self.RestoreUnderlay(self.stale_);
+    self.RestoreUnderlay(self.record_.Stale());
 }
 
 void QKFrame::RestoreUnderlay(const QKRegion& region) {
-    const QKUnderlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), width_, height_};
+    const QKUnderlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width(), record_.Height()};
     region.ForEachRect([&](const CRect& rect) { underlay_.Restore(pixels, rect); });
     GdiFlush();
 }
 
-QKFrameInputs& QKFrame::NewInputs() {
-    coming_.Clear();
-    return coming_;
-}
-
-void QKFrame::TakeInputs() {
-    if (GetSurfaceRevision(context_) != seal_ || underlay_.Revision() != underlayRevision_) MakeAllStale();
+void QKFrame::TakeSurroundings() {
+    if (!record_.IsSealed(context_) || underlay_.Revision() != underlayRevision_) MakeAllStale();
     underlayRevision_ = underlay_.Revision();
-
     const QKRegion now;
     GetDrawableRgn(context_, now);
     CombineRgn(drawable_, drawable_, now, RGN_XOR);
-    CombineRgn(stale_, stale_, drawable_, RGN_OR);
+    record_.AddStale(drawable_);
     drawable_.Copy(now);
-
-    QKFrameInputs::Difference(current_, coming_, stale_);
-    std::swap(current_, coming_);
-    now.Set(CRect(0, 0, width_, height_));
-    CombineRgn(stale_, stale_, now, RGN_AND);
-}
-
-void QKFrame::MakeAllStale() {
-    stale_.Set(CRect(0, 0, width_, height_));
 }
 
 CRect QKFrame::TakeChanges() {
-    const CRect repaired = std::exchange(changed_, CRect());
-    const bool sealed = !untouched_ && GetSurfaceRevision(context_) == seal_;
-    return sealed ? repaired : CRect(0, 0, width_, height_);
-}
-
-QKFrameRepair::QKFrameRepair(QKFrame& frame, HRGN wanted) : frame_(frame) {
-    CombineRgn(part_, frame.stale_, wanted, wanted ? RGN_AND : RGN_COPY);
-    needed_ = !part_.Box().IsRectEmpty();
-    if (!needed_) return;
-    frame.RestoreUnderlay(part_);
-    hadClip_ = GetClipRgn(frame.context_, clip_) == 1;
-    const QKRegion confined;
-    CombineRgn(confined, part_, frame.drawable_, RGN_AND);
-    SelectClipRgn(frame.context_, confined);
-}
-
-QKFrameRepair::~QKFrameRepair() {
-    if (needed_) SelectClipRgn(frame_.context_, hadClip_ ? HRGN(clip_) : HRGN());
-}
-
-void QKFrameRepair::Done() {
-    CombineRgn(frame_.stale_, frame_.stale_, part_, RGN_DIFF);
-    frame_.seal_ = GetSurfaceRevision(frame_.context_);
-    frame_.changed_.UnionRect(CRect(frame_.changed_), part_.Box());
+    const CRect mended = std::exchange(changed_, CRect());
+    const bool sealed = !untouched_ && record_.IsSealed(context_);
+    return sealed ? mended : CRect(0, 0, record_.Width(), record_.Height());
 }

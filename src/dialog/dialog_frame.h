@@ -6,12 +6,10 @@
 
 #include <platform/gdi.h>
 
-#include "dialog/frame_inputs.h"
-#include "dialog/owned_region.h"
+#include "dialog/frame_record.h"
 #include "dialog/underlay.h"
 
-// The frame's pixels: a memory context with a bitmap in it, and the region of it that does not show the
-// current inputs yet.
+// The frame's pixels: a memory context with a bitmap in it.
 class QKFrame {
   public:
     QKFrame() = default;
@@ -24,8 +22,7 @@ class QKFrame {
     bool Prepare(HDC compatible, int width, int height);
 
     HDC Context() const { return context_; }
-    int Width() const { return width_; }
-    int Height() const { return height_; }
+    QKFrameRecord& Record() { return record_; }
 
     // Gives the context to a host as if it held a fresh surface that shows `under` (null: nothing) and has no
     // clip. Its pixels are the last frame's until somebody wants them: only then are they made what they are
@@ -34,58 +31,39 @@ class QKFrame {
     bool TakeBack();
     void Withdraw();
 
-    // The inputs of the coming frame, to be filled in; then TakeInputs finds what they make stale, along with
-    // what the context's clip, the picture under the frame and drawing of others do.
-    QKFrameInputs& NewInputs();
-    void TakeInputs();
+    // Before the record takes its inputs: what the context's clip, the picture under the frame and drawing of
+    // others make stale.
+    void TakeSurroundings();
+    // What is stale in `wanted` (null: everywhere) starts from what lies under the frame and is composed
+    // again, confined to the clip that the context has.
+    template <class Compose>
+    void Mend(HRGN wanted, Compose compose) {
+        QKFrameRepair repair(record_, context_, wanted, drawable_);
+        if (!repair.IsNeeded()) return;
+        RestoreUnderlay(repair.Part());
+        compose();
+        repair.Done();
+        changed_.UnionRect(CRect(changed_), repair.Part().Box());
+    }
 
     // The rectangle outside of which no pixel has changed since the last call. Whoever could not show it
     // makes all stale.
     CRect TakeChanges();
-    void MakeAllStale();
+    void MakeAllStale() { record_.MakeAllStale(); }
 
   private:
-    friend class QKFrameRepair;
-
     static void StartOver(void* frame);
     void Release();
     void RestoreUnderlay(const QKRegion& region);
 
     HDC context_;
     HBITMAP bitmap_;
-    void* bits_ = nullptr;  // top-down
-    int width_ = 0;
-    int height_ = 0;
+    void* bits_ = nullptr;    // top-down
     bool untouched_ = false;  // since HandOut
     QKUnderlay underlay_;
-    // What the frame was last composed of and in.
-    QKFrameInputs current_;
+    QKFrameRecord record_;
+    // What the frame was last composed in.
     std::uint64_t underlayRevision_ = 0;
     QKRegion drawable_;
-    std::uint64_t seal_ = 0;  // the surface's revision; another one means that somebody else drew on it
-    QKFrameInputs coming_;
-    QKRegion stale_;  // inside the frame
-    CRect changed_;   // repaired since TakeChanges
-};
-
-// Recomposing of what is stale in `wanted` (empty: everywhere). While it lasts, the context is confined to
-// that part, which starts from what lies under the frame, and to the clip that it had; then it has that clip
-// again. The part counts as current once it is Done.
-class QKFrameRepair {
-  public:
-    QKFrameRepair(QKFrame& frame, HRGN wanted);
-    ~QKFrameRepair();
-    QKFrameRepair(const QKFrameRepair&) = delete;
-    QKFrameRepair& operator=(const QKFrameRepair&) = delete;
-
-    // False when nothing is stale.
-    bool IsNeeded() const { return needed_; }
-    void Done();
-
-  private:
-    QKFrame& frame_;
-    QKRegion part_;
-    QKRegion clip_;
-    bool needed_ = false;
-    bool hadClip_ = false;
+    CRect changed_;  // mended since TakeChanges
 };

@@ -6,6 +6,7 @@
 
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
+#include "dialog/window_frame.h"
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
 #include "list/list_node.h"
@@ -129,16 +130,34 @@ void CQKDialogBase::DrawSurface(HDC dc, int width, int height, int buffer) {
 // The frame outlives the paint: only what differs from its last state, and is asked for, is composed again.
 void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
+    if (PaintInPlace(dc, width, height)) return;
     if (!m_pFrame) m_pFrame = std::make_unique<QKFrame>();
     QKFrame& frame = *m_pFrame;
     if (!frame.Prepare(dc, width, height)) return OnQKPaint(dc, width, height);
-    DescribeFrame(frame);
-    if (QKFrameRepair repair(frame, Drawable(dc)); repair.IsNeeded()) {
-        OnQKPaint(frame.Context(), width, height);
-        repair.Done();
-    }
+    frame.TakeSurroundings();
+    DescribeFrame(frame.Record());
+    frame.Mend(Drawable(dc), [&] { OnQKPaint(frame.Context(), width, height); });
     MakeBackCache();
     BitBlt(dc, 0, 0, width, height, frame.Context(), 0, 0, SRCCOPY);
+}
+
+// Straight into the window, which is the frame then.
+bool CQKDialogBase::PaintInPlace(HDC dc, int width, int height) {
+    QKWindowFrame& frame = *m_pWindowFrame;
+    if (!frame.Meet(m_hWnd, dc, width, height)) return false;
+    DescribeFrame(frame.Record());
+    frame.Mend(dc, CoversAll(width, height), [&] { OnQKPaint(dc, width, height); });
+    MakeBackCache();
+    return true;
+}
+
+// Whether OnQKPaint leaves nothing of what was there.
+bool CQKDialogBase::CoversAll(int width, int height) const {
+    if (m_nLayStyle == LAY_COLORKEY) return true;
+    CRect client;
+    GetClientRect(client);
+    return m_bBackColor && m_crBack >> 24 == 0xFF && !HasCachedBackground() &&
+           client == CRect(0, 0, width, height);
 }
 
 void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
@@ -241,7 +260,7 @@ void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
 }
 
 // Everything that OnQKPaint reads must be told here, or a later frame would keep what it should redraw.
-void CQKDialogBase::DescribeFrame(QKFrame& frame) const {
+void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
     const CRect whole(0, 0, frame.Width(), frame.Height());
     CRect client;
     GetClientRect(client);

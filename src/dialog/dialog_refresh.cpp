@@ -133,11 +133,9 @@ void CQKDialogBase::PushLayeredFrame(const CRect& window) {
 void CQKDialogBase::PaintHandedOut(int width, int height) {
     QKFrame& frame = *m_pHandedOut;
     const bool untouched = frame.TakeBack();
-    DescribeFrame(frame);
+    frame.TakeSurroundings();
+    DescribeFrame(frame.Record());
     if (!untouched) return OnQKPaint(frame.Context(), width, height);
-    if (QKFrameRepair repair(frame, HRGN()); repair.IsNeeded()) {
-        OnQKPaint(frame.Context(), width, height);
-        repair.Done();
-    }
+    frame.Mend(HRGN(), [&] { OnQKPaint(frame.Context(), width, height); });
     MakeBackCache();
 }

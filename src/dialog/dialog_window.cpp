@@ -1,6 +1,7 @@
 // The dialog as a window: construction, looks, background settings, commands, keys.
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
+#include "dialog/window_frame.h"
 
 IMPLEMENT_DYNAMIC(CQKDialogBase, CDialog)
 
@@ -20,7 +21,9 @@ ON_WM_TIMER()
 END_MESSAGE_MAP()
 
 CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
-    : CDialog(templateId, parent), m_pFrame(std::make_unique<QKFrame>()) {}
+    : CDialog(templateId, parent),
+      m_pFrame(std::make_unique<QKFrame>()),
+      m_pWindowFrame(std::make_unique<QKWindowFrame>()) {}
 
 CQKDialogBase::~CQKDialogBase() = default;
 

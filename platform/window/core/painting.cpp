@@ -347,6 +347,12 @@ HDC GetDC(HWND handle) {
     return MakeContext(*window, DrawableRegion(*window), false);
 }
 
+HWND WindowFromDC(HDC context) {
+    const Core& core = Core::Get();
+    const auto found = core.contexts.find(context.ToParam());
+    return found != core.contexts.end() ? found->second.window : HWND();
+}
+
 int ReleaseDC(HWND handle, HDC context) {
     Core& core = Core::Get();
     if (!handle) {

@@ -1,0 +1,34 @@
+// The frame that the window itself shows, where nobody but the dialog draws on it: it is composed in place,
+// and only what was composed is shown.
+#pragma once
+
+#include <platform/gdiplus.h>
+
+#include "dialog/frame_record.h"
+
+class QKWindowFrame {
+  public:
+    // Whether a context of the window has a surface of `width` by `height` that is the dialog's alone. Once
+    // somebody else drew on it, it is not, until its size changes.
+    bool Meet(HWND window, HDC context, int width, int height);
+
+    QKFrameRecord& Record() { return record_; }
+
+    // What is stale where the context can be drawn on is composed again, from nothing unless it covers all.
+    template <class Compose>
+    void Mend(HDC context, bool coversAll, Compose compose) {
+        const QKRegion drawable;
+        GetDrawableRgn(context, drawable);
+        QKFrameRepair repair(record_, context, drawable, drawable);
+        if (!repair.IsNeeded()) return;
+        if (!coversAll) Gdiplus::Graphics(context).Clear(Gdiplus::Color(0));
+        compose();
+        repair.Done();
+        met_ = true;
+    }
+
+  private:
+    QKFrameRecord record_;
+    bool met_ = false;  // something was composed
+    bool shared_ = false;
+};
