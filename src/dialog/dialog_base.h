@@ -13,6 +13,7 @@ class COleDataSource;
 class QKButton;
 class QKCheckBox;
 class QKFrame;
+class QKFrameInputs;
 class QKFrameRecord;
 class QKWindowFrame;
 class QKImage;
@@ -298,6 +299,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void DrawBand(Gdiplus::Graphics& graphics);
     void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
     void DescribeFrame(QKFrameRecord& frame) const;
+    void DescribeBand(QKFrameInputs& inputs) const;
     void PaintThroughFrame(HDC dc, int width, int height);
     bool PaintInPlace(HDC dc, int width, int height);
     bool CoversAll(int width, int height) const;

@@ -259,6 +259,24 @@ void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
     graphics.DrawRectangle(&outline, band);
 }
 
+// Of a band that grows, only the edges and what is new inside them are drawn again.
+void CQKDialogBase::DescribeBand(QKFrameInputs& inputs) const {
+    if (!m_bSelRect || !m_bSelecting) return;
+    constexpr int kEdge = 1;  // pixels that an outline may reach to either side
+    const CRect& band = m_rcSel;
+    inputs.Begin();
+    inputs.Fills(band);
+    for (const CRect& edge : {CRect(band.left, band.top, band.left, band.bottom),
+                              CRect(band.right, band.top, band.right, band.bottom),
+                              CRect(band.left, band.top, band.right, band.top),
+                              CRect(band.left, band.bottom, band.right, band.bottom)}) {
+        CRect outlined(edge);
+        outlined.InflateRect(kEdge, kEdge);
+        inputs.Begin();
+        inputs.Touches(outlined);
+    }
+}
+
 // Everything that OnQKPaint reads must be told here, or a later frame would keep what it should redraw.
 void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
     const CRect whole(0, 0, frame.Width(), frame.Height());
@@ -292,12 +310,6 @@ void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
         }
     }
 
-    inputs.Begin();
-    if (m_bSelRect && m_bSelecting) {
-        inputs.Add(m_rcSel);
-        CRect outlined(m_rcSel);
-        outlined.InflateRect(1, 1);
-        inputs.Touches(outlined);
-    }
+    DescribeBand(inputs);
     frame.TakeInputs();
 }

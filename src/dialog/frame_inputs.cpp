@@ -23,16 +23,20 @@ void QKFrameInputs::Touches(const RECT& rect) {
     touched.UnionRect(CRect(touched), rect);
 }
 
+void QKFrameInputs::Fills(const RECT& rect) {
+    steps_.back().touched = rect;
+    steps_.back().fills = true;
+}
+
 std::size_t QKFrameInputs::End(std::size_t step) const {
     return step + 1 < steps_.size() ? steps_[step + 1].first : values_.size();
 }
 
-bool QKFrameInputs::SameStep(const QKFrameInputs& other, std::size_t step) const {
+bool QKFrameInputs::SameNumbers(const QKFrameInputs& other, std::size_t step) const {
     const auto at = [](const QKFrameInputs& inputs, std::size_t index) {
         return inputs.values_.begin() + static_cast<std::ptrdiff_t>(index);
     };
-    return steps_[step].touched == other.steps_[step].touched &&
-           std::equal(at(*this, steps_[step].first), at(*this, End(step)),
+    return std::equal(at(*this, steps_[step].first), at(*this, End(step)),
                       at(other, other.steps_[step].first), at(other, other.End(step)));
 }
 
@@ -47,11 +51,24 @@ void QKFrameInputs::Difference(const QKFrameInputs& before, const QKFrameInputs&
             changed.back().UnionRect(CRect(changed.back()), touched);
     };
     const std::size_t steps = std::max(before.steps_.size(), after.steps_.size());
+    const auto addUncommon = [&](const CRect& a, const CRect& b) {
+        const QKRegion first, second;
+        first.Set(a);
+        second.Set(b);
+        CombineRgn(first, first, second, RGN_XOR);
+        first.ForEachRect(add);
+    };
     for (std::size_t i = 0; i < steps; ++i) {
-        const bool inBoth = i < before.steps_.size() && i < after.steps_.size();
-        if (inBoth && before.SameStep(after, i)) continue;
-        if (i < before.steps_.size()) add(before.steps_[i].touched);
-        if (i < after.steps_.size()) add(after.steps_[i].touched);
+        const Step* const was = i < before.steps_.size() ? &before.steps_[i] : nullptr;
+        const Step* const is = i < after.steps_.size() ? &after.steps_[i] : nullptr;
+        const bool sameNumbers = was && is && before.SameNumbers(after, i);
+        if (sameNumbers && was->touched == is->touched && was->fills == is->fills) continue;
+        if (sameNumbers && was->fills && is->fills) {
+            addUncommon(was->touched, is->touched);
+            continue;
+        }
+        if (was) add(was->touched);
+        if (is) add(is->touched);
     }
     if (changed.empty()) return;
     const QKRegion rect;

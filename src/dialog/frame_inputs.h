@@ -18,6 +18,9 @@ class QKFrameInputs {
     void Add(std::uint64_t value) { values_.push_back(value); }
     void Add(const RECT& rect);
     void Touches(const RECT& rect);
+    // The step does the same to each pixel of a rectangle, and nothing else: where it did before, it still
+    // does.
+    void Fills(const RECT& rect);
 
     // Adds to `region` what differs between the two frames.
     static void Difference(const QKFrameInputs& before, const QKFrameInputs& after, HRGN region);
@@ -26,8 +29,9 @@ class QKFrameInputs {
     struct Step {
         std::size_t first;  // of its numbers
         CRect touched;
+        bool fills = false;
     };
-    bool SameStep(const QKFrameInputs& other, std::size_t step) const;
+    bool SameNumbers(const QKFrameInputs& other, std::size_t step) const;
     std::size_t End(std::size_t step) const;
 
     std::vector<std::uint64_t> values_;

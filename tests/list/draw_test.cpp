@@ -222,9 +222,16 @@ TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
     for (int step = 0; step < 600; ++step) {
         QKListItem* entry = held[static_cast<std::size_t>(roll(30))];
         const CPoint point(roll(200), roll(160));
-        switch (roll(14)) {
+        switch (roll(15)) {
             case 0:
                 entry->nSelState = roll(2);
+                break;
+            case 12:  // a band, most often one that grows
+                shown.m_bSelRect = 1;
+                shown.m_bSelecting = roll(5) > 0;
+                if (roll(2)) shown.m_rcSel = CRect(point, CSize(roll(90), roll(90)));
+                shown.m_rcSel.right += roll(30);
+                shown.m_rcSel.bottom += roll(30);
                 break;
             case 1:
                 for (CRect* rect : {&entry->rcMState, &entry->rcText, &entry->rcFState})
