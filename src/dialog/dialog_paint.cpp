@@ -10,6 +10,7 @@
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
 #include "list/list_node.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -130,6 +131,7 @@ void CQKDialogBase::DrawSurface(HDC dc, int width, int height, int buffer) {
 // The frame outlives the paint: only what differs from its last state, and is asked for, is composed again.
 void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
+    const QKUninterrupted uninterrupted;
     if (PaintInPlace(dc, width, height)) return;
     if (!m_pFrame) m_pFrame = std::make_unique<QKFrame>();
     QKFrame& frame = *m_pFrame;

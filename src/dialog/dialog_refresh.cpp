@@ -4,6 +4,7 @@
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 #include "items/gif_image.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -131,6 +132,7 @@ void CQKDialogBase::PushLayeredFrame(const CRect& window) {
 // The surface is to look as if it had been cleared and drawn from nothing. Most of it does already, unless
 // the host drew on it first, or has the frame on it already: then the frame goes on top of what is there.
 void CQKDialogBase::PaintHandedOut(int width, int height) {
+    const QKUninterrupted uninterrupted;
     QKFrame& frame = *m_pHandedOut;
     const bool untouched = frame.TakeBack();
     frame.TakeSurroundings();

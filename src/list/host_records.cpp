@@ -2,12 +2,13 @@
 #include <utility>
 
 #include "list/list_entries.h"
+#include "list/uninterrupted.h"
 
 QKListItem* QKListEntries::HandOut(QKListNode& node) {
     Settle(node);
     Resolve(node);
     if (!node.handedOut) {
-        handedOut_.push_back({&node, std::nullopt});
+        handedOut_.push_back({&node, node.item, std::nullopt});
         node.handedOutAt = handedOut_.size() - 1;
         node.handedOut = true;
     }
@@ -44,6 +45,14 @@ void QKListEntries::StopHandingOut(QKListNode& node) {
 
 void QKListEntries::Sync() {
     Repair();
-    for (const HandedOutNode& held : handedOut_)
-        if (held.seen != QKRecordState(*held.node->item)) Reread(*held.node);
+    const std::uint64_t stretch = QKUninterrupted::Current();
+    if (stretch != 0 && stretch == lookedIn_) return;
+    // Each record lies somewhere else in memory: it is on its way while those before it are compared.
+    constexpr std::size_t kAhead = 8;
+    for (std::size_t i = 0; i < handedOut_.size(); ++i) {
+        if (i + kAhead < handedOut_.size()) QKRecordState::Prefetch(*handedOut_[i + kAhead].record);
+        const HandedOutNode& held = handedOut_[i];
+        if (held.seen != QKRecordState(*held.record)) Reread(*held.node);
+    }
+    lookedIn_ = stretch;
 }

@@ -65,6 +65,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     QKListItem* HandOut(QKListNode& node);
     struct HandedOutNode {
         QKListNode* node;
+        const QKListItem* record;           // the node's
         std::optional<QKRecordState> seen;  // when it was last read, if it was since
     };
     const std::vector<HandedOutNode>& HandedOut() const { return handedOut_; }
@@ -163,6 +164,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     std::deque<std::unique_ptr<QKListNode>> nodes_;  // both ends are cheap to change
     std::unordered_multimap<const QKListItem*, QKListNode*> byItem_;
     std::vector<HandedOutNode> handedOut_;
+    std::uint64_t lookedIn_ = 0;  // the last QKUninterrupted in which they were compared
     std::unordered_set<QKListNode*> lookedAt_;
     bool stale_ = false;  // what is derived from the records
 

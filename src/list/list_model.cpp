@@ -10,6 +10,7 @@
 #include "list/list_layout.h"
 #include "list/list_text.h"
 #include "list/memory.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -77,6 +78,7 @@ template <class Place>
 bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
     const CSize size(m_nWidth, m_nHeight);
     const QK_STATUS status = m_nStatus;
+    const QKUninterrupted uninterrupted;
     try {
         Record entry = CopyOf(host, m_lstItems->NextId());
         const bool measured = place(*entry) && m_hParent;

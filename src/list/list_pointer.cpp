@@ -5,6 +5,7 @@
 #include "dialog/alive.h"
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ void CQKDialogBase::SelectAlone(QKListCtrl& list, const QKListNode& node) {
 }
 
 int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
+    const QKUninterrupted uninterrupted;
     QKListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int changed = 0;

@@ -5,6 +5,7 @@
 #include "dialog/shown_lists.h"
 #include "list/list_entries.h"
 #include "list/memory.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ void QKListCtrl::SelectAll() {
 }
 
 int QKListCtrl::UnSelRcItem() {
+    const QKUninterrupted uninterrupted;
     const int changed = ForAll(m_lstItems->Selected(), [this](QKListNode& node) {
         m_lstItems->SetUnselected(node, 1);
         return 1;
@@ -63,6 +65,7 @@ int QKListCtrl::UnSelRcItem() {
 }
 
 int QKListCtrl::ClearState() {
+    const QKUninterrupted uninterrupted;
     int changed = UnSelRcItem();
     changed |= ForAll(m_lstItems->Focused(), [this](QKListNode& node) {
         m_lstItems->SetFocus(node, 1);
@@ -98,6 +101,7 @@ int QKListCtrl::ClearAlphImage() {
 // ---- All shown lists of a dialog
 
 int CQKDialogBase::GetNumsSel() {
+    const QKUninterrupted uninterrupted;
     int count = 0;
     ForEachList([&](QKListCtrl& list) {
         for (const QKListNode* node : list.m_lstItems->Selected())
@@ -112,6 +116,7 @@ void CQKDialogBase::UnSelRcItem() {
 
 // The selection is what the band touches now: what it left is unselected again.
 void CQKDialogBase::CaleSelItem() {
+    const QKUninterrupted uninterrupted;
     ForEachList([this](QKListCtrl& list) {
         QKListEntries& entries = *list.m_lstItems;
         const std::vector<QKListNode*> touched = entries.HitBy(m_rcSel);

@@ -16,6 +16,11 @@ struct QKRecordState {
           hasImage(entry.pImage != nullptr),
           hasText(entry.szText[0] != 0),
           showsText(entry.bShowText != 0) {}
+    static void Prefetch(const QKListItem& entry) {
+        __builtin_prefetch(&entry.rcText);
+        __builtin_prefetch(&entry.rcItem);
+        __builtin_prefetch(&entry.bShowText);
+    }
     friend bool operator==(const QKRecordState&, const QKRecordState&) = default;
 
     CRect cell, caption, hit, focusRect;

@@ -1,0 +1,23 @@
+// Stretches of the library's own work in which no code of the host runs.
+#pragma once
+
+#include <cstdint>
+
+// While one lives, records that the host holds cannot change but through the library: a list looks at them
+// once, not before each of its answers.
+class QKUninterrupted {
+  public:
+    QKUninterrupted() {
+        if (depth_++ == 0) ++last_;
+    }
+    ~QKUninterrupted() { --depth_; }
+    QKUninterrupted(const QKUninterrupted&) = delete;
+    QKUninterrupted& operator=(const QKUninterrupted&) = delete;
+
+    // The number of the stretch that this thread is in; 0 for none.
+    static std::uint64_t Current() { return depth_ > 0 ? last_ : 0; }
+
+  private:
+    inline static thread_local int depth_ = 0;
+    inline static thread_local std::uint64_t last_ = 0;
+};
