@@ -7,44 +7,63 @@ namespace platform {
 
 namespace {
 
-// The next path of the list, and past its terminator; false at the end of the list or of the block.
+// Up to a terminator, which it passes. What the end of the block cuts off is no path.
 template <class Unit>
-bool ReadPath(std::span<const std::byte> block, std::size_t& at, std::basic_string<Unit>& path) {
-    path.clear();
+std::basic_string<Unit> TakePath(std::span<const std::byte> block, std::size_t& at) {
+    std::basic_string<Unit> path;
     while (block.size() - at >= sizeof(Unit)) {
         Unit unit;
         std::memcpy(&unit, block.data() + at, sizeof unit);
         at += sizeof unit;
-        if (unit == 0) return !path.empty();
+        if (unit == 0) return path;
         path += unit;
     }
-    return false;
-}
-
-CString ToPath(const std::u16string& path) {
-    return CString(path.c_str());
-}
-CString ToPath(const std::string& path) {
-    return FromUtf8(path);
-}
-
-template <class Unit>
-std::vector<CString> ReadPaths(std::span<const std::byte> block, std::size_t at) {
-    std::vector<CString> paths;
-    std::basic_string<Unit> path;
-    while (ReadPath(block, at, path))
-        paths.push_back(ToPath(path));
-    return paths;
+    return {};
 }
 
 }  // namespace
 
-std::vector<CString> FilesOf(std::span<const std::byte> block) {
+FileListReader::FileListReader(std::span<const std::byte> block) : block_(block), at_(block.size()) {
     DROPFILES header{};
-    if (block.size() < sizeof header) return {};
+    if (block.size() < sizeof header) return;
     std::memcpy(&header, block.data(), sizeof header);
-    if (header.pFiles < sizeof header || header.pFiles > block.size()) return {};
-    return header.fWide ? ReadPaths<char16_t>(block, header.pFiles) : ReadPaths<char>(block, header.pFiles);
+    if (header.pFiles < sizeof header || header.pFiles > block.size()) return;
+    wide_ = header.fWide != 0;
+    at_ = header.pFiles;
+}
+
+CString FileListReader::Next() {
+    const CString path =
+        wide_ ? CString(TakePath<char16_t>(block_, at_).c_str()) : FromUtf8(TakePath<char>(block_, at_));
+    if (path.IsEmpty()) at_ = block_.size();
+    return path;
+}
+
+std::vector<CString> FilesOf(std::span<const std::byte> block) {
+    FileListReader reader(block);
+    std::vector<CString> paths;
+    for (CString path = reader.Next(); !path.IsEmpty(); path = reader.Next())
+        paths.push_back(std::move(path));
+    return paths;
+}
+
+HGLOBAL MakeFileBlock(const std::vector<CString>& paths, POINT point) {
+    std::size_t units = 1;
+    for (const CString& path : paths)
+        units += path.View().size() + 1;
+    const HGLOBAL block =
+        GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT | GMEM_SHARE, sizeof(DROPFILES) + units * sizeof(WCHAR));
+    auto* at = static_cast<std::byte*>(GlobalLock(block));
+    if (!at) return HGLOBAL();
+    const DROPFILES header{sizeof header, point, FALSE, TRUE};
+    std::memcpy(at, &header, sizeof header);
+    at += sizeof header;
+    for (const CString& path : paths) {
+        std::memcpy(at, path.GetString(), path.View().size() * sizeof(WCHAR));
+        at += (path.View().size() + 1) * sizeof(WCHAR);
+    }
+    GlobalUnlock(block);
+    return block;
 }
 
 }  // namespace platform

@@ -34,6 +34,19 @@ struct DragPoint {
     bool shift = false, control = false, alt = false;
 };
 
+// What the modifier keys ask for, of the allowed effects. Keys that ask for what is not allowed count for
+// nothing.
+constexpr DROPEFFECT EffectOfKeys(bool shift, bool control, DROPEFFECT allowed) {
+    DROPEFFECT asked = DROPEFFECT_NONE;
+    if (control && shift)
+        asked = DROPEFFECT_LINK;
+    else if (control)
+        asked = DROPEFFECT_COPY;
+    else if (shift)
+        asked = DROPEFFECT_MOVE;
+    return asked & allowed ? asked : allowed;
+}
+
 // One drag at a time. Nothing here runs the caller's code: a drag goes on while events are reported, and its
 // end counts as one.
 class FileDragger {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <platform/geometry.h>
+#include <platform/ole.h>
 #include <platform/text.h>
 #include <platform/types.h>
 
@@ -23,8 +24,10 @@
 namespace platform {
 
 class FileDragger;
+class FileReceiver;
 class ForeignWindows;
 class KeyWatch;
+struct FileDrop;
 
 // How the pixels of a window become visible.
 struct Compositing {
@@ -50,6 +53,7 @@ struct WindowTraits {
     bool topmost = false;
     bool toolWindow = false;  // not in task lists
     bool activates = true;    // takes the focus when shown or clicked
+    bool takesFiles = false;  // that are dropped somewhere on it
     bool dialog = true;       // transient for its owner
     bool modal = false;       // its owner is disabled while it shows
     HWND owner;
@@ -113,6 +117,12 @@ class WindowEvents {
                          std::uint64_t /*time*/) {}
     // A window lies on the screen again: the other program's window that it was put into is gone.
     virtual void PutOut(HWND /*window*/) {}
+    // Files are held over a window: what would be done with them there, of what is wanted. No event, but a
+    // question that is answered at once, and that nobody hears of.
+    virtual DROPEFFECT FilesOver(HWND /*window*/, POINT /*screen*/, DROPEFFECT /*wanted*/) {
+        return DROPEFFECT_NONE;
+    }
+    virtual void FilesDropped(HWND /*window*/, FileDrop&& /*drop*/) {}
     // The connection is gone for good. No further call of the window system does anything.
     virtual void ConnectionLost() = 0;
 };
@@ -182,6 +192,7 @@ class WindowSystem {
 
     // ---- abilities that a window system has or lacks: null, or its own as long as it lives
     virtual FileDragger* FileDrags() { return nullptr; }
+    virtual FileReceiver* FileDrops() { return nullptr; }
     virtual ForeignWindows* Foreign() { return nullptr; }
     virtual KeyWatch* KeyWatcher() { return nullptr; }
 };

@@ -326,4 +326,96 @@ TEST_F(DragOut, AsManyAsThereAreAreRemovedAtOnce) {
     dialog->RemoveQKItem(&many);
 }
 
+// A dialog that takes files, and says what it heard.
+class Taker : public ListDialog {
+  public:
+    Taker() {
+        Create(kit::kDialogTemplate);
+        SetWindowPos(HWND(), 450, 300, 100, 100, SWP_NOZORDER);
+        DragAcceptFiles();
+        Show();
+    }
+    void OnDropFiles(HDROP drop) {
+        const UINT count = DragQueryFileW(drop, kAllFiles, nullptr, 0);
+        for (UINT i = 0; i < count; ++i) {
+            std::u16string path(DragQueryFileW(drop, i, nullptr, 0), u'\0');
+            EXPECT_EQ(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size()) + 1), path.size());
+            paths.push_back(path.c_str());
+        }
+        WCHAR small[4] = u"xyz";
+        EXPECT_EQ(DragQueryFileW(drop, 0, small, 3), 2U);
+        EXPECT_EQ(CString(small), paths[0].Left(2));
+        EXPECT_EQ(DragQueryFileW(drop, 0, small, 0), 0U);
+        EXPECT_EQ(DragQueryFileW(drop, count, small, 4), 0U);
+        EXPECT_TRUE(DragQueryPoint(drop, &point));
+        DragFinish(drop);
+        EXPECT_EQ(DragQueryFileW(drop, kAllFiles, nullptr, 0), 0U);
+        EXPECT_FALSE(DragQueryPoint(drop, &point));
+    }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_DROPFILES) effects = static_cast<DROPEFFECT>(lParam);
+        const LRESULT result = ListDialog::WindowProc(message, wParam, lParam);
+        return message == WM_DROPFILES ? answer : result;
+    }
+    DECLARE_MESSAGE_MAP()
+  public:
+    std::vector<CString> paths;
+    CPoint point;
+    DROPEFFECT effects = DROPEFFECT_NONE;
+    LRESULT answer = 0;
+};
+BEGIN_MESSAGE_MAP(Taker, ListDialog)
+ON_WM_DROPFILES()
+END_MESSAGE_MAP()
+
+TEST_F(DragOut, ADialogOfTheProgramMayTakeThem) {
+    constexpr DROPEFFECT kBoth = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    Taker taker;
+    const auto ontoTaker = [] { Headless::MovePointer(460, 320); };
+    const struct {
+        const char* what;
+        bool moves, shift;
+        LRESULT answer;
+        DROPEFFECT effects;
+        bool moved;
+    } cases[] = {
+        {"reads them", false, false, 0, DROPEFFECT_COPY, false},
+        {"reads them, whatever is asked for and said", false, true, DROPEFFECT_MOVE, DROPEFFECT_COPY, false},
+        {"could move them", true, false, 0, kBoth, false},
+        {"moves them", true, true, DROPEFFECT_MOVE, DROPEFFECT_MOVE, true},
+    };
+    first.SelectAll();
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        DragAcceptMoves(taker.m_hWnd, one.moves);
+        taker.paths.clear();
+        taker.answer = one.answer;
+        Later(ontoTaker);
+        if (one.shift) Later([] { Headless::KeyDown(VK_SHIFT); });
+        Later(LetGo);
+        EXPECT_EQ(Drag(), one.moved);
+        Headless::KeyUp(VK_SHIFT);
+        EXPECT_EQ(taker.effects, one.effects);
+        EXPECT_EQ(taker.paths, (std::vector<CString>{u"/a", u"/b/c", u"/d"}));
+        EXPECT_EQ(taker.point, CPoint(10, 20));
+        EXPECT_EQ(first.GetCount(), one.moved ? 0 : 3);
+    }
+
+    // From elsewhere.
+    Headless::MovePointer(470, 310);
+    taker.paths.clear();
+    EXPECT_EQ(Headless::DropFiles({u"/x y", u"/z"}), DWORD{DROPEFFECT_MOVE});
+    EXPECT_EQ(taker.paths, (std::vector<CString>{u"/x y", u"/z"}));
+    taker.EnableWindow(FALSE);
+    EXPECT_EQ(Headless::DropFiles({u"/x"}), DWORD{DROPEFFECT_NONE}) << "disabled";
+    taker.EnableWindow(TRUE);
+    taker.DragAcceptFiles(FALSE);
+    EXPECT_EQ(Headless::DropFiles({u"/x"}), DWORD{DROPEFFECT_NONE}) << "not any more";
+    EXPECT_EQ(taker.paths.size(), 2U);
+    // Nobody handles them.
+    ::DragAcceptFiles(dialog->m_hWnd, TRUE);
+    Headless::MovePointer(110, 110);
+    EXPECT_EQ(Headless::DropFiles({u"/x"}), DWORD{DROPEFFECT_COPY});
+}
+
 }  // namespace

@@ -1,4 +1,4 @@
-// Files dragged to another client, which answers as the protocol has it, or not at all.
+// Files dragged to another client and from it, which answers as the protocol has it, or not at all.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -6,11 +6,13 @@
 #include <optional>
 
 #include "platform/window/file_drag.h"
+#include "platform/window/file_drop.h"
 #include "x11/recorder.h"
 
 namespace {
 
 using namespace platform;
+using xtest::Titled;
 
 constexpr DROPEFFECT kBoth = DROPEFFECT_COPY | DROPEFFECT_MOVE;
 
@@ -341,6 +343,182 @@ TEST_F(Drag, WithoutAPointerOrAServerThereIsNone) {
     EXPECT_FALSE(system->IsAlive());
     Dragger().Cancel();
     EXPECT_FALSE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
+}
+
+// A client that drags files onto a window of ours, and gives the list in its own way.
+class Source {
+  public:
+    struct Manners {
+        const char* list = "file:///tmp/a%20b\r\nfile:///tmp/c\r\n";
+        const char* type = "text/uri-list";
+        bool manyTypes = false;
+        std::uint32_t version = 5;
+        std::size_t piece = 0;  // bytes at a time; 0: all at once
+        int answers = 100;      // to questions and deletions, before it falls silent
+        bool refuses = false;
+        const char* action = "XdndActionMove";
+    };
+    Source(xtest::XSession& session, const Manners& manners)
+        : session_(session), c_(session.Connection()), manners_(manners), window_(xcb_generate_id(c_)) {
+        xcb_create_window(c_, 0, window_, session.Root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
+                          nullptr);
+        xcb_set_selection_owner(c_, window_, session.Atom("XdndSelection"), XCB_CURRENT_TIME);
+        const xcb_atom_t types[] = {1, 2, 3, 4, session.Atom(manners.type)};
+        xcb_change_property(c_, XCB_PROP_MODE_REPLACE, window_, session.Atom("XdndTypeList"), XCB_ATOM_ATOM,
+                            32, std::size(types), types);
+    }
+    ~Source() { xcb_destroy_window(c_, window_); }
+    Source(const Source&) = delete;
+    Source& operator=(const Source&) = delete;
+
+    void DropOn(xcb_window_t target) {
+        target_ = target;
+        Say("XdndEnter", manners_.version << 24 | (manners_.manyTypes ? 1 : 0),
+            manners_.manyTypes ? 1 : session_.Atom(manners_.type));
+        Say("XdndPosition", 0, 110 << 16 | 120, XCB_CURRENT_TIME, session_.Atom(manners_.action));
+        Say("XdndDrop", 0, XCB_CURRENT_TIME);
+    }
+    void Pump() {
+        while (xcb_generic_event_t* event = xcb_poll_for_event(c_)) {
+            const std::uint8_t type = event->response_type & 0x7F;
+            if (type == XCB_CLIENT_MESSAGE) Hear(*reinterpret_cast<xcb_client_message_event_t*>(event));
+            if (type == XCB_SELECTION_REQUEST) Give(*reinterpret_cast<xcb_selection_request_event_t*>(event));
+            if (type == XCB_PROPERTY_NOTIFY &&
+                reinterpret_cast<xcb_property_notify_event_t*>(event)->state == XCB_PROPERTY_DELETE)
+                GivePiece();
+            std::free(event);
+        }
+    }
+    std::optional<std::array<std::uint32_t, 5>> status, finished;
+
+  private:
+    void Say(const char* type, std::uint32_t a = 0, std::uint32_t b = 0, std::uint32_t c = 0,
+             std::uint32_t d = 0) {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = target_;
+        message.type = session_.Atom(type);
+        const std::array<std::uint32_t, 5> data = {window_, a, b, c, d};
+        std::copy(data.begin(), data.end(), message.data.data32);
+        xcb_send_event(c_, 0, target_, 0, reinterpret_cast<const char*>(&message));
+        xcb_flush(c_);
+    }
+    void Hear(const xcb_client_message_event_t& message) {
+        auto& kept = message.type == session_.Atom("XdndStatus") ? status : finished;
+        std::copy(message.data.data32, message.data.data32 + 5, kept.emplace().begin());
+    }
+    void Give(const xcb_selection_request_event_t& request) {
+        if (manners_.answers-- <= 0) return;
+        requestor_ = request.requestor;
+        property_ = request.property;
+        if (manners_.piece != 0) {
+            const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE, size = 1;
+            xcb_change_window_attributes(c_, requestor_, XCB_CW_EVENT_MASK, &events);
+            xcb_change_property(c_, XCB_PROP_MODE_REPLACE, requestor_, property_, session_.Atom("INCR"), 32,
+                                1, &size);
+        } else {
+            Write(manners_.list);
+        }
+        xcb_selection_notify_event_t notice{};
+        notice.response_type = XCB_SELECTION_NOTIFY;
+        notice.requestor = requestor_;
+        notice.selection = request.selection;
+        notice.target = request.target;
+        notice.property = manners_.refuses ? xcb_atom_t{XCB_ATOM_NONE} : property_;
+        xcb_send_event(c_, 0, requestor_, 0, reinterpret_cast<const char*>(&notice));
+        xcb_flush(c_);
+    }
+    void GivePiece() {
+        if (manners_.piece == 0 || manners_.answers-- <= 0) return;
+        const std::string_view rest = std::string_view(manners_.list).substr(given_);
+        Write(rest.substr(0, manners_.piece));
+        given_ += std::min(manners_.piece, rest.size());
+        xcb_flush(c_);
+    }
+    void Write(std::string_view bytes) {
+        xcb_change_property(c_, XCB_PROP_MODE_REPLACE, requestor_, property_, session_.Atom("text/uri-list"),
+                            8, static_cast<std::uint32_t>(bytes.size()), bytes.data());
+    }
+
+    xtest::XSession& session_;
+    xcb_connection_t* c_;
+    Manners manners_;
+    xcb_window_t window_, target_ = 0, requestor_ = 0;
+    xcb_atom_t property_ = 0;
+    std::size_t given_ = 0;
+};
+
+TEST_F(Drag, FilesComeInFromSourcesOfAllManners) {
+    const struct {
+        const char* what;
+        Source::Manners manners;
+        std::size_t files;
+        std::uint64_t least = 0;  // milliseconds to the end
+    } cases[] = {
+        {"all at once", {}, 2},
+        {"in pieces", {.piece = 7}, 2},
+        {"among many types", {.manyTypes = true}, 2},
+        {"of an old version", {.version = 3}, 2},
+        {"nothing but a comment and files elsewhere", {.list = "#a\r\nfile://moon/a\nhttp://b/c\n/d"}, 0},
+        {"a name that is no text, and one that is", {.list = "file:///tmp/%FF\nfile:///%E6%9C%88%0A%23"}, 1},
+        {"refuses", {.refuses = true}, 0},
+        {"silent", {.answers = 0}, 0, 4900},
+        {"silent after some pieces", {.piece = 7, .answers = 3}, 0, 4900},
+        {"is gone", {.version = 2}, 0},
+        {"no files", {.type = "image/png"}, 0},
+    };
+    Open();
+    WindowTraits traits = Titled(u"receiver");
+    traits.takesFiles = true;
+    const HWND window = NewWindow(CRect(100, 100, 300, 200), traits);
+    system->Show(window, Visibility::Shown);
+    ASSERT_TRUE(Until([&] { return session->FindByTitle("receiver") != 0; }));
+    const xcb_window_t target = session->FindByTitle("receiver");
+    EXPECT_EQ(session->Property(target, "XdndAware"), std::vector<std::uint32_t>{5});
+    seen.accepts = kBoth;
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        seen.drops.clear();
+        Source source(*session, one.manners);
+        const std::uint64_t start = system->Now();
+        source.DropOn(target);
+        const bool ends = one.manners.version >= 3;
+        EXPECT_EQ(Until(
+                      [&] {
+                          source.Pump();
+                          for (const FileDrop& drop : seen.drops)
+                              system->FileDrops()->Finish(drop.id, DROPEFFECT_MOVE);
+                          return source.finished.has_value();
+                      },
+                      ends ? 9000 : 300),
+                  ends);
+        EXPECT_GE(system->Now() - start, one.least);
+        ASSERT_EQ(seen.drops.size(), one.files == 0 ? 0U : 1U);
+        if (!ends) continue;
+        const bool says = one.files != 0 && one.manners.version >= 5;
+        EXPECT_EQ((*source.finished)[1], says ? 1U : 0U);
+        EXPECT_EQ((*source.finished)[2], says ? session->Atom("XdndActionMove") : 0U);
+        if (one.files == 0) continue;
+        EXPECT_EQ(seen.drops[0].paths.size(), one.files);
+        EXPECT_EQ(seen.drops[0].paths[0], one.files == 1 ? u"/\u6708\n#" : u"/tmp/a b");
+        EXPECT_EQ(CPoint(seen.drops[0].screen), CPoint(110, 120));
+        EXPECT_EQ(seen.drops[0].wanted, DWORD{DROPEFFECT_MOVE});
+    }
+
+    // From a window of our own to another one.
+    seen.drops.clear();
+    ASSERT_TRUE(Dragger().Begin(Offer({u"/tmp/mine"}), At(10, 10)));
+    Dragger().Drop(At(150, 150, DROPEFFECT_COPY));
+    ASSERT_TRUE(Until([&] { return !seen.drops.empty(); }));
+    EXPECT_EQ(seen.drops[0].paths, std::vector<CString>{u"/tmp/mine"});
+    EXPECT_FALSE(Dragger().Outcome());
+    system->FileDrops()->Finish(seen.drops[0].id, DROPEFFECT_COPY);
+    EXPECT_TRUE(Until([&] { return Dragger().Outcome() == DWORD{DROPEFFECT_COPY}; }));
+
+    traits.takesFiles = false;
+    system->SetTraits(window, traits);
+    EXPECT_TRUE(Until([&] { return session->Property(target, "XdndAware").empty(); }));
 }
 
 }  // namespace

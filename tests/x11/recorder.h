@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/window/file_drop.h"
 #include "platform/window/window_system.h"
 #include "x11/x_session.h"
 
@@ -98,10 +99,14 @@ class Recorder final : public platform::WindowEvents {
     void CloseRequested(HWND window) override { Add(Seen::Kind::Close, window); }
     void GrabLost(HWND window) override { Add(Seen::Kind::GrabLost, window); }
     void SystemDestroyed(HWND window) override { Add(Seen::Kind::Destroyed, window); }
+    DROPEFFECT FilesOver(HWND, POINT, DROPEFFECT wanted) override { return accepts & wanted; }
+    void FilesDropped(HWND, platform::FileDrop&& drop) override { drops.push_back(std::move(drop)); }
     void ConnectionLost() override { Add(Seen::Kind::Lost, HWND()); }
 
     std::function<void(HWND, const platform::Region&)> onExposed;
     platform::KeySet held;  // as last reported
+    DROPEFFECT accepts = DROPEFFECT_NONE;
+    std::vector<platform::FileDrop> drops;
 
   private:
     void Add(Seen::Kind kind, HWND window, bool on = false) {

@@ -5,6 +5,7 @@
 
 #include <platform/collections.h>
 #include <platform/geometry.h>
+#include <platform/ole.h>
 #include <platform/resources.h>
 #include <platform/window.h>
 
@@ -135,6 +136,8 @@ class PLATFORM_API CCmdTarget : public CObject {
 #define ON_WM_RBUTTONDOWN() AFX_POINT_LINE(WM_RBUTTONDOWN, OnRButtonDown)
 #define ON_WM_RBUTTONUP() AFX_POINT_LINE(WM_RBUTTONUP, OnRButtonUp)
 #define ON_WM_MOUSELEAVE() AFX_MSGMAP_LINE(WM_MOUSELEAVE, self->OnMouseLeave(); return 0;)
+// void handler(HDROP). A window of DragAcceptMoves has a handler that returns what it did: ON_MESSAGE.
+#define ON_WM_DROPFILES() AFX_MSGMAP_LINE(WM_DROPFILES, self->OnDropFiles(HDROP::FromParam(w)); return 0;)
 // int handler(CWnd* topLevel, UINT hitTest, UINT message)
 #define ON_WM_MOUSEACTIVATE()                                                                   \
     AFX_MSGMAP_LINE(WM_MOUSEACTIVATE, const auto words = static_cast<std::uint64_t>(l);         \
@@ -230,6 +233,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     }
     UINT_PTR SetTimer(UINT_PTR id, UINT interval) { return ::SetTimer(m_hWnd, id, interval, nullptr); }
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
+    void DragAcceptFiles(BOOL accept = TRUE) { ::DragAcceptFiles(m_hWnd, accept); }
 
     // True takes a message out before it is translated and dispatched. Called by the framework's loops for
     // the message's window and each of its parents up to the top-level; an owner is not asked.
@@ -262,6 +266,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     void OnMouseLeave() { Default(); }
     int OnMouseActivate(CWnd*, UINT, UINT) { return static_cast<int>(Default()); }
     void OnKeyDown(UINT) { Default(); }
+    void OnDropFiles(HDROP) { Default(); }
 
   protected:
     // Default processing of the message being handled, with its own parameters. Outside a handler, or once

@@ -112,4 +112,9 @@ class PLATFORM_API DropTarget {
     CRect place_;
 };
 
+// Another program drops files where the pointer is, and waits for what becomes of them, which is the result;
+// the keys that are down count. DROPEFFECT_NONE where no window takes files.
+PLATFORM_API DROPEFFECT DropFiles(const std::vector<CString>& paths,
+                                  DROPEFFECT allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE);
+
 }  // namespace Headless

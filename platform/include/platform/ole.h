@@ -43,7 +43,7 @@ PLATFORM_API HRESULT CreateStreamOnHGlobal(HGLOBAL block, BOOL deleteOnRelease, 
 PLATFORM_API HRESULT CoInitialize(void* reserved);
 PLATFORM_API void CoUninitialize();
 
-// ---- Files on their way to another program ------------------------------------------------------------
+// ---- Files between programs ---------------------------------------------------------------------------
 
 // What a receiver may do, or did, with the files that it is given: bits.
 using DROPEFFECT = DWORD;
@@ -67,6 +67,39 @@ struct DROPFILES {
     BOOL fWide;    // UTF-16; 0: UTF-8
 };
 static_assert(sizeof(DROPFILES) == 20);
+
+// ---- Files that come from another program -------------------------------------------------------------
+
+// From here on files may be dropped on the window and on those of its children that take none themselves, or
+// not any more. They come from the message loop, as a message to the window:
+//
+//   WM_DROPFILES  wParam: a block of files (HDROP::FromParam), which is the window's to end with DragFinish.
+//                 lParam: what the user leaves open, of the effects that the window performs.
+//                 Result: 0, whatever becomes of it the files are still where they were.
+//
+// The program that they come from waits for the result, and is told of a copy. What lies in the block are the
+// absolute paths of files of this machine. Names that are no UTF-8, and addresses elsewhere, are left out;
+// where nothing is left there is no message. A window that is disabled, or lies in another program's, takes
+// none.
+PLATFORM_API void DragAcceptFiles(HWND window, BOOL accept);
+// A window that takes files may also move them, by itself: then it says so here, acts on a lParam that has
+// DROPEFFECT_MOVE (alone while a key asks for that, and with DROPEFFECT_COPY where either will do), and
+// returns DROPEFFECT_MOVE once none of the files is where it was. Only then is the other program told of a
+// move.
+PLATFORM_API void DragAcceptMoves(HWND window, BOOL accept);
+
+// The path at an index of a block, as far as it fits into `size` units with its terminator; returns the units
+// written without that. Without a buffer: the units that the whole path takes. 0 for an index that is none,
+// and for a stale block.
+PLATFORM_API UINT DragQueryFileW(HDROP drop, UINT index, LPWSTR buffer, UINT size);
+constexpr UINT kAllFiles = 0xFFFFFFFF;  // as index: returns how many files there are
+// Where they were dropped, in client pixels. FALSE when that is outside of the client area, and for a stale
+// block, which leaves `point` alone.
+PLATFORM_API BOOL DragQueryPoint(HDROP drop, POINT* point);
+// Frees the block. What nobody handles is ended by DefWindowProcW.
+PLATFORM_API void DragFinish(HDROP drop);
+
+// ---- Files on their way to another program ------------------------------------------------------------
 
 // Data offered for dragging. Blocks belong to the source from the moment they are offered: it frees each
 // once, when another takes its place or when it ends itself, and nobody else may.

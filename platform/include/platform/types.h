@@ -77,6 +77,7 @@ using HCURSOR = Handle<struct CursorTag>;
 using HICON = Handle<struct IconTag>;
 using HMONITOR = Handle<struct MonitorTag>;
 using HGLOBAL = Handle<struct GlobalTag>;
+using HDROP = HGLOBAL;  // a block of files, see <platform/ole.h>
 using HRSRC = Handle<struct ResourceTag>;
 using HMODULE = Handle<struct ModuleTag>;
 using HINSTANCE = HMODULE;

@@ -72,6 +72,7 @@ enum : UINT {
     WM_MOUSELAST = 0x020A,
     WM_ENTERSIZEMOVE = 0x0231,
     WM_EXITSIZEMOVE = 0x0232,
+    WM_DROPFILES = 0x0233,  // see DragAcceptFiles
     WM_MOUSELEAVE = 0x02A3,
     WM_USER = 0x0400,
     WM_APP = 0x8000,
@@ -101,6 +102,7 @@ enum : DWORD {
 };
 enum : DWORD {
     WS_EX_TOPMOST = 0x00000008,
+    WS_EX_ACCEPTFILES = 0x00000010,  // what DragAcceptFiles sets
     WS_EX_TRANSPARENT = 0x00000020,
     WS_EX_TOOLWINDOW = 0x00000080,
     WS_EX_CLIENTEDGE = 0x00000200,  // a sunken edge of two pixels, inside the window

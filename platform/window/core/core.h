@@ -23,6 +23,7 @@
 #include "platform/window/core/timers.h"
 #include "platform/window/core/window_record.h"
 #include "platform/window/file_drag.h"
+#include "platform/window/file_drop.h"
 #include "platform/window/window_system.h"
 
 namespace platform {

@@ -112,6 +112,9 @@ LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
             return DefaultSystemCommand(handle, wParam);
         case WM_SYSKEYDOWN:
             return DefaultSystemKey(*window, wParam);
+        case WM_DROPFILES:
+            DragFinish(HDROP::FromParam(wParam));
+            return 0;
         case WM_MOUSEACTIVATE:
             if (!window->IsChild()) return MA_ACTIVATE;
             return CallProcedure(window->parent, message, wParam, lParam);

@@ -1,6 +1,9 @@
 #include "platform/window/core/events.h"
 
+#include <utility>
+
 #include "platform/window/core/activation.h"
+#include "platform/window/core/file_drop.h"
 #include "platform/window/core/keyboard.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/place.h"
@@ -100,6 +103,14 @@ class EventSink : public WindowEvents {
         core_.queue.Report(std::move(event));
     }
     void PutOut(HWND window) override { core_.queue.Report(Make(SystemEvent::Kind::PutOut, window)); }
+    DROPEFFECT FilesOver(HWND window, POINT screen, DROPEFFECT wanted) override {
+        return EffectsOfDrop(window, screen, wanted);
+    }
+    void FilesDropped(HWND window, FileDrop&& drop) override {
+        SystemEvent event = Make(SystemEvent::Kind::Drop, window);
+        event.drop = std::make_shared<const FileDrop>(std::move(drop));
+        core_.queue.Report(std::move(event));
+    }
     void ConnectionLost() override { core_.MarkLost(); }
 
   private:
@@ -140,6 +151,10 @@ void HandleEvent(const SystemEvent& event) {
     }
     if (event.kind == SystemEvent::Kind::PointerCheck) {
         CheckPointer();
+        return;
+    }
+    if (event.kind == SystemEvent::Kind::Drop) {
+        DeliverDrop(event.window, *event.drop);
         return;
     }
     const std::shared_ptr<Window> window = core.PeekShared(event.window);

@@ -14,20 +14,8 @@ FileDragger* Dragger() {
     return system ? system->FileDrags() : nullptr;
 }
 
-// A key that asks for what is not allowed counts for nothing.
-DROPEFFECT WantedBy(const InputState& state, DROPEFFECT allowed) {
-    DROPEFFECT asked = DROPEFFECT_NONE;
-    if (state.control && state.shift)
-        asked = DROPEFFECT_LINK;
-    else if (state.control)
-        asked = DROPEFFECT_COPY;
-    else if (state.shift)
-        asked = DROPEFFECT_MOVE;
-    return asked & allowed ? asked : allowed;
-}
-
 DragPoint PointOf(POINT screen, const InputState& state) {
-    const DROPEFFECT wanted = WantedBy(state, Core::Get().fileDrag.allowed);
+    const DROPEFFECT wanted = EffectOfKeys(state.shift, state.control, Core::Get().fileDrag.allowed);
     return DragPoint{screen, wanted, state.shift, state.control, state.alt};
 }
 

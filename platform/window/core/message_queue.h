@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include <platform/window.h>
 
 #include "platform/graphics/region.h"
+#include "platform/window/file_drop.h"
 #include "platform/window/window_system.h"
 
 namespace platform {
@@ -34,6 +36,7 @@ struct SystemEvent {
         Destroyed,
         PutOut,
         KeySeen,
+        Drop,
         PointerCheck  // the core's own: is the pointer still over the window that asked for its leaving?
     };
     Kind kind = Kind::Move;
@@ -49,6 +52,7 @@ struct SystemEvent {
     KeySet keys;
     CRect rect;
     std::optional<Region> region;
+    std::shared_ptr<const FileDrop> drop;
 
     bool IsInput() const { return kind <= Kind::Key; }
 };

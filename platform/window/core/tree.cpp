@@ -4,6 +4,7 @@
 #include <iterator>
 #include <new>
 
+#include "platform/window/core/file_drop.h"
 #include "platform/window/core/painting.h"
 
 namespace platform {
@@ -266,6 +267,7 @@ void UpdateTraits(Window& topLevel) try {
     set(traits.topmost, IsTopmost(topLevel));
     set(traits.toolWindow, (topLevel.exStyle & (WS_EX_TOOLWINDOW | WS_EX_APPWINDOW)) == WS_EX_TOOLWINDOW);
     set(traits.activates, (topLevel.exStyle & WS_EX_NOACTIVATE) == 0);
+    set(traits.takesFiles, TakesFiles(topLevel));
     set(traits.dialog, owner != nullptr);
     set(traits.modal, owner && owner->IsDisabled() && topLevel.IsShown());
     set(traits.owner, owner ? owner->handle : HWND());

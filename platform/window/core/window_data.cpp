@@ -24,8 +24,13 @@ void SetStyle(Window& window, DWORD style) {
 void SetExStyle(Window& window, DWORD exStyle) {
     const bool wasLayered = window.IsLayered();
     const bool wasPainted = IsPainted(window);
+    const bool tookFiles = (window.exStyle & WS_EX_ACCEPTFILES) != 0;
     window.exStyle = exStyle;
-    if (window.IsChild()) return;
+    if (window.IsChild()) {
+        const bool takesFiles = (exStyle & WS_EX_ACCEPTFILES) != 0;
+        if (Window* const top = takesFiles != tookFiles ? TopLevelOf(window) : nullptr) UpdateTraits(*top);
+        return;
+    }
     // Taking the style off forgets the attributes and what was pushed.
     if (wasLayered && !window.IsLayered()) {
         window.layering.hasAttributes = window.layering.fed = false;

@@ -234,6 +234,7 @@ std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR tit
         window->rect = rect;
         core.Insert(window);
         AddToTree(*window);
+        if (window->IsChild() && (exStyle & WS_EX_ACCEPTFILES)) UpdateTraits(*TopLevelOf(*window));
         return window;
     } catch (const std::bad_alloc&) {
         if (window && window->handle) {

@@ -42,6 +42,7 @@ struct Window {
     CString title;
     UINT_PTR id = 0;
     LONG_PTR userData = 0;
+    bool movesFiles = false;  // that are dropped on it, when it says so
     bool created = false;     // WM_CREATE was answered; geometry messages flow
     bool destroying = false;  // WM_DESTROY is on its way
 

@@ -37,7 +37,6 @@ Headless::DraggedFiles Describe(const FileOffer& offer, const DragPoint& at) {
 }  // namespace
 
 Headless::DropTarget* HeadlessFileDrag::TargetAt(POINT screen) const {
-    if (system_.WindowAt(screen)) return nullptr;
     for (auto target = Targets().rbegin(); target != Targets().rend(); ++target)
         if ((*target)->Place().PtInRect(screen)) return *target;
     return nullptr;
@@ -53,12 +52,21 @@ bool HeadlessFileDrag::Begin(const FileOffer& offer, const DragPoint& at) {
 void HeadlessFileDrag::Follow(const DragPoint& to) {
     const std::shared_ptr<State> state = state_;
     if (!state || state->dropped) return;
-    Headless::DropTarget* const target = TargetAt(to.screen);
+    state->window = system_.WindowAt(to.screen);
+    Headless::DropTarget* const target = state->window ? nullptr : TargetAt(to.screen);
     Headless::DropTarget* const before = std::exchange(state->over, target);
-    state->effect = DROPEFFECT_NONE;
+    state->effect =
+        state->window ? system_.Events().FilesOver(state->window, to.screen, to.wanted) : DROPEFFECT{0};
     if (before && before != target && IsThere(before)) before->Leave();
     if (target && IsThere(target))
         state->effect = target->Over(Describe(state->offer, to)) & state->offer.allowed;
+}
+
+DROPEFFECT HeadlessFileDrag::DropOn(Headless::DropTarget* target, const State& state, const DragPoint& at) {
+    if (!target || !IsThere(target)) return DROPEFFECT_NONE;
+    if (state.effect != DROPEFFECT_NONE) return target->Drop(Describe(state.offer, at));
+    target->Leave();
+    return DROPEFFECT_NONE;
 }
 
 void HeadlessFileDrag::Drop(const DragPoint& at) {
@@ -66,15 +74,12 @@ void HeadlessFileDrag::Drop(const DragPoint& at) {
     if (!state || state->dropped) return;
     Follow(at);
     state->dropped = true;
-    Headless::DropTarget* const target = std::exchange(state->over, nullptr);
-    DROPEFFECT performed = DROPEFFECT_NONE;
-    if (target && IsThere(target)) {
-        if (state->effect != DROPEFFECT_NONE)
-            performed = target->Drop(Describe(state->offer, at));
-        else
-            target->Leave();
+    if (state->window && state->effect != DROPEFFECT_NONE) {
+        const std::uint64_t id = system_.Drops().Open(state->outcome);
+        system_.Events().FilesDropped(state->window, {id, state->offer.paths, at.screen, at.wanted});
+    } else {
+        *state->outcome = DropOn(std::exchange(state->over, nullptr), *state, at);
     }
-    state->outcome = performed;
 }
 
 void HeadlessFileDrag::Cancel() {
@@ -84,7 +89,7 @@ void HeadlessFileDrag::Cancel() {
 
 // A drag that is no more came to nothing.
 std::optional<DROPEFFECT> HeadlessFileDrag::Outcome() const {
-    return state_ ? state_->outcome : std::optional<DROPEFFECT>(DROPEFFECT_NONE);
+    return state_ ? *state_->outcome : std::optional<DROPEFFECT>(DROPEFFECT_NONE);
 }
 
 CursorShape HeadlessFileDrag::Cursor() const {
@@ -112,6 +117,23 @@ void DropTarget::Leave() {}
 
 std::vector<CString> DraggedFiles::Paths() const {
     return platform::FilesOf(std::as_bytes(std::span(block)));
+}
+
+DROPEFFECT DropFiles(const std::vector<CString>& paths, DROPEFFECT allowed) {
+    platform::HeadlessSystem* system = platform::HeadlessSystem::Current();
+    if (!system || paths.empty() || !system->WindowAt(system->PointerPosition())) return DROPEFFECT_NONE;
+    platform::FileOffer offer;
+    offer.paths = paths;
+    offer.allowed = allowed;
+    const platform::InputState& keys = system->Input();
+    const platform::DragPoint at{system->PointerPosition(),
+                                 platform::EffectOfKeys(keys.shift, keys.control, allowed), keys.shift,
+                                 keys.control, keys.alt};
+    platform::HeadlessFileDrag drag(*system);
+    if (!drag.Begin(offer, at)) return DROPEFFECT_NONE;
+    drag.Drop(at);
+    RunPending();
+    return drag.Outcome().value_or(DROPEFFECT_NONE);
 }
 
 }  // namespace Headless

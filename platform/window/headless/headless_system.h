@@ -75,6 +75,11 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     void AddStep(void (*step)(void*), void* argument) { steps_.push_back({step, argument}); }
     void SetClock(std::uint64_t now);
 
+    // ---- files on the move
+    WindowEvents& Events() { return events_; }
+    const InputState& Input() const { return input_; }
+    HeadlessFileDrops& Drops() { return fileDrops_; }
+
     // ---- WindowSystem
     bool Create(HWND window, const RECT& rect, const WindowTraits& traits) override;
     void Destroy(HWND window) override;
@@ -101,6 +106,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     void Wake() override { woken_ = true; }
     bool IsAlive() override { return true; }
     FileDragger* FileDrags() override { return &fileDrag_; }
+    FileReceiver* FileDrops() override { return &fileDrops_; }
     ForeignWindows* Foreign() override { return &foreign_; }
     KeyWatch* KeyWatcher() override { return this; }
 
@@ -143,6 +149,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     std::atomic<std::uint64_t> now_ = 1000;
     std::atomic<bool> woken_ = false;
     std::deque<Step> steps_;
+    HeadlessFileDrops fileDrops_;
     HeadlessFileDrag fileDrag_{*this};
     ForeignTree foreign_{*this};
     bool watching_ = false;  // the keyboard

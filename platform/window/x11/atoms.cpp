@@ -50,6 +50,7 @@ constexpr auto kAtomNames = std::to_array<AtomName>({
     {&Atoms::netShowingDesktop, "_NET_SHOWING_DESKTOP"},
     {&Atoms::rootPixmap, "_XROOTPMAP_ID"},
     {&Atoms::xembed, "_XEMBED"},
+    {&Atoms::xdndAware, "XdndAware"},
 });
 
 xcb_intern_atom_cookie_t Ask(xcb_connection_t* connection, std::string_view name) {

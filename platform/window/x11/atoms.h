@@ -43,6 +43,8 @@ struct Atoms {
     xcb_atom_t rootPixmap = 0;
     // Between a window and the one embedded in it.
     xcb_atom_t xembed = 0;
+    // Of windows that take what is dropped.
+    xcb_atom_t xdndAware = 0;
     // Owned by the compositor of the screen, while there is one.
     xcb_atom_t compositorSelection = 0;
 };

@@ -48,6 +48,9 @@ bool X11WindowSystem::DispatchArrived() {
     SettleFocus();
     drag_.Settle(Now());
     reported_ |= drag_.TakeNews();
+    drop_.Settle(Now());
+    while (std::optional<DropReceiver::Arrival> files = drop_.TakeArrival())
+        Report().FilesDropped(files->window, std::move(files->drop));
     ReportIfLost();
     return reported_;
 }
@@ -102,7 +105,8 @@ int X11WindowSystem::TimeoutUntil(std::optional<std::uint64_t> deadline) {
     if (showDesktop_.Due()) atLatest(*showDesktop_.Due());
     for (const Expectation& one : {leaving_, awaited_})
         if (one.window) atLatest(one.due);
-    if (const std::optional<std::uint64_t> due = drag_.Due()) atLatest(*due);
+    for (const std::optional<std::uint64_t>& due : {drag_.Due(), drop_.Due()})
+        if (due) atLatest(*due);
     if (!until) return -1;
     const std::uint64_t now = Now();
     return *until <= now ? 0 : static_cast<int>(std::min<std::uint64_t>(*until - now, INT_MAX));
@@ -112,7 +116,7 @@ void X11WindowSystem::Dispatch(const xcb_generic_event_t& event) {
     const std::uint8_t type = TypeOf(event);
     // Errors: requests about windows that were gone by then, ours or other clients'. The protocol tells of
     // them late, and nothing can be done about them.
-    if (type == 0 || drag_.Handle(event)) return;
+    if (type == 0 || drag_.Handle(event) || drop_.Handle(event)) return;
     const Extensions& has = connection_->Has();
     if (has.selections && type == has.fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         OnSelection(As<xcb_xfixes_selection_notify_event_t>(event));

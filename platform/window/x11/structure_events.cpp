@@ -135,7 +135,11 @@ void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {
             return;
         }
     const NativeWindow* window = FindById(event.window);
-    if (!window || event.format != 32 || event.type != names.wmProtocols) return;
+    if (!window || event.format != 32) return;
+    if (event.type != names.wmProtocols) {
+        drop_.OnMessage(window->handle, event);
+        return;
+    }
     const xcb_atom_t protocol = event.data.data32[0];
     if (protocol == names.netWmPing) {
         // Sent back as it is, but for the window.

@@ -34,6 +34,7 @@ X11WindowSystem::X11WindowSystem(std::shared_ptr<Connection> connection, WindowE
       backdrop_(connection_),
       cursors_(connection_),
       drag_(connection_, cursors_, clock_, manager_),
+      drop_(connection_, events),
       screenSize_(connection_->RootSize()) {}
 
 X11WindowSystem::~X11WindowSystem() {

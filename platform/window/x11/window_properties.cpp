@@ -8,6 +8,7 @@
 #include <xcb/xcb_icccm.h>
 
 #include "platform/window/x11/client_leader.h"
+#include "platform/window/x11/drag/xdnd.h"
 #include "platform/window/x11/reply.h"
 
 namespace platform::x11 {
@@ -52,6 +53,7 @@ void WindowProperties::WriteAll(const NativeWindow& window, xcb_window_t owner) 
     WriteSizeHints(window);
     WriteOwner(window, owner);
     WriteInputHint(window, false);
+    WriteTakesFiles(window);
     WriteIcons(window);
 }
 
@@ -63,6 +65,7 @@ void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTrai
     if (IsDialog(now) != IsDialog(before)) WriteType(window);
     if (!(now.owner == before.owner) || now.dialog != before.dialog) WriteOwner(window, owner);
     if (now.activates != before.activates) WriteInputHint(window, window.minimised);
+    if (now.takesFiles != before.takesFiles) WriteTakesFiles(window);
     if (now.icons != before.icons) WriteIcons(window);
     if (window.mapRequested) ChangeStates(window, before);
 }
@@ -136,6 +139,14 @@ void WindowProperties::WriteInputHint(const NativeWindow& window, bool minimised
         xcb_icccm_wm_hints_set_normal(&hints);
     }
     xcb_icccm_set_wm_hints(connection_->Get(), window.id, &hints);
+}
+
+void WindowProperties::WriteTakesFiles(const NativeWindow& window) {
+    const xcb_atom_t property = connection_->Names().xdndAware;
+    if (window.traits.takesFiles)
+        Replace(window.id, property, XCB_ATOM_ATOM, {kXdndVersion});
+    else
+        xcb_delete_property(connection_->Get(), window.id, property);
 }
 
 void WindowProperties::WriteIcons(const NativeWindow& window) {

@@ -40,6 +40,7 @@ class WindowProperties {
     void WriteTitle(const NativeWindow& window);
     void WriteDecorations(const NativeWindow& window);
     void WriteType(const NativeWindow& window);
+    void WriteTakesFiles(const NativeWindow& window);
     void WriteInputHint(const NativeWindow& window, bool minimised);
     void WriteStates(const NativeWindow& window);
     void ChangeStates(const NativeWindow& window, const WindowTraits& before);

@@ -21,6 +21,7 @@
 #include "platform/window/x11/cursors.h"
 #include "platform/window/x11/desktop_windows.h"
 #include "platform/window/x11/drag/drag_source.h"
+#include "platform/window/x11/drag/drop_receiver.h"
 #include "platform/window/x11/embedded_socket.h"
 #include "platform/window/x11/keyboard.h"
 #include "platform/window/x11/main_context_waiter.h"
@@ -71,6 +72,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void Wake() override { waiter_.Wake(); }
     bool IsAlive() override { return connection_->IsAlive(); }
     FileDragger* FileDrags() override { return &drag_; }
+    FileReceiver* FileDrops() override { return &drop_; }
     ForeignWindows* Foreign() override { return this; }
     KeyWatch* KeyWatcher() override { return this; }
 
@@ -235,6 +237,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     Cursors cursors_;
     ServerClock clock_;
     DragSource drag_;
+    DropReceiver drop_;
     MainContextWaiter waiter_;
     CSize screenSize_;
 

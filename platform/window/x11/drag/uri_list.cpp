@@ -53,8 +53,10 @@ std::optional<CString> PathOf(std::string_view uri) {
     const std::size_t slash = uri.find('/');
     if (slash == std::string_view::npos || !IsThisMachine(uri.substr(0, slash))) return std::nullopt;
     const std::string path = Decode(uri.substr(slash));
-    if (path.find('\0') != std::string::npos) return std::nullopt;
-    return FromUtf8(path);
+    const CString text = FromUtf8(path);
+    // Text of another kind than a path is bytes that nothing leads back to.
+    if (path.find('\0') != std::string::npos || ToUtf8(text) != path) return std::nullopt;
+    return text;
 }
 
 }  // namespace

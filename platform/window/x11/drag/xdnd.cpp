@@ -15,16 +15,27 @@ struct Word {
 };
 
 constexpr auto kWords = std::to_array<Word>({
-    {&XdndAtoms::aware, "XdndAware"},           {&XdndAtoms::proxy, "XdndProxy"},
-    {&XdndAtoms::selection, "XdndSelection"},   {&XdndAtoms::typeList, "XdndTypeList"},
-    {&XdndAtoms::actionList, "XdndActionList"}, {&XdndAtoms::enter, "XdndEnter"},
-    {&XdndAtoms::position, "XdndPosition"},     {&XdndAtoms::status, "XdndStatus"},
-    {&XdndAtoms::leave, "XdndLeave"},           {&XdndAtoms::drop, "XdndDrop"},
-    {&XdndAtoms::finished, "XdndFinished"},     {&XdndAtoms::copy, "XdndActionCopy"},
-    {&XdndAtoms::move, "XdndActionMove"},       {&XdndAtoms::link, "XdndActionLink"},
-    {&XdndAtoms::uriList, "text/uri-list"},     {&XdndAtoms::plainText, "text/plain"},
-    {&XdndAtoms::utf8Text, "UTF8_STRING"},      {&XdndAtoms::targets, "TARGETS"},
-    {&XdndAtoms::timestamp, "TIMESTAMP"},       {&XdndAtoms::typeDnd, "_NET_WM_WINDOW_TYPE_DND"},
+    {&XdndAtoms::aware, "XdndAware"},
+    {&XdndAtoms::proxy, "XdndProxy"},
+    {&XdndAtoms::selection, "XdndSelection"},
+    {&XdndAtoms::typeList, "XdndTypeList"},
+    {&XdndAtoms::actionList, "XdndActionList"},
+    {&XdndAtoms::enter, "XdndEnter"},
+    {&XdndAtoms::position, "XdndPosition"},
+    {&XdndAtoms::status, "XdndStatus"},
+    {&XdndAtoms::leave, "XdndLeave"},
+    {&XdndAtoms::drop, "XdndDrop"},
+    {&XdndAtoms::finished, "XdndFinished"},
+    {&XdndAtoms::copy, "XdndActionCopy"},
+    {&XdndAtoms::move, "XdndActionMove"},
+    {&XdndAtoms::link, "XdndActionLink"},
+    {&XdndAtoms::uriList, "text/uri-list"},
+    {&XdndAtoms::plainText, "text/plain"},
+    {&XdndAtoms::utf8Text, "UTF8_STRING"},
+    {&XdndAtoms::targets, "TARGETS"},
+    {&XdndAtoms::timestamp, "TIMESTAMP"},
+    {&XdndAtoms::pieces, "INCR"},
+    {&XdndAtoms::typeDnd, "_NET_WM_WINDOW_TYPE_DND"},
 });
 
 }  // namespace

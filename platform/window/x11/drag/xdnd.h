@@ -36,6 +36,7 @@ struct XdndAtoms {
     xcb_atom_t utf8Text = 0;
     xcb_atom_t targets = 0;
     xcb_atom_t timestamp = 0;
+    xcb_atom_t pieces = 0;   // the type of what is given bit by bit
     xcb_atom_t typeDnd = 0;  // of the window that shows what is dragged
 };
 XdndAtoms ResolveXdndAtoms(xcb_connection_t* connection);
