@@ -39,6 +39,7 @@
 #define IDP_TAB_FRAMES 236
 #define IDP_TAB_LIST 237
 #define IDP_TAB_WEB 238
+#define IDP_TAB_FILES 239
 // The vertical strips of one to five frames.
 #define IDP_STRIP_1 221
 #define IDP_STRIP_2 222

@@ -185,7 +185,7 @@ void RequestsPage::Pose() {
     Headless::Advance(2 * kTick);
 }
 
-const PageEntry entry({15, "requests", u"HTTP", IDP_TAB_REQUESTS, u"Requests",
+const PageEntry entry({16, "requests", u"HTTP", IDP_TAB_REQUESTS, u"Requests",
                        u"WebGet and WebPost block; a thread of their own keeps the dialog alive."},
                       [] { return std::unique_ptr<Page>(new RequestsPage); });
 

@@ -159,7 +159,7 @@ void WebPage::Pose() {
     Headless::SetPageTitle(browser_->m_hWnd, u"A page from the resources");
 }
 
-const PageEntry entry({14, "web", u"Web", IDP_TAB_WEB, u"A browser in a dialog",
+const PageEntry entry({15, "web", u"Web", IDP_TAB_WEB, u"A browser in a dialog",
                        u"A page from the program's resources; its links tell the dialog what to do."},
                       [] { return std::unique_ptr<Page>(new WebPage); });
 

@@ -234,6 +234,24 @@ void DrawList(cairo_t* context, Colour colour) {
         }
 }
 
+// A sheet, and an arrow that leaves it.
+void DrawFiles(cairo_t* context, Colour colour) {
+    cairo_move_to(context, 3, -4);
+    cairo_line_to(context, 3, -6);
+    cairo_line_to(context, -1, -10);
+    cairo_line_to(context, -10, -10);
+    cairo_line_to(context, -10, 10);
+    cairo_line_to(context, 3, 10);
+    cairo_line_to(context, 3, 6);
+    Stroke(context, WithAlpha(colour, colour.alpha * 0.8), kPen);
+    cairo_move_to(context, -4, 1);
+    cairo_line_to(context, 10.5, 1);
+    cairo_move_to(context, 6, -3.5);
+    cairo_line_to(context, 10.5, 1);
+    cairo_line_to(context, 6, 5.5);
+    Stroke(context, colour, kPen);
+}
+
 // A globe with its meridian and two parallels.
 void DrawWeb(cairo_t* context, Colour colour) {
     Circle(0, 0, 10)(context);
@@ -321,6 +339,9 @@ void DrawGlyph(cairo_t* context, Glyph glyph, double x, double y, double size, C
             break;
         case Glyph::List:
             DrawList(context, colour);
+            break;
+        case Glyph::Files:
+            DrawFiles(context, colour);
             break;
         case Glyph::Web:
             DrawWeb(context, colour);

@@ -26,6 +26,7 @@ enum class Glyph {
     Scrolling,
     Frames,
     List,
+    Files,
     Web,
 };
 

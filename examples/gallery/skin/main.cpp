@@ -56,7 +56,7 @@ void WriteButtons(const std::filesystem::path& folder) {
     vertical("btn_play_v.png", kPlayButton, 4, PlayButton());
     vertical("btn_prev_v.png", kSkipButton, 3, RoundButton(Glyph::Previous));
     vertical("btn_next_v.png", kSkipButton, 3, RoundButton(Glyph::Next));
-    constexpr std::array<std::pair<const char*, Glyph>, 15> kTabs = {
+    constexpr std::array<std::pair<const char*, Glyph>, 16> kTabs = {
         {{"tab_layers.png", Glyph::Layers},
          {"tab_background.png", Glyph::Background},
          {"tab_shape.png", Glyph::Shape},
@@ -71,6 +71,7 @@ void WriteButtons(const std::filesystem::path& folder) {
          {"tab_scrolling.png", Glyph::Scrolling},
          {"tab_frames.png", Glyph::Frames},
          {"tab_list.png", Glyph::List},
+         {"tab_files.png", Glyph::Files},
          {"tab_web.png", Glyph::Web}}};
     for (const auto& [name, glyph] : kTabs)
         vertical(name, kTab, 4, Tab(glyph));
