@@ -52,9 +52,6 @@ constexpr DROPEFFECT EffectOfKeys(bool shift, bool control, DROPEFFECT allowed) 
 class FileDragger {
   public:
     virtual ~FileDragger() = default;
-    // Whether the left button is down by the display's own word. It may have been let go where nobody told,
-    // and a drag would wait for that for ever.
-    [[nodiscard]] virtual bool IsButtonHeld() const = 0;
     // Takes pointer and keyboard for the drag: their events come without a window from here on. False when
     // another program holds the pointer.
     [[nodiscard]] virtual bool Begin(const FileOffer& offer, const DragPoint& at) = 0;

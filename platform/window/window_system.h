@@ -163,6 +163,10 @@ class WindowSystem {
     virtual void ReleasePointer() = 0;
     virtual void SetCursor(HWND window, CursorShape shape) = 0;
     virtual POINT PointerPosition() = 0;
+    // Whether the left button is down by the display's own word. It may have been let go where nobody told,
+    // and who follows the pointer until then would wait for ever. When it is up, all that led to that has
+    // arrived.
+    virtual bool IsButtonHeld() { return true; }
     // The topmost of our windows that takes the pointer at a point of the screen; empty when none does.
     virtual HWND WindowAt(POINT screen) = 0;
     virtual CSize ScreenSize() = 0;

@@ -19,7 +19,6 @@ class Dialog : public CQKDialogDeskList {
         Create(101);
         SetWindowText(title);
         SetBackColor(Gdiplus::Color(255, 0, 200, 0), 1);
-        SetNoMove(1);
         SetWindowPos(HWND(), 300, 200, 200, 100, SWP_NOZORDER);
     }
     ~Dialog() override { DestroyWindow(); }

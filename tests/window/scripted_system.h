@@ -43,6 +43,7 @@ class ScriptedSystem : public platform::WindowSystem {
     bool diesInCreate = false;
     bool refuseGrab = false;
     bool noMemory = false;
+    bool held = true;  // the left button
     HWND under;  // what WindowAt finds
     POINT pointer{0, 0};
     std::uint64_t now = 5000;
@@ -92,6 +93,7 @@ class ScriptedSystem : public platform::WindowSystem {
     void ReleasePointer() override { Log("ungrab"); }
     void SetCursor(HWND, platform::CursorShape) override { Log("cursor"); }
     POINT PointerPosition() override { return pointer; }
+    bool IsButtonHeld() override { return held; }
     HWND WindowAt(POINT) override { return under; }
     CSize ScreenSize() override { return {1024, 768}; }
     std::vector<platform::Monitor> Monitors() override { return {{{0, 0, 1024, 768}, {0, 0, 1024, 740}}}; }

@@ -631,6 +631,34 @@ TEST_F(SystemTest, TheServerMayDieInsideACaptionMove) {
     EXPECT_EQ(GetCapture(), HWND());
 }
 
+TEST_F(SystemTest, NoCaptionMoveWaitsForAReleaseThatWas) {
+    const HWND window = Create();
+    ShowWindow(window, SW_SHOW);
+    Settle();
+    bool moves = false, waited = false;
+    answer = [&](HWND, UINT message) {
+        if (message != WM_LBUTTONDOWN) return false;
+        moves = true;
+        SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+        moves = false;
+        return false;
+    };
+    for (const bool lost : {false, true}) {
+        SCOPED_TRACE(lost);
+        heard.clear();
+        const std::uint64_t time = lost ? 3000 : 1;
+        System().held = !lost;
+        System().onWait = [&] { waited = moves; };
+        System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, time);
+        // Behind the press, before anybody has looked at that.
+        if (!lost) System().events.PointerButton(window, 1, false, POINT{105, 105}, {}, time + 1);
+        Settle();
+        EXPECT_EQ(Count(window, WM_EXITSIZEMOVE), 1);
+        EXPECT_FALSE(waited);
+        EXPECT_EQ(GetCapture(), HWND());
+    }
+}
+
 TEST_F(SystemTest, APlaceReportedDuringACaptionMoveCountsUnlessItIsBehind) {
     RECT rect;
     const HWND window = Create();

@@ -79,6 +79,9 @@ void MoveByCaption(HWND handle) {
     if (!core.keyboard.down[VK_LBUTTON] || !core.SystemOf(*window)) return;
 
     if (!SetPointerCapture(handle)) return;
+    // Let go before the pointer was ours: the release has come, or went to somebody else and never will.
+    WindowSystem* const system = core.System();
+    const bool held = system && system->IsButtonHeld();
     CaptionMove& move = core.captionMove;
     move.window = handle;
     move.anchor = move.followed = core.pointer.screen;
@@ -86,10 +89,10 @@ void MoveByCaption(HWND handle) {
     const std::uint64_t serial = ++move.serial;
     try {
         CallProcedure(handle, WM_ENTERSIZEMOVE, 0, 0);
-        Pumped pumped = Pumped::Something;
-        while (GoesOn(serial) && pumped == Pumped::Something)
-            pumped = PumpOnce();
-        if (pumped == Pumped::NoMore) EndCaptionMove(handle);
+        const auto over = [serial] { return !GoesOn(serial); };
+        if (!held) PumpWaiting(over);
+        if (!held || PumpUntil(over) == Pumped::NoMore)
+            if (!over()) EndCaptionMove(handle);
     } catch (...) {
         // What a handler throws ends the move; the handler of its last message throws in vain.
         try {

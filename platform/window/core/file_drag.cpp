@@ -106,12 +106,10 @@ DROPEFFECT DragFiles(const FileOffer& offer) {
     ReleasePointerCapture();
     const RunningDrag drag(offer.allowed);
     FileDragger* dragger = Dragger();
-    if (!dragger || !dragger->IsButtonHeld()) return DROPEFFECT_NONE;
+    if (!dragger || !core.System()->IsButtonHeld()) return DROPEFFECT_NONE;
     if (!dragger->Begin(offer, PointOf(core.pointer.screen, StateNow()))) return DROPEFFECT_NONE;
-    std::optional<DROPEFFECT> outcome = drag.Outcome();
-    while (!outcome && PumpOnce() == Pumped::Something)
-        outcome = drag.Outcome();
-    return outcome.value_or(DROPEFFECT_NONE);
+    PumpUntil([&drag] { return drag.Outcome().has_value(); });
+    return drag.Outcome().value_or(DROPEFFECT_NONE);
 }
 
 }  // namespace platform

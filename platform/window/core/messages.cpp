@@ -208,17 +208,22 @@ void DispatchOwn(MSG& message) {
     DispatchMessageW(&message);
 }
 
-Pumped PumpOnce() {
-    Core& core = Core::Get();
+void PumpWaiting(const std::function<bool()>& done) {
     MSG message{};
-    if (Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No)) {
+    while (!done() && Retrieve(message, MessageFilter(), Take::Yes, WithQuit::No))
         DispatchOwn(message);
-        return Pumped::Something;
+}
+
+Pumped PumpUntil(const std::function<bool()>& done) {
+    Core& core = Core::Get();
+    for (;;) {
+        PumpWaiting(done);
+        if (done()) return Pumped::Done;
+        WindowSystem* system = core.System();
+        if (core.quit || !system) return Pumped::NoMore;
+        if (system->Wait(NextDeadline())) continue;
+        return core.IsLost() || !system->IsAlive() ? Pumped::NoMore : Pumped::Nothing;
     }
-    WindowSystem* system = core.System();
-    if (core.quit || !system) return Pumped::NoMore;
-    if (system->Wait(NextDeadline())) return Pumped::Something;
-    return core.IsLost() || !system->IsAlive() ? Pumped::NoMore : Pumped::Nothing;
 }
 
 void RunPendingMessages() {

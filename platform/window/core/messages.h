@@ -1,6 +1,8 @@
 // Taking messages: the order of what waits, and the waiting.
 #pragma once
 
+#include <functional>
+
 #include "platform/window/core/core.h"
 
 namespace platform {
@@ -30,13 +32,16 @@ bool Retrieve(MSG& message, const MessageFilter& filter, Take take, WithQuit wit
 // window system is overdue.
 std::optional<std::uint64_t> NextDeadline();
 
-// One step of a loop of the core's own: delivers a message, or waits for one.
+// A loop of the core's own. What ends it may be an event that comes to no message: `done` is asked after
+// everything that was handled, and before each wait.
 enum class Pumped {
-    Something,
+    Done,
     Nothing,  // nothing happens any more by itself: input is injected, and none is left
     NoMore    // the program ends, or the window system is gone
 };
-Pumped PumpOnce();
+Pumped PumpUntil(const std::function<bool()>& done);
+// The same, with what waits already.
+void PumpWaiting(const std::function<bool()>& done);
 
 // Filters, translates and dispatches a message that the core took for itself.
 void DispatchOwn(MSG& message);

@@ -41,7 +41,6 @@ class HeadlessFileDrag final : public FileDragger {
     explicit HeadlessFileDrag(HeadlessSystem& system) : system_(system) {}
     ~HeadlessFileDrag() override { Cancel(); }
 
-    bool IsButtonHeld() const override { return true; }  // the core knows
     bool Begin(const FileOffer& offer, const DragPoint& at) override;
     void Follow(const DragPoint& to) override;
     void Drop(const DragPoint& at) override;

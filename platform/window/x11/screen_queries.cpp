@@ -68,6 +68,14 @@ POINT X11WindowSystem::PointerPosition() {
     return reply ? POINT{reply->root_x, reply->root_y} : POINT{0, 0};
 }
 
+bool X11WindowSystem::IsButtonHeld() {
+    if (!connection_->IsAlive()) return false;
+    xcb_connection_t* c = connection_->Get();
+    const Reply<xcb_query_pointer_reply_t> now(
+        xcb_query_pointer_reply(c, xcb_query_pointer(c, connection_->Root()), nullptr));
+    return now && (now->mask & XCB_BUTTON_MASK_1) != 0;
+}
+
 HWND X11WindowSystem::WindowAt(POINT screen) {
     if (!connection_->IsAlive()) return {};
     xcb_connection_t* c = connection_->Get();

@@ -60,6 +60,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void ReleasePointer() override;
     void SetCursor(HWND window, CursorShape shape) override;
     POINT PointerPosition() override;
+    bool IsButtonHeld() override;
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screenSize_; }
     std::vector<Monitor> Monitors() override;

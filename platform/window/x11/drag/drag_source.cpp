@@ -27,14 +27,6 @@ bool SamePoint(const DragPoint& a, const DragPoint& b) {
 
 // ---- What the core asks for
 
-bool DragSource::IsButtonHeld() const {
-    xcb_connection_t* c = connection_->Get();
-    if (!connection_->IsAlive()) return false;
-    const Reply<xcb_query_pointer_reply_t> now(
-        xcb_query_pointer_reply(c, xcb_query_pointer(c, connection_->Root()), nullptr));
-    return now && (now->mask & XCB_BUTTON_MASK_1) != 0;
-}
-
 bool DragSource::Begin(const FileOffer& offer, const DragPoint& at) {
     Cancel();
     if (!connection_->IsAlive()) return false;

@@ -34,7 +34,6 @@ class DragSource final : public FileDragger {
           icon_(std::move(connection)) {}
     ~DragSource() override { Cancel(); }
 
-    bool IsButtonHeld() const override;
     bool Begin(const FileOffer& offer, const DragPoint& at) override;
     void Follow(const DragPoint& to) override;
     void Drop(const DragPoint& at) override;
