@@ -44,7 +44,7 @@ class ScriptedSystem : public platform::WindowSystem {
     bool refuseGrab = false;
     bool noMemory = false;
     bool held = true;  // the left button
-    HWND under;  // what WindowAt finds
+    HWND under;        // what WindowAt finds
     POINT pointer{0, 0};
     std::uint64_t now = 5000;
 

@@ -42,7 +42,8 @@ class Peer {
         }
         Set(speaker_, "XdndAware", manners.version);
         xcb_map_window(c_, window_);
-        xcb_flush(c_);
+        // On the screen before the drag looks for it, by another connection.
+        std::free(xcb_get_input_focus_reply(c_, xcb_get_input_focus(c_), nullptr));
     }
     ~Peer() { Die(); }
     Peer(const Peer&) = delete;

@@ -272,7 +272,8 @@ PLATFORM_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
 // shows what was drawn.
 PLATFORM_API HDC GetDC(HWND window);
 PLATFORM_API int ReleaseDC(HWND window, HDC context);
-PLATFORM_API HWND WindowFromDC(HDC context);  // that it draws on; null for the screen's, memory and stale ones
+PLATFORM_API HWND
+WindowFromDC(HDC context);  // that it draws on; null for the screen's, memory and stale ones
 
 // Layered windows (WS_EX_LAYERED). With attributes the window paints as usual and shows opaque pixels, those
 // of the key colour left out, or all with one alpha. Without attributes it shows what UpdateLayeredWindow
