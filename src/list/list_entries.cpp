@@ -304,6 +304,12 @@ void QKListEntries::Reread(QKListNode& node) {
     change.Complete();
 }
 
+void QKListEntries::RereadOthers(const QKListNode& node) {
+    const auto [begin, end] = byItem_.equal_range(node.item);
+    for (auto at = begin; at != end; ++at)
+        if (at->second != &node) Reread(*at->second);
+}
+
 // ---- Rectangles
 
 CRect QKListEntries::FromOrigin(CRect rect) const {

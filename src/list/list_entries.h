@@ -99,6 +99,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     void SetUnselected(QKListNode& node, int state);
     // After the list changed a record itself.
     void Reread(QKListNode& node);
+    void RereadOthers(const QKListNode& node);  // places where the same record stands
 
     // ---- Layout
 

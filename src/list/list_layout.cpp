@@ -7,6 +7,7 @@
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/memory.h"
+#include "list/uninterrupted.h"
 
 namespace {
 
@@ -107,6 +108,7 @@ void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
 }
 
 void QKListCtrl::LayOutAll() {
+    const QKUninterrupted uninterrupted;
     QKWithinMemory([this] {
         QKListLayout layout = {Measure(),
                                m_nWIner,
@@ -152,6 +154,7 @@ void QKListCtrl::PlaceAll(QKListLayout& layout) {
             entries.Placed(node, layout.measure);
         else
             entries.Reread(node);
+        entries.RereadOthers(node);
     }
     if (!m_hParent) return;
     layout.generation = entries.Generation();
