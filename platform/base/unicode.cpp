@@ -1,9 +1,9 @@
 #include "platform/base/unicode.h"
 
-#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
-#include <limits>
+#include <span>
 
 #include <platform/text.h>
 
@@ -30,31 +30,40 @@ Lead LeadOf(unsigned char byte) {
     return {0, 0, 0};
 }
 
-// Widens the ASCII characters that a text begins with, and returns how many they are.
-std::size_t WidenAscii(std::string_view bytes, char16_t* to) {
-    constexpr std::size_t kBlock = 16;
+// Widens whole blocks of ASCII characters from `done` on, and returns where they end.
+template <std::size_t Size>
+std::size_t WidenBlocks(std::string_view bytes, char16_t* to, std::size_t done) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    std::size_t done = 0;
-    for (; done + kBlock <= bytes.size(); done += kBlock) {
-        std::uint64_t halves[2];
-        std::memcpy(halves, bytes.data() + done, kBlock);
-        if ((halves[0] | halves[1]) & kHighBits) break;
-        for (std::size_t i = 0; i < kBlock; ++i)
+    for (; done + Size <= bytes.size(); done += Size) {
+        std::uint64_t all = 0;
+        for (std::size_t i = 0, word; i < Size; i += sizeof word) {
+            std::memcpy(&word, bytes.data() + done + i, sizeof word);
+            all |= word;
+        }
+        if (all & kHighBits) break;
+        for (std::size_t i = 0; i < Size; ++i)
             to[done + i] = static_cast<unsigned char>(bytes[done + i]);
     }
+    return done;
+}
+
+// Widens the ASCII characters that a text begins with, and returns how many they are.
+std::size_t WidenAscii(std::string_view bytes, char16_t* to) {
+    std::size_t done = WidenBlocks<16>(bytes, to, WidenBlocks<64>(bytes, to, 0));
     for (; done < bytes.size() && static_cast<unsigned char>(bytes[done]) < 0x80; ++done)
         to[done] = static_cast<unsigned char>(bytes[done]);
     return done;
 }
 
-// Needs room for as many units as there are bytes, which is never too little. Returns the units written.
-std::size_t DecodeUtf8To(std::string_view bytes, char16_t* to) {
-    char16_t* const first = to;
-    while (!bytes.empty()) {
-        const std::size_t plain = WidenAscii(bytes, to);
+// Decodes what fits into the block, takes it off the front of `bytes`, and returns how many units it is.
+std::size_t DecodeInto(std::span<char16_t> block, std::string_view& bytes) {
+    char16_t* to = block.data();
+    char16_t* const end = to + block.size();
+    while (!bytes.empty() && end - to >= 2) {
+        const std::size_t plain = WidenAscii(bytes.substr(0, static_cast<std::size_t>(end - to)), to);
         to += plain;
         bytes.remove_prefix(plain);
-        if (bytes.empty()) break;
+        if (bytes.empty() || end - to < 2) break;
         const Decoded next = DecodeUtf8(bytes, 0);
         bytes.remove_prefix(next.length);
         if (next.codePoint < 0x10000) {
@@ -64,7 +73,7 @@ std::size_t DecodeUtf8To(std::string_view bytes, char16_t* to) {
             *to++ = static_cast<char16_t>(0xDC00 + ((next.codePoint - 0x10000) & 0x3FF));
         }
     }
-    return static_cast<std::size_t>(to - first);
+    return static_cast<std::size_t>(to - block.data());
 }
 
 }  // namespace
@@ -126,8 +135,8 @@ void AppendUtf16(std::u16string& out, char32_t codePoint) {
 }
 
 std::u16string Utf16FromUtf8(std::string_view bytes) {
-    std::u16string out(bytes.size(), u'\0');
-    out.resize(DecodeUtf8To(bytes, out.data()));
+    std::u16string out;
+    AppendFromUtf8(out, bytes);
     return out;
 }
 
@@ -152,11 +161,15 @@ std::string ToUtf8(std::u16string_view text) {
     return out;
 }
 
+void AppendFromUtf8(std::u16string& text, std::string_view bytes) {
+    // By way of a block that stays in the cache: a string's own room would have to be filled before it is
+    // written, which takes longer than the decoding.
+    std::array<char16_t, 2048> block;
+    if (bytes.size() > block.size()) text.reserve(text.size() + bytes.size());  // which is never too little
+    while (!bytes.empty())
+        text.append(block.data(), platform::DecodeInto(block, bytes));
+}
+
 CString FromUtf8(std::string_view bytes) {
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-        return CString(std::u16string_view(platform::Utf16FromUtf8(bytes)));
-    CString text;  // decoded in place, since it may be long
-    const std::size_t length = platform::DecodeUtf8To(bytes, text.GetBuffer(static_cast<int>(bytes.size())));
-    text.ReleaseBuffer(static_cast<int>(length));
-    return text;
+    return CString(platform::Utf16FromUtf8(bytes));
 }

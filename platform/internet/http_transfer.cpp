@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kMostHeadBytes = 256 * 1024;
-constexpr std::size_t kPauseAt = 256 * 1024;  // bytes of a body that wait to be read
+constexpr std::size_t kPauseAt = 64 * 1024;  // bytes of a body that wait to be read
 constexpr std::chrono::milliseconds kLongestWait{1000};
 
 }  // namespace
@@ -218,7 +218,7 @@ void HttpTransfer::SetUp(const CurlLibrary& curl) {
     Set(CURLOPT_SSL_VERIFYHOST, 2L);
     Set(CURLOPT_NOSIGNAL, 1L);    // hosts have threads
     Set(CURLOPT_QUICK_EXIT, 1L);  // a time-out does not wait for a name that still is being resolved
-    Set(CURLOPT_BUFFERSIZE, 128L * 1024);
+    Set(CURLOPT_BUFFERSIZE, 32L * 1024);
     Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(settings.connectTime.count()));
     if (!settings.agent.empty()) Set(CURLOPT_USERAGENT, settings.agent.c_str());
     if (settings.decodes) Set(CURLOPT_ACCEPT_ENCODING, "");  // all that libcurl knows

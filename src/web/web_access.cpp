@@ -76,15 +76,16 @@ std::optional<DWORD> Exchange::Begin(CString url, const CString& headers, const 
     return std::nullopt;
 }
 
-CString Decoded(const QKResponseBytes& bytes, int charset) {
-    switch (charset) {
-        case 0:
-            return AnsiToWide(bytes.Data(), bytes.Size());
-        case 2:
-            return Utf8ToWide(bytes.Data());
-        default:
-            return Utf16ToWide(bytes.Data(), bytes.Size());
+// What the server says that its body has; 0 where it does not.
+std::size_t BodyLength(const CHttpFile& request) {
+    CString text;
+    if (!request.QueryHeader(u"Content-Length", text)) return 0;
+    std::size_t length = 0;
+    for (const WCHAR digit : text.View()) {
+        if (digit < u'0' || digit > u'9' || length > kMostBytes) return 0;
+        length = 10 * length + (digit - u'0');
     }
+    return length <= kMostBytes ? length : 0;
 }
 
 }  // namespace
@@ -108,13 +109,14 @@ DWORD CWebAccess::Get(CString url, CString& response, int nCharset) {
     Exchange exchange(*this, Exchange::End::RequestFirst);
     if (const auto result = exchange.Begin(std::move(url), CString(), nullptr, 0, response)) return *result;
 
-    QKResponseBytes bytes;
+    QKResponseText text(nCharset);
+    text.Expect(BodyLength(*exchange.request));
     std::array<char, 1024> buffer;
     while (const UINT count = exchange.request->Read(buffer.data(), buffer.size() - 1)) {
-        bytes.Append(buffer.data(), count);
-        if (bytes.Size() > kMostBytes) return kTaken;
+        text.Append({buffer.data(), count});
+        if (text.Size() > kMostBytes) return kTaken;
     }
-    if (bytes.Size() > 0) response = Decoded(bytes, nCharset);
+    if (text.Size() > 0) response = text.Take();
     return kTaken;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <platform/types.h>
 
@@ -22,6 +23,7 @@ class PLATFORM_API CString {
     CString(LPCWSTR text, int length);
     CString(WCHAR unit, int count);
     explicit CString(std::u16string_view text) : text_(text) {}
+    explicit CString(std::u16string&& text) : text_(std::move(text)) {}
 
     int GetLength() const { return static_cast<int>(text_.size()); }
     bool IsEmpty() const { return text_.empty(); }
@@ -96,3 +98,5 @@ inline std::string ToUtf8(const CString& text) {
 }
 // One U+FFFD stands for each maximal part of a malformed sequence.
 PLATFORM_API CString FromUtf8(std::string_view bytes);
+// The same, behind what is there.
+PLATFORM_API void AppendFromUtf8(std::u16string& text, std::string_view bytes);
