@@ -73,6 +73,11 @@ std::string PageServer::LastRequest() const {
     return request_;
 }
 
+void PageServer::Forget() {
+    const std::lock_guard lock(mutex_);
+    request_.clear();
+}
+
 void PageServer::Serve() {
     while (!stopping_) {
         if (!HasInput(listener_)) continue;

@@ -17,8 +17,9 @@ class PageServer {
     PageServer& operator=(const PageServer&) = delete;
 
     unsigned short Port() const { return port_; }
-    // Byte by byte; empty at first.
+    // Byte by byte; empty at first, and when forgotten.
     std::string LastRequest() const;
+    void Forget();
 
   private:
     void Serve();

@@ -24,7 +24,7 @@ constexpr int kButtonPitch = skin::kWideButton.width + 14;
 constexpr int kBarTop = grid::kTop + 58;
 constexpr int kCameTop = grid::kTop + 92;
 constexpr int kCameHeight = 132;
-constexpr int kSentTop = kCameTop + kCameHeight + 46;
+constexpr int kSentTop = kCameTop + kCameHeight + 22;
 constexpr int kTitle = 30;
 constexpr int kMargin = 14;
 
@@ -141,6 +141,7 @@ void RequestsPage::Enter(Shell& shell) {
 void RequestsPage::Start(const Sample& sample) {
     if (Waits()) return;
     ++asked_;
+    server_->Forget();  // not every request comes as far as there
     coming_ = std::async(std::launch::async, &Ask, sample);
     shell_->SetTimer(kTimer, kTick);
     shell_->UpdateView();
