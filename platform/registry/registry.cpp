@@ -112,7 +112,7 @@ LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR path, DWORD, LPWSTR, DWORD, REGSAM acc
         const std::string name = platform::PathText(whole);
         const bool there = RegistryFile().HasKey(name);
         if (!there) {
-            const LSTATUS result = Write([&](RegistryFile& file) {
+            const LSTATUS result = Write([&](RegistryFile& file) -> LSTATUS {
                 file.AddKey(name);
                 return ERROR_SUCCESS;
             });
@@ -143,7 +143,7 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
         if (!open) return ERROR_INVALID_HANDLE;
         if (!(open->access & KEY_SET_VALUE)) return ERROR_ACCESS_DENIED;
         const RegistryValue value{type, std::vector<BYTE>(data, data + size)};
-        return Write([&](RegistryFile& file) {
+        return Write([&](RegistryFile& file) -> LSTATUS {
             file.Set(platform::PathText(open->path), platform::NameText(name ? name : u""), value);
             return ERROR_SUCCESS;
         });
