@@ -26,8 +26,7 @@ CStringArray FrameFiles(const char* name, std::uint32_t (*pixel)(int, int)) {
 
 void FillRecord(QKListItem& record, int number, const Gdiplus::Image& icon) {
     record.pImage = icon.Clone();
-    const CString caption = CString("Holiday pictures ") + CString(std::to_string(number).c_str());
-    std::copy_n(caption.GetString(), caption.GetLength() + 1, record.szText);
+    record.SetText(CString("Holiday pictures ") + CString(std::to_string(number).c_str()));
 }
 
 // A dialog with a list of icons in columns, as on a desktop: the first two hundred or so are in view.

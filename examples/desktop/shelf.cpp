@@ -7,22 +7,10 @@
 namespace desktop {
 namespace {
 
-using Text = WCHAR[QKListItem::kTextUnits];
-
-// Cut to what a record holds, and not within a character.
-void SetText(Text& to, const CString& text) {
-    int length = std::min(text.GetLength(), QKListItem::kTextUnits - 1);
-    const bool cut = length < text.GetLength();
-    if (cut && text[length - 1] >= 0xD800 && text[length - 1] < 0xDC00) --length;
-    *std::copy_n(text.GetString(), length, to) = u'\0';
-}
-
 // A record names its file in UTF-16, in bounded length: not every path can be said so. Others stay empty.
 bool SetPath(QKListItem& record, const std::string& path) {
     const CString text = FromUtf8(path);
-    if (text.GetLength() >= QKListItem::kTextUnits || ToUtf8(text) != path) return false;
-    SetText(record.szPath, text);
-    return true;
+    return ToUtf8(text) == path && record.SetPath(text);
 }
 
 bool SameFiles(const std::vector<File>& a, const std::vector<File>& b) {
@@ -131,7 +119,7 @@ void Shelf::Add(std::size_t index, const std::optional<Cell>& cell) {
     const File& file = files_[index];
     QKListItem record;
     record.nUser1 = static_cast<int>(index);
-    SetText(record.szText, file.caption);
+    record.SetText(file.caption);
     if (!SetPath(record, PathOf(folder_, file.name))) pathless_.push_back(list_.GetCount());
     if (const Picture& icon = icons_.Of(file)) record.pImage = icon->Clone();
     indexes_[file.name] = list_.GetCount();

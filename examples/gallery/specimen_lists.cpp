@@ -20,8 +20,7 @@ CStringArray FrameFiles(const char* look) {
 void AddEntry(QKListCtrl& list, const char* icon, LPCWSTR caption) {
     QKListItem record;
     record.pImage = new Gdiplus::Image(SkinFile((std::string("icon_") + icon + ".png").c_str()));
-    const CString text(caption);
-    std::copy_n(text.GetString(), text.GetLength() + 1, record.szText);
+    record.SetText(caption);
     list.AddItem(&record, 1);
 }
 

@@ -3,6 +3,7 @@
 
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
+#include <platform/text.h>
 #include <platform/types.h>
 
 // A plain record: the host fills one in and hands it to a list, which keeps a copy of its own. Rectangles are
@@ -34,4 +35,10 @@ struct QKListItem {
     int nAlpha = 255;                      // for the host
     Gdiplus::Image* pTextImage = nullptr;  // owned: the caption as last rendered
     WCHAR szTextCath[kTextUnits] = {};     // the text that it shows; emptied, it is rendered again
+
+    // Sets szText, cut to what it holds, and not within a character. FALSE when something was cut.
+    PLATFORM_API BOOL SetText(const CString& text);
+    // Sets szPath. FALSE for a path that it has no room for: it is left empty then, since a part of a path
+    // names another file.
+    PLATFORM_API BOOL SetPath(const CString& path);
 };

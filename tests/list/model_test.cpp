@@ -68,6 +68,20 @@ TEST_F(ListModel, AdoptsACopyAndLeavesTheStateBehind) {
     EXPECT_EQ(CString(list.Look(0).szPath).GetLength(), 259);
 }
 
+TEST(ListRecord, TextsAreSetWithinTheirRoom) {
+    QKListItem record;
+    const std::u16string full(QKListItem::kTextUnits - 1, u'x');
+    EXPECT_TRUE(record.SetText(full.c_str()));
+    EXPECT_TRUE(record.SetPath(full.c_str()));
+    EXPECT_EQ(CString(record.szText), full.c_str());
+    // A character of two units at the end of the room goes as a whole; nothing reaches the field behind.
+    record.nUser1 = 7;
+    EXPECT_FALSE(record.SetText((full.substr(1) + u"\U0001F319" + full).c_str()));
+    EXPECT_EQ(CString(record.szText), full.substr(1).c_str());
+    EXPECT_FALSE(record.SetPath((full + u"x").c_str()));
+    EXPECT_EQ(record.szPath[0] + record.nUser1, 7);
+}
+
 // The entries' own texts may lack their end, too.
 TEST_F(ListModel, TextsEndWithTheirRecord) {
     kit::ListDialog dialog;

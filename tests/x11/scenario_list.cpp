@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <utility>
 
 #include "kit/skin.h"
 #include "x11/scenario.h"
@@ -71,8 +69,7 @@ class ListDialog : public CQKDialogBase {
     static void Add(QKListCtrl& list, LPCWSTR caption) {
         QKListItem record;
         record.pImage = new Gdiplus::Image(kit::Strip("list_icon", {0xFFE08020, 0xC00080A0}, 32, 64, false));
-        const CString text(caption);
-        std::copy_n(text.GetString(), text.GetLength() + 1, record.szText);
+        record.SetText(caption);
         list.AddItem(&record, 1);
     }
 

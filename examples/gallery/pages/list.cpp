@@ -153,8 +153,7 @@ void ListPage::Fill(int count) {
     for (int i = 0; i < count; ++i) {
         const auto at = static_cast<std::size_t>(i);
         record.pImage = icons[at % icons.size()]->Clone();
-        const CString caption = CString(kNames[at % kNames.size()]) + u" " + Number(i + 1);
-        *std::copy_n(caption.GetString(), caption.GetLength(), record.szText) = u'\0';
+        record.SetText(CString(kNames[at % kNames.size()]) + u" " + Number(i + 1));
         list_.AddItem(&record, 0);
     }
     LayOut();
