@@ -8,7 +8,19 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
-    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+    if(PROJECT_IS_TOP_LEVEL)
+        set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+    else()
+        set(CMAKE_BUILD_TYPE RelWithDebInfo) # of this folder alone; the host's is the host's
+    endif()
+endif()
+
+# Containers of the standard library stand in the interface, and the debug mode changes them: hosts are told
+# which kind the library has.
+include(CheckCXXSymbolExists)
+check_cxx_symbol_exists(_GLIBCXX_DEBUG cstddef PLATFORM_DEBUG_CONTAINERS)
+if(PLATFORM_DEBUG_CONTAINERS)
+    add_compile_definitions(PLATFORM_DEBUG_CONTAINERS)
 endif()
 
 add_library(qkui_settings INTERFACE)

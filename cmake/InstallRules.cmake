@@ -4,12 +4,14 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(QKUI_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/QKUILib)
 
-install(TARGETS QKUILib EXPORT QKUILibTargets
+install(TARGETS QKUILib QKUIMain QKUICustomaryHeaders EXPORT QKUILibTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
 install(TARGETS QKUILib-webkit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}) # found beside the library
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY platform/include/platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
+install(DIRECTORY platform/include/platform platform/include/customary
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
 
 install(EXPORT QKUILibTargets NAMESPACE QKUILib:: DESTINATION ${QKUI_PACKAGE_DIR})
 configure_package_config_file(cmake/QKUILibConfig.cmake.in ${PROJECT_BINARY_DIR}/QKUILibConfig.cmake
@@ -17,10 +19,23 @@ configure_package_config_file(cmake/QKUILibConfig.cmake.in ${PROJECT_BINARY_DIR}
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/QKUILibConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/QKUILibConfig.cmake ${PROJECT_BINARY_DIR}/QKUILibConfigVersion.cmake
-              cmake/QKUIResources.cmake
+              cmake/QKUIResources.cmake cmake/QKUIResourceScript.cmake
         DESTINATION ${QKUI_PACKAGE_DIR})
 
 # The prefix is named from where the file lies.
+if(PLATFORM_DEBUG_CONTAINERS)
+    set(QKUI_PC_DEFINITIONS " -DPLATFORM_DEBUG_CONTAINERS")
+else()
+    set(QKUI_PC_DEFINITIONS "")
+endif()
 file(RELATIVE_PATH QKUI_PREFIX_FROM_PC ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/QKUILib.pc.in ${PROJECT_BINARY_DIR}/QKUILib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/QKUILib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# Takes away what the last install put in place, and the folders of its own.
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(uninstall
+        COMMAND ${CMAKE_COMMAND} -DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt
+                -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
+        VERBATIM)
+endif()

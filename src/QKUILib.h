@@ -1,15 +1,21 @@
 // The whole interface of the library: dialogs that draw themselves, and the items that fill them.
 #pragma once
 
+#include <platform/application.h>
+#include <platform/calendar.h>
+#include <platform/clipboard.h>
+#include <platform/diagnostics.h>
 #include <platform/foreign.h>
 #include <platform/framework.h>
 #include <platform/gdiplus.h>
+#include <platform/hash_map.h>
 #include <platform/headless.h>
 #include <platform/internet.h>
 #include <platform/registry.h>
 #include <platform/resources.h>
 #include <platform/shell.h>
 #include <platform/text.h>
+#include <platform/unsuffixed.h>
 
 #include "dialog/dialog_base.h"
 #include "items/button.h"
