@@ -4,17 +4,12 @@
 
 #include <platform/collections.h>
 
+#include "platform/base/ascii.h"
 #include "platform/base/unicode.h"
 
 namespace {
 
-char16_t LowerAscii(char16_t unit) {
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-}
-
-char16_t UpperAscii(char16_t unit) {
-    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - (u'a' - u'A')) : unit;
-}
+using platform::LowerAscii;
 
 int Sign(int value) {
     return (value > 0) - (value < 0);
@@ -44,6 +39,15 @@ CString::CString(const wchar_t* text) {
     if (!text) return;
     for (; *text; ++text)
         platform::AppendUtf16(text_, static_cast<char32_t>(*text));
+}
+
+CString::CString(const std::string& utf8) : text_(platform::Utf16FromUtf8(utf8)) {}
+
+CString::CString(const std::u16string& text) : text_(text) {}
+
+CString::CString(const std::wstring& text) {
+    for (const wchar_t unit : text)
+        platform::AppendUtf16(text_, static_cast<char32_t>(unit));
 }
 
 CString::CString(LPCWSTR text, int length) {
@@ -102,25 +106,6 @@ int CString::ReverseFind(WCHAR unit) const {
     return Position(text_.rfind(unit));
 }
 
-int CString::Replace(const CString& what, const CString& with) {
-    if (what.IsEmpty()) return 0;
-    // A new text, not edits in place: linear however many places there are, and either argument may be
-    // this string itself.
-    std::u16string out;
-    int places = 0;
-    std::size_t from = 0;
-    for (std::size_t at = text_.find(what.text_); at != std::u16string::npos;
-         at = text_.find(what.text_, from)) {
-        out.append(text_, from, at - from).append(with.text_);
-        from = at + what.text_.size();
-        ++places;
-    }
-    if (places == 0) return 0;
-    out.append(text_, from);
-    text_ = std::move(out);
-    return places;
-}
-
 int CString::Compare(const CString& other) const {
     return Sign(text_.compare(other.text_));
 }
@@ -136,28 +121,6 @@ int CString::CompareNoCase(const CString& other) const {
     return text_.size() < other.text_.size() ? -1 : 1;
 }
 
-CString& CString::MakeLower() {
-    std::transform(text_.begin(), text_.end(), text_.begin(), LowerAscii);
-    return *this;
-}
-
-CString& CString::MakeUpper() {
-    std::transform(text_.begin(), text_.end(), text_.begin(), UpperAscii);
-    return *this;
-}
-
-CString& CString::Trim() {
-    constexpr std::u16string_view space = u" \t\n\v\f\r";
-    const std::size_t first = text_.find_first_not_of(space);
-    if (first == std::u16string::npos) {
-        text_.clear();
-        return *this;
-    }
-    text_.erase(text_.find_last_not_of(space) + 1);
-    text_.erase(0, first);
-    return *this;
-}
-
 LPWSTR CString::GetBuffer(int length) {
     if (length > 0) text_.resize(std::max(text_.size(), static_cast<std::size_t>(length)));
     return text_.data();
@@ -167,4 +130,9 @@ void CString::ReleaseBuffer(int length) {
     // The terminator behind the text bounds the search, also when the writer left none.
     const std::size_t end = length < 0 ? text_.find(u'\0') : static_cast<std::size_t>(length);
     text_.resize(std::min(end, text_.size()));
+}
+
+LPWSTR CString::GetBufferSetLength(int length) {
+    text_.resize(static_cast<std::size_t>(std::max(length, 0)));
+    return text_.data();
 }

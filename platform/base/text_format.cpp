@@ -94,7 +94,8 @@ Length Formatter::ReadLength() {
     if (take(u"hh")) return Length::Char;
     if (take(u"h")) return Length::Short;
     if (take(u"ll") || take(u"I64") || take(u"j") || take(u"z") || take(u"t")) return Length::LongLong;
-    if (take(u"l") || take(u"I32")) return Length::Long;
+    if (take(u"l") || take(u"I32") || take(u"w")) return Length::Long;
+    if (take(u"I")) return Length::LongLong;
     if (take(u"L")) return Length::LongDouble;
     return Length::Default;
 }
@@ -243,7 +244,7 @@ void Formatter::AppendNumber(const Specifier& specifier, const char* length, T v
 }  // namespace
 }  // namespace platform
 
-void CString::Format(LPCWSTR format, ...) {
+void CString::FormatUnits(LPCWSTR format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
     FormatV(format, arguments);
@@ -253,4 +254,10 @@ void CString::Format(LPCWSTR format, ...) {
 void CString::FormatV(LPCWSTR format, std::va_list arguments) {
     // This string may be among the arguments, so it changes last.
     text_ = format ? platform::Formatter(format, arguments).Run() : std::u16string();
+}
+
+void CString::AppendFormatV(LPCWSTR format, std::va_list arguments) {
+    CString more;
+    more.FormatV(format, arguments);
+    *this += more;
 }
