@@ -234,6 +234,7 @@ Filter FilterOf(const GraphicsData& graphics) {
     switch (graphics.interpolation) {
         case Gdiplus::InterpolationModeNearestNeighbor:
             return Filter::Nearest;
+        case Gdiplus::InterpolationModeHighQuality:
         case Gdiplus::InterpolationModeHighQualityBilinear:
         case Gdiplus::InterpolationModeHighQualityBicubic:
             return Filter::Smooth;

@@ -25,6 +25,20 @@ struct GdiBrush {
     COLORREF colour;
 };
 
+struct GdiFont {
+    LOGFONTW looks;
+};
+
+// What a context draws text with, and how it stretches.
+struct TextState {
+    std::shared_ptr<const GdiFont> font;  // null for the system's
+    HFONT fontHandle;
+    COLORREF colour = 0x000000;
+    COLORREF ground = 0xFFFFFF;
+    int groundMode = OPAQUE;
+    int stretchMode = COLORONCOLOR;
+};
+
 struct GdiIcon {
     std::shared_ptr<ImageData> image;
 };
@@ -63,6 +77,8 @@ class DeviceContext {
     void IntersectClip(const RECT& rect);
     const std::optional<Region>& Clip() const { return clip_; }
 
+    TextState& Text() { return text_; }
+
     void Note(const RECT& surfaceRect);
     const Region& Drawn() const { return drawn_; }
 
@@ -79,6 +95,7 @@ class DeviceContext {
     HBITMAP bitmap_;
     Region drawn_;
     FirstUse firstUse_;
+    TextState text_;
 };
 
 // All tables, under one lock: handles may be made and deleted by any thread, while each object is used by
@@ -88,6 +105,7 @@ struct GdiTables {
     HandleTable<HDC, DeviceContext> contexts;
     HandleTable<HBITMAP, GdiBitmap> bitmaps;
     HandleTable<HBRUSH, GdiBrush> brushes;
+    HandleTable<HFONT, GdiFont> fonts;
     HandleTable<HRGN, Region> regions;
     HandleTable<HICON, GdiIcon> icons;
 };

@@ -67,8 +67,7 @@ Status Graphics::ReleaseHDC(HDC context) {
 }
 
 Status Graphics::SetSmoothingMode(SmoothingMode mode) {
-    if (mode != SmoothingModeDefault && mode != SmoothingModeNone && mode != SmoothingModeAntiAlias)
-        return Keep(InvalidParameter);
+    if (mode < SmoothingModeDefault || mode > SmoothingModeAntiAlias) return Keep(InvalidParameter);
     data_->smoothing = mode;
     return Keep(Ok);
 }
@@ -76,6 +75,8 @@ Status Graphics::SetSmoothingMode(SmoothingMode mode) {
 Status Graphics::SetInterpolationMode(InterpolationMode mode) {
     switch (mode) {
         case InterpolationModeDefault:
+        case InterpolationModeLowQuality:
+        case InterpolationModeHighQuality:
         case InterpolationModeBilinear:
         case InterpolationModeNearestNeighbor:
         case InterpolationModeHighQualityBilinear:
@@ -102,6 +103,42 @@ Status Graphics::SetTransform(const Matrix* matrix) {
 Status Graphics::ResetTransform() {
     data_->transform = Matrix();
     return Keep(Ok);
+}
+
+namespace {
+
+// `first`, and then `second`.
+Matrix Combined(const Matrix& first, const Matrix& second) {
+    REAL a[6];
+    REAL b[6];
+    first.GetElements(a);
+    second.GetElements(b);
+    return {a[0] * b[0] + a[1] * b[2], a[0] * b[1] + a[1] * b[3],        a[2] * b[0] + a[3] * b[2],
+            a[2] * b[1] + a[3] * b[3], a[4] * b[0] + a[5] * b[2] + b[4], a[4] * b[1] + a[5] * b[3] + b[5]};
+}
+
+Matrix WithStep(const Matrix& present, const Matrix& step, MatrixOrder order) {
+    return order == MatrixOrderAppend ? Combined(present, step) : Combined(step, present);
+}
+
+}  // namespace
+
+Status Graphics::TranslateTransform(REAL dx, REAL dy, MatrixOrder order) {
+    const Matrix moved = WithStep(data_->transform, Matrix(1, 0, 0, 1, dx, dy), order);
+    return SetTransform(&moved);
+}
+
+Status Graphics::ScaleTransform(REAL sx, REAL sy, MatrixOrder order) {
+    const Matrix scaled = WithStep(data_->transform, Matrix(sx, 0, 0, sy, 0, 0), order);
+    return SetTransform(&scaled);
+}
+
+Status Graphics::RotateTransform(REAL degrees, MatrixOrder order) {
+    const double angle = std::remainder(static_cast<double>(degrees), 360) * M_PI / 180;
+    const REAL cosine = static_cast<REAL>(std::cos(angle));
+    const REAL sine = static_cast<REAL>(std::sin(angle));
+    const Matrix turned = WithStep(data_->transform, Matrix(cosine, sine, -sine, cosine, 0, 0), order);
+    return SetTransform(&turned);
 }
 
 Status Graphics::SetClip(const Rect& rect, CombineMode mode) {
@@ -131,5 +168,13 @@ Status Graphics::Clear(const Color& color) {
                  [&](const CRect& part) { platform::FillPixels(ground.Pixels(), part, pixel); });
     return Ok;
 }
+
+Status GdiplusStartup(ULONG_PTR* token, const GdiplusStartupInput* input, GdiplusStartupOutput*) {
+    if (!token || !input || input->GdiplusVersion != 1) return InvalidParameter;
+    *token = 1;
+    return Ok;
+}
+
+void GdiplusShutdown(ULONG_PTR) {}
 
 }  // namespace Gdiplus

@@ -26,6 +26,9 @@ struct GraphicsData {
     // Why nothing can be drawn: the lasting status, ObjectBusy while a context is given out, Win32Error when
     // the target is gone or a context holds no bitmap. Ok otherwise.
     Gdiplus::Status Check();
+    bool IsSmooth() const {
+        return smoothing == Gdiplus::SmoothingModeAntiAlias || smoothing == Gdiplus::SmoothingModeHighQuality;
+    }
     Gdiplus::Status status = Gdiplus::Ok;  // of the object as a whole
     HDC context;                           // drawn on, or
     std::weak_ptr<ImageData> image;        // drawn on

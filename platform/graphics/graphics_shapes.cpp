@@ -7,6 +7,7 @@
 
 #include <platform/gdiplus.h>
 
+#include "platform/graphics/brush_paint.h"
 #include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/ground.h"
@@ -23,35 +24,30 @@ void BlendBox(Ground& ground, const CRect& rect, std::uint32_t pixel) {
     ground.Paint(rect, [&](const CRect& part) { BlendColor(ground.Pixels(), part, pixel); });
 }
 
-bool IsSmooth(const GraphicsData& graphics) {
-    return graphics.smoothing == Gdiplus::SmoothingModeAntiAlias;
-}
-
-// The colour of the only kind of brush there is.
-bool ColorOf(const Gdiplus::Brush* brush, Gdiplus::Color& color) {
-    const auto* const solid = dynamic_cast<const Gdiplus::SolidBrush*>(brush);
-    return solid && solid->GetColor(&color) == Ok;
-}
-
 // A line is drawn around its middle. Without smoothing a pixel belongs to it when the pixel's corner does,
 // not its centre, so that a line of width 1 on whole coordinates covers whole pixels.
 double StrokeShift(const GraphicsData& graphics) {
-    return IsSmooth(graphics) ? 0 : 0.5;
+    return graphics.IsSmooth() ? 0 : 0.5;
 }
 
-// A colour through the shape that `draw` makes with cairo, inside `box`, a rectangle of the world, widened by
+// A paint through the shape that `draw` makes with cairo, inside `box`, a rectangle of the world, widened by
 // `margin`.
 template <class Draw>
-Status BlendShape(GraphicsData& graphics, const Box& box, double margin, const Gdiplus::Color& color,
-                  Draw draw) {
+Status BlendShape(GraphicsData& graphics, const Box& box, double margin, const BrushPaint& paint, Draw draw) {
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     SidePicture shape;
-    const Status status = shape.Prepare(graphics, ground, box, margin, SidePicture::Kind::Coverage);
-    if (status != Ok || !shape.Cairo() || color.GetA() == 0) return status;
+    const Status status =
+        shape.Prepare(graphics, ground, box, margin,
+                      paint.IsColor() ? SidePicture::Kind::Coverage : SidePicture::Kind::Pixels);
+    if (status != Ok || !shape.Cairo() || paint.IsClear()) return status;
+    if (!paint.IsColor()) cairo_set_source(shape.Cairo(), paint.Pattern());
     draw(shape.Cairo());
     if (cairo_status(shape.Cairo()) != CAIRO_STATUS_SUCCESS) return Gdiplus::GenericError;
-    shape.BlendColor(ground, Premultiply(color.GetValue()));
+    if (paint.IsColor())
+        shape.BlendColor(ground, Premultiply(paint.Color().GetValue()));
+    else
+        shape.BlendPixels(ground);
     return Ok;
 }
 
@@ -61,7 +57,7 @@ Status BlendStroke(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& b
     const double width = std::max(0.0, static_cast<double>(pen.GetWidth()));
     if (!IsNear(width)) return Gdiplus::InvalidParameter;
     // A mitre reaches out ten times half the width at most, cairo's limit.
-    return BlendShape(graphics, box, width * 5, pen.GetColor(), [&](cairo_t* cairo) {
+    return BlendShape(graphics, box, width * 5, BrushPaint(pen.GetColor()), [&](cairo_t* cairo) {
         cairo_matrix_t matrix;
         cairo_get_matrix(cairo, &matrix);
         const double shift = StrokeShift(graphics);
@@ -76,8 +72,8 @@ Status BlendStroke(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& b
 }
 
 Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& box) {
-    Gdiplus::Color color;
-    if (!ColorOf(brush, color) || !IsDrawable(box)) return Gdiplus::InvalidParameter;
+    const std::optional<BrushPaint> paint = BrushPaint::Of(brush);
+    if (!paint || !IsDrawable(box)) return Gdiplus::InvalidParameter;
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
@@ -86,12 +82,12 @@ Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& b
     const auto isWhole = [](double edge) { return std::abs(edge - std::round(edge)) < 1.0 / 512; };
     const bool whole =
         isWhole(device.left) && isWhole(device.top) && isWhole(device.right) && isWhole(device.bottom);
-    if (world.IsUpright() && (whole || !IsSmooth(graphics))) {
+    if (paint->IsColor() && world.IsUpright() && (whole || !graphics.IsSmooth())) {
         if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
-        if (color.GetA() != 0) BlendBox(ground, Rounded(device), Premultiply(color.GetValue()));
+        if (!paint->IsClear()) BlendBox(ground, Rounded(device), Premultiply(paint->Color().GetValue()));
         return Ok;
     }
-    return BlendShape(graphics, box, 0, color, [&](cairo_t* cairo) {
+    return BlendShape(graphics, box, 0, *paint, [&](cairo_t* cairo) {
         cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
         cairo_fill(cairo);
     });
@@ -115,7 +111,7 @@ Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& bo
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
     const World world(graphics, ground.Origin());
-    if (IsSmooth(graphics) || !world.IsUpright())
+    if (graphics.IsSmooth() || !world.IsUpright())
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
         });
@@ -170,7 +166,7 @@ Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, d
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     const World world(graphics, ground.Origin());
     const double scale = std::sqrt(std::abs(world.m11 * world.m22 - world.m12 * world.m21));
-    if (IsSmooth(graphics) || pen->GetWidth() * scale > 1)
+    if (graphics.IsSmooth() || pen->GetWidth() * scale > 1)
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_move_to(cairo, x1, y1);
             cairo_line_to(cairo, x2, y2);
@@ -206,6 +202,7 @@ Box BoxOf(double x, double y, double width, double height) {
 namespace Gdiplus {
 
 using platform::BoxOf;
+using platform::BrushPaint;
 
 Status Graphics::FillRectangle(const Brush* brush, INT x, INT y, INT width, INT height) {
     return Keep(platform::FillBox(*data_, brush, BoxOf(x, y, width, height)));
@@ -224,11 +221,11 @@ Status Graphics::FillRectangle(const Brush* brush, const RectF& rect) {
 }
 
 Status Graphics::FillEllipse(const Brush* brush, const RectF& rect) {
-    Color color;
+    const std::optional<BrushPaint> paint = BrushPaint::Of(brush);
     const platform::Box box = BoxOf(rect.X, rect.Y, rect.Width, rect.Height);
-    if (!platform::ColorOf(brush, color) || !platform::IsDrawable(box)) return Keep(InvalidParameter);
+    if (!paint || !platform::IsDrawable(box)) return Keep(InvalidParameter);
     if (!(rect.Width > 0) || !(rect.Height > 0)) return Keep(data_->Check());
-    return Keep(platform::BlendShape(*data_, box, 0, color, [&](cairo_t* cairo) {
+    return Keep(platform::BlendShape(*data_, box, 0, *paint, [&](cairo_t* cairo) {
         platform::AddEllipseTo(cairo, rect.X, rect.Y, rect.Width, rect.Height);
         cairo_fill(cairo);
     }));
@@ -251,10 +248,10 @@ Status Graphics::DrawLine(const Pen* pen, REAL x1, REAL y1, REAL x2, REAL y2) {
 }
 
 Status Graphics::FillPath(const Brush* brush, const GraphicsPath* path) {
-    Color color;
-    if (!platform::ColorOf(brush, color) || !path) return Keep(InvalidParameter);
+    const std::optional<BrushPaint> paint = BrushPaint::Of(brush);
+    if (!paint || !path) return Keep(InvalidParameter);
     const platform::PathData& data = path->Data();
-    return Keep(platform::BlendShape(*data_, platform::BoundsOf(data), 0, color, [&](cairo_t* cairo) {
+    return Keep(platform::BlendShape(*data_, platform::BoundsOf(data), 0, *paint, [&](cairo_t* cairo) {
         platform::AppendOutline(cairo, data);
         cairo_set_fill_rule(
             cairo, data.mode == FillModeWinding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);

@@ -55,8 +55,7 @@ Gdiplus::Status SidePicture::Prepare(const GraphicsData& graphics, const Ground&
                                 world.dx + ground.Origin().x - place_.left,
                                 world.dy + ground.Origin().y - place_.top};
     cairo_set_matrix(cairo_, &matrix);
-    cairo_set_antialias(cairo_, graphics.smoothing == Gdiplus::SmoothingModeAntiAlias ? CAIRO_ANTIALIAS_GRAY
-                                                                                      : CAIRO_ANTIALIAS_NONE);
+    cairo_set_antialias(cairo_, graphics.IsSmooth() ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
     return Gdiplus::Ok;
 }
 

@@ -61,6 +61,7 @@ PLATFORM_API HBRUSH CreateSolidBrush(COLORREF colour);
 PLATFORM_API BOOL DeleteObject(HBITMAP bitmap);
 PLATFORM_API BOOL DeleteObject(HBRUSH brush);
 PLATFORM_API BOOL DeleteObject(HRGN region);
+PLATFORM_API BOOL DeleteObject(HFONT font);
 
 // A font by its looks.
 struct LOGFONTW {
@@ -80,6 +81,17 @@ struct LOGFONTW {
     WCHAR lfFaceName[32];
 };
 
+PLATFORM_API HFONT CreateFontIndirectW(const LOGFONTW* font);
+// What LOGFONTW says, one by one; the name is cut at 31 units.
+PLATFORM_API HFONT CreateFontW(int height, int width, int escapement, int orientation, int weight,
+                               DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
+                               DWORD outPrecision, DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily,
+                               LPCWSTR face);
+// The font that a context's text is drawn in; returns the one before, empty for the system's common font of 9
+// points, which a context begins with. The empty handle selects that one. A font that is deleted stays in
+// use.
+PLATFORM_API HFONT SelectObject(HDC context, HFONT font);
+
 // Icons are made from pictures: Gdiplus::Bitmap::GetHICON. Each is its owner's until DestroyIcon. A stale or
 // foreign handle gives the empty one, or FALSE, with ERROR_INVALID_HANDLE.
 PLATFORM_API HICON CopyIcon(HICON icon);
@@ -91,8 +103,50 @@ enum : DWORD { SRCCOPY = 0x00CC0020 };
 // Only SRCCOPY.
 PLATFORM_API BOOL BitBlt(HDC destination, int x, int y, int width, int height, HDC source, int sourceX,
                          int sourceY, DWORD operation);
+// The same, scaled: without averaging, or (HALFTONE) as a picture is that grows and shrinks. A width or
+// height below 0 at one of the two mirrors. Where sizes agree it is BitBlt. A bitmap may be stretched onto
+// itself.
+PLATFORM_API BOOL StretchBlt(HDC destination, int x, int y, int width, int height, HDC source, int sourceX,
+                             int sourceY, int sourceWidth, int sourceHeight, DWORD operation);
+enum { COLORONCOLOR = 3, HALFTONE = 4 };
+// Of a context that is stretched onto. Returns the mode before; 0 for another mode or a stale context.
+PLATFORM_API int SetStretchBltMode(HDC context, int mode);
 // Fills with opaque pixels of the brush's colour.
 PLATFORM_API int FillRect(HDC context, const RECT* rect, HBRUSH brush);
+
+// ---- Text. Each of the first four returns what was set before, and CLR_INVALID or 0 for a stale context.
+constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
+enum { TRANSPARENT = 1, OPAQUE = 2 };
+PLATFORM_API COLORREF SetTextColor(HDC context, COLORREF colour);  // black
+PLATFORM_API COLORREF GetTextColor(HDC context);
+// What fills the box of a text before it is drawn, in the mode OPAQUE, which is the one to begin with.
+PLATFORM_API COLORREF SetBkColor(HDC context, COLORREF colour);  // white
+PLATFORM_API int SetBkMode(HDC context, int mode);
+
+enum : UINT {
+    DT_TOP = 0x0000,
+    DT_LEFT = 0x0000,
+    DT_CENTER = 0x0001,
+    DT_RIGHT = 0x0002,
+    DT_VCENTER = 0x0004,  // this and DT_BOTTOM: with DT_SINGLELINE
+    DT_BOTTOM = 0x0008,
+    DT_WORDBREAK = 0x0010,
+    DT_SINGLELINE = 0x0020,  // line ends are blanks
+    DT_NOCLIP = 0x0100,
+    DT_CALCRECT = 0x0400,      // nothing is drawn: `rect` is made as wide and high as the text
+    DT_NOPREFIX = 0x0800,      // else an `&` is left out, and `&&` is one; no letter is underlined
+    DT_END_ELLIPSIS = 0x8000,  // what does not fit ends with an ellipsis
+    DT_RTLREADING = 0x20000,
+    DT_WORD_ELLIPSIS = 0x40000  // the same, between words
+};
+// Draws text in a rectangle; -1 units: up to the terminator. Returns the height of the text, or with
+// DT_VCENTER and DT_BOTTOM the distance from the rectangle's top to the text's end. 0 with
+// ERROR_INVALID_PARAMETER for other flags or no rectangle, with ERROR_INVALID_HANDLE for a stale context.
+PLATFORM_API int DrawTextW(HDC context, LPCWSTR text, int length, RECT* rect, UINT format);
+// One line, its top left at a point.
+PLATFORM_API BOOL TextOutW(HDC context, int x, int y, LPCWSTR text, int length);
+// The size that one line takes.
+PLATFORM_API BOOL GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, SIZE* size);
 
 // Regions: sets of pixels. Owned by the caller until DeleteObject, or until SetWindowRgn takes one. Where
 // memory runs out they answer with the empty handle, FALSE or ERROR_REGION and ERROR_NOT_ENOUGH_MEMORY, and a

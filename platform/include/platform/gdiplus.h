@@ -13,9 +13,14 @@
 #include <vector>
 
 #include <platform/gdi.h>
+#include <platform/gdiplus_types.h>
 #include <platform/ole.h>
 #include <platform/text.h>
 #include <platform/types.h>
+
+// See <platform/gdiplus_types.h>.
+#pragma push_macro("Status")
+#undef Status
 
 namespace platform {
 class Surface;
@@ -27,132 +32,6 @@ struct StringFormatData;
 }  // namespace platform
 
 namespace Gdiplus {
-
-using ARGB = std::uint32_t;
-using REAL = float;
-using PixelFormat = INT;
-
-enum Status {
-    Ok = 0,
-    GenericError = 1,
-    InvalidParameter = 2,
-    OutOfMemory = 3,
-    ObjectBusy = 4,
-    NotImplemented = 6,
-    Win32Error = 7,
-    WrongState = 8,
-    FileNotFound = 10,
-    UnknownImageFormat = 13,
-    FontFamilyNotFound = 14,
-    PropertyNotFound = 19,
-};
-enum Unit { UnitWorld = 0, UnitPixel = 2, UnitPoint = 3 };
-enum WrapMode {
-    WrapModeTile = 0,
-    WrapModeTileFlipX = 1,
-    WrapModeTileFlipY = 2,
-    WrapModeTileFlipXY = 3,
-    WrapModeClamp = 4
-};
-enum InterpolationMode {
-    InterpolationModeDefault = 0,
-    InterpolationModeBilinear = 3,
-    InterpolationModeNearestNeighbor = 5,
-    InterpolationModeHighQualityBilinear = 6,
-    InterpolationModeHighQualityBicubic = 7
-};
-enum SmoothingMode { SmoothingModeDefault = 0, SmoothingModeNone = 3, SmoothingModeAntiAlias = 4 };
-enum FillMode { FillModeAlternate = 0, FillModeWinding = 1 };
-enum StringAlignment { StringAlignmentNear = 0, StringAlignmentCenter = 1, StringAlignmentFar = 2 };
-enum StringTrimming {
-    StringTrimmingNone = 0,
-    StringTrimmingCharacter = 1,
-    StringTrimmingWord = 2,
-    StringTrimmingEllipsisCharacter = 3,
-    StringTrimmingEllipsisWord = 4
-};
-enum StringFormatFlags {
-    StringFormatFlagsDirectionRightToLeft = 0x0001,
-    StringFormatFlagsNoWrap = 0x1000,
-    StringFormatFlagsLineLimit = 0x2000,  // only whole lines
-    StringFormatFlagsNoClip = 0x4000
-};
-enum FontStyle {
-    FontStyleRegular = 0,
-    FontStyleBold = 1,
-    FontStyleItalic = 2,
-    FontStyleBoldItalic = 3,
-    FontStyleUnderline = 4,
-    FontStyleStrikeout = 8
-};
-enum RotateFlipType {
-    RotateNoneFlipNone = 0,
-    Rotate90FlipNone = 1,
-    Rotate180FlipNone = 2,
-    Rotate270FlipNone = 3,
-    RotateNoneFlipX = 4,
-    Rotate90FlipX = 5,
-    Rotate180FlipX = 6,  // a vertical flip
-    Rotate270FlipX = 7
-};
-enum ImageLockMode { ImageLockModeRead = 1, ImageLockModeWrite = 2, ImageLockModeUserInputBuf = 4 };
-enum MatrixOrder { MatrixOrderPrepend = 0, MatrixOrderAppend = 1 };
-enum CombineMode { CombineModeReplace = 0, CombineModeIntersect = 1 };
-
-constexpr PixelFormat PixelFormat32bppRGB = 0x00022009;
-constexpr PixelFormat PixelFormat32bppARGB = 0x0026200A;   // straight
-constexpr PixelFormat PixelFormat32bppPARGB = 0x000E200B;  // premultiplied
-
-template <class T>
-struct PointOf {
-    T X = 0, Y = 0;
-    PointOf() = default;
-    PointOf(T x, T y) : X(x), Y(y) {}
-};
-template <class T>
-struct SizeOf {
-    T Width = 0, Height = 0;
-    SizeOf() = default;
-    SizeOf(T width, T height) : Width(width), Height(height) {}
-};
-template <class T>
-struct RectOf {
-    T X = 0, Y = 0, Width = 0, Height = 0;
-    RectOf() = default;
-    RectOf(T x, T y, T width, T height) : X(x), Y(y), Width(width), Height(height) {}
-    T GetLeft() const { return X; }
-    T GetTop() const { return Y; }
-    T GetRight() const { return X + Width; }
-    T GetBottom() const { return Y + Height; }
-};
-using Point = PointOf<INT>;
-using PointF = PointOf<REAL>;
-using Size = SizeOf<INT>;
-using SizeF = SizeOf<REAL>;
-using Rect = RectOf<INT>;
-using RectF = RectOf<REAL>;
-
-class Color {
-  public:
-    constexpr Color() = default;  // opaque black
-    constexpr explicit Color(ARGB argb) : argb_(argb) {}
-    constexpr Color(BYTE r, BYTE g, BYTE b) : Color(255, r, g, b) {}
-    constexpr Color(BYTE a, BYTE r, BYTE g, BYTE b)
-        : argb_((ARGB{a} << 24) | (ARGB{r} << 16) | (ARGB{g} << 8) | ARGB{b}) {}
-    constexpr ARGB GetValue() const { return argb_; }
-    constexpr void SetValue(ARGB argb) { argb_ = argb; }
-    constexpr BYTE GetA() const { return static_cast<BYTE>(argb_ >> 24); }
-    constexpr BYTE GetR() const { return static_cast<BYTE>(argb_ >> 16); }
-    constexpr BYTE GetG() const { return static_cast<BYTE>(argb_ >> 8); }
-    constexpr BYTE GetB() const { return static_cast<BYTE>(argb_); }
-    // Opaque, from a 0x00BBGGRR colour.
-    constexpr void SetFromCOLORREF(COLORREF c) {
-        *this = Color(static_cast<BYTE>(c), static_cast<BYTE>(c >> 8), static_cast<BYTE>(c >> 16));
-    }
-
-  private:
-    ARGB argb_ = 0xFF000000;
-};
 
 class PLATFORM_API Matrix {
   public:
@@ -185,12 +64,57 @@ class PLATFORM_API SolidBrush final : public Brush {
     Color color_;
 };
 
+// Colours that change along a line, and stay the same across it; before and behind it the line goes on as the
+// wrap mode says, tiled or mirrored along itself. What is filled with one lies in the same units as the line.
+class PLATFORM_API LinearGradientBrush final : public Brush {
+  public:
+    LinearGradientBrush(const PointF& from, const PointF& to, const Color& first, const Color& last);
+    LinearGradientBrush(const Point& from, const Point& to, const Color& first, const Color& last)
+        : LinearGradientBrush(PointF(ToReal(from)), PointF(ToReal(to)), first, last) {}
+    // Along a side or from corner to corner of a rectangle. One without an area draws nothing.
+    LinearGradientBrush(const RectF& rect, const Color& first, const Color& last, LinearGradientMode mode);
+    LinearGradientBrush(const Rect& rect, const Color& first, const Color& last, LinearGradientMode mode)
+        : LinearGradientBrush(ToReal(rect), first, last, mode) {}
+    // At so many degrees clockwise from the x axis, through the middle, reaching from corner to corner.
+    LinearGradientBrush(const RectF& rect, const Color& first, const Color& last, REAL angle);
+    LinearGradientBrush(const Rect& rect, const Color& first, const Color& last, REAL angle)
+        : LinearGradientBrush(ToReal(rect), first, last, angle) {}
+    ~LinearGradientBrush() override;
+    Status SetLinearColors(const Color& first, const Color& last);
+    // Colours at places from 0 to 1, ascending, the first and the last place among them.
+    Status SetInterpolationColors(const Color* colors, const REAL* places, INT count);
+    // Not WrapModeClamp. The default is to tile.
+    Status SetWrapMode(WrapMode mode);
+    WrapMode GetWrapMode() const { return mode_; }
+
+    struct Stop {
+        REAL place;
+        Color color;
+    };
+    const std::vector<Stop>& Stops() const { return stops_; }
+    const PointF& From() const { return from_; }
+    const PointF& To() const { return to_; }
+
+  private:
+    PointF from_, to_;
+    std::vector<Stop> stops_;
+    WrapMode mode_ = WrapModeTile;
+};
+
 class PLATFORM_API Pen {
   public:
     // Width in world units. Zero or less draws a line of one pixel.
     explicit Pen(const Color& color, REAL width = 1.0F) : color_(color), width_(width) {}
     Color GetColor() const { return color_; }
     REAL GetWidth() const { return width_; }
+    Status SetColor(const Color& color) {
+        color_ = color;
+        return Ok;
+    }
+    Status SetWidth(REAL width) {
+        width_ = width;
+        return Ok;
+    }
 
   private:
     Color color_;
@@ -254,6 +178,13 @@ class PLATFORM_API Image {
     explicit Image(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
     // Keeps the stream for as long as the image lives (frames are decoded when they are selected).
     explicit Image(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
+    // As the constructors; owned by the caller.
+    static Image* FromFile(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE) {
+        return new Image(path, useEmbeddedColorManagement);
+    }
+    static Image* FromStream(IStream* stream, BOOL useEmbeddedColorManagement = FALSE) {
+        return new Image(stream, useEmbeddedColorManagement);
+    }
     virtual ~Image();
     Image(const Image&) = delete;
     Image& operator=(const Image&) = delete;
@@ -303,6 +234,13 @@ class PLATFORM_API Bitmap : public Image {
     Bitmap(INT width, INT height, Graphics* target);
     // A copy of a context's bitmap.
     explicit Bitmap(HBITMAP bitmap);
+    // As the constructors; owned by the caller.
+    static Bitmap* FromFile(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE) {
+        return new Bitmap(path, useEmbeddedColorManagement);
+    }
+    static Bitmap* FromStream(IStream* stream, BOOL useEmbeddedColorManagement = FALSE) {
+        return new Bitmap(stream, useEmbeddedColorManagement);
+    }
 
     Bitmap* Clone() const override;
 
@@ -411,7 +349,32 @@ class PLATFORM_API GraphicsPath {
     Status AddString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
                      const Rect& layout, const StringFormat* format);
     Status AddRectangle(const RectF& rect);
+    Status AddRectangle(const Rect& rect) { return AddRectangle(ToReal(rect)); }
     Status AddEllipse(const RectF& rect);
+    Status AddEllipse(const Rect& rect) { return AddEllipse(ToReal(rect)); }
+    Status AddEllipse(REAL x, REAL y, REAL width, REAL height) {
+        return AddEllipse(RectF(x, y, width, height));
+    }
+    // These continue the figure that was begun, with a line to where they start. Angles are degrees clockwise
+    // from the x axis, on the ellipse in the rectangle; a sweep of 360 and more is the whole of it.
+    Status AddLine(REAL x1, REAL y1, REAL x2, REAL y2);
+    Status AddLine(const PointF& from, const PointF& to) { return AddLine(from.X, from.Y, to.X, to.Y); }
+    Status AddLine(const Point& from, const Point& to) { return AddLine(ToReal(from), ToReal(to)); }
+    Status AddLines(const PointF* points, INT count);
+    Status AddArc(const RectF& rect, REAL start, REAL sweep);
+    Status AddArc(const Rect& rect, REAL start, REAL sweep) { return AddArc(ToReal(rect), start, sweep); }
+    Status AddArc(REAL x, REAL y, REAL width, REAL height, REAL start, REAL sweep) {
+        return AddArc(RectF(x, y, width, height), start, sweep);
+    }
+    Status AddBezier(REAL x1, REAL y1, REAL x2, REAL y2, REAL x3, REAL y3, REAL x4, REAL y4);
+    // Closed figures of their own.
+    Status AddPie(const RectF& rect, REAL start, REAL sweep);
+    Status AddPolygon(const PointF* points, INT count);
+    Status AddPolygon(const Point* points, INT count);
+    // What follows begins a new figure; CloseFigure draws a line to where this one began.
+    Status StartFigure();
+    Status CloseFigure();
+    Status Reset();
     // The box around the ink; empty for an empty path.
     Status GetBounds(RectF* bounds) const;
     platform::PathData& Data() const { return *data_; }
@@ -441,6 +404,10 @@ class PLATFORM_API Graphics {
     Status SetInterpolationMode(InterpolationMode mode);
     Status SetTransform(const Matrix* matrix);
     Status ResetTransform();
+    // Before the present transform, or (MatrixOrderAppend) behind it. Degrees are clockwise.
+    Status TranslateTransform(REAL dx, REAL dy, MatrixOrder order = MatrixOrderPrepend);
+    Status ScaleTransform(REAL sx, REAL sy, MatrixOrder order = MatrixOrderPrepend);
+    Status RotateTransform(REAL degrees, MatrixOrder order = MatrixOrderPrepend);
     // Besides the context's own clip.
     Status SetClip(const Rect& rect, CombineMode mode = CombineModeReplace);
     Status ResetClip();
@@ -450,13 +417,68 @@ class PLATFORM_API Graphics {
     Status FillRectangle(const Brush* brush, REAL x, REAL y, REAL width, REAL height);
     Status FillRectangle(const Brush* brush, const Rect& rect);
     Status FillRectangle(const Brush* brush, const RectF& rect);
+    // Shapes with and without an outline; angles as in GraphicsPath.
     Status FillEllipse(const Brush* brush, const RectF& rect);
+    Status FillEllipse(const Brush* brush, const Rect& rect) { return FillEllipse(brush, ToReal(rect)); }
+    Status FillEllipse(const Brush* brush, INT x, INT y, INT width, INT height) {
+        return FillEllipse(brush, ToReal(Rect(x, y, width, height)));
+    }
+    Status FillEllipse(const Brush* brush, REAL x, REAL y, REAL width, REAL height) {
+        return FillEllipse(brush, RectF(x, y, width, height));
+    }
+    Status FillPie(const Brush* brush, const RectF& rect, REAL start, REAL sweep);
+    Status FillPie(const Brush* brush, const Rect& rect, REAL start, REAL sweep) {
+        return FillPie(brush, ToReal(rect), start, sweep);
+    }
+    Status FillPie(const Brush* brush, INT x, INT y, INT width, INT height, REAL start, REAL sweep) {
+        return FillPie(brush, Rect(x, y, width, height), start, sweep);
+    }
+    Status FillPolygon(const Brush* brush, const PointF* points, INT count,
+                       FillMode mode = FillModeAlternate);
+    Status FillPolygon(const Brush* brush, const Point* points, INT count, FillMode mode = FillModeAlternate);
+    Status DrawEllipse(const Pen* pen, const RectF& rect);
+    Status DrawEllipse(const Pen* pen, const Rect& rect) { return DrawEllipse(pen, ToReal(rect)); }
+    Status DrawEllipse(const Pen* pen, INT x, INT y, INT width, INT height) {
+        return DrawEllipse(pen, ToReal(Rect(x, y, width, height)));
+    }
+    Status DrawEllipse(const Pen* pen, REAL x, REAL y, REAL width, REAL height) {
+        return DrawEllipse(pen, RectF(x, y, width, height));
+    }
+    Status DrawArc(const Pen* pen, const RectF& rect, REAL start, REAL sweep);
+    Status DrawArc(const Pen* pen, const Rect& rect, REAL start, REAL sweep) {
+        return DrawArc(pen, ToReal(rect), start, sweep);
+    }
+    Status DrawArc(const Pen* pen, INT x, INT y, INT width, INT height, REAL start, REAL sweep) {
+        return DrawArc(pen, Rect(x, y, width, height), start, sweep);
+    }
+    Status DrawArc(const Pen* pen, REAL x, REAL y, REAL width, REAL height, REAL start, REAL sweep) {
+        return DrawArc(pen, RectF(x, y, width, height), start, sweep);
+    }
+    Status DrawPie(const Pen* pen, const RectF& rect, REAL start, REAL sweep);
+    Status DrawPie(const Pen* pen, const Rect& rect, REAL start, REAL sweep) {
+        return DrawPie(pen, ToReal(rect), start, sweep);
+    }
+    Status DrawPolygon(const Pen* pen, const PointF* points, INT count);
+    Status DrawPolygon(const Pen* pen, const Point* points, INT count);
+    Status DrawLines(const Pen* pen, const PointF* points, INT count);
+    Status DrawLines(const Pen* pen, const Point* points, INT count);
+    Status DrawBezier(const Pen* pen, const PointF& p1, const PointF& p2, const PointF& p3, const PointF& p4);
     // The line is centred on the edge: with width 1 on whole coordinates, without smoothing, it covers the
     // pixels at left, top, right and bottom (a box one pixel wider and higher than its fill).
     Status DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT height);
     Status DrawRectangle(const Pen* pen, REAL x, REAL y, REAL width, REAL height);
     Status DrawRectangle(const Pen* pen, const RectF& rect);
+    Status DrawRectangle(const Pen* pen, const Rect& rect) { return DrawRectangle(pen, ToReal(rect)); }
     Status DrawLine(const Pen* pen, REAL x1, REAL y1, REAL x2, REAL y2);
+    Status DrawLine(const Pen* pen, INT x1, INT y1, INT x2, INT y2) {
+        return DrawLine(pen, ToReal(Point(x1, y1)), ToReal(Point(x2, y2)));
+    }
+    Status DrawLine(const Pen* pen, const PointF& from, const PointF& to) {
+        return DrawLine(pen, from.X, from.Y, to.X, to.Y);
+    }
+    Status DrawLine(const Pen* pen, const Point& from, const Point& to) {
+        return DrawLine(pen, ToReal(from), ToReal(to));
+    }
     Status FillPath(const Brush* brush, const GraphicsPath* path);
     Status DrawPath(const Pen* pen, const GraphicsPath* path);
 
@@ -507,4 +529,16 @@ PLATFORM_API DrawingCounters GetDrawingCounters();
 // dozen.
 PLATFORM_API void SetDrawingCacheLimit(std::size_t bytes);
 
+// Drawing needs no start and no end; programs that announce both get a token, and Ok. InvalidParameter
+// without a place for the token, or for another version than 1.
+struct GdiplusStartupInput {
+    UINT GdiplusVersion = 1;
+};
+struct GdiplusStartupOutput;
+PLATFORM_API Status GdiplusStartup(ULONG_PTR* token, const GdiplusStartupInput* input,
+                                   GdiplusStartupOutput* output);
+PLATFORM_API void GdiplusShutdown(ULONG_PTR token);
+
 }  // namespace Gdiplus
+
+#pragma pop_macro("Status")
