@@ -28,6 +28,7 @@ class FileReceiver;
 class ForeignWindows;
 class KeyWatch;
 struct FileDrop;
+class TextClipboard;
 
 // How the pixels of a window become visible.
 struct Compositing {
@@ -50,6 +51,11 @@ struct Compositing {
 struct WindowTraits {
     bool decorated = false;  // asks the window manager for a frame and title
     bool minimizable = false;
+    bool maximizable = false;
+    bool resizable = false;  // by its user, between the two sizes
+    bool maximised = false;  // and decorated: the window manager is to know
+    SIZE least{0, 0};
+    SIZE most{32767, 32767};
     bool topmost = false;
     bool toolWindow = false;  // not in task lists
     bool activates = true;    // takes the focus when shown or clicked
@@ -69,7 +75,23 @@ enum class StackPlace {
     Above /* directly over `reference` */,
     Below /* directly under `reference` */
 };
-enum class CursorShape { Arrow, Hand, IBeam, SizeAll, None, DropCopy, DropMove, DropRefused };
+enum class CursorShape {
+    Arrow,
+    Hand,
+    IBeam,
+    SizeAll,
+    None,
+    DropCopy,
+    DropMove,
+    DropRefused,
+    SizeWE,
+    SizeNS,
+    SizeNWSE,
+    SizeNESW,
+    Wait,
+    Cross,
+    Count
+};
 
 using KeySet = std::bitset<256>;  // by virtual key
 
@@ -108,6 +130,8 @@ class WindowEvents {
     virtual void Placed(HWND window, const RECT& screen) = 0;     // moved or sized by the outside
     virtual void Exposed(HWND window, const Region& region) = 0;  // the display lost these pixels
     virtual void MinimisedChanged(HWND window, bool minimised) = 0;
+    // A window manager has maximised the window, or no longer does. Its new place is reported besides.
+    virtual void MaximisedChanged(HWND /*window*/, bool /*maximised*/) {}
     virtual void CloseRequested(HWND window) = 0;
     virtual void GrabLost(HWND window) = 0;
     virtual void SystemDestroyed(HWND window) = 0;  // somebody else destroyed the native window
@@ -167,6 +191,8 @@ class WindowSystem {
     // and who follows the pointer until then would wait for ever. When it is up, all that led to that has
     // arrived.
     virtual bool IsButtonHeld() { return true; }
+    // All keys and buttons that are down now, whoever has the keyboard.
+    virtual KeySet KeysDown() = 0;
     // The topmost of our windows that takes the pointer at a point of the screen; empty when none does.
     virtual HWND WindowAt(POINT screen) = 0;
     virtual CSize ScreenSize() = 0;
@@ -199,6 +225,7 @@ class WindowSystem {
     virtual FileReceiver* FileDrops() { return nullptr; }
     virtual ForeignWindows* Foreign() { return nullptr; }
     virtual KeyWatch* KeyWatcher() { return nullptr; }
+    virtual TextClipboard* CopiedText() { return nullptr; }
 };
 
 // Each returns null with the thread's last error set when the system cannot be reached.

@@ -40,13 +40,17 @@ enum : UINT {
     WM_SHOWWINDOW = 0x0018,
     WM_SETCURSOR = 0x0020,
     WM_MOUSEACTIVATE = 0x0021,
+    WM_GETMINMAXINFO = 0x0024,
     WM_WINDOWPOSCHANGED = 0x0047,
+    WM_CONTEXTMENU = 0x007B,
     WM_GETICON = 0x007F,
     WM_SETICON = 0x0080,
     WM_NCCREATE = 0x0081,
     WM_NCDESTROY = 0x0082,
     WM_NCHITTEST = 0x0084,
+    WM_NCMOUSEMOVE = 0x00A0,  // over the border that sizes a window
     WM_NCLBUTTONDOWN = 0x00A1,
+    WM_NCLBUTTONDBLCLK = 0x00A3,
     WM_KEYDOWN = 0x0100,
     WM_KEYUP = 0x0101,
     WM_CHAR = 0x0102,
@@ -93,9 +97,13 @@ enum : DWORD {
     WS_CLIPSIBLINGS = 0x04000000,
     WS_DISABLED = 0x08000000,
     WS_VISIBLE = 0x10000000,
+    WS_MAXIMIZE = 0x01000000,
     WS_MINIMIZE = 0x20000000,
     WS_CHILD = 0x40000000,
     WS_POPUP = 0x80000000,
+    WS_SIZEBOX = WS_THICKFRAME,
+    WS_OVERLAPPEDWINDOW = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
+    WS_POPUPWINDOW = WS_POPUP | WS_BORDER | WS_SYSMENU,
     DS_MODALFRAME = 0x80,
     DS_SETFONT = 0x40,
     DS_CENTER = 0x0800,
@@ -115,6 +123,10 @@ enum { GWL_STYLE = -16, GWL_EXSTYLE = -20, GWLP_USERDATA = -21, GWLP_ID = -12 };
 enum {
     SW_HIDE = 0,
     SW_SHOWNORMAL = 1,
+    SW_NORMAL = 1,
+    SW_SHOWMINIMIZED = 2,
+    SW_SHOWMAXIMIZED = 3,
+    SW_MAXIMIZE = 3,
     SW_MINIMIZE = 6,
     SW_SHOWNA = 8,
     SW_RESTORE = 9,
@@ -142,9 +154,30 @@ enum { WA_INACTIVE = 0, WA_ACTIVE = 1, WA_CLICKACTIVE = 2 };
 // lParam are the hit test and the message of the press. A child asks its parent by default, a top-level says
 // MA_ACTIVATE. Sent for the windows of other libraries: an HTML view takes the keyboard but for the last two.
 enum { MA_ACTIVATE = 1, MA_ACTIVATEANDEAT = 2, MA_NOACTIVATE = 3, MA_NOACTIVATEANDEAT = 4 };
-enum { HTTRANSPARENT = -1, HTNOWHERE = 0, HTCLIENT = 1, HTCAPTION = 2 };
-enum : WPARAM { SC_MINIMIZE = 0xF020, SC_CLOSE = 0xF060, SC_RESTORE = 0xF120, SC_MOVE = 0xF010 };
-enum { SIZE_RESTORED = 0, SIZE_MINIMIZED = 1 };
+enum {
+    HTTRANSPARENT = -1,
+    HTNOWHERE = 0,
+    HTCLIENT = 1,
+    HTCAPTION = 2,
+    HTLEFT = 10,  // this and the next seven size the window
+    HTRIGHT = 11,
+    HTTOP = 12,
+    HTTOPLEFT = 13,
+    HTTOPRIGHT = 14,
+    HTBOTTOM = 15,
+    HTBOTTOMLEFT = 16,
+    HTBOTTOMRIGHT = 17
+};
+// SC_SIZE takes one of the sizing codes besides, less 9: SC_SIZE | (HTBOTTOMRIGHT - 9).
+enum : WPARAM {
+    SC_SIZE = 0xF000,
+    SC_MOVE = 0xF010,
+    SC_MINIMIZE = 0xF020,
+    SC_MAXIMIZE = 0xF030,
+    SC_CLOSE = 0xF060,
+    SC_RESTORE = 0xF120
+};
+enum { SIZE_RESTORED = 0, SIZE_MINIMIZED = 1, SIZE_MAXIMIZED = 2 };
 enum : WPARAM {
     MK_LBUTTON = 0x0001,
     MK_RBUTTON = 0x0002,
@@ -157,12 +190,14 @@ enum {
     VK_LBUTTON = 0x01,
     VK_RBUTTON = 0x02,
     VK_MBUTTON = 0x04,
+    VK_CANCEL = 0x03,
     VK_BACK = 0x08,
     VK_TAB = 0x09,
     VK_RETURN = 0x0D,
     VK_SHIFT = 0x10,
     VK_CONTROL = 0x11,
     VK_MENU = 0x12,
+    VK_PAUSE = 0x13,
     VK_CAPITAL = 0x14,
     VK_ESCAPE = 0x1B,
     VK_SPACE = 0x20,
@@ -174,14 +209,44 @@ enum {
     VK_UP = 0x26,
     VK_RIGHT = 0x27,
     VK_DOWN = 0x28,
+    VK_SNAPSHOT = 0x2C,
     VK_INSERT = 0x2D,
     VK_DELETE = 0x2E,
     VK_LWIN = 0x5B,
     VK_RWIN = 0x5C,
-    VK_F1 = 0x70,
-    VK_F4 = 0x73,
-    VK_F5 = 0x74,
-    VK_F12 = 0x7B
+    VK_APPS = 0x5D,
+    VK_NUMPAD0 = 0x60,  // to VK_NUMPAD9
+    VK_NUMPAD1,
+    VK_NUMPAD2,
+    VK_NUMPAD3,
+    VK_NUMPAD4,
+    VK_NUMPAD5,
+    VK_NUMPAD6,
+    VK_NUMPAD7,
+    VK_NUMPAD8,
+    VK_NUMPAD9,
+    VK_MULTIPLY = 0x6A,
+    VK_ADD = 0x6B,
+    VK_SEPARATOR = 0x6C,
+    VK_SUBTRACT = 0x6D,
+    VK_DECIMAL = 0x6E,
+    VK_DIVIDE = 0x6F,
+    VK_F1 = 0x70,  // to VK_F24
+    VK_F2,
+    VK_F3,
+    VK_F4,
+    VK_F5,
+    VK_F6,
+    VK_F7,
+    VK_F8,
+    VK_F9,
+    VK_F10,
+    VK_F11,
+    VK_F12,
+    VK_F13,
+    VK_F24 = 0x87,
+    VK_NUMLOCK = 0x90,
+    VK_SCROLL = 0x91
 };  // digits and letters are their upper-case ASCII codes
 
 // ---- Window classes and windows -----------------------------------------------------------------------
@@ -204,6 +269,22 @@ PLATFORM_API BOOL RegisterClassW(const WNDCLASSW* description);
 PLATFORM_API HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
                                   int width, int height, HWND parent, UINT_PTR id, HINSTANCE module,
                                   LPVOID parameter);
+// A window as it is being created, for handlers that ask for the record; WM_CREATE itself carries
+// `parameter`.
+struct CREATESTRUCTW {
+    LPVOID lpCreateParams;
+    HINSTANCE hInstance;  // of the program
+    HWND hwndParent;      // or owner
+    int cy, cx, y, x;
+    LONG style;
+    LPCWSTR lpszName;   // good until the title changes
+    LPCWSTR lpszClass;  // upper-case
+    DWORD dwExStyle;
+};
+using LPCREATESTRUCT = CREATESTRUCTW*;
+namespace platform {
+PLATFORM_API CREATESTRUCTW DescribeCreation(HWND window, LPVOID parameter);
+}
 // Sends WM_DESTROY to the window and then to its children and owned windows, and at the end WM_NCDESTROY;
 // handles are stale afterwards. Only the owning thread may call it.
 PLATFORM_API BOOL DestroyWindow(HWND window);
@@ -213,6 +294,20 @@ PLATFORM_API LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LP
 PLATFORM_API BOOL ShowWindow(HWND window, int command);  // returns whether it was visible before
 PLATFORM_API BOOL IsWindowVisible(HWND window);          // shown, and so are all its parents
 PLATFORM_API BOOL IsIconic(HWND window);
+// Maximised, or minimised from there. A maximised window fills the work area of its monitor, or what
+// WM_GETMINMAXINFO says.
+PLATFORM_API BOOL IsZoomed(HWND window);
+// What WM_GETMINMAXINFO lets a top-level change: lParam is one of these, filled with what holds otherwise. It
+// is asked before a window is maximised, when its user sizes it, and by the window manager's rules for it;
+// sizes that the program itself sets are not held to it.
+struct MINMAXINFO {
+    POINT ptReserved;
+    POINT ptMaxSize;       // of the maximised window
+    POINT ptMaxPosition;   // and where, from the monitor's corner
+    POINT ptMinTrackSize;  // what the user can make of it
+    POINT ptMaxTrackSize;
+};
+using LPMINMAXINFO = MINMAXINFO*;
 // A disabled window stops the pointer and the keys for itself and its children; a press on it brings up the
 // window, owned by it, that it waits for. Returns whether it was disabled before.
 PLATFORM_API BOOL EnableWindow(HWND window, BOOL enable);
@@ -350,19 +445,39 @@ PLATFORM_API BOOL GetCursorPos(POINT* point);
 // 0x8000 is set while the key is down, as of the message being handled; bit 0 toggles. No key is
 // down while another program has the keyboard.
 PLATFORM_API std::int16_t GetKeyState(int virtualKey);
+// The same at this moment: input that waits is counted, too, and so is a key that went down elsewhere. The
+// lowest bit is never set.
+PLATFORM_API std::int16_t GetAsyncKeyState(int virtualKey);
 PLATFORM_API UINT GetDoubleClickTime();
 
 #define IDC_ARROW MAKEINTRESOURCE(32512)
 #define IDC_IBEAM MAKEINTRESOURCE(32513)
+#define IDC_WAIT MAKEINTRESOURCE(32514)
+#define IDC_CROSS MAKEINTRESOURCE(32515)
+#define IDC_SIZENWSE MAKEINTRESOURCE(32642)
+#define IDC_SIZENESW MAKEINTRESOURCE(32643)
+#define IDC_SIZEWE MAKEINTRESOURCE(32644)
+#define IDC_SIZENS MAKEINTRESOURCE(32645)
 #define IDC_SIZEALL MAKEINTRESOURCE(32646)
+#define IDC_NO MAKEINTRESOURCE(32648)
 #define IDC_HAND MAKEINTRESOURCE(32649)
 // A shared cursor of the system; never freed. Empty for an unknown name.
 PLATFORM_API HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
+// The largest picture of an icon of the resources (an ICON statement), as a new icon of the caller's, until
+// DestroyIcon. Empty with the errors of FindResourceW, or with ERROR_INVALID_DATA.
+PLATFORM_API HICON LoadIconW(HINSTANCE module, LPCWSTR name);
 // Shows the cursor until the next pointer move decides anew. Returns the one before.
 PLATFORM_API HCURSOR SetCursor(HCURSOR cursor);
 PLATFORM_API HCURSOR GetCursor();
 
-enum { SM_CXSCREEN = 0, SM_CYSCREEN = 1, SM_CXDOUBLECLK = 36, SM_CYDOUBLECLK = 37 };
+enum {
+    SM_CXSCREEN = 0,
+    SM_CYSCREEN = 1,
+    SM_CXSIZEFRAME = 32,  // how far inside the edge of a window with WS_THICKFRAME it can be sized
+    SM_CYSIZEFRAME = 33,
+    SM_CXDOUBLECLK = 36,
+    SM_CYDOUBLECLK = 37
+};
 PLATFORM_API int GetSystemMetrics(int index);
 
 // How a desktop shows its icons.
@@ -402,7 +517,8 @@ PLATFORM_API BOOL GetMonitorInfoW(HMONITOR monitor, MONITORINFO* info);
 
 // Creates the window of a DIALOGEX (or DIALOG) template and its controls, hidden unless the template says
 // WS_VISIBLE. Sizes in the template are dialog units of its font. Fails with the resource errors, or
-// ERROR_INVALID_DATA for a template that is malformed or holds a control of an unknown class (only STATIC
-// is known).
+// ERROR_INVALID_DATA for a template that is malformed or holds a control of an unknown class. The customary
+// classes are known (buttons, edit fields, lists, and so on), and each of their controls is a STATIC: a place
+// with a number and a text, for what the host draws there.
 PLATFORM_API HWND CreateDialogFromTemplate(HINSTANCE module, LPCWSTR templateName, HWND parent,
                                            LPCWSTR windowClass, LPVOID parameter);

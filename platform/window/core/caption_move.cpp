@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "platform/window/core/maximising.h"
 #include "platform/window/core/messages.h"
 #include "platform/window/core/place.h"
 #include "platform/window/core/pointer.h"
+#include "platform/window/core/sizing.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -25,9 +27,12 @@ bool GoesOn(std::uint64_t serial) {
 void Follow(CaptionMove& state, POINT pointer) {
     if (std::exchange(state.followed, pointer) == pointer) return;
     const CaptionMove move = state;
-    CRect rect = move.start;
-    rect.OffsetRect(pointer.x - move.anchor.x, pointer.y - move.anchor.y);
-    MoveTo(move.window, rect);
+    const CSize by = CPoint(pointer) - move.anchor;
+    const Window* window = Core::Get().Peek(move.window);
+    if (!IsSizingHit(move.hit))
+        MoveTo(move.window, CRect(move.start.TopLeft() + by, move.start.Size()));
+    else if (window)
+        MoveTo(move.window, Sized(move.start, move.hit, by, window->leastSize, window->mostSize));
 }
 
 }  // namespace
@@ -72,11 +77,15 @@ bool FeedCaptionMove(const SystemEvent& event) {
     }
 }
 
-void MoveByCaption(HWND handle) {
+void MoveByFrame(HWND handle, int hit) {
     Core& core = Core::Get();
-    Window* window = core.Peek(handle);
-    if (!window || window->IsChild() || window->IsMinimised() || core.captionMove.window) return;
-    if (!core.keyboard.down[VK_LBUTTON] || !core.SystemOf(*window)) return;
+    const std::shared_ptr<Window> window = core.PeekShared(handle);
+    if (!window || window->IsChild() || window->IsMinimised() || window->IsMaximised()) return;
+    if (core.captionMove.window || !core.keyboard.down[VK_LBUTTON] || !core.SystemOf(*window)) return;
+    if (IsSizingHit(hit)) {
+        AskSizes(window);
+        if (!core.Peek(handle)) return;
+    }
 
     if (!SetPointerCapture(handle)) return;
     // Let go before the pointer was ours: the release has come, or went to somebody else and never will.
@@ -84,6 +93,7 @@ void MoveByCaption(HWND handle) {
     const bool held = system && system->IsButtonHeld();
     CaptionMove& move = core.captionMove;
     move.window = handle;
+    move.hit = hit;
     move.anchor = move.followed = core.pointer.screen;
     move.start = window->rect;
     const std::uint64_t serial = ++move.serial;

@@ -1,16 +1,17 @@
-// The move of a window by its caption: the core's own modal loop.
+// The move of a window by its caption, and the sizing by its border: the core's own modal loop.
 #pragma once
 
 #include "platform/window/core/core.h"
 
 namespace platform {
 
-// Moves the window with the pointer until the left button is released. The release belongs to the move: the
-// window gets no WM_LBUTTONUP. Escape puts the window back. Returns at once when the button is up already.
+// Moves the window with the pointer, or (for a sizing code) its edges, until the left button is released. The
+// release belongs to the move: the window gets no WM_LBUTTONUP. Escape puts the window back. Returns at once
+// when the button is up already.
 //
 // Where input is injected (headless) and none is left to come, the loop is left, but the move stays on and
 // follows whatever is injected next.
-void MoveByCaption(HWND window);
+void MoveByFrame(HWND window, int hit);
 
 // Gives an input event to the move. True when the move took it.
 bool FeedCaptionMove(const SystemEvent& event);

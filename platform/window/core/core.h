@@ -66,9 +66,10 @@ struct Activation {
     std::uint64_t serial = 0;  // counts changes of `active`
 };
 
-// A window being moved by its caption.
+// A window being moved by its caption, or sized by its border.
 struct CaptionMove {
     HWND window;           // empty: no move
+    int hit = HTCAPTION;   // or the sizing code of what is dragged
     POINT anchor{0, 0};    // the pointer at the start
     POINT followed{0, 0};  // and as of the last move
     CRect start;

@@ -7,6 +7,7 @@
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/core.h"
 #include "platform/window/core/pointer.h"
+#include "platform/window/core/sizing.h"
 #include "platform/window/core/tree.h"
 
 using namespace platform;
@@ -41,12 +42,41 @@ LRESULT DefaultSystemCommand(HWND window, WPARAM wParam) {
         case SC_RESTORE:
             ShowWindow(window, SW_RESTORE);
             return 0;
+        case SC_MAXIMIZE:
+            ShowWindow(window, SW_MAXIMIZE);
+            return 0;
         case SC_MOVE:
-            MoveByCaption(window);
+            MoveByFrame(window, HTCAPTION);
+            return 0;
+        case SC_SIZE:
+            if (const int hit = static_cast<int>(wParam & 0xF) + HTLEFT - 1; IsSizingHit(hit))
+                MoveByFrame(window, hit);
             return 0;
         default:
             return 0;
     }
+}
+
+bool IsSizedByBorder(const Window& window) {
+    return !window.IsChild() && window.style & WS_THICKFRAME && !window.IsDecorated() &&
+           !window.IsMaximised() && !window.IsMinimised();
+}
+
+LRESULT DefaultHitTest(const Window& window, LPARAM lParam) {
+    if (!IsSizedByBorder(window)) return HTCLIENT;
+    const CSize inside = CPoint(lParam) - ScreenOrigin(window);
+    return SizingHit(window.rect.Size(), POINT{inside.cx, inside.cy});
+}
+
+// A double click on what moves the window.
+void DefaultCaptionDoubleClick(const Window& window) {
+    if (window.style & WS_MAXIMIZEBOX)
+        CallProcedure(window.handle, WM_SYSCOMMAND, window.IsMaximised() ? SC_RESTORE : SC_MAXIMIZE, 0);
+}
+
+// The key asks for the window that has the keyboard, and says no place; the pointer for what lies under it.
+void AskForContextMenu(HWND window, LPARAM screen) {
+    CallProcedure(window, WM_CONTEXTMENU, ToWParam(window), screen);
 }
 
 LRESULT DefaultSetText(Window& window, LPCWSTR text) try {
@@ -99,12 +129,29 @@ LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) 
             DestroyWindow(handle);
             return 0;
         case WM_NCHITTEST:
-            return HTCLIENT;
+            return DefaultHitTest(*window, lParam);
         case WM_SETCURSOR:
             return DefaultSetCursor(*window, wParam, lParam);
         case WM_NCLBUTTONDOWN:
-            if (wParam == HTCAPTION) MoveByCaption(handle);
+            if (wParam == HTCAPTION || IsSizingHit(static_cast<int>(wParam)))
+                MoveByFrame(handle, static_cast<int>(wParam));
             return 0;
+        case WM_NCLBUTTONDBLCLK:
+            if (wParam == HTCAPTION) DefaultCaptionDoubleClick(*window);
+            return 0;
+        case WM_RBUTTONUP: {
+            const CPoint at = ScreenOrigin(*window) + CPoint(lParam);
+            AskForContextMenu(handle, MAKELPARAM(at.x, at.y));
+            return 0;
+        }
+        case WM_KEYUP:
+            if (wParam == VK_APPS) AskForContextMenu(handle, -1);
+            return 0;
+        case WM_KEYDOWN:
+            if (wParam == VK_F10 && GetKeyState(VK_SHIFT) & 0x8000) AskForContextMenu(handle, -1);
+            return 0;
+        case WM_CONTEXTMENU:
+            return window->IsChild() ? CallProcedure(window->parent, message, wParam, lParam) : 0;
         case WM_ACTIVATE:
             DefaultActivate(handle, wParam);
             return 0;

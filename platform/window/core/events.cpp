@@ -5,6 +5,7 @@
 #include "platform/window/core/activation.h"
 #include "platform/window/core/file_drop.h"
 #include "platform/window/core/keyboard.h"
+#include "platform/window/core/maximising.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/place.h"
 #include "platform/window/core/pointer.h"
@@ -86,6 +87,11 @@ class EventSink : public WindowEvents {
     void MinimisedChanged(HWND window, bool minimised) override {
         SystemEvent event = Make(SystemEvent::Kind::Minimised, window);
         event.down = minimised;
+        core_.queue.Report(std::move(event));
+    }
+    void MaximisedChanged(HWND window, bool maximised) override {
+        SystemEvent event = Make(SystemEvent::Kind::Maximised, window);
+        event.down = maximised;
         core_.queue.Report(std::move(event));
     }
     void CloseRequested(HWND window) override { core_.queue.Report(Make(SystemEvent::Kind::Close, window)); }
@@ -174,6 +180,9 @@ void HandleEvent(const SystemEvent& event) {
             AcceptMinimised(window, event.down);
             // The focus may have come first.
             if (!event.down) RequestFocusCheck();
+            break;
+        case SystemEvent::Kind::Maximised:
+            AcceptMaximised(*window, event.down);
             break;
         case SystemEvent::Kind::Close:
             RequestClose(*window);

@@ -97,6 +97,14 @@ std::int16_t GetKeyState(int virtualKey) {
     return static_cast<std::int16_t>(state);
 }
 
+std::int16_t GetAsyncKeyState(int virtualKey) {
+    Core& core = Core::Get();
+    if (virtualKey < 0 || virtualKey > 255 || !core.IsOwningThread()) return 0;
+    WindowSystem* system = core.System();
+    const bool down = system && system->KeysDown()[static_cast<std::size_t>(virtualKey)];
+    return static_cast<std::int16_t>(down ? 0x8000U : 0U);
+}
+
 BOOL TranslateMessage(const MSG* message) {
     if (!message) return FALSE;
     const bool down = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;

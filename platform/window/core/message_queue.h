@@ -31,6 +31,7 @@ struct SystemEvent {
         Placed,
         Exposed,
         Minimised,
+        Maximised,
         Close,
         GrabLost,
         Destroyed,
@@ -45,7 +46,7 @@ struct SystemEvent {
     InputState state;
     std::uint64_t time = 0;
     int button = 0;     // KeySeen: the number of the key
-    bool down = false;  // button, key; Minimised: whether it is
+    bool down = false;  // button, key; Minimised, Maximised: whether it is
     int delta = 0;
     UINT virtualKey = 0;
     char16_t character = 0;

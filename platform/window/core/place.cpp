@@ -5,6 +5,7 @@
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/embedded_window.h"
+#include "platform/window/core/maximising.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/pointer.h"
 #include "platform/window/core/tree.h"
@@ -84,7 +85,9 @@ void SendPlaceMessages(const std::shared_ptr<Window>& window, PlaceChange change
     CallProcedure(window, WM_WINDOWPOSCHANGED, 0, 0);
     if (change.moved && Lives(window))
         CallProcedure(window, WM_MOVE, 0, MAKELPARAM(window->rect.left, window->rect.top));
-    if (change.sized && Lives(window)) CallProcedure(window, WM_SIZE, SIZE_RESTORED, SizeParam(*window));
+    if (change.sized && Lives(window))
+        CallProcedure(window, WM_SIZE, window->IsMaximised() ? SIZE_MAXIMIZED : SIZE_RESTORED,
+                      SizeParam(*window));
 }
 
 void AcceptPlace(const std::shared_ptr<Window>& window, const CRect& rect) {
@@ -112,14 +115,15 @@ void AcceptMinimised(const std::shared_ptr<Window>& window, bool minimised) {
     const CPoint origin = ScreenOrigin(*window);
     CallProcedure(window, WM_MOVE, 0, MAKELPARAM(origin.x, origin.y));
     if (!Lives(window)) return;
-    CallProcedure(window, WM_SIZE, minimised ? SIZE_MINIMIZED : SIZE_RESTORED,
-                  minimised ? 0 : SizeParam(*window));
+    const WPARAM kind = minimised ? SIZE_MINIMIZED : window->IsMaximised() ? SIZE_MAXIMIZED : SIZE_RESTORED;
+    CallProcedure(window, WM_SIZE, kind, minimised ? 0 : SizeParam(*window));
     if (minimised && Lives(window)) DeactivateMinimised(window->handle);
 }
 
 void SetShown(const std::shared_ptr<Window>& window, bool shown, Activate activate) {
     if (window->IsShown() == shown) return;
     CallProcedure(window, WM_SHOWWINDOW, shown ? TRUE : FALSE, 0);
+    if (shown && Lives(window)) RefreshSizes(window);
     if (!Lives(window) || window->IsShown() == shown) return;
     if (shown)
         window->style |= WS_VISIBLE;
@@ -192,6 +196,7 @@ BOOL ShowWindow(HWND handle, int command) {
             SetShown(window, false, Activate::No);
             break;
         case SW_MINIMIZE:
+        case SW_SHOWMINIMIZED:
             if (window->IsChild()) break;
             // One that is not shown yet goes straight into the task list.
             if (window->IsShown())
@@ -206,9 +211,15 @@ BOOL ShowWindow(HWND handle, int command) {
         case SW_SHOWNOACTIVATE:
         case SW_SHOWNORMAL:
         case SW_SHOW:
+        case SW_MAXIMIZE:
         case SW_RESTORE: {
             const Activate activate = command == SW_SHOWNOACTIVATE ? Activate::No : Activate::Yes;
+            // One that was minimised goes back to what it was.
+            const bool comesBack = window->IsMinimised() && command != SW_MAXIMIZE;
             if (command != SW_SHOW) SetMinimised(window, false);
+            if (command != SW_SHOW && !comesBack && Core::Get().Peek(handle))
+                SetMaximised(window, command == SW_MAXIMIZE);
+            if (!Core::Get().Peek(handle)) break;
             if (Core::Get().Peek(handle)) SetShown(window, true, activate);
             if (Core::Get().Peek(handle) && !window->IsMinimised()) RaiseAndActivate(handle, activate);
             break;
@@ -244,7 +255,11 @@ BOOL SetWindowPos(HWND handle, HWND after, int x, int y, int width, int height, 
     if (!(flags & SWP_NOSIZE)) rect = CRect(rect.TopLeft(), CSize(width, height));
     const PlaceChange change = ChangeRect(*window, rect, flags & SWP_NOREDRAW ? Redraw::No : Redraw::Yes);
     if (!(flags & SWP_NOZORDER)) Restack(*window, after ? after : HWND_TOP);
-    if (flags & SWP_FRAMECHANGED) UpdateTraits(*window);
+    if (flags & SWP_FRAMECHANGED) {
+        UpdateTraits(*window);
+        RefreshSizes(window);
+        if (!Core::Get().Peek(handle)) return TRUE;
+    }
     // Of a minimised window only the place to go back to has changed; it is told when it does.
     if (!window->IsMinimised()) SendPlaceMessages(window, change);
     const Activate activate = flags & SWP_NOACTIVATE ? Activate::No : Activate::Yes;

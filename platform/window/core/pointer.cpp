@@ -6,6 +6,8 @@
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/file_drag.h"
 #include "platform/window/core/keyboard.h"
+#include "platform/window/core/sizing.h"
+#include "platform/window/core/system_cursors.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -165,21 +167,16 @@ void RequestCheck() {
 }
 
 CursorShape ShapeOf(HCURSOR cursor) {
-    switch (cursor.Index()) {
-        case 32513:
-            return CursorShape::IBeam;
-        case 32646:
-            return CursorShape::SizeAll;
-        case 32649:
-            return CursorShape::Hand;
-        default:
-            return CursorShape::Arrow;
-    }
+    const SystemCursor* const known = FindCursor(cursor.Index());
+    return known ? known->shape : CursorShape::Arrow;
 }
 
 bool IsCursor(HCURSOR cursor) {
-    const std::uint32_t id = cursor.Index();
-    return cursor.Generation() == 1 && (id == 32512 || id == 32513 || id == 32646 || id == 32649);
+    return cursor.Generation() == 1 && FindCursor(cursor.Index());
+}
+
+HCURSOR CursorOf(CursorShape shape) {
+    return HCURSOR(IdOfCursor(shape), 1);
 }
 
 void ClickActivates(HWND target) {
@@ -205,7 +202,8 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     core.pointer.screen = event.screen;
     if (FeedFileDrag(event) || FeedCaptionMove(event)) return routed;
     const HWND target = TargetOf(event, &routed.hit);
-    if (LeaveTracked(target, place)) {
+    // The border is outside of what is tracked.
+    if (LeaveTracked(IsSizingHit(routed.hit) ? HWND() : target, place)) {
         routed.outcome = Routed::Outcome::Later;
         return routed;
     }
@@ -225,8 +223,13 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     const POINT client = ToClient(*window, event.screen);
     message.lParam = MAKELPARAM(client.x, client.y);
     if (routed.hit != HTCLIENT) {
-        if (event.kind != SystemEvent::Kind::Button || event.button != 1 || !event.down) return routed;
-        message.message = WM_NCLBUTTONDOWN;
+        const bool pressed = event.kind == SystemEvent::Kind::Button && event.button == 1 && event.down;
+        // Over the border the cursor is chosen anew with each move.
+        const bool moved = event.kind == SystemEvent::Kind::Move && IsSizingHit(routed.hit);
+        if (!pressed && !moved) return routed;
+        message.message = moved                          ? UINT{WM_NCMOUSEMOVE}
+                          : IsDoubleClick(event, target) ? UINT{WM_NCLBUTTONDBLCLK}
+                                                         : UINT{WM_NCLBUTTONDOWN};
         message.wParam = static_cast<WPARAM>(routed.hit);
         message.lParam = MAKELPARAM(event.screen.x, event.screen.y);
     } else if (event.kind == SystemEvent::Kind::Move) {
@@ -247,7 +250,9 @@ bool TakePointer(const SystemEvent& event, const Routed& routed) {
     const MSG& message = routed.message;
     if (event.kind == SystemEvent::Kind::Button && event.down) {
         auto& press = core.pointer.press;
-        if (message.message == ButtonMessage(event, HWND()) || routed.hit != HTCLIENT)
+        const bool isFirst = routed.hit == HTCLIENT ? message.message == ButtonMessage(event, HWND())
+                                                    : message.message == WM_NCLBUTTONDOWN;
+        if (isFirst)
             press = {message.hwnd, event.button, event.screen, event.time};
         else
             press = {};  // a double click is complete; the next press starts anew
@@ -328,6 +333,10 @@ LRESULT DefaultSetCursor(Window& window, WPARAM wParam, LPARAM lParam) {
         const HWND handle = window.handle;
         if (CallProcedure(window.parent, WM_SETCURSOR, wParam, lParam)) return TRUE;
         if (!Core::Get().Peek(handle)) return FALSE;
+    }
+    if (const int hit = LOWORD(static_cast<std::uint64_t>(lParam)); IsSizingHit(hit)) {
+        Core::Get().pointer.cursor = CursorOf(SizingCursor(hit));
+        return TRUE;
     }
     if (!window.type->cursor) return FALSE;
     Core::Get().pointer.cursor = window.type->cursor;
@@ -421,6 +430,9 @@ HCURSOR GetCursor() {
 
 int GetSystemMetrics(int index) {
     switch (index) {
+        case SM_CXSIZEFRAME:
+        case SM_CYSIZEFRAME:
+            return kSizingBorder;
         case SM_CXDOUBLECLK:
         case SM_CYDOUBLECLK:
             return kDoubleClickBox;

@@ -262,8 +262,13 @@ void UpdateTraits(Window& topLevel) try {
         trait = now;
         changed = true;
     };
-    set(traits.decorated, (topLevel.style & WS_CAPTION) == WS_CAPTION);
+    set(traits.decorated, topLevel.IsDecorated());
     set(traits.minimizable, (topLevel.style & WS_MINIMIZEBOX) != 0);
+    set(traits.maximizable, (topLevel.style & WS_MAXIMIZEBOX) != 0);
+    set(traits.resizable, (topLevel.style & WS_THICKFRAME) != 0);
+    set(traits.maximised, topLevel.IsMaximised() && topLevel.IsDecorated());
+    set(traits.least, topLevel.leastSize);
+    set(traits.most, topLevel.mostSize);
     set(traits.topmost, IsTopmost(topLevel));
     set(traits.toolWindow, (topLevel.exStyle & (WS_EX_TOOLWINDOW | WS_EX_APPWINDOW)) == WS_EX_TOOLWINDOW);
     set(traits.activates, (topLevel.exStyle & WS_EX_NOACTIVATE) == 0);

@@ -12,7 +12,7 @@ using namespace platform;
 namespace {
 
 // These bits are the window's state; the calls that change the state change them.
-constexpr DWORD kStateBits = WS_VISIBLE | WS_MINIMIZE | WS_CHILD;
+constexpr DWORD kStateBits = WS_VISIBLE | WS_MINIMIZE | WS_MAXIMIZE | WS_CHILD;
 
 void SetStyle(Window& window, DWORD style) {
     const bool wasDisabled = window.IsDisabled();

@@ -7,6 +7,7 @@
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/core.h"
+#include "platform/window/core/maximising.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/place.h"
 #include "platform/window/core/pointer.h"
@@ -157,6 +158,8 @@ bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) 
         Abandon(window, false);
         return false;
     }
+    RefreshSizes(window);
+    if (!core.Peek(handle)) return false;
     if (!window->IsChild() && !CreateInSystem(*window)) {
         const DWORD error = GetLastError();
         Abandon(window, false);
@@ -227,7 +230,7 @@ std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR tit
         if (!(style & WS_CHILD) && !core.EnsureSystem()) return nullptr;
         window = std::make_shared<Window>();
         window->type = type;
-        window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE};
+        window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE | WS_MAXIMIZE};
         window->exStyle = exStyle;
         if (title && !IS_INTRESOURCE(title)) window->title = CString(title);
         window->parent = resolved;
@@ -265,7 +268,7 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD styl
     if (style & WS_MINIMIZE && !window->IsChild())
         ShowWindow(handle, SW_MINIMIZE);
     else if (style & WS_VISIBLE)
-        ShowWindow(handle, SW_SHOW);
+        ShowWindow(handle, style & WS_MAXIMIZE && !window->IsChild() ? SW_MAXIMIZE : SW_SHOW);
     return core.Peek(handle) ? handle : HWND();
 }
 
@@ -285,4 +288,22 @@ BOOL IsWindow(HWND window) {
     if (window == GetDesktopWindow()) return TRUE;
     if (ForeignHandles::IsForeign(window)) return FindForeign(window).has_value();
     return Core::Get().IsLive(window);
+}
+
+CREATESTRUCTW platform::DescribeCreation(HWND handle, LPVOID parameter) {
+    CREATESTRUCTW record{};
+    record.lpCreateParams = parameter;
+    record.hInstance = AfxGetResourceHandle();
+    const Window* window = Core::Get().Find(handle);
+    if (!window) return record;
+    record.hwndParent = window->parent;
+    record.x = window->rect.left;
+    record.y = window->rect.top;
+    record.cx = window->rect.Width();
+    record.cy = window->rect.Height();
+    record.style = static_cast<LONG>(window->style);
+    record.lpszName = window->title;
+    record.lpszClass = window->type->name.c_str();
+    record.dwExStyle = window->exStyle;
+    return record;
 }

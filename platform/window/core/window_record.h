@@ -37,7 +37,7 @@ struct Layering {
 struct Window {
     HWND handle;
     std::shared_ptr<const WindowClass> type;
-    DWORD style = 0;  // WS_VISIBLE, WS_DISABLED and WS_MINIMIZE are the state itself
+    DWORD style = 0;  // WS_VISIBLE, WS_DISABLED, WS_MINIMIZE and WS_MAXIMIZE are the state itself
     DWORD exStyle = 0;
     CString title;
     UINT_PTR id = 0;
@@ -55,6 +55,10 @@ struct Window {
 
     // Screen coordinates for a top-level, the parent's for a child. While minimised: the place to go back to.
     CRect rect;
+
+    CRect normalRect;      // while maximised: the place to go back to
+    SIZE leastSize{0, 0};  // what WM_GETMINMAXINFO last said
+    SIZE mostSize{32767, 32767};
 
     UpdateRegion update;  // window coordinates
     bool eraseWanted = false;
@@ -77,6 +81,8 @@ struct Window {
     bool IsChild() const { return (style & WS_CHILD) != 0; }
     bool IsShown() const { return (style & WS_VISIBLE) != 0; }
     bool IsMinimised() const { return (style & WS_MINIMIZE) != 0; }
+    bool IsMaximised() const { return (style & WS_MAXIMIZE) != 0; }
+    bool IsDecorated() const { return (style & WS_CAPTION) == WS_CAPTION; }
     bool IsDisabled() const { return (style & WS_DISABLED) != 0; }
     bool IsLayered() const { return (exStyle & WS_EX_LAYERED) != 0; }
     CRect Bounds() const { return CRect(0, 0, rect.Width(), rect.Height()); }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/window/core/control.h"
+#include "platform/window/core/system_cursors.h"
 #include "platform/window/headless/headless_system.h"
 
 using namespace platform;
@@ -174,23 +175,9 @@ Picture CaptureIcon(HWND window) {
 
 UINT CursorShown() {
     const HeadlessSystem* system = HeadlessSystem::Current();
-    switch (system ? system->CursorShown() : CursorShape::Arrow) {
-        case CursorShape::Hand:
-            return 32649;
-        case CursorShape::IBeam:
-            return 32513;
-        case CursorShape::SizeAll:
-            return 32646;
-        case CursorShape::None:
-            return 0;
-        case CursorShape::DropRefused:
-            return 32648;
-        case CursorShape::Arrow:
-        case CursorShape::DropCopy:
-        case CursorShape::DropMove:
-            break;
-    }
-    return 32512;
+    const CursorShape shape = system ? system->CursorShown() : CursorShape::Arrow;
+    const bool drops = shape == CursorShape::DropCopy || shape == CursorShape::DropMove;
+    return platform::IdOfCursor(drops ? CursorShape::Arrow : shape);
 }
 
 }  // namespace Headless

@@ -353,6 +353,14 @@ void HeadlessSystem::Key(UINT virtualKey, bool down) {
     events_.Key(focus_, virtualKey, down, down ? TextOfKey(virtualKey, input_) : char16_t{0}, input_, now_);
 }
 
+KeySet HeadlessSystem::KeysDown() {
+    KeySet keys = keysDown_;
+    keys[VK_LBUTTON] = input_.left;
+    keys[VK_MBUTTON] = input_.middle;
+    keys[VK_RBUTTON] = input_.right;
+    return keys;
+}
+
 void HeadlessSystem::RequestClose(HWND window) {
     if (Find(window)) events_.CloseRequested(window);
 }

@@ -8,6 +8,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -15,11 +16,12 @@
 #include "platform/window/headless/file_drag.h"
 #include "platform/window/headless/foreign_tree.h"
 #include "platform/window/key_watch.h"
+#include "platform/window/text_clipboard.h"
 #include "platform/window/window_system.h"
 
 namespace platform {
 
-class HeadlessSystem : public WindowSystem, private KeyWatch {
+class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipboard {
   public:
     HeadlessSystem(WindowEvents& events, int screenWidth, int screenHeight);
     ~HeadlessSystem() override;
@@ -97,6 +99,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     void ReleasePointer() override;
     void SetCursor(HWND window, CursorShape shape) override;
     POINT PointerPosition() override { return pointer_; }
+    KeySet KeysDown() override;
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screen_; }
     std::vector<Monitor> Monitors() override;
@@ -109,6 +112,12 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     FileReceiver* FileDrops() override { return &fileDrops_; }
     ForeignWindows* Foreign() override { return &foreign_; }
     KeyWatch* KeyWatcher() override { return this; }
+    TextClipboard* CopiedText() override { return this; }
+    bool Put(std::optional<std::string> utf8) override {
+        clipboard_ = std::move(utf8);
+        return true;
+    }
+    std::optional<std::string> Get() override { return clipboard_; }
 
   private:
     struct Step {
@@ -154,6 +163,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch {
     ForeignTree foreign_{*this};
     bool watching_ = false;  // the keyboard
     KeySet keysDown_;
+    std::optional<std::string> clipboard_;
 };
 
 }  // namespace platform

@@ -28,6 +28,8 @@ constexpr auto kAtomNames = std::to_array<AtomName>({
     {&Atoms::netWmState, "_NET_WM_STATE"},
     {&Atoms::netWmStateAbove, "_NET_WM_STATE_ABOVE"},
     {&Atoms::netWmStateHidden, "_NET_WM_STATE_HIDDEN"},
+    {&Atoms::netWmStateMaximisedAcross, "_NET_WM_STATE_MAXIMIZED_HORZ"},
+    {&Atoms::netWmStateMaximisedDown, "_NET_WM_STATE_MAXIMIZED_VERT"},
     {&Atoms::netWmStateModal, "_NET_WM_STATE_MODAL"},
     {&Atoms::netWmStateSkipTaskbar, "_NET_WM_STATE_SKIP_TASKBAR"},
     {&Atoms::netWmStateSkipPager, "_NET_WM_STATE_SKIP_PAGER"},
@@ -51,6 +53,12 @@ constexpr auto kAtomNames = std::to_array<AtomName>({
     {&Atoms::rootPixmap, "_XROOTPMAP_ID"},
     {&Atoms::xembed, "_XEMBED"},
     {&Atoms::xdndAware, "XdndAware"},
+    {&Atoms::clipboard, "CLIPBOARD"},
+    {&Atoms::clipboardAnswer, "PLATFORM_CLIPBOARD"},
+    {&Atoms::targets, "TARGETS"},
+    {&Atoms::timestamp, "TIMESTAMP"},
+    {&Atoms::plainText, "text/plain;charset=utf-8"},
+    {&Atoms::incremental, "INCR"},
 });
 
 xcb_intern_atom_cookie_t Ask(xcb_connection_t* connection, std::string_view name) {

@@ -19,6 +19,8 @@ struct Atoms {
     xcb_atom_t netWmState = 0;
     xcb_atom_t netWmStateAbove = 0;
     xcb_atom_t netWmStateHidden = 0;
+    xcb_atom_t netWmStateMaximisedAcross = 0;
+    xcb_atom_t netWmStateMaximisedDown = 0;
     xcb_atom_t netWmStateModal = 0;
     xcb_atom_t netWmStateSkipTaskbar = 0;
     xcb_atom_t netWmStateSkipPager = 0;
@@ -45,6 +47,13 @@ struct Atoms {
     xcb_atom_t xembed = 0;
     // Of windows that take what is dropped.
     xcb_atom_t xdndAware = 0;
+    // Between programs that copy and paste.
+    xcb_atom_t clipboard = 0;
+    xcb_atom_t clipboardAnswer = 0;
+    xcb_atom_t targets = 0;
+    xcb_atom_t timestamp = 0;
+    xcb_atom_t plainText = 0;
+    xcb_atom_t incremental = 0;
     // Owned by the compositor of the screen, while there is one.
     xcb_atom_t compositorSelection = 0;
 };

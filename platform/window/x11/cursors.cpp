@@ -16,6 +16,12 @@ std::span<const char* const> NamesOf(CursorShape shape) {
     static constexpr const char* kMoveDrop[] = {"dnd-move", "move", "fleur"};
     static constexpr const char* kRefused[] = {"dnd-none", "no-drop", "not-allowed", "crossed_circle",
                                                "X_cursor"};
+    static constexpr const char* kWestEast[] = {"ew-resize", "size_hor", "sb_h_double_arrow"};
+    static constexpr const char* kNorthSouth[] = {"ns-resize", "size_ver", "sb_v_double_arrow"};
+    static constexpr const char* kFalling[] = {"nwse-resize", "size_fdiag", "bottom_right_corner"};
+    static constexpr const char* kRising[] = {"nesw-resize", "size_bdiag", "bottom_left_corner"};
+    static constexpr const char* kWait[] = {"wait", "watch"};
+    static constexpr const char* kCross[] = {"crosshair", "cross", "tcross"};
     switch (shape) {
         case CursorShape::Arrow:
             return kArrow;
@@ -31,7 +37,20 @@ std::span<const char* const> NamesOf(CursorShape shape) {
             return kMoveDrop;
         case CursorShape::DropRefused:
             return kRefused;
+        case CursorShape::SizeWE:
+            return kWestEast;
+        case CursorShape::SizeNS:
+            return kNorthSouth;
+        case CursorShape::SizeNWSE:
+            return kFalling;
+        case CursorShape::SizeNESW:
+            return kRising;
+        case CursorShape::Wait:
+            return kWait;
+        case CursorShape::Cross:
+            return kCross;
         case CursorShape::None:
+        case CursorShape::Count:
             break;
     }
     return {};

@@ -27,8 +27,9 @@ class Cursors {
 
     std::shared_ptr<Connection> connection_;
     xcb_cursor_context_t* theme_ = nullptr;
-    std::array<xcb_cursor_t, 8> loaded_{};
-    std::array<bool, 8> tried_{};
+    static constexpr auto kShapes = static_cast<std::size_t>(CursorShape::Count);
+    std::array<xcb_cursor_t, kShapes> loaded_{};
+    std::array<bool, kShapes> tried_{};
 };
 
 }  // namespace platform::x11

@@ -116,7 +116,7 @@ void X11WindowSystem::Dispatch(const xcb_generic_event_t& event) {
     const std::uint8_t type = TypeOf(event);
     // Errors: requests about windows that were gone by then, ours or other clients'. The protocol tells of
     // them late, and nothing can be done about them.
-    if (type == 0 || drag_.Handle(event) || drop_.Handle(event)) return;
+    if (type == 0 || drag_.Handle(event) || drop_.Handle(event) || clipboard_.Handle(event)) return;
     const Extensions& has = connection_->Has();
     if (has.selections && type == has.fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         OnSelection(As<xcb_xfixes_selection_notify_event_t>(event));

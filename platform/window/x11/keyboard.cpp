@@ -144,6 +144,18 @@ KeyStroke Keyboard::Translate(xcb_keycode_t key, std::uint16_t modifiers, bool d
     return stroke;
 }
 
+KeySet Keyboard::KeysDown() {
+    KeySet keys;
+    xcb_connection_t* c = connection_->Get();
+    const Reply<xcb_query_keymap_reply_t> down(xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr));
+    for (unsigned key = 8; down && key < 256; ++key)
+        if (down->keys[key / 8] >> key % 8 & 1) {
+            const UINT code = CodeOf(static_cast<xcb_keycode_t>(key));
+            if (code < keys.size()) keys.set(code);
+        }
+    return keys;
+}
+
 KeySet Keyboard::VirtualKeysOf(const xcb_keymap_notify_event_t& event) {
     constexpr unsigned kFirstKey = 8;
     if (stale_) LoadKeymap();

@@ -28,6 +28,8 @@ class Keyboard {
     KeyStroke Translate(xcb_keycode_t key, std::uint16_t modifiers, bool down);
     // The keys that are down, by the bitmap of a KeymapNotify.
     KeySet VirtualKeysOf(const xcb_keymap_notify_event_t& event);
+    // Those that are down at this moment, whoever has the keyboard: asks the server.
+    KeySet KeysDown();
     // The code of a key by itself; 0 for one without a code.
     UINT CodeOf(xcb_keycode_t key);
     // A dead key that waits for the next one waits no more.

@@ -69,6 +69,7 @@ struct NativeWindow {
     bool framed = false;        // a window manager has put it into a frame
     xcb_window_t frame = 0;     // that, when it shows nothing but the window
     bool frameSettles = false;  // it is looked for once more when the window is in its place
+    bool maximised = false;     // as the window manager says
     bool hasState = false;      // a window manager keeps its state
     bool iconic = false;        // by that state: minimised, or on another workspace
     bool withdrawing = false;   // unmapped by us, and the window manager has not let go yet

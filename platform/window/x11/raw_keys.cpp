@@ -40,14 +40,7 @@ bool RawKeys::Watch(bool on) {
     watching_ = on;
     Select(on ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0);
     // The keys that are down already; from here on the events say all.
-    xcb_connection_t* c = connection_->Get();
-    const Reply<xcb_query_keymap_reply_t> down(xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr));
-    held_.reset();
-    for (unsigned key = 8; down && key < 256; ++key)
-        if (down->keys[key / 8] >> key % 8 & 1) {
-            const UINT code = keyboard_.CodeOf(static_cast<xcb_keycode_t>(key));
-            if (code < held_.size()) held_.set(code);
-        }
+    held_ = keyboard_.KeysDown();
     return true;
 }
 

@@ -5,6 +5,8 @@
 
 #include "platform/window/x11/x11_window_system.h"
 
+#include <platform/window.h>
+
 namespace platform::x11 {
 
 namespace {
@@ -74,6 +76,19 @@ bool X11WindowSystem::IsButtonHeld() {
     const Reply<xcb_query_pointer_reply_t> now(
         xcb_query_pointer_reply(c, xcb_query_pointer(c, connection_->Root()), nullptr));
     return now && (now->mask & XCB_BUTTON_MASK_1) != 0;
+}
+
+KeySet X11WindowSystem::KeysDown() {
+    if (!connection_->IsAlive()) return {};
+    xcb_connection_t* c = connection_->Get();
+    const auto pointer = xcb_query_pointer(c, connection_->Root());
+    KeySet keys = keyboard_.KeysDown();
+    const Reply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(c, pointer, nullptr));
+    const InputState buttons = ToInputState(reply ? reply->mask : std::uint16_t{0});
+    keys[VK_LBUTTON] = buttons.left;
+    keys[VK_MBUTTON] = buttons.middle;
+    keys[VK_RBUTTON] = buttons.right;
+    return keys;
 }
 
 HWND X11WindowSystem::WindowAt(POINT screen) {

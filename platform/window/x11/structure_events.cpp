@@ -1,5 +1,7 @@
 // Events about windows themselves: mapped, placed, exposed, taken and let go by a window manager.
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "platform/window/x11/property_words.h"
 #include "platform/window/x11/x11_window_system.h"
@@ -112,8 +114,21 @@ void X11WindowSystem::OnProperty(const xcb_property_notify_event_t& event) {
     } else if (NativeWindow* window = FindById(event.window)) {
         // Of the other states only one matters, and only beside the iconic one.
         const bool marks = event.atom == names.netWmState && window->iconic;
+        if (event.atom == names.netWmState) ReadMaximised(*window);
         if (marks || event.atom == names.wmState) ReadManagerState(*window);
     }
+}
+
+void X11WindowSystem::ReadMaximised(NativeWindow& window) {
+    // What was taken off with the window itself says nothing.
+    if (!window.traits.decorated || !window.mapRequested || window.withdrawing || !HasManager(window)) return;
+    xcb_connection_t* c = connection_->Get();
+    const Atoms& names = connection_->Names();
+    const std::vector<std::uint32_t> states = ReadWords(c, AskWords(c, window.id, names.netWmState));
+    const bool maximised = std::ranges::count(states, names.netWmStateMaximisedAcross) > 0 &&
+                           std::ranges::count(states, names.netWmStateMaximisedDown) > 0;
+    if (std::exchange(window.maximised, maximised) != maximised)
+        Report().MaximisedChanged(window.handle, maximised);
 }
 
 void X11WindowSystem::ManagerChanged() {

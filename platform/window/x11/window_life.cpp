@@ -33,6 +33,7 @@ X11WindowSystem::X11WindowSystem(std::shared_ptr<Connection> connection, WindowE
       desktops_(connection_),
       backdrop_(connection_),
       cursors_(connection_),
+      clipboard_(connection_, clock_),
       drag_(connection_, cursors_, clock_, manager_),
       drop_(connection_, events),
       screenSize_(connection_->RootSize()) {}

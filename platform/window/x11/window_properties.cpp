@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <xcb/xcb_icccm.h>
@@ -61,7 +62,16 @@ void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTrai
                                     xcb_window_t owner) {
     const WindowTraits& now = window.traits;
     if (!(now.title == before.title)) WriteTitle(window);
-    if (now.decorated != before.decorated || now.minimizable != before.minimizable) WriteDecorations(window);
+    const auto frameOf = [](const WindowTraits& traits) {
+        return std::tuple(traits.decorated, traits.minimizable, traits.maximizable, traits.resizable);
+    };
+    const auto sizesOf = [](const WindowTraits& traits) {
+        return std::tuple(traits.resizable, traits.maximizable, traits.maximised, CSize(traits.least),
+                          CSize(traits.most));
+    };
+    if (frameOf(now) != frameOf(before)) WriteDecorations(window);
+    // They bound what the window manager makes of the states.
+    if (sizesOf(now) != sizesOf(before)) WriteSizeHints(window);
     if (IsDialog(now) != IsDialog(before)) WriteType(window);
     if (!(now.owner == before.owner) || now.dialog != before.dialog) WriteOwner(window, owner);
     if (now.activates != before.activates) WriteInputHint(window, window.minimised);
@@ -89,10 +99,20 @@ void WindowProperties::WriteTitle(const NativeWindow& window) {
 }
 
 void WindowProperties::WriteDecorations(const NativeWindow& window) {
-    enum : std::uint32_t { kHasDecorations = 2, kBorder = 2, kTitle = 8, kMenu = 16, kMinimise = 32 };
+    enum : std::uint32_t {
+        kHasDecorations = 2,
+        kBorder = 2,
+        kTitle = 8,
+        kMenu = 16,
+        kMinimise = 32,
+        kMaximise = 64,
+        kResize = 4
+    };
     std::uint32_t decorations = 0;
     if (window.traits.decorated) decorations = kBorder | kTitle | kMenu;
     if (window.traits.decorated && window.traits.minimizable) decorations |= kMinimise;
+    if (window.traits.decorated && window.traits.maximizable) decorations |= kMaximise;
+    if (window.traits.decorated && window.traits.resizable) decorations |= kResize;
     const xcb_atom_t hints = connection_->Names().motifHints;
     // Functions stay untouched: a window without decorations must still be able to be minimised by itself.
     Replace(window.id, hints, hints, {kHasDecorations, 0, decorations, 0, 0});
@@ -113,9 +133,16 @@ void WindowProperties::WriteSizeHints(const NativeWindow& window) {
     xcb_icccm_size_hints_set_position(&hints, 1, rect.left, rect.top);
     xcb_icccm_size_hints_set_size(&hints, 1, width, height);
     hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;
-    // A skin has one size; only the host changes it.
-    xcb_icccm_size_hints_set_min_size(&hints, width, height);
-    xcb_icccm_size_hints_set_max_size(&hints, width, height);
+    const WindowTraits& traits = window.traits;
+    if (traits.resizable || traits.maximised || (traits.decorated && traits.maximizable)) {
+        xcb_icccm_size_hints_set_min_size(&hints, std::max(traits.least.cx, LONG{1}),
+                                          std::max(traits.least.cy, LONG{1}));
+        xcb_icccm_size_hints_set_max_size(&hints, traits.most.cx, traits.most.cy);
+    } else {
+        // A skin has one size; only the host changes it.
+        xcb_icccm_size_hints_set_min_size(&hints, width, height);
+        xcb_icccm_size_hints_set_max_size(&hints, width, height);
+    }
     // The position is the window's own, whatever frame goes around it.
     xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
     xcb_icccm_set_wm_normal_hints(connection_->Get(), window.id, &hints);
@@ -185,6 +212,10 @@ void WindowProperties::WriteStates(const NativeWindow& window) {
         states.push_back(names.netWmStateSkipTaskbar);
         states.push_back(names.netWmStateSkipPager);
     }
+    if (window.traits.maximised) {
+        states.push_back(names.netWmStateMaximisedAcross);
+        states.push_back(names.netWmStateMaximisedDown);
+    }
     if (window.traits.modal && window.traits.owner) states.push_back(names.netWmStateModal);
     // In one go: a second write would lose the first.
     xcb_change_property(connection_->Get(), XCB_PROP_MODE_REPLACE, window.id, names.netWmState, XCB_ATOM_ATOM,
@@ -202,6 +233,7 @@ void WindowProperties::ChangeStates(const NativeWindow& window, const WindowTrai
     const WindowTraits& now = window.traits;
     tell(before.topmost, now.topmost, names.netWmStateAbove, 0);
     tell(before.toolWindow, now.toolWindow, names.netWmStateSkipTaskbar, names.netWmStateSkipPager);
+    tell(before.maximised, now.maximised, names.netWmStateMaximisedAcross, names.netWmStateMaximisedDown);
     tell(before.modal && before.owner, now.modal && now.owner, names.netWmStateModal, 0);
 }
 

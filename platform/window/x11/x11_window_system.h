@@ -17,6 +17,7 @@
 #include "platform/window/window_system.h"
 #include "platform/window/x11/backdrop_copy.h"
 #include "platform/window/x11/client_leader.h"
+#include "platform/window/x11/clipboard.h"
 #include "platform/window/x11/connection.h"
 #include "platform/window/x11/cursors.h"
 #include "platform/window/x11/desktop_windows.h"
@@ -61,6 +62,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void SetCursor(HWND window, CursorShape shape) override;
     POINT PointerPosition() override;
     bool IsButtonHeld() override;
+    KeySet KeysDown() override;
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screenSize_; }
     std::vector<Monitor> Monitors() override;
@@ -76,6 +78,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     FileReceiver* FileDrops() override { return &drop_; }
     ForeignWindows* Foreign() override { return this; }
     KeyWatch* KeyWatcher() override { return this; }
+    TextClipboard* CopiedText() override { return &clipboard_; }
 
   private:
     using Event = Reply<xcb_generic_event_t>;
@@ -188,6 +191,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void OnDestroy(const xcb_destroy_notify_event_t& event);
     void OnProperty(const xcb_property_notify_event_t& event);
     void OnClientMessage(const xcb_client_message_event_t& event);
+    void ReadMaximised(NativeWindow& window);
     void OnExpose(const xcb_expose_event_t& event);
     void OnShape(const xcb_shape_notify_event_t& event);
     void OnSelection(const xcb_xfixes_selection_notify_event_t& event);
@@ -237,6 +241,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     ShowDesktop showDesktop_;
     Cursors cursors_;
     ServerClock clock_;
+    Clipboard clipboard_;
     DragSource drag_;
     DropReceiver drop_;
     MainContextWaiter waiter_;
