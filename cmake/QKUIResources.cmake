@@ -7,6 +7,10 @@
 # headers and for the files that the script names, which else lie relative to the script. Included headers and
 # named files are dependencies by themselves; DEPENDS adds others.
 #
+# Scripts in the customary form compile as they are: with <afxres.h>, <winres.h> or <windows.h>, in UTF-16 or the
+# code page that they name, with backslashes in their paths, with string tables, icons, versions, menus and
+# controls. What is compiled and not drawn is named, once for each compilation.
+#
 #     #include <platform/resource_styles.h>
 #     101 PNG "skin/close.png"
 #     200 HTML "help.html"
@@ -18,33 +22,8 @@
 #         CONTROL "", 1001, "STATIC", WS_CHILD | WS_VISIBLE, 10, 10, 80, 12
 #     END
 
-# As a script (by the build, see below) this file adds to a depfile what a preprocessed script names at the end
-# of a line, where there is such a file.
-if(CMAKE_SCRIPT_MODE_FILE AND DEFINED QKUI_PREPROCESSED)
-    file(READ "${QKUI_PREPROCESSED}" text)
-    string(REGEX MATCHALL "(\"[^]\"\n;[]+\"|[^]\" \t\r\n;[]+)[ \t\r]*\n" names "${text}\n")
-    string(REPLACE "|" ";" folders "${QKUI_FOLDERS}")
-    set(found "")
-    foreach(name IN LISTS names)
-        string(STRIP "${name}" name)
-        string(REPLACE "\"" "" name "${name}")
-        foreach(folder IN LISTS folders)
-            cmake_path(ABSOLUTE_PATH name BASE_DIRECTORY "${folder}" NORMALIZE OUTPUT_VARIABLE path)
-            if(EXISTS "${path}" AND NOT IS_DIRECTORY "${path}")
-                string(REPLACE " " "\\ " path "${path}")
-                string(APPEND found " ${path}")
-                break()
-            endif()
-        endforeach()
-    endforeach()
-    # Into the one rule that the preprocessor wrote: of several, some generators read only the last.
-    file(READ "${QKUI_DEPFILE}" rule)
-    string(STRIP "${rule}" rule)
-    file(WRITE "${QKUI_DEPFILE}" "${rule}${found}\n")
-    return()
-endif()
-
 include_guard()
+set(QKUI_RESOURCE_SCRIPT "${CMAKE_CURRENT_LIST_DIR}/QKUIResourceScript.cmake" CACHE INTERNAL "")
 cmake_policy(SET CMP0116 NEW) # depfiles are translated by CMake, whatever the including project chose
 
 # The source that names where the bytes begin and how many they are, and registers them. It takes the bytes
@@ -131,7 +110,7 @@ function(qkui_add_resources target rc)
         cmake_path(ABSOLUTE_PATH folder BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
         list(APPEND folders "${folder}")
     endforeach()
-    set(depends ${rc})
+    set(depends ${rc} ${QKUI_RESOURCE_SCRIPT})
     foreach(file IN LISTS arg_DEPENDS)
         cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
         list(APPEND depends "${file}")
@@ -144,6 +123,8 @@ function(qkui_add_resources target rc)
     set(base "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources/${rc_name}.${hash}")
     set(res "${base}.res")
 
+    # Customary headers come last: a host's own go before.
+    set(customary "$<$<TARGET_EXISTS:QKUILib::CustomaryHeaders>:$<TARGET_PROPERTY:QKUILib::CustomaryHeaders,INTERFACE_INCLUDE_DIRECTORIES>>")
     set(header_folders "$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>")
     list(JOIN folders "|" joined_folders)
     list(TRANSFORM folders PREPEND "-I" OUTPUT_VARIABLE preprocessor_folders)
@@ -151,16 +132,18 @@ function(qkui_add_resources target rc)
     file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources")
     add_custom_command(
         OUTPUT "${res}"
+        COMMAND "${CMAKE_COMMAND}" -DSTEP=read "-DFROM=${rc}" "-DTO=${base}.rc" -P "${QKUI_RESOURCE_SCRIPT}"
         # -undef: names such as `linux` are no macros in a resource script. -w: an apostrophe is no mistake.
         COMMAND "${CMAKE_CXX_COMPILER}" -E -x c -undef -w -DRC_INVOKED ${preprocessor_folders}
                 "$<$<BOOL:${header_folders}>:-I$<JOIN:${header_folders},;-I>>"
-                -MD -MF "${base}.d" -MQ "${res}" -o "${base}.i" "${rc}"
+                "$<$<BOOL:${customary}>:-I$<JOIN:${customary},;-I>>"
+                -MD -MF "${base}.d" -MQ "${res}" -o "${base}.i" "${base}.rc"
+        COMMAND "${CMAKE_COMMAND}" -DSTEP=names "-DSCRIPT=${base}.i" "-DDEPFILE=${base}.d" "-DCOPY=${base}.rc"
+                "-DFOLDERS=${joined_folders}" "-DTITLE=${rc_name}" -P "${QKUI_RESOURCE_SCRIPT}"
         COMMAND "${QKUI_LLVM_RC}" /no-preprocess /C 65001 /X ${compiler_folders} /FO "${res}" -- "${base}.i"
-        COMMAND "${CMAKE_COMMAND}" "-DQKUI_PREPROCESSED=${base}.i" "-DQKUI_DEPFILE=${base}.d"
-                "-DQKUI_FOLDERS=${joined_folders}" -P "${CMAKE_CURRENT_FUNCTION_LIST_FILE}"
         DEPENDS ${depends}
         DEPFILE "${base}.d"
-        BYPRODUCTS "${base}.i"
+        BYPRODUCTS "${base}.i" "${base}.rc"
         WORKING_DIRECTORY "${rc_folder}"
         COMMENT "Compiling resources ${rc_name}"
         COMMAND_EXPAND_LISTS VERBATIM)

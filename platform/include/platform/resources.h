@@ -14,6 +14,7 @@
 #define RT_BITMAP MAKEINTRESOURCE(2)
 #define RT_ICON MAKEINTRESOURCE(3)
 #define RT_DIALOG MAKEINTRESOURCE(5)
+#define RT_STRING MAKEINTRESOURCE(6)
 #define RT_RCDATA MAKEINTRESOURCE(10)
 #define RT_GROUP_ICON MAKEINTRESOURCE(14)
 #define RT_HTML MAKEINTRESOURCE(23)
@@ -37,6 +38,10 @@ PLATFORM_API DWORD SizeofResource(HMODULE module, HRSRC resource);
 PLATFORM_API HGLOBAL LoadResource(HMODULE module, HRSRC resource);
 // The first byte, never to be written; null for a stale handle. Nothing needs to be unlocked.
 PLATFORM_API LPVOID LockResource(HGLOBAL data);
+
+// A text of the string tables, cut to the buffer, with its terminator. Returns its length; 0 with the errors
+// of FindResourceW, or ERROR_INVALID_DATA. CString::LoadString gives the whole.
+PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);
 
 // The module that resources are looked up in when none is named: the one chosen while it lives, else the
 // program's own, else the oldest registered; empty when there is none. Setting an empty handle takes the

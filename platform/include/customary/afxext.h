@@ -1,0 +1,4 @@
+// For sources that include it by this name.
+#pragma once
+
+#include "afxwin.h"
