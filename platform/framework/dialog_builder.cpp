@@ -1,6 +1,7 @@
 #include "platform/framework/dialog_builder.h"
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 #include <string>
 
@@ -16,9 +17,18 @@ constexpr int LargestExtent = 32767;
 // The x of a template that leaves the place to the system.
 constexpr int AnyPlace = -32768;
 
-bool IsStatic(const DialogControl& control) {
-    CString name(control.ClassName());
-    return name.CompareNoCase(StaticClass) == 0;
+// The classes of controls that templates name customarily. Each is a placeholder, as STATIC is.
+bool IsKnown(const DialogControl& control) {
+    static constexpr LPCWSTR kClasses[] = {
+        StaticClass,          u"BUTTON",          u"EDIT",           u"LISTBOX",         u"COMBOBOX",
+        u"SCROLLBAR",         u"COMBOBOXEX32",    u"RICHEDIT20W",    u"RICHEDIT50W",     u"SYSANIMATE32",
+        u"SYSDATETIMEPICK32", u"SYSHEADER32",     u"SYSIPADDRESS32", u"SYSLINK",         u"SYSLISTVIEW32",
+        u"SYSMONTHCAL32",     u"SYSTABCONTROL32", u"SYSTREEVIEW32",  u"MSCTLS_HOTKEY32", u"MSCTLS_PROGRESS32",
+        u"MSCTLS_TRACKBAR32", u"MSCTLS_UPDOWN32",
+    };
+    const CString name(control.ClassName());
+    return std::any_of(std::begin(kClasses), std::end(kClasses),
+                       [&](LPCWSTR known) { return name.CompareNoCase(known) == 0; });
 }
 
 CRect InPixels(const DialogUnits& place, const DialogBaseUnits& base) {
@@ -48,7 +58,7 @@ std::span<const std::byte> TemplateBytes(HINSTANCE module, LPCWSTR name) {
 bool CanBuild(const DialogTemplate& dialog, const DialogBaseUnits& base) {
     if (!HasValidExtent(dialog.place, base)) return false;
     return std::all_of(dialog.controls.begin(), dialog.controls.end(), [&](const DialogControl& control) {
-        return IsStatic(control) && HasValidExtent(control.place, base);
+        return IsKnown(control) && HasValidExtent(control.place, base);
     });
 }
 

@@ -14,11 +14,19 @@ const AFX_MSGMAP* CCmdTarget::GetThisMessageMap() {
 
 namespace platform {
 
-const AFX_MSGMAP_ENTRY* FindLine(const AFX_MSGMAP* map, UINT message) {
+const AFX_MSGMAP_ENTRY* FindLine(const AFX_MSGMAP* map, UINT message, WPARAM wParam) {
+    const auto names = [&](const AFX_MSGMAP_ENTRY& line) {
+        // A command without a notification is its number alone.
+        return line.message == message && (line.command == 0 || line.command == (wParam & 0xFFFFFFFF));
+    };
     for (; map; map = map->base ? map->base() : nullptr)
         for (const AFX_MSGMAP_ENTRY* line = map->entries; line->handle; ++line)
-            if (line->message == message) return line;
+            if (names(*line)) return line;
     return nullptr;
+}
+
+CWnd* ObjectOfParam(std::uint64_t window) {
+    return CWnd::FromHandlePermanent(HWND::FromParam(window));
 }
 
 }  // namespace platform

@@ -6,6 +6,6 @@
 namespace platform {
 
 // The first line for a message, the map itself first and then its bases; null when none has one.
-const AFX_MSGMAP_ENTRY* FindLine(const AFX_MSGMAP* map, UINT message);
+const AFX_MSGMAP_ENTRY* FindLine(const AFX_MSGMAP* map, UINT message, WPARAM wParam);
 
 }  // namespace platform

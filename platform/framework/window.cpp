@@ -101,7 +101,7 @@ void CWnd::CenterWindow() {
     CRect own;
     if (!::GetWindowRect(m_hWnd, own)) return;
     const bool child = (GetStyle() & WS_CHILD) != 0;
-    const CPoint place = platform::CentredPlace(own.Size(), GetParent(m_hWnd), child);
+    const CPoint place = platform::CentredPlace(own.Size(), ::GetParent(m_hWnd), child);
     SetWindowPos({}, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -115,7 +115,7 @@ BOOL CWnd::PreTranslateMessage(MSG*) {
 
 BOOL CWnd::WalkPreTranslateTree(MSG* message) {
     // A filter that lets a message pass may still destroy windows on the way.
-    for (HWND window = message->hwnd; IsWindow(window); window = GetParent(window)) {
+    for (HWND window = message->hwnd; IsWindow(window); window = ::GetParent(window)) {
         const bool child = (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
         CWnd* const object = FromHandlePermanent(window);
         if (object && object->PreTranslateMessage(message)) return TRUE;
@@ -125,7 +125,7 @@ BOOL CWnd::WalkPreTranslateTree(MSG* message) {
 }
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (const AFX_MSGMAP_ENTRY* line = platform::FindLine(GetMessageMap(), message))
+    if (const AFX_MSGMAP_ENTRY* line = platform::FindLine(GetMessageMap(), message, wParam))
         return line->handle(this, wParam, lParam);
     return DefWindowProc(message, wParam, lParam);
 }

@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "platform/framework/main_window.h"
 #include "platform/framework/modal_loop.h"
 #include "platform/framework/window_objects.h"
 #include "platform/window/core/control.h"
@@ -115,6 +116,7 @@ bool WindowAccess::HasWindow(CWnd& object) {
 void WindowAccess::Detach(CWnd& object) {
     UnbindObject(object.m_hWnd);
     object.m_hWnd = nullptr;
+    MainWindowLeaves(object);
     object.PostNcDestroy();
 }
 

@@ -201,7 +201,6 @@ TEST_F(DialogTemplate, RefusesWhatItCannotBuild) {
         std::function<void(maker::Dialog&)> spoil;
         DWORD error;
     } cases[] = {
-        {"a button", [](maker::Dialog& d) { d.controls[1].atom = 0x80; }, ERROR_INVALID_DATA},
         {"an unknown number", [](maker::Dialog& d) { d.controls[1].atom = 0x99; }, ERROR_INVALID_DATA},
         {"an unknown class", [](maker::Dialog& d) { d.controls[1].className = u"STATICS"; },
          ERROR_INVALID_DATA},

@@ -1,151 +1,13 @@
-// The application framework: run-time class information, windows as objects, message maps, dialogs.
+// The application framework: windows as objects, dialogs, and the loop that serves them.
 #pragma once
 
-#include <type_traits>
-
 #include <platform/collections.h>
+#include <platform/device_objects.h>
 #include <platform/geometry.h>
+#include <platform/message_map.h>
 #include <platform/ole.h>
 #include <platform/resources.h>
 #include <platform/window.h>
-
-// ---- Run-time class information -----------------------------------------------------------------------
-
-class CObject;
-
-struct CRuntimeClass {
-    const char* m_lpszClassName;
-    const CRuntimeClass* m_pBaseClass;
-    CObject* (*m_pfnCreateObject)();  // null for a class that cannot be created by name
-
-    PLATFORM_API bool IsDerivedFrom(const CRuntimeClass* base) const;
-    // A new object of the class, owned by the caller; null when it cannot be created.
-    CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
-};
-
-class PLATFORM_API CObject {
-  public:
-    virtual ~CObject();
-    virtual const CRuntimeClass* GetRuntimeClass() const;
-    bool IsKindOf(const CRuntimeClass* runtimeClass) const;
-    static const CRuntimeClass classCObject;
-
-  protected:
-    CObject() = default;
-    CObject(const CObject&) = default;
-    CObject& operator=(const CObject&) = default;
-};
-
-#define RUNTIME_CLASS(name) (&name::class##name)
-#define DECLARE_DYNAMIC(name)               \
-  public:                                   \
-    static const CRuntimeClass class##name; \
-    const CRuntimeClass* GetRuntimeClass() const override;
-#define IMPLEMENT_DYNAMIC(name, base)                                              \
-    const CRuntimeClass name::class##name = {#name, RUNTIME_CLASS(base), nullptr}; \
-    const CRuntimeClass* name::GetRuntimeClass() const {                           \
-        return RUNTIME_CLASS(name);                                                \
-    }
-// For a class with a default constructor whose objects may be made from its CRuntimeClass alone.
-#define DECLARE_DYNCREATE(name) DECLARE_DYNAMIC(name) static CObject* CreateObject();
-#define IMPLEMENT_DYNCREATE(name, base)                                                       \
-    CObject* name::CreateObject() {                                                           \
-        return new name;                                                                      \
-    }                                                                                         \
-    const CRuntimeClass name::class##name = {#name, RUNTIME_CLASS(base), name::CreateObject}; \
-    const CRuntimeClass* name::GetRuntimeClass() const {                                      \
-        return RUNTIME_CLASS(name);                                                           \
-    }
-
-// ---- Message maps -------------------------------------------------------------------------------------
-
-class CWnd;
-class CCmdTarget;
-
-// A message goes to the first line that names it, in the map of the object's own class first and then in
-// those of its bases, in the order of their lines; one handler gets it. A handler that wants what its base
-// does calls the base's handler or Default().
-
-// One line of a message map: which message, and the function that unpacks its parameters and calls the
-// handler. The result of a handler that returns nothing is 0.
-struct AFX_MSGMAP_ENTRY {
-    UINT message;
-    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);  // null ends the map
-};
-struct AFX_MSGMAP {
-    const AFX_MSGMAP* (*base)();  // null in the root's map
-    const AFX_MSGMAP_ENTRY* entries;
-};
-
-class PLATFORM_API CCmdTarget : public CObject {
-    DECLARE_DYNAMIC(CCmdTarget)
-  protected:
-    virtual const AFX_MSGMAP* GetMessageMap() const;
-    static const AFX_MSGMAP* GetThisMessageMap();
-};
-
-#define DECLARE_MESSAGE_MAP()                     \
-  protected:                                      \
-    static const AFX_MSGMAP* GetThisMessageMap(); \
-    const AFX_MSGMAP* GetMessageMap() const override;
-
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                         \
-    const AFX_MSGMAP* theClass::GetMessageMap() const {                                                \
-        return GetThisMessageMap();                                                                    \
-    }                                                                                                  \
-    const AFX_MSGMAP* theClass::GetThisMessageMap() {                                                  \
-        using ThisClass [[maybe_unused]] = theClass;                                                   \
-        using TheBaseClass = baseClass;                                                                \
-        static_assert(std::is_base_of_v<baseClass, theClass> && !std::is_same_v<baseClass, theClass>); \
-        static const AFX_MSGMAP_ENTRY entries[] = {
-#define END_MESSAGE_MAP()                                                      \
-    { 0, nullptr }                                                             \
-    }                                                                          \
-    ;                                                                          \
-    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries}; \
-    return &map;                                                               \
-    }
-
-#define AFX_MSGMAP_LINE(id, ...)                                                                   \
-    {id, [](CCmdTarget* target, [[maybe_unused]] WPARAM w, [[maybe_unused]] LPARAM l) -> LRESULT { \
-         [[maybe_unused]] auto* self = static_cast<ThisClass*>(target);                            \
-         __VA_ARGS__                                                                               \
-     }},
-#define AFX_POINT_LINE(id, handler)                                                                    \
-    AFX_MSGMAP_LINE(id, self->handler(static_cast<UINT>(w), CPoint(GET_X_LPARAM(l), GET_Y_LPARAM(l))); \
-                    return 0;)
-
-#define ON_WM_PAINT() AFX_MSGMAP_LINE(WM_PAINT, self->OnPaint(); return 0;)
-#define ON_WM_ERASEBKGND() AFX_MSGMAP_LINE(WM_ERASEBKGND, return self->OnEraseBkgnd(HDC::FromParam(w));)
-#define ON_WM_MOVE() AFX_MSGMAP_LINE(WM_MOVE, self->OnMove(GET_X_LPARAM(l), GET_Y_LPARAM(l)); return 0;)
-#define ON_WM_SIZE()                                                                                   \
-    AFX_MSGMAP_LINE(WM_SIZE, self->OnSize(static_cast<UINT>(w), LOWORD(static_cast<std::uint64_t>(l)), \
-                                          HIWORD(static_cast<std::uint64_t>(l)));                      \
-                    return 0;)
-#define ON_WM_CLOSE() AFX_MSGMAP_LINE(WM_CLOSE, self->OnClose(); return 0;)
-#define ON_WM_DESTROY() AFX_MSGMAP_LINE(WM_DESTROY, self->OnDestroy(); return 0;)
-#define ON_WM_TIMER() AFX_MSGMAP_LINE(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(w)); return 0;)
-#define ON_WM_ACTIVATE()                                                                                    \
-    AFX_MSGMAP_LINE(WM_ACTIVATE,                                                                            \
-                    self->OnActivate(LOWORD(w), HWND::FromParam(static_cast<std::uint64_t>(l)), HIWORD(w)); \
-                    return 0;)
-#define ON_WM_MOUSEMOVE() AFX_POINT_LINE(WM_MOUSEMOVE, OnMouseMove)
-#define ON_WM_LBUTTONDOWN() AFX_POINT_LINE(WM_LBUTTONDOWN, OnLButtonDown)
-#define ON_WM_LBUTTONUP() AFX_POINT_LINE(WM_LBUTTONUP, OnLButtonUp)
-#define ON_WM_LBUTTONDBLCLK() AFX_POINT_LINE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
-#define ON_WM_RBUTTONDOWN() AFX_POINT_LINE(WM_RBUTTONDOWN, OnRButtonDown)
-#define ON_WM_RBUTTONUP() AFX_POINT_LINE(WM_RBUTTONUP, OnRButtonUp)
-#define ON_WM_MOUSELEAVE() AFX_MSGMAP_LINE(WM_MOUSELEAVE, self->OnMouseLeave(); return 0;)
-// void handler(HDROP). A window of DragAcceptMoves has a handler that returns what it did: ON_MESSAGE.
-#define ON_WM_DROPFILES() AFX_MSGMAP_LINE(WM_DROPFILES, self->OnDropFiles(HDROP::FromParam(w)); return 0;)
-// int handler(CWnd* topLevel, UINT hitTest, UINT message)
-#define ON_WM_MOUSEACTIVATE()                                                                   \
-    AFX_MSGMAP_LINE(WM_MOUSEACTIVATE, const auto words = static_cast<std::uint64_t>(l);         \
-                    return self->OnMouseActivate(CWnd::FromHandlePermanent(HWND::FromParam(w)), \
-                                                 LOWORD(words), HIWORD(words));)
-#define ON_WM_KEYDOWN() AFX_MSGMAP_LINE(WM_KEYDOWN, self->OnKeyDown(static_cast<UINT>(w)); return 0;)
-// LRESULT handler(WPARAM, LPARAM)
-#define ON_MESSAGE(id, handler) AFX_MSGMAP_LINE(id, return self->handler(w, l);)
 
 // ---- Windows ------------------------------------------------------------------------------------------
 
@@ -195,16 +57,40 @@ class PLATFORM_API CWnd : public CCmdTarget {
 
     BOOL ShowWindow(int command) { return ::ShowWindow(m_hWnd, command); }
     BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
+    BOOL IsWindowEnabled() const { return ::IsWindowEnabled(m_hWnd); }
+    BOOL IsIconic() const { return ::IsIconic(m_hWnd); }
+    BOOL IsZoomed() const { return ::IsZoomed(m_hWnd); }
+    BOOL UpdateWindow() { return ::UpdateWindow(m_hWnd); }
+    BOOL SetForegroundWindow() { return ::SetForegroundWindow(m_hWnd); }
+    BOOL BringWindowToTop() { return ::SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }
+    // The object that had it before, or null.
+    CWnd* SetFocus() { return FromHandlePermanent(::SetFocus(m_hWnd)); }
+    CWnd* SetCapture() { return FromHandlePermanent(::SetCapture(m_hWnd)); }
+    // The object of the parent, or of the owner; null where that has none.
+    CWnd* GetParent() const { return FromHandlePermanent(::GetParent(m_hWnd)); }
+    void DragAcceptFiles(BOOL accept = TRUE) { ::DragAcceptFiles(m_hWnd, accept); }
     BOOL EnableWindow(BOOL enable = TRUE) { return ::EnableWindow(m_hWnd, enable); }
     void GetWindowRect(RECT* rect) const { ::GetWindowRect(m_hWnd, rect); }
     void GetClientRect(RECT* rect) const { ::GetClientRect(m_hWnd, rect); }
     void ScreenToClient(RECT* rect) const;
     void ClientToScreen(RECT* rect) const;
+    void ScreenToClient(POINT* point) const { ::ScreenToClient(m_hWnd, point); }
+    void ClientToScreen(POINT* point) const { ::ClientToScreen(m_hWnd, point); }
     BOOL SetWindowPos(HWND after, int x, int y, int width, int height, UINT flags) {
         return ::SetWindowPos(m_hWnd, after, x, y, width, height, flags);
     }
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE) {
         ::MoveWindow(m_hWnd, x, y, width, height, repaint);
+    }
+    void MoveWindow(const RECT* rect, BOOL repaint = TRUE) {
+        MoveWindow(rect->left, rect->top, CRect(rect).Width(), CRect(rect).Height(), repaint);
+    }
+    BOOL SetWindowPos(const CWnd* after, int x, int y, int width, int height, UINT flags) {
+        return ::SetWindowPos(m_hWnd, after ? after->m_hWnd : HWND(), x, y, width, height, flags);
+    }
+    int SetWindowRgn(HRGN region, BOOL redraw) { return ::SetWindowRgn(m_hWnd, region, redraw); }
+    BOOL SetLayeredWindowAttributes(COLORREF key, BYTE alpha, DWORD flags) {
+        return ::SetLayeredWindowAttributes(m_hWnd, key, alpha, flags);
     }
     // Centres on the parent or owner, or on the primary monitor where there is none to see; a top-level
     // window is kept inside the work area of the monitor.
@@ -221,6 +107,8 @@ class PLATFORM_API CWnd : public CCmdTarget {
             static_cast<std::uint64_t>(::SendMessageW(m_hWnd, WM_GETICON, big ? ICON_BIG : ICON_SMALL, 0)));
     }
     CString GetWindowText() const { return ::GetWindowTextW(m_hWnd); }
+    void GetWindowText(CString& text) const { text = GetWindowText(); }
+    int GetWindowTextLength() const { return GetWindowText().GetLength(); }
     // The control with an identifier; the empty handle when there is none.
     HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
     void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }
@@ -231,9 +119,32 @@ class PLATFORM_API CWnd : public CCmdTarget {
     BOOL PostMessage(UINT message, WPARAM w = 0, LPARAM l = 0) {
         return ::PostMessageW(m_hWnd, message, w, l);
     }
-    UINT_PTR SetTimer(UINT_PTR id, UINT interval) { return ::SetTimer(m_hWnd, id, interval, nullptr); }
+    // Without a procedure the window receives WM_TIMER.
+    UINT_PTR SetTimer(UINT_PTR id, UINT interval, TIMERPROC procedure = nullptr) {
+        return ::SetTimer(m_hWnd, id, interval, procedure);
+    }
+    // A context on the whole window, until ReleaseDC, which also ends the object.
+    CDC* GetDC();
+    int ReleaseDC(CDC* context);
+
+    // For members that mean the functions of these names.
+    static HWND GetParent(HWND window) { return ::GetParent(window); }
+    static BOOL IsWindowEnabled(HWND window) { return ::IsWindowEnabled(window); }
+    static BOOL IsIconic(HWND window) { return ::IsIconic(window); }
+    static BOOL IsZoomed(HWND window) { return ::IsZoomed(window); }
+    static BOOL UpdateWindow(HWND window) { return ::UpdateWindow(window); }
+    static BOOL SetForegroundWindow(HWND window) { return ::SetForegroundWindow(window); }
+    static HWND SetFocus(HWND window) { return ::SetFocus(window); }
+    static HWND SetCapture(HWND window) { return ::SetCapture(window); }
+    static HDC GetDC(HWND window) { return ::GetDC(window); }
+    static int ReleaseDC(HWND window, HDC context) { return ::ReleaseDC(window, context); }
+    static int SetWindowRgn(HWND window, HRGN region, BOOL redraw) {
+        return ::SetWindowRgn(window, region, redraw);
+    }
+    static BOOL SetLayeredWindowAttributes(HWND window, COLORREF key, BYTE alpha, DWORD flags) {
+        return ::SetLayeredWindowAttributes(window, key, alpha, flags);
+    }
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
-    void DragAcceptFiles(BOOL accept = TRUE) { ::DragAcceptFiles(m_hWnd, accept); }
 
     // True takes a message out before it is translated and dispatched. Called by the framework's loops for
     // the message's window and each of its parents up to the top-level; an owner is not asked.
@@ -249,24 +160,46 @@ class PLATFORM_API CWnd : public CCmdTarget {
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
     // Defaults of the handlers that a message map may route to; each runs Default().
+    int OnCreate(CREATESTRUCTW*) { return static_cast<int>(Default()); }
     void OnPaint() { Default(); }
     BOOL OnEraseBkgnd(HDC) { return static_cast<BOOL>(Default()); }
+    BOOL OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
+    void OnGetMinMaxInfo(MINMAXINFO*) { Default(); }
+    void OnShowWindow(BOOL, UINT) { Default(); }
+    void OnEnable(BOOL) { Default(); }
     void OnMove(int, int) { Default(); }
     void OnSize(UINT, int, int) { Default(); }
     void OnClose() { Default(); }
     void OnDestroy() { Default(); }
     void OnTimer(UINT_PTR) { Default(); }
     void OnActivate(UINT, HWND, BOOL) { Default(); }
+    void OnActivate(UINT, CWnd*, BOOL) { Default(); }
+    void OnSetFocus(CWnd*) { Default(); }
+    void OnKillFocus(CWnd*) { Default(); }
+    BOOL OnSetCursor(CWnd*, UINT, UINT) { return static_cast<BOOL>(Default()); }
+    LRESULT OnNcHitTest(CPoint) { return Default(); }
+    void OnSysCommand(UINT, LPARAM) { Default(); }
     void OnMouseMove(UINT, CPoint) { Default(); }
     void OnLButtonDown(UINT, CPoint) { Default(); }
     void OnLButtonUp(UINT, CPoint) { Default(); }
     void OnLButtonDblClk(UINT, CPoint) { Default(); }
     void OnRButtonDown(UINT, CPoint) { Default(); }
     void OnRButtonUp(UINT, CPoint) { Default(); }
+    void OnRButtonDblClk(UINT, CPoint) { Default(); }
+    void OnMButtonDown(UINT, CPoint) { Default(); }
+    void OnMButtonUp(UINT, CPoint) { Default(); }
+    void OnMButtonDblClk(UINT, CPoint) { Default(); }
+    BOOL OnMouseWheel(UINT, short, CPoint) { return static_cast<BOOL>(Default()); }
+    void OnContextMenu(CWnd*, CPoint) { Default(); }
+    void OnNcDestroy() { Default(); }
+    void OnDropFiles(HDROP) { Default(); }
     void OnMouseLeave() { Default(); }
     int OnMouseActivate(CWnd*, UINT, UINT) { return static_cast<int>(Default()); }
-    void OnKeyDown(UINT) { Default(); }
-    void OnDropFiles(HDROP) { Default(); }
+    void OnKeyDown(UINT, UINT = 1, UINT = 0) { Default(); }
+    void OnKeyUp(UINT, UINT = 1, UINT = 0) { Default(); }
+    void OnChar(UINT, UINT = 1, UINT = 0) { Default(); }
+    void OnSysKeyDown(UINT, UINT = 1, UINT = 0) { Default(); }
+    void OnSysKeyUp(UINT, UINT = 1, UINT = 0) { Default(); }
 
   protected:
     // Default processing of the message being handled, with its own parameters. Outside a handler, or once

@@ -1,8 +1,9 @@
-// The desktop's wallpaper.
+// The desktop's wallpaper, and its programs for files.
 #pragma once
 
 #include <platform/components.h>
 #include <platform/types.h>
+#include <platform/window.h>
 
 constexpr GUID CLSID_ActiveDesktop = {
     0x75048700, 0xEF1F, 0x11D0, {0x98, 0x88, 0x00, 0x60, 0x97, 0xDE, 0xAC, 0xF9}};
@@ -51,3 +52,16 @@ class PLATFORM_API IActiveDesktop : public IUnknown {
   protected:
     ~IActiveDesktop() override;
 };
+
+// Opens a file, a folder or an address (with a scheme: https:, mailto:, file:) with the program that the user
+// has chosen for its kind; a program's own file is started, with `parameters` as a shell would take them
+// apart. A name without a folder is looked for in `folder`, else in the present one, and a program's also
+// along PATH. The verb is null or "open". Returns at once: a number above 32, to be compared as INT_PTR and
+// no more, or one of those below. `window` and `show` are not looked at.
+enum : INT_PTR { SE_ERR_FNF = 2, SE_ERR_ACCESSDENIED = 5, SE_ERR_NOASSOC = 31 };
+PLATFORM_API HINSTANCE ShellExecuteW(HWND window, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters,
+                                     LPCWSTR folder, int show);
+inline HINSTANCE ShellExecute(HWND window, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR folder,
+                              int show) {
+    return ShellExecuteW(window, verb, file, parameters, folder, show);
+}
