@@ -2,3 +2,7 @@
 #pragma once
 
 #include "windows.h"
+
+#ifndef RC_INVOKED
+#include <platform/shell.h>
+#endif

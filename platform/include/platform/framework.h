@@ -40,6 +40,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     HWND m_hWnd;
 
     HWND GetSafeHwnd() const { return m_hWnd; }
+    operator HWND() const { return m_hWnd; }  // NOLINT
     // The object of a window, or null when the window has none on the calling thread.
     static CWnd* FromHandlePermanent(HWND window);
 

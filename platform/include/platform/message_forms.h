@@ -22,6 +22,13 @@ LRESULT HandleOnCreate(Target& self, int (Class::*handler)(CREATESTRUCTW*), WPAR
     return (self.*handler)(&record);
 }
 
+// Identifiers are as wide as an address, or as older programs have them.
+template <class Target, class Class, class Identifier>
+LRESULT HandleOnTimer(Target& self, void (Class::*handler)(Identifier), WPARAM w, LPARAM) {
+    (self.*handler)(static_cast<Identifier>(w));
+    return 0;
+}
+
 template <class Target, class Class>
 LRESULT HandleOnEraseBkgnd(Target& self, BOOL (Class::*handler)(HDC), WPARAM w, LPARAM) {
     return (self.*handler)(HDC::FromParam(w));

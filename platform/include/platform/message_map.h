@@ -87,7 +87,7 @@ class PLATFORM_API CCmdTarget : public CObject {
 #define ON_WM_CLOSE() AFX_MSGMAP_LINE(WM_CLOSE, self->OnClose(); return 0;)
 #define ON_WM_DESTROY() AFX_MSGMAP_LINE(WM_DESTROY, self->OnDestroy(); return 0;)
 #define ON_WM_NCDESTROY() AFX_MSGMAP_LINE(WM_NCDESTROY, self->OnNcDestroy(); return 0;)
-#define ON_WM_TIMER() AFX_MSGMAP_LINE(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(w)); return 0;)
+#define ON_WM_TIMER() AFX_FORM_LINE(WM_TIMER, OnTimer)
 #define ON_WM_ACTIVATE() AFX_FORM_LINE(WM_ACTIVATE, OnActivate)
 #define ON_WM_SETFOCUS() AFX_FORM_LINE(WM_SETFOCUS, OnSetFocus)
 #define ON_WM_KILLFOCUS() AFX_FORM_LINE(WM_KILLFOCUS, OnKillFocus)

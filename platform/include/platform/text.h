@@ -9,10 +9,10 @@
 
 #include <platform/types.h>
 
-// A UTF-16 literal: `_T("...")` or `_T('x')`.
-#define _T(literal) u##literal
-#define _TEXT(literal) u##literal
-#define TEXT(literal) u##literal
+#define PLATFORM_UTF16(literal) u##literal
+#define _T(literal) PLATFORM_UTF16(literal)  // a UTF-16 literal: "..." or 'x', or a macro for one
+#define _TEXT(literal) _T(literal)
+#define TEXT(literal) _T(literal)
 
 // An owned UTF-16 string. It is a value: copies are independent. Positions and lengths count code units.
 // Malformed input of a conversion becomes U+FFFD; it never truncates what follows.

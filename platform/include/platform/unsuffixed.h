@@ -93,8 +93,15 @@ inline HWND FindWindow(LPCWSTR className, LPCWSTR title) {
 inline HWND FindWindowEx(HWND parent, HWND after, LPCWSTR className, LPCWSTR title) {
     return FindWindowExW(parent, after, className, title);
 }
+enum { FW_NORMAL = 400, FW_BOLD = 700 };
 inline HFONT CreateFontIndirect(const LOGFONT* font) {
     return CreateFontIndirectW(font);
+}
+inline HFONT CreateFont(int height, int width, int escapement, int orientation, int weight, DWORD italic,
+                        DWORD underline, DWORD strikeOut, DWORD charSet, DWORD outPrecision,
+                        DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily, LPCWSTR face) {
+    return CreateFontW(height, width, escapement, orientation, weight, italic, underline, strikeOut, charSet,
+                       outPrecision, clipPrecision, quality, pitchAndFamily, face);
 }
 inline int DrawText(HDC context, LPCWSTR text, int length, RECT* rect, UINT format) {
     return DrawTextW(context, text, length, rect, format);

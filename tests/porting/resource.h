@@ -1,0 +1,8 @@
+#define IDR_MAINFRAME 128
+#define IDD_MAIN 102
+#define IDB_BACK 103
+#define IDS_ABOUT 104
+#define IDS_FORMAT 105
+#define IDC_LIST 1000
+#define IDC_CHECK 1001
+#define IDC_EDIT 1002
