@@ -132,7 +132,7 @@ BOOL DeleteObject(HFONT font) {
     return FALSE;
 }
 
-HFONT SelectObject(HDC context, HFONT font) {
+HFONT SelectFont(HDC context, HFONT font) {
     const std::shared_ptr<DeviceContext> found = ShareContext(context);
     if (!found) return {};
     std::shared_ptr<const GdiFont> object;

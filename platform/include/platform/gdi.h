@@ -4,6 +4,8 @@
 // onto a window, inside its clip; coordinates are pixels, the origin is the top left.
 #pragma once
 
+#include <concepts>
+
 #include <platform/types.h>
 
 struct BITMAPINFOHEADER {
@@ -90,7 +92,11 @@ PLATFORM_API HFONT CreateFontW(int height, int width, int escapement, int orient
 // The font that a context's text is drawn in; returns the one before, empty for the system's common font of 9
 // points, which a context begins with. The empty handle selects that one. A font that is deleted stays in
 // use.
-PLATFORM_API HFONT SelectObject(HDC context, HFONT font);
+PLATFORM_API HFONT SelectFont(HDC context, HFONT font);
+template <std::same_as<HFONT> Font>  // nullptr is a bitmap
+Font SelectObject(HDC context, Font font) {
+    return SelectFont(context, font);
+}
 
 // Icons are made from pictures: Gdiplus::Bitmap::GetHICON. Each is its owner's until DestroyIcon. A stale or
 // foreign handle gives the empty one, or FALSE, with ERROR_INVALID_HANDLE.
