@@ -35,7 +35,8 @@ class SizingTest : public WindowTest {
     void Drag(CPoint from, CPoint to) {
         User().Move(from.x, from.y);
         goal_ = to;
-        User().WhenBlocked([](void* self) { Self(self).User().Move(Self(self).goal_.x, Self(self).goal_.y); }, this);
+        User().WhenBlocked([](void* self) { Self(self).User().Move(Self(self).goal_.x, Self(self).goal_.y); },
+                           this);
         User().WhenBlocked([](void* self) { Self(self).User().Release(); }, this);
         User().Press();
         User().Settle();
