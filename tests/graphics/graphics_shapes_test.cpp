@@ -76,7 +76,7 @@ TEST(FillRectangle, RefusesWhatIsNoRectangle) {
     const Pen pen(kHalfGreen);
     EXPECT_EQ(InvalidParameter, graphics.DrawRectangle(&pen, 0.0F, nan, 2.0F, 2.0F));
     EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, 3, 3, -1, 2));
-    EXPECT_EQ(InvalidParameter, graphics.DrawLine(&pen, 0, 0, infinity, 0));
+    EXPECT_EQ(InvalidParameter, graphics.DrawLine(&pen, 0.0F, 0.0F, infinity, 0.0F));
     EXPECT_EQ(InvalidParameter, graphics.DrawLine(nullptr, 0, 0, 1, 0));
     EXPECT_EQ(InvalidParameter, graphics.FillPath(&brush, nullptr));
     EXPECT_EQ(InvalidParameter, graphics.DrawPath(&pen, nullptr));
