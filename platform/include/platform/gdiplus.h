@@ -470,9 +470,6 @@ class PLATFORM_API Graphics {
     Status DrawRectangle(const Pen* pen, const RectF& rect);
     Status DrawRectangle(const Pen* pen, const Rect& rect) { return DrawRectangle(pen, ToReal(rect)); }
     Status DrawLine(const Pen* pen, REAL x1, REAL y1, REAL x2, REAL y2);
-    Status DrawLine(const Pen* pen, INT x1, INT y1, INT x2, INT y2) {
-        return DrawLine(pen, ToReal(Point(x1, y1)), ToReal(Point(x2, y2)));
-    }
     Status DrawLine(const Pen* pen, const PointF& from, const PointF& to) {
         return DrawLine(pen, from.X, from.Y, to.X, to.Y);
     }
