@@ -93,7 +93,7 @@ class ScriptedSystem : public platform::WindowSystem {
     void ReleasePointer() override { Log("ungrab"); }
     void SetCursor(HWND, platform::CursorShape) override { Log("cursor"); }
     POINT PointerPosition() override { return pointer; }
-    KeySet KeysDown() override { return {}; }
+    platform::KeySet KeysDown() override { return {}; }
     bool IsButtonHeld() override { return held; }
     HWND WindowAt(POINT) override { return under; }
     CSize ScreenSize() override { return {1024, 768}; }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include <xcb/xcb_icccm.h>
@@ -135,9 +136,14 @@ void WindowProperties::WriteSizeHints(const NativeWindow& window) {
     hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;
     const WindowTraits& traits = window.traits;
     if (traits.resizable || traits.maximised || (traits.decorated && traits.maximizable)) {
-        xcb_icccm_size_hints_set_min_size(&hints, std::max(traits.least.cx, LONG{1}),
-                                          std::max(traits.least.cy, LONG{1}));
-        xcb_icccm_size_hints_set_max_size(&hints, traits.most.cx, traits.most.cy);
+        // What the program made of it by itself is allowed besides.
+        const auto bounds = [](LONG least, LONG most, std::int32_t now) {
+            return std::pair(std::clamp<std::int32_t>(least, 1, now), std::max<std::int32_t>(most, now));
+        };
+        const auto [narrow, wide] = bounds(traits.least.cx, traits.most.cx, width);
+        const auto [low, high] = bounds(traits.least.cy, traits.most.cy, height);
+        xcb_icccm_size_hints_set_min_size(&hints, narrow, low);
+        xcb_icccm_size_hints_set_max_size(&hints, wide, high);
     } else {
         // A skin has one size; only the host changes it.
         xcb_icccm_size_hints_set_min_size(&hints, width, height);
