@@ -233,7 +233,8 @@ void ScrollStepAfterAskingForAll(benchmark::State& state) {
     AskForAll(dialog.list);
     int turn = 0;
     for (auto _ : state) {
-        CRect rect(5 - ++turn % 50, 5, kWidth - 5 - turn % 50, kHeight - 5);
+        ++turn;
+        CRect rect(5 - turn % 50, 5, kWidth - 5 - turn % 50, kHeight - 5);
         dialog.list.SetRect(&rect);
         dialog.UpdateView();
         dialog.Settle();
