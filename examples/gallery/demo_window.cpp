@@ -49,7 +49,10 @@ DemoWindow::DemoWindow(const DemoLooks& looks) : CQKDialogBase(IDD_DEMO), looks_
 }
 
 DemoWindow::~DemoWindow() {
-    // Nobody is told any more.
+    End();
+}
+
+void DemoWindow::End() {
     closed = moved = pressed = nullptr;
     Close();
 }

@@ -51,6 +51,8 @@ class DemoWindow : public CQKDialogBase {
     void DrawSurface(HDC dc, int width, int height, int buffer) override;
 
   protected:
+    // Closes the window and tells nobody: in the destructor of whoever owns items that it shows.
+    void End();
     void OnDestroy();
     void OnMove(int x, int y);
     void OnLButtonDown(UINT flags, CPoint point);

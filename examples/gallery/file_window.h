@@ -18,6 +18,7 @@ class FileWindow : public DemoWindow {
     // Files that lie somewhere in `home` are moved when they are dropped here, unless a key asks for a copy.
     // All others are copied: home goes one day, with all in it.
     FileWindow(std::filesystem::path folder, std::filesystem::path home, CSize size);
+    ~FileWindow() override { End(); }
 
     bool OpenAt(CWnd* owner, CPoint place);
     // Shows the files that there are by now, but for those whose names are no text.
