@@ -307,7 +307,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void PaintHandedOut(int width, int height);
 
     std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints; null while handed out
-    std::unique_ptr<QKWindowFrame> m_pWindowFrame;
+    std::unique_ptr<QKWindowFrame> m_pWindowFrame;                   // the one that the window itself shows
     QKFrame* m_pHandedOut = nullptr;                                 // what a DrawSurface is to draw on now
     std::shared_ptr<const void> m_pLife = std::make_shared<char>();  // expires with the object
 };

@@ -1,5 +1,7 @@
 #include "dialog/frame_record.h"
 
+#include <utility>
+
 QKFrameInputs& QKFrameRecord::NewInputs() {
     coming_.Clear();
     return coming_;
