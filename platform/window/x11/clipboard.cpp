@@ -7,6 +7,7 @@
 
 #include "platform/window/x11/event_type.h"
 #include "platform/window/x11/reply.h"
+#include "platform/window/x11/selection.h"
 
 namespace platform::x11 {
 
@@ -141,19 +142,7 @@ bool Clipboard::Handle(const xcb_generic_event_t& event) {
 }
 
 void Clipboard::Answer(const xcb_selection_request_event_t& request) {
-    // Old clients name no property.
-    const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
-    xcb_selection_notify_event_t answer{};
-    answer.response_type = XCB_SELECTION_NOTIFY;
-    answer.time = request.time;
-    answer.requestor = request.requestor;
-    answer.selection = request.selection;
-    answer.target = request.target;
-    answer.property = owns_ && Write(request, property) ? property : xcb_atom_t{XCB_ATOM_NONE};
-    // Events have one size, of which this one uses a part.
-    char bytes[32] = {};
-    std::copy_n(reinterpret_cast<const char*>(&answer), sizeof answer, bytes);
-    xcb_send_event(connection_->Get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, bytes);
+    TellRequestor(connection_->Get(), request, owns_ && Write(request, PropertyFor(request)));
     connection_->Flush();
 }
 

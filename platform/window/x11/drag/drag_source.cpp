@@ -8,6 +8,7 @@
 #include "platform/window/x11/drag/uri_list.h"
 #include "platform/window/x11/event_type.h"
 #include "platform/window/x11/reply.h"
+#include "platform/window/x11/selection.h"
 
 namespace platform::x11 {
 
@@ -309,17 +310,7 @@ std::optional<std::uint64_t> DragSource::Due() const {
 // ---- The data
 
 void DragSource::OnRequest(const xcb_selection_request_event_t& event) {
-    // Clients of long ago name no property.
-    const xcb_atom_t property = event.property != XCB_ATOM_NONE ? event.property : event.target;
-    xcb_selection_notify_event_t notice{};
-    notice.response_type = XCB_SELECTION_NOTIFY;
-    notice.time = event.time;
-    notice.requestor = event.requestor;
-    notice.selection = event.selection;
-    notice.target = event.target;
-    notice.property = Answer(event, property) ? property : xcb_atom_t{XCB_ATOM_NONE};
-    xcb_send_event(connection_->Get(), 0, event.requestor, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&notice));
+    TellRequestor(connection_->Get(), event, Answer(event, PropertyFor(event)));
 }
 
 bool DragSource::Answer(const xcb_selection_request_event_t& event, xcb_atom_t property) {
