@@ -4,11 +4,15 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(QKUI_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/QKUILib)
 
+# What running a host takes is `runtime`, what building one takes besides is `development`; HTML views are apart,
+# since they bring a browser.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+
 install(TARGETS QKUILib QKUIMain QKUICustomaryHeaders EXPORT QKUILibTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
-install(TARGETS QKUILib-webkit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}) # found beside the library
+install(TARGETS QKUILib-webkit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT html) # found beside the library
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY platform/include/platform platform/include/customary
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
@@ -38,4 +42,5 @@ if(PROJECT_IS_TOP_LEVEL)
         COMMAND ${CMAKE_COMMAND} -DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt
                 -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
         VERBATIM)
+    include(DebianPackages)
 endif()
