@@ -1,10 +1,12 @@
 // Images: pictures that were loaded, their frames and their properties.
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <utility>
 
 #include <platform/gdiplus.h>
 
+#include "platform/base/log.h"
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/image_file.h"
 #include "platform/graphics/pixel_rows.h"
@@ -12,11 +14,38 @@
 namespace platform {
 namespace {
 
+std::string NameOf(LPCWSTR path, std::size_t /*size*/) {
+    return path ? "\"" + ToUtf8(path) + "\"" : "without a path";
+}
+std::string NameOf(IStream* /*stream*/, std::size_t size) {
+    return "in " + std::to_string(size) + " bytes of memory or resource";
+}
+
+const char* Reason(Gdiplus::Status status) {
+    switch (status) {
+        case Gdiplus::FileNotFound:
+            return "no such file, or not one that can be read";
+        case Gdiplus::UnknownImageFormat:
+            return "not a picture of a known format, or a damaged one";
+        case Gdiplus::OutOfMemory:
+            return "too large";
+        case Gdiplus::InvalidParameter:
+            return "nothing to read from";
+        default:
+            return "it could not be read";
+    }
+}
+
 template <class From>
 std::shared_ptr<ImageData> Load(Gdiplus::Status (*read)(From, std::vector<std::uint8_t>&), From from) {
     std::vector<std::uint8_t> bytes;
     const Gdiplus::Status status = read(from, bytes);
-    return status == Gdiplus::Ok ? ImageData::Decode(std::move(bytes)) : ImageData::Failed(status);
+    const std::size_t size = bytes.size();
+    std::shared_ptr<ImageData> image =
+        status == Gdiplus::Ok ? ImageData::Decode(std::move(bytes)) : ImageData::Failed(status);
+    if (!image->IsGood() && IsLogging())
+        LogMissing("picture", NameOf(from, size), Reason(image->LoadStatus()));
+    return image;
 }
 
 // Holds a stream for as long as the pixels that came from it live.

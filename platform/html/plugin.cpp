@@ -6,6 +6,7 @@
 
 #include <platform/html.h>
 
+#include "platform/base/log.h"
 #include "platform/html/resource_page.h"
 #include "platform/resources/loaded_object.h"
 
@@ -36,6 +37,8 @@ PageMaker* Open(const std::string& file) {
     void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void* const entry = library ? dlsym(library, kOpenBrowserName) : nullptr;
     if (!entry) {
+        const char* const error = dlerror();
+        LogMissing("library", file, error ? error : "not found");
         SetLastError(ERROR_MOD_NOT_FOUND);
         return nullptr;
     }

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "platform/base/log.h"
+
 namespace platform {
 namespace {
 
@@ -43,6 +45,7 @@ std::optional<CurlLibrary> LoadFrom(const char* name) {
 std::optional<CurlLibrary> Load() {
     for (const char* name : kNames)
         if (auto curl = LoadFrom(name)) return curl;
+    LogMissing("library", kNames[0], "not installed, so there are no requests");
     return std::nullopt;
 }
 

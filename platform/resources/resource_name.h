@@ -32,6 +32,9 @@ class ResourceName {
     std::variant<WORD, std::u16string> value_;
 };
 
+// For messages: the number, or the text in quotation marks.
+[[nodiscard]] std::string ShownName(const ResourceName& name);
+
 // The mark 0xFFFF and a number, or a terminated text.
 [[nodiscard]] ResourceName ReadName(ByteReader& reader);
 

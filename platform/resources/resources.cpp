@@ -7,6 +7,7 @@
 
 #include "platform/base/global_memory.h"
 #include "platform/base/handle_table.h"
+#include "platform/base/log.h"
 #include "platform/resources/module_file.h"
 #include "platform/resources/resource_module.h"
 
@@ -129,12 +130,16 @@ HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type) {
     const std::lock_guard lock(registry.mutex);
     const HMODULE searched = module ? module : registry.Current();
     platform::ResourceModule* resources = registry.modules.Find(searched);
-    if (!resources) {
-        SetLastError(module ? ERROR_INVALID_HANDLE : ERROR_RESOURCE_DATA_NOT_FOUND);
+    if (!resources) SetLastError(module ? ERROR_INVALID_HANDLE : ERROR_RESOURCE_DATA_NOT_FOUND);
+    platform::ResourceModule::Resource* resource =
+        resources ? resources->Find(foldedType, foldedName) : nullptr;
+    if (!resource) {
+        if (platform::IsLogging()) {
+            platform::LogMissing("resource", ShownName(foldedName) + " of type " + ShownName(foldedType),
+                                 ErrorText(GetLastError()));
+        }
         return nullptr;
     }
-    platform::ResourceModule::Resource* resource = resources->Find(foldedType, foldedName);
-    if (!resource) return nullptr;
     if (!resource->handle)
         resource->handle = registry.found.Insert(
             std::make_shared<platform::FoundResource>(platform::FoundResource{searched, resource}));

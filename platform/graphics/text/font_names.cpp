@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/base/log.h"
 #include "platform/graphics/text/font_configuration.h"
 #include "platform/graphics/text/utf8_cut.h"
 
@@ -161,7 +162,9 @@ std::string ResolveFamily(std::string_view name) {
         return found->second;
     }
     if (resolved->families.size() >= kMostRemembered) resolved->families.clear();
-    return resolved->families[family] = Resolve(family);
+    const std::string used = Resolve(family);
+    if (used != family) LogMissing("font", "\"" + family + "\"", "not installed, \"" + used + "\" is used");
+    return resolved->families[family] = used;
 }
 
 }  // namespace platform
