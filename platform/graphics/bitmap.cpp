@@ -11,6 +11,7 @@
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/pixel_rows.h"
+#include "platform/graphics/scale.h"
 
 namespace platform {
 namespace {
@@ -23,10 +24,13 @@ bool IsKnown(Gdiplus::PixelFormat format) {
     return format == PixelFormat32bppARGB || format == PixelFormat32bppPARGB || format == PixelFormat32bppRGB;
 }
 
-std::shared_ptr<ImageData> MakeBitmap(int width, int height, Gdiplus::PixelFormat format) {
+// The size in units of `scale` pixels.
+std::shared_ptr<ImageData> MakeBitmap(int width, int height, Gdiplus::PixelFormat format, int scale = 1) {
     if (!IsKnown(format) || !Surface::IsPossible(width, height))
         return ImageData::Failed(Gdiplus::InvalidParameter);
-    auto image = ImageData::FromSurface(Surface::Create(width, height), format);
+    auto image = ImageData::FromSurface(
+        Surface::Create(ScaledLength(width, scale), ScaledLength(height, scale)), format);
+    image->SetScale(scale);
     image->RestoreOpacity();
     return image;
 }
@@ -39,7 +43,10 @@ std::shared_ptr<ImageData> CopyBitmap(HBITMAP bitmap) {
     }
     if (!from) return ImageData::Failed(Gdiplus::InvalidParameter);
     std::shared_ptr<Surface> copy = Surface::Create(from->Width(), from->Height());
-    if (copy) CopyPixels(*copy, CRect(0, 0, copy->Width(), copy->Height()), *from, 0, 0);
+    if (copy) {
+        CopyPixels(*copy, CRect(0, 0, copy->Width(), copy->Height()), *from, 0, 0);
+        copy->SetScale(from->Scale());
+    }
     return ImageData::FromSurface(std::move(copy), PixelFormat32bppARGB);
 }
 
@@ -83,7 +90,7 @@ struct Bitmap::Lock {
     std::size_t Width() const { return static_cast<std::size_t>(rect.Width()); }
 };
 
-Bitmap::Bitmap(LPCWSTR path, BOOL colorManagement) : Image(path, colorManagement) {}
+Bitmap::Bitmap(LPCWSTR path, BOOL) : Image(ImageData::FromFile(path)) {}
 
 Bitmap::Bitmap(IStream* stream, BOOL colorManagement) : Image(stream, colorManagement) {}
 
@@ -91,7 +98,7 @@ Bitmap::Bitmap(INT width, INT height, Gdiplus::PixelFormat format)
     : Image(platform::MakeBitmap(width, height, format)) {}
 
 Bitmap::Bitmap(INT width, INT height, Graphics* target)
-    : Image(target ? platform::MakeBitmap(width, height, PixelFormat32bppARGB)
+    : Image(target ? platform::MakeBitmap(width, height, PixelFormat32bppARGB, target->GetScale())
                    : ImageData::Failed(InvalidParameter)) {}
 
 Bitmap::Bitmap(HBITMAP bitmap) : Image(platform::CopyBitmap(bitmap)) {}

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/graphics/gdi_objects.h"
+#include "platform/graphics/scale.h"
 
 namespace platform {
 namespace {
@@ -51,10 +52,16 @@ void DeviceContext::Recompute() {
     drawable_ = Region(whole);
     if (bounds_) drawable_.Intersect(*bounds_);
     if (clip_) {
-        Region clip = *clip_;
+        Region clip = clip_->Scaled(surface_->Scale());
         clip.Offset(origin_.x, origin_.y);
         drawable_.Intersect(clip);
     }
+}
+
+RECT DeviceContext::ToSurface(const RECT& units) const {
+    const CRect pixels = ScaledRect(units, Scale());
+    return {SaturatedSum(pixels.left, origin_.x), SaturatedSum(pixels.top, origin_.y),
+            SaturatedSum(pixels.right, origin_.x), SaturatedSum(pixels.bottom, origin_.y)};
 }
 
 void DeviceContext::Note(const RECT& surfaceRect) {

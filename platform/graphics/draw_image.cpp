@@ -84,16 +84,16 @@ class ImagePainter {
         facts_ = image_.Facts();
         if (source_ == ground_.Share()) {
             // An image drawn onto itself shows what it showed before.
-            source_ = Surface::Create(image_.Width(), image_.Height());
+            source_ = Surface::Create(source_->Width(), source_->Height());
             if (!source_) return Gdiplus::OutOfMemory;
             CopyPixels(*source_, Whole(), *image_.Pixels(), 0, 0);
         }
-        showsTiles_ = placement_.ShowsTiles(image_.Width(), image_.Height());
+        showsTiles_ = placement_.ShowsTiles(source_->Width(), source_->Height());
         return IsUnscaled() && !showsTiles_ ? DrawUnscaled() : DrawScaled();
     }
 
   private:
-    CRect Whole() const { return CRect(0, 0, image_.Width(), image_.Height()); }
+    CRect Whole() const { return CRect(0, 0, source_->Width(), source_->Height()); }
 
     bool IsUnscaled() const {
         const Box& from = placement_.from;
@@ -117,8 +117,8 @@ class ImagePainter {
     CRect Covered() const {
         if (showsTiles_) return to_;
         const Box& from = placement_.from;
-        const Span across = CoveredBy(from.left, from.Width(), image_.Width(), to_.Width());
-        const Span down = CoveredBy(from.top, from.Height(), image_.Height(), to_.Height());
+        const Span across = CoveredBy(from.left, from.Width(), source_->Width(), to_.Width());
+        const Span down = CoveredBy(from.top, from.Height(), source_->Height(), to_.Height());
         return CRect(to_.left + across.first, to_.top + down.first, to_.left + across.second,
                      to_.top + down.second);
     }
@@ -277,10 +277,11 @@ std::shared_ptr<Surface> PartOf(const Surface& picture, const CRect& part) {
 // Turned or mirrored by the world transform: left to cairo, which gets the source rectangle as a picture of
 // its own and so cannot look beyond it.
 Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Placement placement) {
-    CRect whole(0, 0, image.Width(), image.Height());
+    CRect whole(0, 0, image.Pixels()->Width(), image.Pixels()->Height());
     std::shared_ptr<Surface> piece;
     if (placement.ShowsTiles(whole.right, whole.bottom)) {
-        piece = TilesOf(*image.Pixels(), World(graphics, {0, 0}), FilterOf(graphics), placement);
+        piece =
+            TilesOf(*image.Pixels(), World(graphics, {0, 0}, ground.Scale()), FilterOf(graphics), placement);
         if (!piece) return Gdiplus::OutOfMemory;
         whole = CRect(0, 0, piece->Width(), piece->Height());
     }
@@ -313,15 +314,18 @@ Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Plac
     return Ok;
 }
 
-Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, const Placement& placement) {
+Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, Placement placement) {
     if (!image || !image->Data()->IsGood() || !IsDrawable(placement.to) || !IsDrawable(placement.from))
         return Gdiplus::InvalidParameter;
+    const int scale = image->Data()->Scale();
+    placement.from = {placement.from.left * scale, placement.from.top * scale, placement.from.right * scale,
+                      placement.from.bottom * scale};
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     if (!(placement.to.Width() > 0) || !(placement.to.Height() > 0) || !(placement.from.Width() > 0) ||
         !(placement.from.Height() > 0) || ground.Box().IsRectEmpty())
         return Ok;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     const Box device = Transformed(world, placement.to);
     if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
     if (!world.IsUpright() || world.m11 < 0 || world.m22 < 0)

@@ -5,13 +5,19 @@
 
 #include "platform/graphics/device_context.h"
 #include "platform/graphics/gdi_objects.h"
+#include "platform/graphics/scale.h"
 
 namespace platform {
 namespace {
 
+HBITMAP RefuseSize() {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return {};
+}
+
 std::shared_ptr<Surface> MakeSurface(int width, int height) {
     if (!Surface::IsPossible(width, height)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
+        RefuseSize();
         return {};
     }
     std::shared_ptr<Surface> surface = Surface::Create(width, height);
@@ -61,8 +67,12 @@ BOOL DeleteDC(HDC context) {
 
 HBITMAP CreateCompatibleBitmap(HDC context, int width, int height) {
     if (!IsReference(context)) return {};
-    std::shared_ptr<Surface> surface = MakeSurface(width, height);
-    return surface ? InsertBitmap(std::move(surface), false) : HBITMAP();
+    const int scale = GetDeviceScale(context);
+    if (!Surface::IsPossible(width, height)) return RefuseSize();
+    std::shared_ptr<Surface> surface = MakeSurface(ScaledLength(width, scale), ScaledLength(height, scale));
+    if (!surface) return {};
+    surface->SetScale(scale);
+    return InsertBitmap(std::move(surface), false);
 }
 
 HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void** bits) {
@@ -88,6 +98,24 @@ HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void**
     const HBITMAP bitmap = InsertBitmap(std::move(surface), true);
     *bits = first;
     return bitmap;
+}
+
+int GetDeviceScale(HDC context) {
+    const std::shared_ptr<Surface> surface = context ? SurfaceOf(context) : std::shared_ptr<Surface>();
+    return surface ? surface->Scale() : 1;
+}
+
+BOOL SetBitmapScale(HBITMAP bitmap, int scale) {
+    const std::lock_guard lock(Gdi().mutex);
+    GdiBitmap* const found = Gdi().bitmaps.Find(bitmap);
+    if (!found || found->holder) return InvalidHandle();
+    Surface& surface = *found->surface;
+    if (scale < 1 || surface.Width() % scale != 0 || surface.Height() % scale != 0) {
+        RefuseSize();
+        return FALSE;
+    }
+    surface.SetScale(scale);
+    return TRUE;
 }
 
 void GdiFlush() {

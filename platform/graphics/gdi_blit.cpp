@@ -52,11 +52,6 @@ RECT BoxAt(int x, int y, int width, int height) {
     return {x, y, SaturatedSum(x, std::max(width, 0)), SaturatedSum(y, std::max(height, 0))};
 }
 
-RECT ToSurface(const RECT& rect, POINT origin) {
-    return {SaturatedSum(rect.left, origin.x), SaturatedSum(rect.top, origin.y),
-            SaturatedSum(rect.right, origin.x), SaturatedSum(rect.bottom, origin.y)};
-}
-
 // The shift between two places, if both ends of it can hold pixels at all.
 bool ShiftBetween(int from, int to, int& shift) {
     const std::int64_t distance = std::int64_t{to} - from;
@@ -93,8 +88,10 @@ BOOL BitBlt(HDC destination, int x, int y, int width, int height, HDC source, in
     const auto from = Drawing(source);
     if (!to || !from) return FALSE;
 
-    const RECT wanted = ToSurface(BoxAt(x, y, width, height), to->Origin());
-    const RECT read = ToSurface(BoxAt(sourceX, sourceY, width, height), from->Origin());
+    if (to->Scale() != from->Scale())
+        return StretchUnits(*to, BoxAt(x, y, width, height), *from, BoxAt(sourceX, sourceY, width, height));
+    const RECT wanted = to->ToSurface(BoxAt(x, y, width, height));
+    const RECT read = from->ToSurface(BoxAt(sourceX, sourceY, width, height));
     int dx = 0;
     int dy = 0;
     if (!ShiftBetween(wanted.left, read.left, dx) || !ShiftBetween(wanted.top, read.top, dy)) return TRUE;
@@ -137,7 +134,7 @@ int FillRect(HDC context, const RECT* rect, HBRUSH brush) {
     const COLORREF c = paint->colour;
     const std::uint32_t pixel = 0xFF000000U | ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
     CRect box;
-    if (!box.IntersectRect(ToSurface(*rect, target->Origin()), target->Drawable().Box())) return 1;
+    if (!box.IntersectRect(target->ToSurface(*rect), target->Drawable().Box())) return 1;
     Surface& surface = *target->GetSurface();
     target->Drawable().ForEachIn(box, [&](const CRect& part) { FillPixels(surface, part, pixel); });
     Finish(*target, box);

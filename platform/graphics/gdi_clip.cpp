@@ -11,7 +11,7 @@ namespace {
 Region DrawableOf(const DeviceContext& context) {
     Region region = context.Drawable();
     region.Offset(-context.Origin().x, -context.Origin().y);
-    return region;
+    return region.Units(context.Scale());
 }
 
 }  // namespace

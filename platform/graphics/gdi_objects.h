@@ -6,6 +6,7 @@
 #include <optional>
 
 #include <platform/gdi.h>
+#include <platform/geometry.h>
 
 #include "platform/base/handle_table.h"
 #include "platform/graphics/region.h"
@@ -59,6 +60,9 @@ class DeviceContext {
         return surface_;
     }
     POINT Origin() const { return origin_; }
+    // Pixels to a unit of the context.
+    int Scale() const { return surface_ ? surface_->Scale() : 1; }
+    RECT ToSurface(const RECT& units) const;
     // Everything that may be drawn on, in surface coordinates.
     const Region& Drawable() const { return drawable_; }
 
@@ -119,6 +123,9 @@ std::shared_ptr<GdiBrush> ShareBrush(HBRUSH brush);
 // A copy of an icon's pixels, scaled down to at most `longestSide` each way. Null for a stale icon, with
 // ERROR_INVALID_HANDLE, and without memory.
 std::shared_ptr<const Surface> IconPicture(HICON icon, int longestSide);
+
+// BitBlt between contexts that count another number of pixels to a unit.
+BOOL StretchUnits(DeviceContext& to, const CRect& written, DeviceContext& from, const CRect& read);
 
 // NULLREGION, SIMPLEREGION or COMPLEXREGION.
 int KindOf(const Region& region);

@@ -36,6 +36,11 @@ Graphics::~Graphics() {
     if (data_->lent) ReleaseHDC(data_->lent);
 }
 
+INT Graphics::GetScale() const {
+    Ground ground;
+    return ground.Take(*data_) == Ok ? ground.Scale() : 1;
+}
+
 Status Graphics::Keep(Status status) const {
     return last_ = status;
 }
@@ -145,7 +150,7 @@ Status Graphics::SetClip(const Rect& rect, CombineMode mode) {
     if (mode != CombineModeReplace && mode != CombineModeIntersect) return Keep(InvalidParameter);
     const double x = rect.X;
     const double y = rect.Y;
-    const platform::World world(*data_, {0, 0});
+    const platform::World world(*data_, {0, 0}, 1);
     const platform::Box box = platform::Transformed(world, {x, y, x + rect.Width, y + rect.Height});
     if (!platform::IsDrawable(box)) return Keep(InvalidParameter);
     CRect clip = rect.Width > 0 && rect.Height > 0 ? platform::Rounded(box) : CRect();

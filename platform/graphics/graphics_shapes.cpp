@@ -77,7 +77,7 @@ Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& b
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     const Box device = Transformed(world, box);
     const auto isWhole = [](double edge) { return std::abs(edge - std::round(edge)) < 1.0 / 512; };
     const bool whole =
@@ -110,7 +110,7 @@ Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& bo
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     if (graphics.IsSmooth() || !world.IsUpright())
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
@@ -164,7 +164,7 @@ Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, d
     if (!pen || !IsDrawable({x1, y1, x2, y2})) return Gdiplus::InvalidParameter;
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     const double scale = std::sqrt(std::abs(world.m11 * world.m22 - world.m12 * world.m21));
     if (graphics.IsSmooth() || pen->GetWidth() * scale > 1)
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {

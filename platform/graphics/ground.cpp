@@ -6,6 +6,7 @@
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/image_data.h"
+#include "platform/graphics/scale.h"
 
 namespace platform {
 
@@ -29,7 +30,7 @@ Gdiplus::Status Ground::Take(GraphicsData& graphics) {
         if (context_->Drawable().Count() > 1) region_ = &context_->Drawable();
     }
     if (graphics.clip) {
-        CRect clip = *graphics.clip;
+        CRect clip = ScaledRect(*graphics.clip, surface_->Scale());
         clip.OffsetRect(origin_.x, origin_.y);
         box_.IntersectRect(box_, clip);
     }
@@ -47,15 +48,15 @@ void Ground::Note(const CRect& touched) {
     if (context_) context_->Note(touched);
 }
 
-World::World(const GraphicsData& graphics, POINT origin) {
+World::World(const GraphicsData& graphics, POINT origin, int scale) {
     Gdiplus::REAL m[6];
     graphics.transform.GetElements(m);
-    m11 = m[0];
-    m12 = m[1];
-    m21 = m[2];
-    m22 = m[3];
-    dx = static_cast<double>(m[4]) + origin.x;
-    dy = static_cast<double>(m[5]) + origin.y;
+    m11 = static_cast<double>(m[0]) * scale;
+    m12 = static_cast<double>(m[1]) * scale;
+    m21 = static_cast<double>(m[2]) * scale;
+    m22 = static_cast<double>(m[3]) * scale;
+    dx = static_cast<double>(m[4]) * scale + origin.x;
+    dy = static_cast<double>(m[5]) * scale + origin.y;
 }
 
 Box Transformed(const World& world, const Box& box) {

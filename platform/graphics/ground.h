@@ -24,6 +24,8 @@ class Ground {
     const std::shared_ptr<DeviceContext>& Context() const { return context_; }
     // (0, 0) of what is drawn, in surface coordinates.
     POINT Origin() const { return origin_; }
+    // Pixels to a unit of what is drawn.
+    int Scale() const { return surface_->Scale(); }
     // Around everything that may be drawn on, in surface coordinates.
     const CRect& Box() const { return box_; }
     // Everything that may be drawn on; costs a copy.
@@ -62,7 +64,10 @@ class Ground {
 struct World {
     double m11, m12, m21, m22, dx, dy;
 
-    World(const GraphicsData& graphics, POINT origin);
+    World(const GraphicsData& graphics, POINT origin, int scale);
+    // On a ground.
+    World(const GraphicsData& graphics, const Ground& ground)
+        : World(graphics, ground.Origin(), ground.Scale()) {}
     bool IsUpright() const { return m12 == 0 && m21 == 0; }
     double X(double x, double y) const { return x * m11 + y * m21 + dx; }
     double Y(double x, double y) const { return x * m12 + y * m22 + dy; }

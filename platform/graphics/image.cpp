@@ -1,6 +1,7 @@
 // Images: pictures that were loaded, their frames and their properties.
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -10,6 +11,7 @@
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/image_file.h"
 #include "platform/graphics/pixel_rows.h"
+#include "platform/graphics/scale.h"
 
 namespace platform {
 namespace {
@@ -138,7 +140,36 @@ std::shared_ptr<Surface> Turned(const Surface& from, Gdiplus::RotateFlipType typ
     return to;
 }
 
+// Null where there is none, and for one that is damaged or has no such size.
+std::shared_ptr<ImageData> LoadVariant(std::u16string_view path, int scale) {
+    std::u16string name(path);
+    const std::size_t slash = path.rfind(u'/');
+    const std::size_t dot = path.rfind(u'.');
+    const bool dotted = dot != path.npos && (slash == path.npos || dot > slash);
+    name.insert(dotted ? dot : name.size(), {u'@', static_cast<char16_t>(u'0' + scale), u'x'});
+    std::vector<std::uint8_t> bytes;
+    if (ReadFileBytes(name.c_str(), bytes) == Gdiplus::FileNotFound) return {};
+    std::shared_ptr<ImageData> image = ImageData::Decode(std::move(bytes));
+    if (image->SetScale(scale)) return image;
+    LogMissing("picture", "\"" + ToUtf8(name) + "\"",
+               "damaged, or its sides are no multiples: the one of usual size is used");
+    return {};
+}
+
 }  // namespace
+
+std::shared_ptr<ImageData> ImageData::FromFile(LPCWSTR path) {
+    return Load(&ReadFileBytes, path);
+}
+
+std::shared_ptr<ImageData> ImageData::FromFileForScreen(LPCWSTR path) try {
+    for (int scale = path ? ScreenScale() : 1; scale > 1; --scale)
+        if (std::shared_ptr<ImageData> image = LoadVariant(path, scale)) return image;
+    return FromFile(path);
+} catch (const std::bad_alloc&) {
+    return Failed(Gdiplus::OutOfMemory);
+}
+
 }  // namespace platform
 
 namespace Gdiplus {
@@ -148,7 +179,7 @@ using platform::ImageData;
 const FrameDimension FrameDimensionTime = {{0x6AEDBD6D, 0x4A30B53F, 0x85A3E5B9, 0x2F43A01C}};
 const FrameDimension FrameDimensionPage = {{0x7462DC86, 0x4C296180, 0x8B7A4FB3, 0xBD6A1B24}};
 
-Image::Image(LPCWSTR path, BOOL) : Image(platform::Load(&platform::ReadFileBytes, path)) {}
+Image::Image(LPCWSTR path, BOOL) : Image(ImageData::FromFileForScreen(path)) {}
 
 Image::Image(IStream* stream, BOOL)
     : Image(platform::Holding(stream, platform::Load(&platform::ReadStreamBytes, stream))) {}
@@ -164,11 +195,11 @@ Image* Image::Clone() const {
 }
 
 UINT Image::GetWidth() const {
-    return static_cast<UINT>(data_->Width());
+    return static_cast<UINT>(data_->Width() / data_->Scale());
 }
 
 UINT Image::GetHeight() const {
-    return static_cast<UINT>(data_->Height());
+    return static_cast<UINT>(data_->Height() / data_->Scale());
 }
 
 Status Image::GetLastStatus() const {
@@ -225,6 +256,14 @@ Status Image::RotateFlip(RotateFlipType type) {
     if (!turned) return last_ = OutOfMemory;
     data_->Replace(std::move(turned));
     return last_ = Ok;
+}
+
+INT Image::GetScale() const {
+    return data_->Scale();
+}
+
+Status Image::SetScale(INT scale) {
+    return last_ = data_->SetScale(scale) ? Ok : InvalidParameter;
 }
 
 std::uint64_t Image::GetRevision() const {

@@ -67,12 +67,14 @@ std::shared_ptr<ImageData> ImageData::FromSurface(std::shared_ptr<Surface> surfa
     if (!surface) return Failed(Gdiplus::OutOfMemory);
     std::shared_ptr<ImageData> image(new ImageData);
     image->format_ = format;
+    image->scale_ = surface->Scale();
     image->Show(std::move(surface), nullptr);
     return image;
 }
 
 void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts) {
     pixels_ = std::move(surface);
+    pixels_->SetScale(scale_);
     sharers_ = std::make_shared<int>(0);
     facts_ = std::move(facts);
     factsSince_ = facts_ ? pixels_->Revision() : 0;
@@ -81,6 +83,7 @@ void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFact
 std::shared_ptr<ImageData> ImageData::Clone() {
     if (!IsGood()) return {};
     std::shared_ptr<ImageData> clone(new ImageData);
+    clone->scale_ = scale_;
     if (lent_ > 0) {
         std::shared_ptr<Surface> copy = CopyOf(*pixels_);
         if (!copy) return {};
@@ -113,6 +116,13 @@ void ImageData::Replace(std::shared_ptr<Surface> surface) {
     Show(std::move(surface), nullptr);
     source_.reset();
     frame_ = 0;
+}
+
+bool ImageData::SetScale(int scale) {
+    if (!IsGood() || scale < 1 || Width() % scale != 0 || Height() % scale != 0) return false;
+    scale_ = scale;
+    pixels_->SetScale(scale);
+    return true;
 }
 
 void ImageData::RestoreOpacity() {

@@ -40,6 +40,12 @@ class FrameSource {
 
 class ImageData {
   public:
+    // The picture of a file; for a screen, the one with as many pixels to a unit as it has, or the next
+    // fewer, where there is one beside it: "name@2x.png" for "name.png". In an error status when it cannot be
+    // read.
+    static std::shared_ptr<ImageData> FromFile(LPCWSTR path);
+    static std::shared_ptr<ImageData> FromFileForScreen(LPCWSTR path);
+
     // An image without pixels, in a lasting error status.
     static std::shared_ptr<ImageData> Failed(Gdiplus::Status status);
     static std::shared_ptr<ImageData> Decode(std::vector<std::uint8_t> bytes);
@@ -50,8 +56,13 @@ class ImageData {
 
     Gdiplus::Status LoadStatus() const { return loadStatus_; }
     bool IsGood() const { return pixels_ != nullptr; }
+    // In pixels; divided by Scale it is in the units that hosts see.
     int Width() const { return pixels_ ? pixels_->Width() : 0; }
     int Height() const { return pixels_ ? pixels_->Height() : 0; }
+    // Pixels to a unit, each way. What is drawn on the image counts in units.
+    int Scale() const { return scale_; }
+    // False, and nothing changes, for a size that is no number of units.
+    bool SetScale(int scale);
     Gdiplus::PixelFormat Format() const { return format_; }
     // Every pixel has alpha 255, and must keep it.
     bool IsOpaqueFormat() const { return format_ == Gdiplus::PixelFormat32bppRGB; }
@@ -94,6 +105,7 @@ class ImageData {
     std::shared_ptr<FrameSource> source_;
     int frame_ = 0;
     int lent_ = 0;
+    int scale_ = 1;
 };
 
 }  // namespace platform

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "platform/graphics/scale.h"
+
 namespace platform {
 namespace {
 
@@ -196,6 +198,26 @@ void Region::Intersect(const RECT& rect) {
 
 void Region::Xor(const Region& other) {
     Keep(cairo_region_xor(region_, other.region_), other);
+}
+
+Region Region::FromParts(const std::vector<RECT>& rects) const {
+    Region made(rects);
+    made.intact_ = made.intact_ && intact_;
+    return made;
+}
+
+Region Region::Scaled(int factor) const {
+    if (factor == 1) return *this;
+    std::vector<RECT> rects;
+    ForEachIn(Box(), [&](const CRect& part) { rects.push_back(ScaledRect(part, factor)); });
+    return FromParts(rects);
+}
+
+Region Region::Units(int scale) const {
+    if (scale == 1) return *this;
+    std::vector<RECT> rects;
+    ForEachIn(Box(), [&](const CRect& part) { rects.push_back(UnitsOf(part, scale)); });
+    return FromParts(rects);
 }
 
 void Region::Offset(int dx, int dy) {

@@ -58,12 +58,16 @@ class Region {
     void Intersect(const RECT& rect);
     void Xor(const Region& other);
     void Offset(int dx, int dy);
+    // With every coordinate times `factor`; and back: the units of `scale` pixels that it touches.
+    Region Scaled(int factor) const;
+    Region Units(int scale) const;
     friend bool operator==(const Region& a, const Region& b) { return a.Equal(b); }
 
     const cairo_region_t* Cairo() const { return region_; }
 
   private:
     bool Equal(const Region& other) const;
+    Region FromParts(const std::vector<RECT>& rects) const;
     // Notes the outcome of an operation that takes memory.
     void Keep(int cairoStatus);
     void Keep(int cairoStatus, const Region& other);

@@ -31,7 +31,7 @@ SidePicture::~SidePicture() {
 Gdiplus::Status SidePicture::Prepare(const GraphicsData& graphics, const Ground& ground, const Box& box,
                                      double margin, Kind kind) {
     // Without the origin of the context, so that the same shape gives the same pixels in every context.
-    const World world(graphics, {0, 0});
+    const World world(graphics, {0, 0}, ground.Scale());
     const Box device = Transformed(world, box);
     const double reach = margin * (std::hypot(world.m11, world.m21) + std::hypot(world.m12, world.m22)) + 2;
     if (!IsNear(device.left) || !IsNear(device.top) || !IsNear(device.right) || !IsNear(device.bottom) ||

@@ -27,6 +27,9 @@ class Surface {
     int Width() const { return width_; }
     int Height() const { return height_; }
     std::ptrdiff_t Stride() const { return stride_; }
+    // How many pixels a unit of the coordinates is that are drawn in, each way: 1, but for dense screens.
+    int Scale() const { return scale_; }
+    void SetScale(int scale) { scale_ = scale; }
     std::uint32_t* Row(int y) {
         return reinterpret_cast<std::uint32_t*>(reinterpret_cast<std::byte*>(top_) + y * stride_);
     }
@@ -47,6 +50,7 @@ class Surface {
     std::uint32_t* top_ = nullptr;
     int width_ = 0;
     int height_ = 0;
+    int scale_ = 1;
     std::ptrdiff_t stride_ = 0;
     std::uint64_t revision_ = 0;
     std::shared_ptr<void> keep_;

@@ -28,7 +28,7 @@ class EmbeddedPlace {
     virtual std::uint64_t Socket() const = 0;
     // The window that was made inside.
     virtual void Adopt(std::uint64_t window) = 0;
-    // `whole` is where the embedded window stands and `seen` the part of it that shows, both in coordinates
+    // `whole` is where the embedded window stands and `seen` the part of it that shows, both in pixels
     // of the top-level. Nothing shows while `seen` is empty.
     virtual void Place(const CRect& whole, const CRect& seen) = 0;
     virtual void SetFocus(bool focused) = 0;

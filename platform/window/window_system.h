@@ -127,8 +127,9 @@ class WindowEvents {
     // begins.
     virtual void KeysHeld(const KeySet& keys) = 0;
     virtual void FocusChanged(HWND window, bool focused) = 0;
-    virtual void Placed(HWND window, const RECT& screen) = 0;     // moved or sized by the outside
-    virtual void Exposed(HWND window, const Region& region) = 0;  // the display lost these pixels
+    virtual void Placed(HWND window, const RECT& screen) = 0;  // moved or sized by the outside
+    virtual void Exposed(HWND window,
+                         const Region& region) = 0;  // the display lost these pixels of the surface
     virtual void MinimisedChanged(HWND window, bool minimised) = 0;
     // A window manager has maximised the window, or no longer does. Its new place is reported besides.
     virtual void MaximisedChanged(HWND /*window*/, bool /*maximised*/) {}
@@ -170,14 +171,14 @@ class WindowSystem {
     virtual void SetCompositing(HWND window, const Compositing& compositing) = 0;
 
     // ---- pixels
-    // A surface of the given size for the window's pixels, zeroed, in memory that Present shows from without
-    // a further copy where possible. The old one stays valid for who holds it, but is no longer shown. Null
-    // without memory; then the old one stays the one that is shown.
+    // A surface of the given size in pixels for the window's pixels, zeroed, in memory that Present shows
+    // from without a further copy where possible. The old one stays valid for who holds it, but is no longer
+    // shown. Null without memory; then the old one stays the one that is shown.
     [[nodiscard]] virtual std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) = 0;
     // Called before the core writes into a surface that was presented: returns once the display no longer
     // reads from it.
     virtual void BeginWrite(HWND window) = 0;
-    // Shows a region (window coordinates) of the current surface.
+    // Shows a region of the current surface, in its pixels.
     virtual void Present(HWND window, const Region& damage) = 0;
 
     // ---- pointer and keyboard
@@ -196,6 +197,8 @@ class WindowSystem {
     // The topmost of our windows that takes the pointer at a point of the screen; empty when none does.
     virtual HWND WindowAt(POINT screen) = 0;
     virtual CSize ScreenSize() = 0;
+    // Dots to an inch, as far as its user or desktop says.
+    virtual int Dpi() { return 96; }
     // The primary one first. Never empty.
     virtual std::vector<Monitor> Monitors() = 0;
 

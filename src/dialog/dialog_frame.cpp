@@ -20,12 +20,13 @@ void QKFrame::Release() {
 bool QKFrame::Prepare(HDC compatible, int width, int height) {
     // The host may have taken the bitmap out, and may even have deleted one of the two.
     const bool mine = bitmap_ && SelectObject(context_, bitmap_) == bitmap_;
-    if (mine && width == record_.Width() && height == record_.Height()) return true;
+    const int scale = GetDeviceScale(compatible);
+    if (mine && scale == scale_ && width == record_.Width() && height == record_.Height()) return true;
     if (context_) Release();
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biWidth = width * scale;
+    info.bmiHeader.biHeight = -height * scale;
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
@@ -35,6 +36,8 @@ bool QKFrame::Prepare(HDC compatible, int width, int height) {
         Release();
         return false;
     }
+    SetBitmapScale(bitmap_, scale);
+    scale_ = scale;
     SelectObject(context_, bitmap_);
     record_.Resize(width, height);
     return true;
@@ -66,8 +69,12 @@ void QKFrame::StartOver(void* frame) {
 }
 
 void QKFrame::RestoreUnderlay(const QKRegion& region) {
-    const QKUnderlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width(), record_.Height()};
-    region.ForEachRect([&](const CRect& rect) { underlay_.Restore(pixels, rect); });
+    const QKUnderlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width() * scale_,
+                                    record_.Height() * scale_};
+    region.ForEachRect([&](const CRect& rect) {
+        underlay_.Restore(
+            pixels, CRect(rect.left * scale_, rect.top * scale_, rect.right * scale_, rect.bottom * scale_));
+    });
     GdiFlush();
 }
 

@@ -17,8 +17,8 @@ class QKFrame {
     QKFrame(const QKFrame&) = delete;
     QKFrame& operator=(const QKFrame&) = delete;
 
-    // Makes the frame `width` by `height` pixels; a new size makes all of it stale, and so does a host that
-    // did not leave the context as it was. False without memory.
+    // Makes the frame `width` by `height` units of `compatible`; a new size makes all of it stale, and so
+    // does a host that did not leave the context as it was. False without memory.
     bool Prepare(HDC compatible, int width, int height);
 
     HDC Context() const { return context_; }
@@ -59,6 +59,7 @@ class QKFrame {
     HDC context_;
     HBITMAP bitmap_;
     void* bits_ = nullptr;    // top-down
+    int scale_ = 1;           // pixels to a unit
     bool untouched_ = false;  // since HandOut
     QKUnderlay underlay_;
     QKFrameRecord record_;

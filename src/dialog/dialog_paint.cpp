@@ -244,8 +244,10 @@ void CQKDialogBase::MakeBackCache() {
     if (!m_bBackCache || m_pBackCache || !IsWindow(m_hWnd)) return;
     CRect client;
     GetClientRect(client);
-    m_pBackCache =
-        std::make_unique<Gdiplus::Bitmap>(client.Width(), client.Height(), Gdiplus::PixelFormat32bppARGB);
+    const int scale = GetScreenScale();
+    m_pBackCache = std::make_unique<Gdiplus::Bitmap>(client.Width() * scale, client.Height() * scale,
+                                                     Gdiplus::PixelFormat32bppARGB);
+    m_pBackCache->SetScale(scale);
     Gdiplus::Graphics graphics(m_pBackCache.get());
     DrawBackground(graphics, client.Width(), client.Height());
     m_pBackCache->RotateFlip(Gdiplus::Rotate180FlipX);

@@ -23,13 +23,13 @@ void Clear(const QKUnderlay::Pixels& surface, const CRect& rect) {
 }  // namespace
 
 void QKUnderlay::Restore(const Pixels& surface, const CRect& rect) const {
-    if (cache_ && static_cast<int>(cache_->GetWidth()) == surface.width) return CopyRows(surface, rect);
+    if (cache_ && Width() == surface.width) return CopyRows(surface, rect);
     Clear(surface, rect);
     if (cache_) CopySheared(surface, rect);
 }
 
 void QKUnderlay::CopyRows(const Pixels& surface, const CRect& rect) const {
-    const int top = std::clamp(surface.height - static_cast<int>(cache_->GetHeight()), rect.top, rect.bottom);
+    const int top = std::clamp(surface.height - Height(), rect.top, rect.bottom);
     Clear(surface, CRect(rect.left, rect.top, rect.right, top));
     if (top == rect.bottom) return;
     const Gdiplus::Rect from(rect.left, surface.height - rect.bottom, rect.Width(), rect.bottom - top);
@@ -37,8 +37,8 @@ void QKUnderlay::CopyRows(const Pixels& surface, const CRect& rect) const {
 }
 
 void QKUnderlay::CopySheared(const Pixels& surface, const CRect& rect) const {
-    const auto width = static_cast<std::int64_t>(cache_->GetWidth());
-    const std::int64_t count = width * static_cast<std::int64_t>(cache_->GetHeight());
+    const std::int64_t width = Width();
+    const std::int64_t count = width * Height();
     for (int y = rect.top; y < rect.bottom; ++y) {
         const std::int64_t row = static_cast<std::int64_t>(surface.height - 1 - y) * surface.width;
         const std::int64_t end = std::min(row + rect.right, count);

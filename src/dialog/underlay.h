@@ -28,5 +28,9 @@ class QKUnderlay {
     void CopySheared(const Pixels& surface, const CRect& rect) const;
     void Copy(const Gdiplus::Rect& from, std::uint32_t* to, int stride) const;
 
+    // Of the cache, in pixels.
+    int Width() const { return static_cast<int>(cache_->GetWidth()) * cache_->GetScale(); }
+    int Height() const { return static_cast<int>(cache_->GetHeight()) * cache_->GetScale(); }
+
     std::unique_ptr<Gdiplus::Bitmap> cache_;
 };

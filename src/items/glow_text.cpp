@@ -25,7 +25,7 @@ void QKDrawGlow(Gdiplus::Graphics& graphics, const QKGlow& glow, const Gdiplus::
     const int width = Reduced(destination.Width, glow.factor);
     const int height = Reduced(destination.Height, glow.factor);
     if (width < 1 || height < 1) return;
-    Gdiplus::Bitmap small(width, height, &graphics);
+    Gdiplus::Bitmap small(width, height);  // as soft on every screen
 
     Gdiplus::FontFamily family;
     glow.font.GetFamily(&family);

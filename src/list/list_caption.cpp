@@ -21,7 +21,9 @@ Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKC
     QKSetText(entry.szTextCath, text);  // a longer text is cut, and so never found equal
     const CString whole(text.data(), static_cast<int>(text.size()));
 
-    auto caption = std::make_unique<Gdiplus::Bitmap>(size.cx, size.cy);
+    const int scale = GetScreenScale();
+    auto caption = std::make_unique<Gdiplus::Bitmap>(size.cx * scale, size.cy * scale);
+    caption->SetScale(scale);
     if (caption->GetLastStatus() != Gdiplus::Ok) return nullptr;  // no size: it may have one next time
     const Gdiplus::RectF inside(0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy));
     Gdiplus::Graphics graphics(caption.get());

@@ -171,7 +171,7 @@ Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
 Status Draw(GraphicsData& graphics, const TextJob& job) try {
     Ground ground;
     if (const Status status = ground.Take(graphics); status != Ok) return status;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(ground, world, job);
 } catch (const std::bad_alloc&) {
     return Gdiplus::OutOfMemory;

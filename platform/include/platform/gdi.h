@@ -49,6 +49,12 @@ PLATFORM_API HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
 // bytes a row, zeroed, bottom-up when the height is positive. Only 32 bits, one plane, BI_RGB.
 // A writer of the memory calls GdiFlush before the bitmap is drawn with again.
 PLATFORM_API HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void** bits);
+// How many pixels a unit of a context's coordinates is, each way: 1, but for windows on a dense screen where
+// the program asked for it (SetScreenScale), and for bitmaps made to fit them. CreateCompatibleBitmap counts
+// in units, CreateDIBSection in pixels. 1 for the empty handle.
+PLATFORM_API int GetDeviceScale(HDC context);
+// The same for a bitmap that no context holds, whose sides must be multiples; FALSE otherwise.
+PLATFORM_API BOOL SetBitmapScale(HBITMAP bitmap, int scale);
 // Tells the platform that memory of DIB sections was written directly.
 PLATFORM_API void GdiFlush();
 

@@ -192,8 +192,14 @@ class PLATFORM_API Image {
     // An independent copy, owned by the caller; null when this image is in an error status.
     virtual Image* Clone() const;
 
+    // In units; what is drawn of an image is named in units as well.
     UINT GetWidth() const;
     UINT GetHeight() const;
+    // Pixels to a unit: 1, but for pictures that were found in the size of a dense screen (see
+    // SetScreenScale), and for bitmaps made for such a target. GetPixel, SetPixel and LockBits count in
+    // pixels. A scale that does not divide both sides is refused.
+    INT GetScale() const;
+    Status SetScale(INT scale);
     // The status of the last operation; reading it resets it, except for a picture that failed to load.
     Status GetLastStatus() const;
     PixelFormat GetPixelFormat() const;
@@ -230,7 +236,7 @@ class PLATFORM_API Bitmap : public Image {
     // Transparent pixels (32bppRGB: opaque black). Sizes as in CreateCompatibleBitmap; a bad size gives an
     // error status.
     Bitmap(INT width, INT height, PixelFormat format = PixelFormat32bppARGB);
-    // Compatible with a target: the same as 32bppARGB.
+    // Compatible with a target: as 32bppARGB, and with as many pixels to a unit.
     Bitmap(INT width, INT height, Graphics* target);
     // A copy of a context's bitmap.
     explicit Bitmap(HBITMAP bitmap);
@@ -394,6 +400,8 @@ class PLATFORM_API Graphics {
     Graphics& operator=(const Graphics&) = delete;
 
     Status GetLastStatus() const;
+    // Pixels to a unit of what is drawn on; see GetDeviceScale. 1 where nothing can be drawn.
+    INT GetScale() const;
 
     // A context on the same surface, until ReleaseHDC. Releasing one that was not acquired is an error
     // without effect.

@@ -23,10 +23,10 @@ struct PLATFORM_API Picture {
     bool SavePng(const CString& path) const;
 };
 
-// Chooses this window system for the process, with a screen of the given size. Call it before the process's
-// first window; later calls resize the screen and change nothing else. False when windows of another window
-// system exist already.
-PLATFORM_API bool Use(int screenWidth = 1280, int screenHeight = 800);
+// Chooses this window system for the process, with a screen of the given size in pixels and dots to the inch.
+// Call it before the process's first window; later calls resize the screen and change nothing else. False
+// when windows of another window system exist already.
+PLATFORM_API bool Use(int screenWidth = 1280, int screenHeight = 800, int dpi = 96);
 
 struct Monitor {
     RECT bounds;  // on the screen
@@ -36,7 +36,8 @@ struct Monitor {
 // Use, the screen is one monitor without panels.
 PLATFORM_API void SetMonitors(const std::vector<Monitor>& monitors);
 
-// Input. Coordinates are pixels of the screen; what the input causes is dispatched before the call returns.
+// Input. Coordinates are those of the program, on the screen: pixels, unless it asked for others
+// (SetScreenScale). What the input causes is dispatched before the call returns.
 PLATFORM_API void MovePointer(int x, int y);
 PLATFORM_API void ButtonDown(int button = 1);  // 1 left, 2 middle, 3 right
 PLATFORM_API void ButtonUp(int button = 1);
@@ -66,7 +67,7 @@ PLATFORM_API HWND AddForeignWindow(LPCWSTR className, LPCWSTR title, HWND parent
 // The other program closes it, with all that lies in it.
 PLATFORM_API void CloseForeignWindow(HWND window);
 
-// What a window shows: its pixels as composed on the screen, before it is blended with what lies behind.
+// What a window shows: all its pixels as composed on the screen, before it is blended with what lies behind.
 PLATFORM_API Picture Capture(HWND window);
 PLATFORM_API Picture CaptureScreen();  // over an opaque 0xFF3A6EA5 desktop, or the wallpaper
 // What a task list shows for a window: the large icon, or else the small one. Empty without either.

@@ -480,6 +480,14 @@ enum {
 };
 PLATFORM_API int GetSystemMetrics(int index);
 
+// Opts in to dense screens: from now on all coordinates of the program are units of `scale` pixels each way,
+// on the screen as in its windows, which are drawn with all pixels that they have. 0: as many as the screen
+// asks for (192 dots to the inch: 2), 1: none, as without this call; up to 4. A picture "name.png" is then
+// looked for as "name@2x.png" first, which has twice its sides; see Gdiplus::Image. Before the program's
+// first window: FALSE with ERROR_NOT_SUPPORTED while there is one.
+PLATFORM_API BOOL SetScreenScale(int scale);
+PLATFORM_API int GetScreenScale();
+
 // How a desktop shows its icons.
 struct ICONMETRICSW {
     UINT cbSize;  // of this record, set by the caller

@@ -21,6 +21,8 @@ void SetMessageFilter(bool (*filter)(MSG* message));
 
 // See Headless::Use.
 bool UseHeadlessWindowSystem(int screenWidth, int screenHeight);
+// The screen may have another number of dots to the inch than before.
+void SettleScreenScale();
 // Dispatches whatever waits, without blocking. WM_QUIT stays where it is.
 void RunPendingMessages();
 std::optional<std::uint64_t> NextTimerDue();

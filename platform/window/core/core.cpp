@@ -1,5 +1,6 @@
 #include "platform/window/core/core.h"
 
+#include <algorithm>
 #include <chrono>
 #include <new>
 
@@ -126,7 +127,7 @@ void Core::LeaveThread() {
 // ---- window system
 
 void Core::DropSystem() {
-    std::unique_ptr<WindowSystem> ending;
+    std::unique_ptr<ScaledSystem> ending;
     {
         std::lock_guard lock(shared_);
         ending = std::move(system_);
@@ -149,7 +150,7 @@ WindowSystem* Core::EnsureSystem() {
     }
     DropSystem();
     SetLastError(ERROR_SUCCESS);
-    std::unique_ptr<WindowSystem> fresh = MakeX11WindowSystem(*sink_);
+    std::unique_ptr<ScaledSystem> fresh = ScaledSystem::Over(*sink_, &MakeX11WindowSystem);
     if (!fresh) {
         if (GetLastError() == ERROR_SUCCESS) SetLastError(ERROR_CONNECTION_UNAVAIL);
         return nullptr;
@@ -157,6 +158,7 @@ WindowSystem* Core::EnsureSystem() {
     std::lock_guard lock(shared_);
     system_ = std::move(fresh);
     headless_ = false;
+    SettleScale();
     UpdateKeyWatch();
     return system_.get();
 }
@@ -167,12 +169,31 @@ bool Core::UseHeadless(int screenWidth, int screenHeight) {
     if (system_ && !lost_ && WindowCount() != 0) return headless_;
     if (system_ && !lost_ && headless_) return true;
     DropSystem();
-    std::unique_ptr<WindowSystem> fresh = MakeHeadlessWindowSystem(*sink_, screenWidth, screenHeight);
+    std::unique_ptr<ScaledSystem> fresh = ScaledSystem::Over(*sink_, [&](WindowEvents& events) {
+        return MakeHeadlessWindowSystem(events, screenWidth, screenHeight);
+    });
     std::lock_guard lock(shared_);
     system_ = std::move(fresh);
     headless_ = true;
+    SettleScale();
     UpdateKeyWatch();
     return system_ != nullptr;
+}
+
+void Core::WantScale(int scale) {
+    wantedScale_ = scale;
+    if (scale == 0) EnsureSystem();  // to be asked
+    SettleScale();
+}
+
+void Core::SettleScale() {
+    constexpr int kUsualDpi = 96;
+    if (WindowCount() != 0) return;
+    // Halves go down: what is too small can still be read.
+    const int dpi = system_ ? system_->Dpi() : kUsualDpi;
+    const int asked = std::clamp((dpi + kUsualDpi / 2 - 1) / kUsualDpi, 1, kMostScale);
+    SetScreenScaleTo(wantedScale_ != 0 ? wantedScale_ : asked);
+    nowhere->SetScale(ScreenScale());
 }
 
 void Core::MarkLost() {
@@ -357,8 +378,31 @@ bool UseHeadlessWindowSystem(int screenWidth, int screenHeight) {
     return Core::Get().UseHeadless(screenWidth, screenHeight);
 }
 
+void SettleScreenScale() {
+    Core::Get().SettleScale();
+}
+
 std::optional<std::uint64_t> NextTimerDue() {
     return Core::Get().timers.NextDue();
 }
 
 }  // namespace platform
+
+BOOL SetScreenScale(int scale) {
+    platform::Core& core = platform::Core::Get();
+    if (!core.Claim()) return FALSE;
+    if (scale < 0 || scale > platform::kMostScale) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    if (core.WindowCount() != 0) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return FALSE;
+    }
+    core.WantScale(scale);
+    return TRUE;
+}
+
+int GetScreenScale() {
+    return platform::ScreenScale();
+}

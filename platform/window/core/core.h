@@ -16,9 +16,11 @@
 #include <vector>
 
 #include "platform/base/handle_table.h"
+#include "platform/graphics/scale.h"
 #include "platform/window/core/foreign.h"
 #include "platform/window/core/hooks.h"
 #include "platform/window/core/message_queue.h"
+#include "platform/window/core/scaled_system.h"
 #include "platform/window/core/stacking_order.h"
 #include "platform/window/core/timers.h"
 #include "platform/window/core/window_record.h"
@@ -132,6 +134,10 @@ class Core {
     // Connects when needed. Null with the last error set when no display can be reached.
     WindowSystem* EnsureSystem();
     bool UseHeadless(int screenWidth, int screenHeight);
+    // The program wants a number of pixels to a unit of the screen, or what the screen asks for (0). Nothing
+    // changes while windows exist.
+    void WantScale(int scale);
+    void SettleScale();
     bool IsHeadless() const { return headless_ && system_; }
     bool IsLost() const { return lost_; }
     void MarkLost();
@@ -188,7 +194,8 @@ class Core {
     std::atomic<std::uint64_t> owner_ = kNoThread;
     std::uint64_t lastThread_ = kNoThread;
     std::unique_ptr<WindowEvents> sink_;
-    std::unique_ptr<WindowSystem> system_;
+    std::unique_ptr<ScaledSystem> system_;
+    int wantedScale_ = 1;
     unsigned systemSerial_ = 1;
     bool headless_ = false;
     bool lost_ = false;

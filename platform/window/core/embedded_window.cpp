@@ -67,7 +67,8 @@ void EmbeddedWindow::Follow() {
     if (!window) return;
     CRect whole = OnSurface(*window);
     whole.DeflateRect(inset_, inset_);
-    place_->Place(whole, SeenPart(*window, whole));
+    const int scale = ScreenScale();
+    place_->Place(ScaledRect(whole, scale), ScaledRect(SeenPart(*window, whole), scale));
 }
 
 void FollowEmbeddedWindows() {

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/graphics/device_context.h"
+#include "platform/graphics/resample.h"
 #include "platform/window/core/core.h"
 #include "platform/window/core/painting.h"
 #include "platform/window/core/place.h"
@@ -93,6 +94,17 @@ Region CopyPixels(Surface& to, const Surface& from, POINT sourceOrigin, const CR
     return damage.Take();
 }
 
+// A source with as many pixels to a unit as the window has.
+std::shared_ptr<const Surface> WithScale(const std::shared_ptr<Surface>& source, int scale) {
+    if (source->Scale() == scale) return source;
+    Scaling scaling;
+    scaling.sourceWidth = source->Width();
+    scaling.sourceHeight = source->Height();
+    scaling.right = scaling.width = ScaledLength(source->Width(), scale) / source->Scale();
+    scaling.bottom = scaling.height = ScaledLength(source->Height(), scale) / source->Scale();
+    return Resample(*source, scaling);
+}
+
 struct Feed {
     const POINT* position;
     const SIZE* size;
@@ -136,13 +148,20 @@ bool ShowFeed(Window& window, const Feed& feed, const Target& source) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return false;
     }
-    const POINT origin{feed.sourcePoint->x + source.origin.x, feed.sourcePoint->y + source.origin.y};
+    const int scale = surface->Scale();
+    const POINT start = ScaledPoint(*feed.sourcePoint, scale);
+    const POINT origin{start.x + source.origin.x, start.y + source.origin.y};
     Layering& layering = window.layering;
     const bool showsLast = surface->Revision() == layering.fedRevision &&
                            source.surface == layering.fedFrom.lock() && CPoint(origin) == layering.fedOrigin;
     CRect part(0, 0, surface->Width(), surface->Height());
-    if (feed.dirty && showsLast) part.IntersectRect(CRect(part), *feed.dirty);
-    const Region damage = CopyPixels(*surface, *source.surface, origin, part);
+    if (feed.dirty && showsLast) part.IntersectRect(CRect(part), ScaledRect(*feed.dirty, scale));
+    const std::shared_ptr<const Surface> pixels = WithScale(source.surface, scale);
+    if (!pixels) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return false;
+    }
+    const Region damage = CopyPixels(*surface, *pixels, origin, part);
     layering.fed = true;
     layering.fedFrom = source.surface;
     layering.fedOrigin = origin;

@@ -67,7 +67,8 @@ HDC MakeContext(Window& window, Region region, bool paint) try {
     if (top && IsPainted(*top)) surface = SurfaceForWriting(*top);
     CPoint origin;
     if (surface) {
-        origin = SurfaceOrigin(window);
+        origin = ScaledPoint(SurfaceOrigin(window), surface->Scale());
+        region = region.Scaled(surface->Scale());
         region.Offset(origin.x, origin.y);
     } else {
         surface = core.nowhere;
@@ -206,8 +207,8 @@ bool IsPainted(const Window& topLevel) {
 
 std::shared_ptr<Surface> SurfaceForWriting(Window& topLevel) {
     Core& core = Core::Get();
-    const int width = topLevel.rect.Width();
-    const int height = topLevel.rect.Height();
+    const int width = ScaledLength(topLevel.rect.Width(), ScreenScale());
+    const int height = ScaledLength(topLevel.rect.Height(), ScreenScale());
     if (width <= 0 || height <= 0) return nullptr;
     WindowSystem* system = core.SystemOf(topLevel);
     if (!topLevel.surface || topLevel.surface->Width() != width || topLevel.surface->Height() != height) {
@@ -217,6 +218,7 @@ std::shared_ptr<Surface> SurfaceForWriting(Window& topLevel) {
             topLevel.lacksPixels = true;
             return nullptr;
         }
+        fresh->SetScale(ScreenScale());
         if (topLevel.surface) CopyShared(*topLevel.surface, *fresh);
         topLevel.surface = std::move(fresh);
         topLevel.neverShown = true;
@@ -230,7 +232,8 @@ std::shared_ptr<Surface> SurfaceForWriting(Window& topLevel) {
 void Present(Window& topLevel, const Region& drawn) {
     WindowSystem* system = Core::Get().SystemOf(topLevel);
     if (!system || !topLevel.surface) return;
-    Region shown = topLevel.neverShown ? Region(topLevel.Bounds()) : drawn;
+    const Surface& surface = *topLevel.surface;
+    Region shown = topLevel.neverShown ? Region(CRect(0, 0, surface.Width(), surface.Height())) : drawn;
     if (shown.IsEmpty()) return;
     topLevel.neverShown = false;
     system->Present(topLevel.handle, shown);

@@ -57,7 +57,7 @@ HWND HitInside(HWND handle, POINT client, POINT screen, int* hit) {
 // under a window that passed the pointer on.
 bool CatchesPointer(const Window& topLevel, POINT screen) {
     if (!topLevel.rect.PtInRect(screen) || !IsOnDisplay(topLevel)) return false;
-    const POINT client = ToClient(topLevel, screen);
+    const POINT client = ScaledPoint(ToClient(topLevel, screen), ScreenScale());
     const Compositing& shown = topLevel.layering.told;
     if (shown.mode == Compositing::Mode::Opaque) return true;
     if (shown.mode == Compositing::Mode::Nothing || shown.alpha == 0) return false;

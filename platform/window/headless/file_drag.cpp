@@ -7,6 +7,7 @@
 
 #include <platform/window.h>
 
+#include "platform/graphics/scale.h"
 #include "platform/ole/file_block.h"
 #include "platform/window/headless/headless_system.h"
 
@@ -29,7 +30,7 @@ Headless::DraggedFiles Describe(const FileOffer& offer, const DragPoint& at) {
     const auto* bytes = reinterpret_cast<const BYTE*>(offer.block.data());
     files.block.assign(bytes, bytes + offer.block.size());
     files.allowed = at.wanted;
-    files.screen = at.screen;
+    files.screen = UnitOf(at.screen, ScreenScale());
     files.keys = (at.shift ? MK_SHIFT : WPARAM{0}) | (at.control ? MK_CONTROL : WPARAM{0});
     return files;
 }
@@ -38,7 +39,7 @@ Headless::DraggedFiles Describe(const FileOffer& offer, const DragPoint& at) {
 
 Headless::DropTarget* HeadlessFileDrag::TargetAt(POINT screen) const {
     for (auto target = Targets().rbegin(); target != Targets().rend(); ++target)
-        if ((*target)->Place().PtInRect(screen)) return *target;
+        if (ScaledRect((*target)->Place(), ScreenScale()).PtInRect(screen)) return *target;
     return nullptr;
 }
 

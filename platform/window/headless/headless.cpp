@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/graphics/scale.h"
 #include "platform/window/core/control.h"
 #include "platform/window/core/system_cursors.h"
 #include "platform/window/headless/headless_system.h"
@@ -14,6 +15,8 @@ namespace Headless {
 namespace {
 
 constexpr int kLongestScreenSide = 16384;
+constexpr int kLeastDpi = 24;
+constexpr int kMostDpi = 960;
 
 CRect RectOnTopLevel(HWND window, HWND* topLevel) {
     CRect rect;
@@ -33,11 +36,12 @@ CRect RectOnTopLevel(HWND window, HWND* topLevel) {
 
 }  // namespace
 
-bool Use(int screenWidth, int screenHeight) {
+bool Use(int screenWidth, int screenHeight, int dpi) {
     const int width = std::clamp(screenWidth, 1, kLongestScreenSide);
     const int height = std::clamp(screenHeight, 1, kLongestScreenSide);
     if (!UseHeadlessWindowSystem(width, height)) return false;
-    HeadlessSystem::Current()->SetScreenSize(width, height);
+    HeadlessSystem::Current()->SetScreen(width, height, std::clamp(dpi, kLeastDpi, kMostDpi));
+    SettleScreenScale();
     return true;
 }
 
@@ -51,7 +55,8 @@ void SetMonitors(const std::vector<Monitor>& monitors) {
 }
 
 void MovePointer(int x, int y) {
-    if (HeadlessSystem* system = HeadlessSystem::Current()) system->MovePointer(POINT{x, y});
+    if (HeadlessSystem* system = HeadlessSystem::Current())
+        system->MovePointer(ScaledPoint({x, y}, ScreenScale()));
     RunPending();
 }
 
@@ -116,7 +121,7 @@ HWND AddForeignWindow(LPCWSTR className, LPCWSTR title, HWND parent, const RECT*
     ForeignTree::Node node;
     node.window.className = className;
     node.window.title = title;
-    node.place = place ? CRect(*place) : CRect(CPoint(0, 0), system->ScreenSize());
+    node.place = place ? ScaledRect(*place, ScreenScale()) : CRect(CPoint(0, 0), system->ScreenSize());
     node.colour = colour;
     if (parent) {
         const std::optional<ForeignId> in = ForeignOfHandle(parent);
@@ -138,9 +143,10 @@ Picture Capture(HWND window) {
     const HeadlessSystem* system = HeadlessSystem::Current();
     if (!system || !IsWindow(window)) return picture;
     HWND topLevel;
-    const CRect part = RectOnTopLevel(window, &topLevel);
+    const CRect units = RectOnTopLevel(window, &topLevel);
     const HeadlessSystem::NativeWindow* native = system->Find(topLevel);
     if (!native) return picture;
+    const CRect part = ScaledRect(units, ScreenScale());
     picture.width = part.Width();
     picture.height = part.Height();
     picture.argb = system->ShownPixels(*native, part);
@@ -151,7 +157,7 @@ Picture CaptureScreen() {
     Picture picture;
     HeadlessSystem* system = HeadlessSystem::Current();
     if (!system) return picture;
-    const CSize size = system->ScreenSize();
+    const CSize size = system->ScreenSize();  // in pixels
     picture.width = size.cx;
     picture.height = size.cy;
     picture.argb = system->ScreenPixels();

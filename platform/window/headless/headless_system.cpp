@@ -41,8 +41,9 @@ HeadlessSystem::~HeadlessSystem() {
     HeadlessBackdrop::Get().Use(CSize());
 }
 
-void HeadlessSystem::SetScreenSize(int width, int height) {
+void HeadlessSystem::SetScreen(int width, int height, int dpi) {
     screen_ = CSize(width, height);
+    dpi_ = dpi;
     monitors_.clear();
     HeadlessBackdrop::Get().Use(screen_);
 }

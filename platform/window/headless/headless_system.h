@@ -46,7 +46,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
     };
 
     // One monitor again.
-    void SetScreenSize(int width, int height);
+    void SetScreen(int width, int height, int dpi);
     void SetMonitors(std::vector<Monitor> monitors) { monitors_ = std::move(monitors); }
     const NativeWindow* Find(HWND window) const;
     // On the screen: mapped, what it lies in is shown, and neither it nor an owner is minimised.
@@ -102,6 +102,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
     KeySet KeysDown() override;
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screen_; }
+    int Dpi() override { return dpi_; }
     std::vector<Monitor> Monitors() override;
     std::uint64_t Now() override { return now_; }
     bool Poll() override;
@@ -147,6 +148,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
 
     WindowEvents& events_;
     CSize screen_;
+    int dpi_ = 96;
     std::vector<Monitor> monitors_;                                             // empty: the screen is one
     std::unordered_map<std::uint64_t, std::unique_ptr<NativeWindow>> windows_;  // by HWND::ToParam
     StackingOrder stack_;

@@ -1,5 +1,7 @@
 // Questions about the screen that only the server can answer.
 #include <algorithm>
+#include <charconv>
+#include <string_view>
 
 #include <xcb/randr.h>
 
@@ -37,6 +39,31 @@ CRect WorkAreaOf(const Connection& connection, const CRect& screen) {
 }
 
 }  // namespace
+
+// As desktops tell their programs: a resource of the root, a line "Xft.dpi:" with a number.
+int X11WindowSystem::Dpi() {
+    constexpr int kUsual = 96;
+    constexpr std::uint32_t kLongest = 16384;  // in words
+    constexpr std::string_view kName = "Xft.dpi:";
+    if (!connection_->IsAlive()) return kUsual;
+    xcb_connection_t* c = connection_->Get();
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        c,
+        xcb_get_property(c, 0, connection_->Root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0, kLongest),
+        nullptr));
+    if (!reply || reply->format != 8) return kUsual;
+    std::string_view rest(static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len);
+    for (std::string_view line; !rest.empty(); rest.remove_prefix(std::min(rest.size(), line.size() + 1))) {
+        line = rest.substr(0, rest.find('\n'));
+        if (!line.starts_with(kName)) continue;
+        std::string_view value = line.substr(kName.size());
+        value.remove_prefix(std::min(value.size(), value.find_first_not_of(" \t")));
+        int dpi = 0;
+        const auto read = std::from_chars(value.data(), value.data() + value.size(), dpi);
+        if (read.ec == std::errc() && dpi > 0) return dpi;
+    }
+    return kUsual;
+}
 
 std::vector<Monitor> X11WindowSystem::Monitors() {
     const CRect screen(CPoint(0, 0), screenSize_);

@@ -65,6 +65,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     KeySet KeysDown() override;
     HWND WindowAt(POINT screen) override;
     CSize ScreenSize() override { return screenSize_; }
+    int Dpi() override;
     std::vector<Monitor> Monitors() override;
 
     std::unique_ptr<EmbeddedPlace> Embed(HWND topLevel, EmbeddedEvents& events) override;
