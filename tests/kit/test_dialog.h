@@ -13,6 +13,11 @@
 namespace kit {
 
 constexpr UINT kDialogTemplate = 101;  // 100 by 80 dialog units of no font: 200 by 160 pixels
+#ifdef KIT_SCALE
+constexpr int kScale = KIT_SCALE;  // pixels to a unit
+#else
+constexpr int kScale = 1;
+#endif
 constexpr int kDialogWidth = 200;
 constexpr int kDialogHeight = 160;
 
@@ -117,7 +122,10 @@ inline void ExpectSame(const Headless::Picture& shown, const Headless::Picture& 
 
 class HeadlessTest : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(Headless::Use(640, 480)); }
+    static void SetUpTestSuite() {
+        ASSERT_TRUE(Headless::Use(640 * kScale, 480 * kScale, 96 * kScale));
+        ASSERT_TRUE(SetScreenScale(kScale));
+    }
     void SetUp() override { Headless::MovePointer(639, 479); }
 };
 
