@@ -18,6 +18,7 @@ constexpr int kMisused = 2;
 constexpr const char* kShotsFolder = "gallery-shots";
 
 int OpenGallery(std::size_t page) {
+    SetScreenScale(0);  // as dense as the screen is
     Shell shell;
     if (!shell.Open()) {
         const DWORD error = GetLastError();
@@ -71,6 +72,7 @@ int main(int count, char** arguments) {
                    stderr);
         return kFailed;
     }
+    if (options->dense) ShootDense();
     switch (options->task) {
         case Options::Task::Shot:
             return ShootPage(page, options->target);

@@ -12,6 +12,8 @@ const char* const kUsage =
     "       gallery --list                      print the names of the pages\n"
     "       gallery --specimens FOLDER          write a picture of each state of each item\n"
     "\n"
+    "--dense with any of the pictures: as on a screen with twice the pixels each way.\n"
+    "\n"
     "Pictures are PNG files and need no display. Where there is no display, the first form writes all of\n"
     "them into the folder gallery-shots and prints their paths.\n";
 
@@ -30,6 +32,10 @@ std::optional<Options> ParseOptions(int count, const char* const* arguments) {
                 return complain("one page is wanted after", argument);
             options.page = arguments[++i];
             if (options.page.empty()) return complain("one page is wanted after", argument);
+            continue;
+        }
+        if (argument == "--dense") {
+            options.dense = true;
             continue;
         }
         if (chosen) return complain("one task at a time", argument);

@@ -9,6 +9,7 @@ namespace gallery {
 struct Options {
     enum class Task { Open, Shot, ShotAll, Specimens, List, Help };
     Task task = Task::Open;
+    bool dense = false;  // pictures of a screen with twice the pixels
     std::string page;    // its name; empty for the first
     std::string target;  // the file of Shot, the folder of ShotAll and Specimens
 };

@@ -50,11 +50,19 @@ std::string FileIn(const std::string& folder, const char* name) {
     return (std::filesystem::path(folder) / (std::string(name) + ".png")).string();
 }
 
+int pixelsToUnit = 1;
+
+void TakeScreen() {
+    constexpr int kDpi = 96;
+    Headless::Use(kScreenWidth * pixelsToUnit, kScreenHeight * pixelsToUnit, kDpi * pixelsToUnit);
+    SetScreenScale(pixelsToUnit);
+}
+
 // A screen in memory with a wallpaper, and the gallery on it.
 class Studio {
   public:
     bool Open() {
-        Headless::Use(kScreenWidth, kScreenHeight);
+        TakeScreen();
         if (!wallpaper_.Open(nullptr, CPoint(0, 0)) || !shell_.Open()) {
             std::fprintf(stderr, "gallery: no window: %s\n", ErrorText(GetLastError()));
             return false;
@@ -82,6 +90,10 @@ class Studio {
 
 }  // namespace
 
+void ShootDense() {
+    pixelsToUnit = 2;
+}
+
 int ShootPage(std::size_t page, const std::string& file) {
     Studio studio;
     return studio.Open() && studio.Shoot(page, file) ? 0 : 1;
@@ -101,7 +113,7 @@ int ShootAllPages(const std::string& folder) {
 
 int ShootSpecimens(const std::string& folder) {
     if (!MakeFolder(folder)) return 1;
-    Headless::Use(kScreenWidth, kScreenHeight);
+    TakeScreen();
     for (const Specimen& specimen : AllSpecimens()) {
         TakeHandsOff();
         SpecimenWindow window(specimen.size);

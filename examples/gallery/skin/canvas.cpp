@@ -7,6 +7,8 @@
 namespace skin {
 namespace {
 
+int densityOfAll = 1;
+
 using Pattern = std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy)>;
 
 Pattern WithStops(cairo_pattern_t* gradient, std::initializer_list<Stop> stops) {
@@ -19,11 +21,21 @@ Pattern WithStops(cairo_pattern_t* gradient, std::initializer_list<Stop> stops) 
 
 }  // namespace
 
+void Canvas::SetDensity(int density) {
+    densityOfAll = density;
+}
+
+int Canvas::Density() {
+    return densityOfAll;
+}
+
 Canvas::Canvas(int width, int height)
     : width_(width),
       height_(height),
-      surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)),
-      context_(cairo_create(surface_.get())) {
+      density_(densityOfAll),
+      surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, PixelWidth(), PixelHeight())) {
+    cairo_surface_set_device_scale(surface_.get(), density_, density_);
+    context_.reset(cairo_create(surface_.get()));
     if (cairo_status(context_.get()) != CAIRO_STATUS_SUCCESS)
         throw std::runtime_error("cannot make a canvas");
 }
@@ -32,7 +44,7 @@ std::span<std::uint32_t> Canvas::Row(int y) {
     cairo_surface_flush(surface_.get());
     unsigned char* bytes = cairo_image_surface_get_data(surface_.get());
     const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
-    return {reinterpret_cast<std::uint32_t*>(bytes + y * stride), static_cast<std::size_t>(width_)};
+    return {reinterpret_cast<std::uint32_t*>(bytes + y * stride), static_cast<std::size_t>(PixelWidth())};
 }
 
 std::span<const std::uint32_t> Canvas::Row(int y) const {

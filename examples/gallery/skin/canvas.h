@@ -13,16 +13,22 @@
 
 namespace skin {
 
-// Premultiplied 32-bit ARGB, top-down, transparent at first. Movable, not copyable.
+// Premultiplied 32-bit ARGB, top-down, transparent at first. Movable, not copyable. Sizes and places are
+// units.
 class Canvas {
   public:
     Canvas(int width, int height);
+    // Pixels to a unit, of canvases made from now on.
+    static void SetDensity(int density);
+    static int Density();
 
     int Width() const { return width_; }
     int Height() const { return height_; }
     cairo_t* Cairo() const { return context_.get(); }
 
-    // Pixels of one row. After writing through it call PixelsChanged() before drawing again.
+    int PixelWidth() const { return width_ * density_; }
+    int PixelHeight() const { return height_ * density_; }
+    // Pixels of one row of pixels. After writing through it call PixelsChanged() before drawing again.
     std::span<std::uint32_t> Row(int y);
     std::span<const std::uint32_t> Row(int y) const;
     void PixelsChanged();
@@ -37,6 +43,7 @@ class Canvas {
     };
     int width_;
     int height_;
+    int density_;
     std::unique_ptr<cairo_surface_t, Free> surface_;
     std::unique_ptr<cairo_t, Free> context_;
 };

@@ -66,7 +66,7 @@ Plane::Plane(int planeWidth, int planeHeight)
       values(static_cast<std::size_t>(planeWidth) * static_cast<std::size_t>(planeHeight)) {}
 
 Plane CoverageOf(const Canvas& picture) {
-    Plane plane(picture.Width(), picture.Height());
+    Plane plane(picture.PixelWidth(), picture.PixelHeight());
     for (int y = 0; y < plane.height; ++y) {
         const std::span<const std::uint32_t> row = picture.Row(y);
         for (int x = 0; x < plane.width; ++x) {
@@ -83,7 +83,7 @@ void Blur(Plane& plane, double sigma) {
 }
 
 Canvas Tinted(const Plane& plane, Colour colour) {
-    Canvas canvas(plane.width, plane.height);
+    Canvas canvas(plane.width / Canvas::Density(), plane.height / Canvas::Density());
     for (int y = 0; y < plane.height; ++y) {
         const std::span<std::uint32_t> row = canvas.Row(y);
         for (int x = 0; x < plane.width; ++x) {
@@ -102,7 +102,7 @@ Canvas Tinted(const Plane& plane, Colour colour) {
 void DropShadow(Canvas& canvas, const Outline& outline, Colour colour, Softness softness) {
     const int margin = MarginFor(softness);
     Plane shade = CoverageOf(canvas, outline, softness, margin, false);
-    Blur(shade, softness.sigma);
+    Blur(shade, softness.sigma * Canvas::Density());
     canvas.Draw(Tinted(shade, colour), -margin, -margin);
 }
 
@@ -110,7 +110,7 @@ void InnerShadow(Canvas& canvas, const Outline& outline, Colour colour, Softness
     // Twice the margin: the plane's own edge must stay out of reach of the blur.
     const int margin = 2 * MarginFor(softness);
     Plane shade = CoverageOf(canvas, outline, softness, margin, true);
-    Blur(shade, softness.sigma);
+    Blur(shade, softness.sigma * Canvas::Density());
     const SavedState saved(canvas.Cairo());
     cairo_identity_matrix(canvas.Cairo());
     outline(canvas.Cairo());

@@ -39,16 +39,23 @@ void WritePanels(const std::filesystem::path& folder) {
     WritePng(KeyedMedal(), folder / "panel_key.png");
 }
 
+// "name@2x.png" beside "name.png" for the screens that have twice the pixels.
+void WriteDense(const Canvas& picture, const std::filesystem::path& folder,
+                const std::filesystem::path& name) {
+    const std::string ending = Canvas::Density() > 1 ? "@" + std::to_string(Canvas::Density()) + "x" : "";
+    WritePng(picture, folder / (name.stem().string() + ending + ".png"));
+}
+
 void WriteButtons(const std::filesystem::path& folder) {
     for (int frames = 1; frames <= 5; ++frames) {
         const FramePainter pill = PillButton(frames >= 4 ? Lamp::Left : Lamp::None);
         const std::string name = "btn" + std::to_string(frames);
-        WritePng(MakeStrip(kPillButton, frames, Layout::Vertical, pill), folder / (name + "_v.png"));
-        WritePng(MakeStrip(kPillButton, frames, Layout::Horizontal, pill), folder / (name + "_h.png"));
+        WriteDense(MakeStrip(kPillButton, frames, Layout::Vertical, pill), folder, (name + "_v.png"));
+        WriteDense(MakeStrip(kPillButton, frames, Layout::Horizontal, pill), folder, (name + "_h.png"));
     }
     const auto vertical = [&folder](const char* name, PictureSize size, int frames,
                                     const FramePainter& paint) {
-        WritePng(MakeStrip(size, frames, Layout::Vertical, paint), folder / name);
+        WriteDense(MakeStrip(size, frames, Layout::Vertical, paint), folder, name);
     };
     vertical("btn_wide_v.png", kWideButton, 4, PillButton(Lamp::None));
     vertical("btn_close_v.png", kWindowButton, 3, WindowButton(Glyph::Close));
@@ -79,25 +86,25 @@ void WriteButtons(const std::filesystem::path& folder) {
 
 void WriteChoices(const std::filesystem::path& folder) {
     constexpr int kFrames = 5;
-    WritePng(MakeStrip(kChoice, kFrames, Layout::Vertical, CheckBox()), folder / "check_box_v.png");
-    WritePng(MakeStrip(kChoice, kFrames, Layout::Horizontal, CheckBox()), folder / "check_box_h.png");
-    WritePng(MakeStrip(kChoice, kFrames, Layout::Vertical, RadioDish()), folder / "radio_v.png");
-    WritePng(CheckMark(), folder / "check_mark.png");
-    WritePng(RadioMark(), folder / "radio_mark.png");
+    WriteDense(MakeStrip(kChoice, kFrames, Layout::Vertical, CheckBox()), folder, "check_box_v.png");
+    WriteDense(MakeStrip(kChoice, kFrames, Layout::Horizontal, CheckBox()), folder, "check_box_h.png");
+    WriteDense(MakeStrip(kChoice, kFrames, Layout::Vertical, RadioDish()), folder, "radio_v.png");
+    WriteDense(CheckMark(), folder, "check_mark.png");
+    WriteDense(RadioMark(), folder, "radio_mark.png");
 }
 
 void WriteBars(const std::filesystem::path& folder) {
-    WritePng(ProgressBack(kProgress), folder / "progress_back.png");
-    WritePng(ProgressBar(kProgress, ProgressLook::Dusk), folder / "progress_bar.png");
-    WritePng(ProgressBack(kProgressCool), folder / "progress_cool_back.png");
-    WritePng(ProgressBar(kProgressCool, ProgressLook::Cool), folder / "progress_cool_bar.png");
+    WriteDense(ProgressBack(kProgress), folder, "progress_back.png");
+    WriteDense(ProgressBar(kProgress, ProgressLook::Dusk), folder, "progress_bar.png");
+    WriteDense(ProgressBack(kProgressCool), folder, "progress_cool_back.png");
+    WriteDense(ProgressBar(kProgressCool, ProgressLook::Cool), folder, "progress_cool_bar.png");
     const auto thumb = [&folder](const char* name, ThumbPart part) {
-        WritePng(MakeStrip(kScrollPart, 3, Layout::Vertical, Thumb(part)), folder / name);
+        WriteDense(MakeStrip(kScrollPart, 3, Layout::Vertical, Thumb(part)), folder, name);
     };
     thumb("scroll_top_v.png", ThumbPart::Top);
     thumb("scroll_middle_v.png", ThumbPart::Middle);
     thumb("scroll_bottom_v.png", ThumbPart::Bottom);
-    WritePng(ScrollTrack(), folder / "scroll_track.png");
+    WriteDense(ScrollTrack(), folder, "scroll_track.png");
 }
 
 void WriteFrames(const std::filesystem::path& folder) {
@@ -106,7 +113,8 @@ void WriteFrames(const std::filesystem::path& folder) {
     for (const auto& [name, look] : kLooks) {
         int number = 0;
         for (const Canvas& part : FrameParts(look))
-            WritePng(part, folder / (std::string("frame_") + name + "_" + std::to_string(number++) + ".png"));
+            WriteDense(part, folder,
+                       (std::string("frame_") + name + "_" + std::to_string(number++) + ".png"));
     }
 }
 
@@ -122,8 +130,11 @@ void WriteSamples(const std::filesystem::path& folder) {
     WritePng(picture, folder / "picture.png");
     WriteGif(Spinner(), kPaneColour, folder / "spinner.gif");
     WriteGif(Comet(), kPaneColour, folder / "comet.gif");
+}
+
+void WriteListIcons(const std::filesystem::path& folder) {
     for (const ListIcon& icon : kListIcons)
-        WritePng(DrawListIcon(icon), folder / (std::string("icon_") + icon.name + ".png"));
+        WriteDense(DrawListIcon(icon), folder, (std::string("icon_") + icon.name + ".png"));
 }
 
 void WriteIcons(const std::filesystem::path& folder) {
@@ -146,12 +157,16 @@ int main(int count, char** arguments) {
         std::filesystem::create_directories(folder);
         WriteBackgrounds(folder);
         WritePanels(folder);
-        WriteButtons(folder);
-        WriteChoices(folder);
-        WriteBars(folder);
-        WriteFrames(folder);
         WriteSamples(folder);
         WriteIcons(folder);
+        for (const int density : {1, 2}) {
+            Canvas::SetDensity(density);
+            WriteButtons(folder);
+            WriteChoices(folder);
+            WriteBars(folder);
+            WriteFrames(folder);
+            WriteListIcons(folder);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "gallery-skin: %s\n", error.what());
         return 1;

@@ -58,10 +58,10 @@ void AppendBitmapHeader(Bytes& bytes, int width, int height, std::size_t bits) {
 // 32-bit straight alpha, bottom-up, followed by the one-bit mask that old readers use.
 Bytes IconBitmapOf(const Canvas& picture) {
     Bytes bytes;
-    AppendBitmapHeader(bytes, picture.Width(), picture.Height() * 2, 32);
+    AppendBitmapHeader(bytes, picture.PixelWidth(), picture.PixelHeight() * 2, 32);
     Bytes mask;
-    for (int y = picture.Height() - 1; y >= 0; --y) {
-        Bytes bits(static_cast<std::size_t>((picture.Width() + 31) / 32) * 4);
+    for (int y = picture.PixelHeight() - 1; y >= 0; --y) {
+        Bytes bits(static_cast<std::size_t>((picture.PixelWidth() + 31) / 32) * 4);
         std::size_t x = 0;
         for (const std::uint32_t pixel : picture.Row(y)) {
             const std::uint32_t alpha = pixel >> 24;
@@ -104,15 +104,15 @@ class JpegEncoder {
     JpegEncoder& operator=(const JpegEncoder&) = delete;
 
     Bytes Encode(const Canvas& picture, int quality) {
-        state_.image_width = static_cast<JDIMENSION>(picture.Width());
-        state_.image_height = static_cast<JDIMENSION>(picture.Height());
+        state_.image_width = static_cast<JDIMENSION>(picture.PixelWidth());
+        state_.image_height = static_cast<JDIMENSION>(picture.PixelHeight());
         state_.input_components = 3;
         state_.in_color_space = JCS_RGB;
         jpeg_set_defaults(&state_);
         jpeg_set_quality(&state_, quality, TRUE);
         jpeg_start_compress(&state_, TRUE);
         Bytes line;
-        for (int y = 0; y < picture.Height(); ++y) {
+        for (int y = 0; y < picture.PixelHeight(); ++y) {
             line.clear();
             for (const std::uint32_t pixel : picture.Row(y)) {
                 for (int shift = 16; shift >= 0; shift -= 8)
@@ -145,14 +145,14 @@ void WriteJpeg(const Canvas& picture, const std::filesystem::path& file, int qua
 
 void WriteBmp(const Canvas& picture, const std::filesystem::path& file) {
     constexpr std::size_t kHeaders = 14 + 40;
-    const std::size_t padding = static_cast<std::size_t>(picture.Width()) % 4;  // rows end on four bytes
-    const std::size_t line = static_cast<std::size_t>(picture.Width()) * 3 + padding;
+    const std::size_t padding = static_cast<std::size_t>(picture.PixelWidth()) % 4;  // rows end on four bytes
+    const std::size_t line = static_cast<std::size_t>(picture.PixelWidth()) * 3 + padding;
     Bytes bytes{'B', 'M'};
-    Append32(bytes, kHeaders + line * static_cast<std::size_t>(picture.Height()));
+    Append32(bytes, kHeaders + line * static_cast<std::size_t>(picture.PixelHeight()));
     Append32(bytes, 0);
     Append32(bytes, kHeaders);
-    AppendBitmapHeader(bytes, picture.Width(), picture.Height(), 24);
-    for (int y = picture.Height() - 1; y >= 0; --y) {
+    AppendBitmapHeader(bytes, picture.PixelWidth(), picture.PixelHeight(), 24);
+    for (int y = picture.PixelHeight() - 1; y >= 0; --y) {
         for (const std::uint32_t pixel : picture.Row(y))
             Append(bytes, pixel, 3);
         bytes.insert(bytes.end(), padding, 0);
@@ -167,10 +167,10 @@ void WriteIco(std::span<const Canvas> pictures, const std::filesystem::path& fil
     Append16(directory, 1);  // an icon, not a cursor
     Append16(directory, pictures.size());
     for (const Canvas& picture : pictures) {
-        const Bytes entry = picture.Width() <= 48 ? IconBitmapOf(picture) : PngOf(picture);
+        const Bytes entry = picture.PixelWidth() <= 48 ? IconBitmapOf(picture) : PngOf(picture);
         // One byte each; 256 is written as 0.
-        Append(directory, static_cast<std::uint32_t>(picture.Width()), 1);
-        Append(directory, static_cast<std::uint32_t>(picture.Height()), 1);
+        Append(directory, static_cast<std::uint32_t>(picture.PixelWidth()), 1);
+        Append(directory, static_cast<std::uint32_t>(picture.PixelHeight()), 1);
         Append16(directory, 0);
         Append16(directory, 1);
         Append16(directory, 32);
