@@ -1,4 +1,5 @@
-// A program that asked for it is shown with all pixels of a dense screen, and goes on counting in its own units.
+// A program that asked for it is shown with all pixels of a dense screen, and goes on counting in its own
+// units.
 #include <algorithm>
 
 #include "kit/test_dialog.h"
