@@ -73,7 +73,7 @@ bool BrowserWindow::MakePage(CHtmlView& view) {
     if (!plugin) return false;
     browser_ = CComPtr<Browser>(new Browser(view, m_hWnd, plugin->file));
     std::uint64_t window = 0;
-    auto page = plugin->maker->MakePage(embedded_->Place().Socket(), *browser_, &window);
+    auto page = plugin->maker->MakePage(embedded_->Place().Socket(), GetScreenScale(), *browser_, &window);
     if (!page) {
         SetLastError(ERROR_CONNECTION_UNAVAIL);
         return false;

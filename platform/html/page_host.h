@@ -82,9 +82,10 @@ class PageMaker {
   public:
     virtual ~PageMaker() = default;
     // A page in a window of another library's window system. Null when the browser cannot start there.
-    // `window` receives the page's own window, for the socket's owner to place.
-    [[nodiscard]] virtual std::unique_ptr<PageHost> MakePage(std::uint64_t socket, PageEvents& events,
-                                                             std::uint64_t* window) = 0;
+    // `window` receives the page's own window, for the socket's owner to place. A unit of the page is `scale`
+    // pixels.
+    [[nodiscard]] virtual std::unique_ptr<PageHost> MakePage(std::uint64_t socket, int scale,
+                                                             PageEvents& events, std::uint64_t* window) = 0;
 };
 
 // What a plugin exports, under this name. It lives as long as the process.

@@ -102,6 +102,23 @@ TEST_F(Windows, SayWhatTheyAre) {
     EXPECT_TRUE(Until([&] { return states("tool") == Names{"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}; }));
 }
 
+TEST_F(Windows, LieOnAScreenOfSomeDensity) {
+    Open({});
+    EXPECT_EQ(system->Dpi(), 96);
+    const auto say = [&](const std::string& resources) {
+        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, session->Root(),
+                            XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
+                            static_cast<std::uint32_t>(resources.size()), resources.data());
+        session->Property(session->Root(), "WM_NAME");  // the server has it
+        return system->Dpi();
+    };
+    EXPECT_EQ(say("Xcursor.size:\t24\nXft.dpi:\t192\nXft.hinting: 1\n"), 192);
+    EXPECT_EQ(say("Xft.dpi: 144.5"), 144);
+    for (const char* strange :
+         {"", "\n\n", "Xft.dpi:", "Xft.dpi:\tmany", "Xft.dpi: -3", "Xft.dpi: 99999999999"})
+        EXPECT_EQ(say(strange), 96) << strange;
+}
+
 TEST_F(Windows, BelongToAProgram) {
     setenv("DESKTOP_STARTUP_ID", "a\"launch_TIME4711", 1);
     session = xtest::XSession::Start({.windowManager = true});

@@ -94,10 +94,10 @@ class WebPageMaker final : public PageMaker {
         : context_(webkit_web_context_new_ephemeral()) {
         webkit_web_context_register_uri_scheme(context_, "res", AnswerResource, sources, nullptr);
     }
-    std::unique_ptr<PageHost> MakePage(std::uint64_t socket, PageEvents& events,
+    std::unique_ptr<PageHost> MakePage(std::uint64_t socket, int scale, PageEvents& events,
                                        std::uint64_t* window) override {
         if (ToolkitDisplay::IsLost()) return nullptr;
-        auto page = std::make_unique<WebPage>(context_, socket, events);
+        auto page = std::make_unique<WebPage>(context_, socket, scale, events);
         *window = page->Window();
         return *window != 0 ? std::move(page) : nullptr;
     }

@@ -49,7 +49,8 @@ bool CanOpen(const std::string& url) {
     return std::any_of(kSchemes.begin(), kSchemes.end(), [&](const char* one) { return scheme == one; });
 }
 
-WebPage::WebPage(WebKitWebContext* context, std::uint64_t socket, PageEvents& events) : events_(events) {
+WebPage::WebPage(WebKitWebContext* context, std::uint64_t socket, int scale, PageEvents& events)
+    : events_(events) {
     const Owned<WebKitUserContentManager> manager(webkit_user_content_manager_new());
     const Owned<WebKitSettings> settings(Settings());
     manager_ = manager.get();
@@ -57,6 +58,11 @@ WebPage::WebPage(WebKitWebContext* context, std::uint64_t socket, PageEvents& ev
         g_object_ref_sink(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context, "settings",
                                        settings.get(), "user-content-manager", manager.get(), nullptr))));
     plug_ = gtk_plug_new(static_cast<::Window>(socket));
+    // The browser enlarges pages by the screen's density on its own account, to fractions as well.
+    constexpr double kUsualDpi = 96;
+    const double dpi = gdk_screen_get_resolution(gtk_widget_get_screen(plug_));
+    if (scale > 1)
+        webkit_web_view_set_zoom_level(view_.get(), scale * kUsualDpi / (dpi > 0 ? dpi : kUsualDpi));
     g_signal_connect(plug_, "destroy", G_CALLBACK(gtk_widget_destroyed), &plug_);
     gtk_container_add(GTK_CONTAINER(plug_), GTK_WIDGET(view_.get()));
     g_object_set_data(G_OBJECT(view_.get()), "page", this);

@@ -22,7 +22,7 @@ namespace platform::html {
 class WebPage final : public PageHost {
   public:
     // The page's own window is made inside `socket`, hidden.
-    WebPage(WebKitWebContext* context, std::uint64_t socket, PageEvents& events);
+    WebPage(WebKitWebContext* context, std::uint64_t socket, int scale, PageEvents& events);
     ~WebPage() override;
     std::uint64_t Window() const;
 
