@@ -4,33 +4,10 @@
 #include <array>
 #include <cstring>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "platform/graphics/row_blends.h"
 
 namespace platform {
 namespace {
-
-constexpr std::uint32_t kOddBytes = 0x00FF00FF;
-
-// Two channels at a time: bytes 0 and 2 of `pair`, each times `factor` / 255.
-constexpr std::uint32_t ScalePair(std::uint32_t pair, std::uint32_t factor) {
-    const std::uint32_t product = pair * factor + 0x00800080;
-    return ((product + ((product >> 8) & kOddBytes)) >> 8) & kOddBytes;
-}
-
-// Sums that would leave a channel stop at 255; only colours with a channel above their alpha get there.
-constexpr std::uint32_t AddPairs(std::uint32_t a, std::uint32_t b) {
-    const std::uint32_t sum = a + b;
-    return (sum | (0x01000100 - ((sum >> 8) & kOddBytes))) & kOddBytes;
-}
-
-constexpr std::uint32_t Over(std::uint32_t from, std::uint32_t to) {
-    const std::uint32_t rest = 255 - (from >> 24);
-    const std::uint32_t even = AddPairs(from & kOddBytes, ScalePair(to & kOddBytes, rest));
-    const std::uint32_t odd = AddPairs((from >> 8) & kOddBytes, ScalePair((to >> 8) & kOddBytes, rest));
-    return even | (odd << 8);
-}
 
 // ceil(2^24 / alpha): channel * 255 / alpha, rounded, as one multiplication. Exact for all pairs (tested).
 constexpr std::array<std::uint32_t, 256> MakeReciprocals() {
@@ -40,39 +17,6 @@ constexpr std::array<std::uint32_t, 256> MakeReciprocals() {
     return table;
 }
 constexpr std::array<std::uint32_t, 256> kReciprocals = MakeReciprocals();
-
-#if defined(__SSE2__)
-
-__m128i Load(const std::uint32_t* row) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(row));
-}
-void Store(std::uint32_t* row, __m128i pixels) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(row), pixels);
-}
-
-// Eight 16-bit products / 255, rounded.
-__m128i Scale8(__m128i channels, __m128i factors) {
-    const __m128i product = _mm_add_epi16(_mm_mullo_epi16(channels, factors), _mm_set1_epi16(128));
-    return _mm_srli_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), 8);
-}
-
-// The alpha of each of two unpacked pixels in all of its four channels.
-__m128i SpreadAlpha(__m128i twoPixels) {
-    return _mm_shufflehi_epi16(_mm_shufflelo_epi16(twoPixels, _MM_SHUFFLE(3, 3, 3, 3)),
-                               _MM_SHUFFLE(3, 3, 3, 3));
-}
-
-__m128i Over4(__m128i from, __m128i to) {
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i full = _mm_set1_epi16(255);
-    const __m128i restLow = _mm_sub_epi16(full, SpreadAlpha(_mm_unpacklo_epi8(from, zero)));
-    const __m128i restHigh = _mm_sub_epi16(full, SpreadAlpha(_mm_unpackhi_epi8(from, zero)));
-    const __m128i low = Scale8(_mm_unpacklo_epi8(to, zero), restLow);
-    const __m128i high = Scale8(_mm_unpackhi_epi8(to, zero), restHigh);
-    return _mm_adds_epu8(from, _mm_packus_epi16(low, high));
-}
-
-#endif
 
 }  // namespace
 
@@ -92,9 +36,7 @@ std::uint32_t Unpremultiply(std::uint32_t premultiplied) {
 void PremultiplyRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t alpha = from[i] >> 24;
-        const std::uint32_t redBlue = ScalePair(from[i] & kOddBytes, alpha);
-        const std::uint32_t green = ScalePair((from[i] >> 8) & 0xFF, alpha);
-        to[i] = (alpha << 24) | redBlue | (green << 8);
+        to[i] = (alpha << 24) | ScalePixel(from[i] & 0x00FFFFFF, alpha);
     }
 }
 
@@ -118,38 +60,16 @@ void MakeOpaqueRow(std::uint32_t* to, const std::uint32_t* from, std::size_t cou
 }
 
 void BlendRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count) {
-    std::size_t i = 0;
-#if defined(__SSE2__)
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i alphas = _mm_set1_epi32(static_cast<int>(0xFF000000U));
-    for (; i + 4 <= count; i += 4) {
-        const __m128i pixels = Load(from + i);
-        const __m128i alpha = _mm_and_si128(pixels, alphas);
-        if (_mm_movemask_epi8(_mm_cmpeq_epi32(alpha, alphas)) == 0xFFFF)
-            Store(to + i, pixels);
-        else if (_mm_movemask_epi8(_mm_cmpeq_epi32(pixels, zero)) != 0xFFFF)
-            Store(to + i, Over4(pixels, Load(to + i)));
-    }
-#endif
-    for (; i < count; ++i)
-        to[i] = Over(from[i], to[i]);
+    FastestRowBlends().pixels(to, from, count);
 }
 
 void BlendColorRow(std::uint32_t* to, std::uint32_t color, std::size_t count) {
-    std::size_t i = 0;
-#if defined(__SSE2__)
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i pixels = _mm_set1_epi32(static_cast<int>(color));
-    const __m128i rest = _mm_set1_epi16(static_cast<short>(255 - (color >> 24)));
-    for (; i + 4 <= count; i += 4) {
-        const __m128i under = Load(to + i);
-        const __m128i low = Scale8(_mm_unpacklo_epi8(under, zero), rest);
-        const __m128i high = Scale8(_mm_unpackhi_epi8(under, zero), rest);
-        Store(to + i, _mm_adds_epu8(pixels, _mm_packus_epi16(low, high)));
-    }
-#endif
-    for (; i < count; ++i)
-        to[i] = Over(color, to[i]);
+    FastestRowBlends().color(to, color, count);
+}
+
+void BlendCoverageRow(std::uint32_t* to, std::uint32_t color, const std::uint8_t* coverage,
+                      std::size_t count) {
+    FastestRowBlends().coverage(to, color, coverage, count);
 }
 
 bool IsOpaqueRow(const std::uint32_t* row, std::size_t count) {

@@ -19,10 +19,18 @@ constexpr std::uint32_t MultiplyChannels(std::uint32_t a, std::uint32_t b) {
     const std::uint32_t product = a * b + 128;
     return (product + (product >> 8)) >> 8;
 }
+// Bytes 0 and 2 of `pair`, each times `factor` / 255.
+constexpr std::uint32_t ScalePair(std::uint32_t pair, std::uint32_t factor) {
+    const std::uint32_t product = pair * factor + 0x00800080;
+    return ((product + ((product >> 8) & 0x00FF00FF)) >> 8) & 0x00FF00FF;
+}
+// Every channel times `factor` / 255.
+constexpr std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t factor) {
+    return ScalePair(pixel & 0x00FF00FF, factor) | (ScalePair((pixel >> 8) & 0x00FF00FF, factor) << 8);
+}
 constexpr std::uint32_t Premultiply(std::uint32_t straight) {
     const std::uint32_t alpha = straight >> 24;
-    return (alpha << 24) | (MultiplyChannels((straight >> 16) & 0xFF, alpha) << 16) |
-           (MultiplyChannels((straight >> 8) & 0xFF, alpha) << 8) | MultiplyChannels(straight & 0xFF, alpha);
+    return (alpha << 24) | ScalePixel(straight & 0x00FFFFFF, alpha);
 }
 // The nearest straight colour. For every alpha, Premultiply gives back what Unpremultiply was given, as
 // long as no channel is above alpha; channels that are count as 255. Alpha 0 gives 0.
@@ -38,6 +46,9 @@ void MakeOpaqueRow(std::uint32_t* to, const std::uint32_t* from, std::size_t cou
 // to = from over to.
 void BlendRow(std::uint32_t* to, const std::uint32_t* from, std::size_t count);
 void BlendColorRow(std::uint32_t* to, std::uint32_t color, std::size_t count);
+// to = the colour over to, as far as each pixel is covered.
+void BlendCoverageRow(std::uint32_t* to, std::uint32_t color, const std::uint8_t* coverage,
+                      std::size_t count);
 bool IsOpaqueRow(const std::uint32_t* row, std::size_t count);
 
 // Over a rectangle that lies inside the surface. None of them calls Touch.

@@ -6,7 +6,6 @@
 #include "platform/graphics/cairo_paint.h"
 #include "platform/graphics/pixel_memory.h"
 #include "platform/graphics/pixel_rows.h"
-#include "platform/graphics/text/coverage.h"
 
 namespace platform {
 namespace {
@@ -74,13 +73,12 @@ bool SidePicture::MakeRoom(Kind kind) {
 
 void SidePicture::BlendColor(Ground& ground, std::uint32_t pixel) {
     cairo_surface_flush(surface_);
-    const CoveragePaint paint(pixel);
     const auto* const values = static_cast<const std::uint8_t*>(memory_.get());
     ground.Paint(place_, [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y)
-            paint.BlendRow(ground.Pixels().Row(y) + part.left,
-                           values + std::ptrdiff_t{y - place_.top} * stride_ + (part.left - place_.left),
-                           static_cast<std::size_t>(part.Width()));
+            BlendCoverageRow(ground.Pixels().Row(y) + part.left, pixel,
+                             values + std::ptrdiff_t{y - place_.top} * stride_ + (part.left - place_.left),
+                             static_cast<std::size_t>(part.Width()));
     });
 }
 

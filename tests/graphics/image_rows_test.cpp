@@ -5,6 +5,7 @@
 
 #include "graphics/picture_kit.h"
 #include "platform/graphics/pixel_rows.h"
+#include "platform/graphics/row_blends.h"
 
 namespace platform {
 namespace {
@@ -48,52 +49,61 @@ TEST(PixelRows, PremultiplyingRoundsExactly) {
         }
 }
 
+// Whatever the processor, wherever a row starts and ends, and with pixels that no drawing makes.
 TEST(PixelRows, RowsAgreeWithSinglePixelsAtEveryLength) {
     kit::Dice dice(5);
-    std::vector<std::uint32_t> from(67);
-    std::vector<std::uint32_t> under(67);
-    for (int round = 0; round < 300; ++round) {
-        const std::size_t count = static_cast<std::size_t>(round) % from.size();
+    std::vector<std::uint32_t> from(75);
+    std::vector<std::uint32_t> under(from.size());
+    std::vector<std::uint8_t> cover(from.size());
+    for (int round = 0; round < 600; ++round) {
+        const std::size_t first = static_cast<std::size_t>(round) % 8;
+        const std::size_t end = first + static_cast<std::size_t>(round) % (from.size() - 7);
         for (std::size_t i = 0; i < from.size(); ++i) {
-            const std::uint32_t kind = dice.Next() % 4;  // runs of opaque and empty pixels included
-            from[i] = round % 3 == 0         ? dice.Premultiplied()
-                      : (i + kind) % 16 < 6  ? dice.Next() | 0xFF000000
-                      : (i + kind) % 16 < 11 ? 0
-                                             : dice.Premultiplied();
-            under[i] = dice.Premultiplied();
+            const std::uint32_t kind =
+                (i + dice.Next() % 4) % 16;  // runs of opaque and empty pixels included
+            from[i] = round % 3 == 0 ? dice.Premultiplied()
+                      : kind < 6     ? dice.Next() | 0xFF000000
+                      : kind < 11    ? 0
+                                     : dice.Premultiplied();
+            cover[i] = static_cast<std::uint8_t>(kind < 6 ? 0 : kind < 9 ? 255 : dice.Next());
+            under[i] = round % 5 == 0 ? dice.Next() : dice.Premultiplied();
         }
         const std::uint32_t color = dice.Premultiplied();
-        std::vector<std::uint32_t> blended = under;
-        std::vector<std::uint32_t> tinted = under;
-        std::vector<std::uint32_t> straight(count);
-        std::vector<std::uint32_t> back(count);
-        BlendRow(blended.data(), from.data(), count);
-        BlendColorRow(tinted.data(), color, count);
-        UnpremultiplyRow(straight.data(), from.data(), count);
-        PremultiplyRow(back.data(), straight.data(), count);
-        for (std::size_t i = 0; i < under.size(); ++i) {
-            ASSERT_EQ(i < count ? OverByTheBook(from[i], under[i]) : under[i], blended[i]) << i;
-            ASSERT_EQ(i < count ? OverByTheBook(color, under[i]) : under[i], tinted[i]) << i;
-            if (i < count) {
-                ASSERT_EQ(Premultiply(Unpremultiply(from[i])), back[i]);
+        for (const RowBlends* blends : {&kPlainRowBlends, Sse2RowBlends(), Avx2RowBlends()}) {
+            if (!blends) continue;
+            std::vector<std::uint32_t> blended = under;
+            std::vector<std::uint32_t> tinted = under;
+            std::vector<std::uint32_t> covered = under;
+            blends->pixels(blended.data() + first, from.data() + first, end - first);
+            blends->color(tinted.data() + first, color, end - first);
+            blends->coverage(covered.data() + first, color, cover.data() + first, end - first);
+            for (std::size_t i = 0; i < under.size(); ++i) {
+                const bool inside = first <= i && i < end;
+                ASSERT_EQ(inside ? OverByTheBook(from[i], under[i]) : under[i], blended[i]) << i;
+                ASSERT_EQ(inside ? OverByTheBook(color, under[i]) : under[i], tinted[i]) << i;
+                const std::uint32_t part = ScalePixel(color, cover[i]);
+                ASSERT_EQ(inside ? OverByTheBook(part, under[i]) : under[i], covered[i]) << i;
             }
         }
+        std::vector<std::uint32_t> back(end);
+        UnpremultiplyRow(back.data(), from.data(), end);
+        PremultiplyRow(back.data(), back.data(), end);
+        for (std::size_t i = 0; i < end; ++i)
+            ASSERT_EQ(Premultiply(Unpremultiply(from[i])), back[i]);
     }
 }
 
 TEST(PixelRows, ChannelsAboveTheirAlphaDoNotWrap) {
-    std::uint32_t row[5];
-    std::uint32_t glare[5];
-    for (int i = 0; i < 5; ++i) {
-        row[i] = 0xFFFFFFFF;
-        glare[i] = 0x10FFFFFF;
+    std::vector<std::uint32_t> glare(15, 0x10FFFFFF);
+    for (const RowBlends* blends : {&kPlainRowBlends, Sse2RowBlends(), Avx2RowBlends()}) {
+        if (!blends) continue;
+        std::vector<std::uint32_t> row(glare.size(), 0xFFFFFFFF);
+        blends->pixels(row.data(), glare.data(), row.size());
+        blends->color(row.data(), glare[0], row.size());
+        EXPECT_EQ(std::vector<std::uint32_t>(glare.size(), 0xFFFFFFFF), row);
     }
-    BlendRow(row, glare, 5);
-    for (const std::uint32_t pixel : row)
-        EXPECT_EQ(0xFFFFFFFF, pixel);
-    ClampPremultipliedRow(glare, glare, 5);
-    for (const std::uint32_t pixel : glare)
-        EXPECT_EQ(0x10101010U, pixel);
+    ClampPremultipliedRow(glare.data(), glare.data(), glare.size());
+    EXPECT_EQ(std::vector<std::uint32_t>(glare.size(), 0x10101010), glare);
 }
 
 TEST(PixelRows, OneTransparentPixelIsFound) {

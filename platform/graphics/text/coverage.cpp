@@ -1,9 +1,7 @@
 #include "platform/graphics/text/coverage.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/text/text_layout.h"
 
 namespace platform {
@@ -29,30 +27,6 @@ Coverage Coverage::Render(const CRect& part, const std::function<void(cairo_t*)>
     coverage.part_ = part;
     coverage.surface_ = std::move(surface);
     return coverage;
-}
-
-CoveragePaint::CoveragePaint(std::uint32_t pixel) {
-    for (std::uint32_t cover = 0; cover < 256; ++cover) {
-        std::uint32_t covered = 0;
-        for (int shift = 0; shift < 32; shift += 8) {
-            covered |= MultiplyChannels((pixel >> shift) & 0xFF, cover) << shift;
-        }
-        covered_[cover] = covered;
-    }
-}
-
-void CoveragePaint::BlendRow(std::uint32_t* to, const std::uint8_t* coverage, std::size_t count) const {
-    constexpr std::size_t kPiece = 256;
-    std::uint32_t from[kPiece];
-    for (; count != 0;) {
-        const std::size_t size = std::min(count, kPiece);
-        for (std::size_t i = 0; i < size; ++i)
-            from[i] = covered_[coverage[i]];
-        platform::BlendRow(to, from, size);
-        to += size;
-        coverage += size;
-        count -= size;
-    }
 }
 
 }  // namespace platform

@@ -3,7 +3,6 @@
 
 #include <cairo.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -39,17 +38,6 @@ class Coverage {
     const std::uint8_t* values_ = nullptr;
     std::size_t stride_ = 0;
     CRect part_;
-};
-
-// A premultiplied colour at every coverage, each product rounded as everywhere.
-class CoveragePaint {
-  public:
-    explicit CoveragePaint(std::uint32_t pixel);
-    // to = the colour over to, as far as each pixel is covered.
-    void BlendRow(std::uint32_t* to, const std::uint8_t* coverage, std::size_t count) const;
-
-  private:
-    std::array<std::uint32_t, 256> covered_;
 };
 
 }  // namespace platform

@@ -81,12 +81,11 @@ CRect CutToLayout(CRect box, double x, double y, const TextFormat& format) {
 
 void Blend(Ground& ground, const CRect& visible, const Coverage& coverage, POINT origin,
            std::uint32_t pixel) {
-    const CoveragePaint paint(pixel);
     ground.Paint(visible, [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y) {
-            paint.BlendRow(ground.Pixels().Row(y) + part.left,
-                           coverage.At(part.left - origin.x, y - origin.y),
-                           static_cast<std::size_t>(part.Width()));
+            BlendCoverageRow(ground.Pixels().Row(y) + part.left, pixel,
+                             coverage.At(part.left - origin.x, y - origin.y),
+                             static_cast<std::size_t>(part.Width()));
         }
     });
 }
