@@ -28,6 +28,7 @@ struct Placement {
     Box from;
     Gdiplus::WrapMode wrap = Gdiplus::WrapModeClamp;
     Gdiplus::Color outside = Gdiplus::Color(0, 0, 0, 0);
+    bool copies = false;  // what is there goes, instead of being drawn over
 
     Tiling TilingX() const {
         if (wrap == Gdiplus::WrapModeClamp) return Tiling::None;
@@ -59,11 +60,11 @@ std::int64_t AreaOf(const CRect& rect) {
 struct Placed {
     const Surface& pixels;
     int left, top;
-    bool opaque;
+    bool copied;  // not blended
 };
 
 void Paint(Ground& ground, const CRect& rect, const Placed& placed) {
-    if (placed.opaque)
+    if (placed.copied)
         ground.Paint(rect, [&](const CRect& part) {
             CopyPixels(ground.Pixels(), part, placed.pixels, placed.left, placed.top);
         });
@@ -108,8 +109,9 @@ class ImagePainter {
         if (!part.IntersectRect(part, Whole())) return FillOutside(CRect());
         CRect covered = part;
         covered.OffsetRect(to_.left - sourceLeft, to_.top - sourceTop);
-        const bool opaque = AreaOf(part) >= kWorthKnowing && facts_->IsOpaque(*source_, part);
-        Paint(ground_, covered, {*source_, to_.left - sourceLeft, to_.top - sourceTop, opaque});
+        const bool copied =
+            placement_.copies || (AreaOf(part) >= kWorthKnowing && facts_->IsOpaque(*source_, part));
+        Paint(ground_, covered, {*source_, to_.left - sourceLeft, to_.top - sourceTop, copied});
         return FillOutside(covered);
     }
 
@@ -137,7 +139,7 @@ class ImagePainter {
             scaled = Make(ScalingOf(at));
         }
         if (!scaled->pixels) return Gdiplus::OutOfMemory;
-        Paint(ground_, visible, {*scaled->pixels, at.left, at.top, scaled->opaque});
+        Paint(ground_, visible, {*scaled->pixels, at.left, at.top, placement_.copies || scaled->opaque});
         return FillOutside(covered);
     }
 
@@ -206,8 +208,12 @@ class ImagePainter {
         if (placement_.wrap != Gdiplus::WrapModeClamp || placement_.outside.GetA() == 0) return Ok;
         const std::uint32_t pixel = Premultiply(placement_.outside.GetValue());
         const auto fill = [&](int left, int top, int right, int bottom) {
-            ground_.Paint(CRect(left, top, right, bottom),
-                          [&](const CRect& part) { BlendColor(ground_.Pixels(), part, pixel); });
+            ground_.Paint(CRect(left, top, right, bottom), [&](const CRect& part) {
+                if (placement_.copies)
+                    FillPixels(ground_.Pixels(), part, pixel);
+                else
+                    BlendColor(ground_.Pixels(), part, pixel);
+            });
         };
         if (covered.IsRectEmpty()) {
             fill(to_.left, to_.top, to_.right, to_.bottom);
@@ -333,6 +339,12 @@ Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, Placemen
     const CRect to = Rounded(device);
     CRect visible;
     if (!visible.IntersectRect(to, ground.Box())) return Ok;
+    if (graphics.compositing == Gdiplus::CompositingModeSourceCopy) {
+        // A format without alpha shows every picture as if it lay on black.
+        placement.copies = !ground.IsOpaqueFormat();
+        if (!placement.copies)
+            ground.Paint(visible, [&](const CRect& part) { FillPixels(ground.Pixels(), part, 0xFF000000); });
+    }
     return ImagePainter(ground, *image->Data(), placement, to, FilterOf(graphics)).Draw();
 }
 

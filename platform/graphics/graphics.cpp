@@ -77,6 +77,12 @@ Status Graphics::SetSmoothingMode(SmoothingMode mode) {
     return Keep(Ok);
 }
 
+Status Graphics::SetCompositingMode(CompositingMode mode) {
+    if (mode != CompositingModeSourceOver && mode != CompositingModeSourceCopy) return Keep(InvalidParameter);
+    data_->compositing = mode;
+    return Keep(Ok);
+}
+
 Status Graphics::SetInterpolationMode(InterpolationMode mode) {
     switch (mode) {
         case InterpolationModeDefault:

@@ -34,6 +34,7 @@ struct GraphicsData {
     std::weak_ptr<ImageData> image;        // drawn on
     bool onImage = false;
     Gdiplus::SmoothingMode smoothing = Gdiplus::SmoothingModeDefault;
+    Gdiplus::CompositingMode compositing = Gdiplus::CompositingModeSourceOver;
     Gdiplus::InterpolationMode interpolation = Gdiplus::InterpolationModeDefault;
     Gdiplus::Matrix transform;
     std::optional<CRect> clip;  // in context coordinates

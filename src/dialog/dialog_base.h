@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <platform/framework.h>
 #include <platform/gdiplus.h>
@@ -294,7 +295,12 @@ class PLATFORM_API CQKDialogBase : public CDialog {
 
     bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
     Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
-    void DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) const;
+    // What a frame is composed on: pixels that it lies on top of, or some that it takes the place of.
+    enum class Under { Pixels, Nothing };
+    // `itemBounds`, empty at first, is kept from band to band of one frame.
+    void Compose(HDC dc, CSize size, Under under, std::vector<CRect>& itemBounds);
+    std::vector<CRect> ItemBounds() const;
+    void DrawBackground(Gdiplus::Graphics& graphics, CSize client, Under under) const;
     void MakeBackCache();
     void DrawBand(Gdiplus::Graphics& graphics);
     void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);

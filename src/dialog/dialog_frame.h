@@ -40,8 +40,10 @@ class QKFrame {
     void Mend(HRGN wanted, Compose compose) {
         QKFrameRepair repair(record_, context_, wanted, drawable_);
         if (!repair.IsNeeded()) return;
-        RestoreUnderlay(repair.Part());
-        compose();
+        repair.InBands([&](const QKRegion& band) {
+            RestoreUnderlay(band);
+            compose();
+        });
         repair.Done();
         changed_.UnionRect(CRect(changed_), repair.Part().Box());
     }

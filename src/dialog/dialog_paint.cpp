@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
@@ -21,7 +22,6 @@ bool CatchesPointer(const QKItemBase* item) {
     return item->IsShow() && !item->GetTranMouseOver();
 }
 
-// The pixels that drawing the item may change.
 void AddBounds(const QKItemBase& item, QKPieceBounds& bounds) {
     if (CatchesPointer(&item)) {
         CRect rect;
@@ -91,7 +91,17 @@ void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
 // All that a context may draw on.
 class Drawable : public QKRegion {
   public:
-    explicit Drawable(HDC dc) { GetDrawableRgn(dc, *this); }
+    explicit Drawable(HDC dc) {
+        GetDrawableRgn(dc, *this);
+        box_ = Box();
+    }
+    bool Meets(const CRect& rect) const {
+        CRect inside;
+        return inside.IntersectRect(rect, box_) && QKRegion::Meets(rect);
+    }
+
+  private:
+    CRect box_;
 };
 
 class WindowPaint {
@@ -138,7 +148,8 @@ void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
     if (!frame.Prepare(dc, width, height)) return OnQKPaint(dc, width, height);
     frame.TakeSurroundings();
     DescribeFrame(frame.Record());
-    frame.Mend(Drawable(dc), [&] { OnQKPaint(frame.Context(), width, height); });
+    std::vector<CRect> bounds;
+    frame.Mend(Drawable(dc), [&] { Compose(frame.Context(), CSize(width, height), Under::Nothing, bounds); });
     MakeBackCache();
     BitBlt(dc, 0, 0, width, height, frame.Context(), 0, 0, SRCCOPY);
 }
@@ -148,24 +159,49 @@ bool CQKDialogBase::PaintInPlace(HDC dc, int width, int height) {
     QKWindowFrame& frame = *m_pWindowFrame;
     if (!frame.Meet(m_hWnd, dc, width, height)) return false;
     DescribeFrame(frame.Record());
-    frame.Mend(dc, CoversAll(width, height), [&] { OnQKPaint(dc, width, height); });
+    std::vector<CRect> bounds;
+    frame.Mend(dc, CoversAll(width, height),
+               [&] { Compose(dc, CSize(width, height), Under::Nothing, bounds); });
     MakeBackCache();
     return true;
 }
 
-// Whether OnQKPaint leaves nothing of what was there.
+// Whether composing a frame on nothing leaves no pixel as it was.
 bool CQKDialogBase::CoversAll(int width, int height) const {
     if (m_nLayStyle == LAY_COLORKEY) return true;
     CRect client;
     GetClientRect(client);
-    return m_bBackColor && m_crBack >> 24 == 0xFF && !HasCachedBackground() &&
-           client == CRect(0, 0, width, height);
+    if (HasCachedBackground() || client != CRect(0, 0, width, height)) return false;
+    if (m_bBackColor) return m_crBack >> 24 == 0xFF;
+    if (!m_pBackImage || width < 1 || height < 1) return false;
+    const Gdiplus::Rect source = BackgroundSource(width, height);
+    return source.Width > 0 && source.Height > 0;
 }
 
 void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
+    std::vector<CRect> bounds;
+    Compose(dc, CSize(width, height), Under::Pixels, bounds);
+    MakeBackCache();
+}
+
+// The pixels that each item may change.
+std::vector<CRect> CQKDialogBase::ItemBounds() const {
+    std::vector<CRect> rects;
+    rects.reserve(static_cast<std::size_t>(m_arItems.GetSize()));
+    for (const QKItemBase* item : m_arItems) {
+        QKPieceBounds bounds;
+        AddBounds(*item, bounds);
+        rects.push_back(bounds.Touched());
+    }
+    return rects;
+}
+
+void CQKDialogBase::Compose(HDC dc, CSize size, Under under, std::vector<CRect>& itemBounds) {
+    if (itemBounds.empty()) itemBounds = ItemBounds();
     if (m_nLayStyle == LAY_COLORKEY) {
-        const CRect all(0, 0, width, height);
+        under = Under::Pixels;
+        const CRect all(CPoint(0, 0), size);
         const HBRUSH brush = CreateSolidBrush(m_crColorKey);
         FillRect(dc, all, brush);
         DeleteObject(brush);
@@ -174,8 +210,7 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
     Gdiplus::Graphics graphics(dc);
     CRect client;
     GetClientRect(client);
-    if (!HasCachedBackground()) DrawBackground(graphics, client.Width(), client.Height());
-    MakeBackCache();
+    if (!HasCachedBackground()) DrawBackground(graphics, client.Size(), under);
 
     const Gdiplus::SolidBrush catching{Gdiplus::Color(QK_PAINT_TRANSPARENT)};
     if (m_nLayStyle == LAY_OPAQUE && !m_bTranMouseOver)
@@ -183,10 +218,9 @@ void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
 
     const Drawable drawable(dc);
     QKPiecePainter painter(graphics);
+    auto bounds = itemBounds.begin();
     for (QKItemBase* item : m_arItems) {
-        QKPieceBounds bounds;
-        AddBounds(*item, bounds);
-        if (drawable.Meets(bounds.Touched())) {
+        if (drawable.Meets(*bounds++)) {
             if (CatchesPointer(item)) {
                 Gdiplus::Rect rect;
                 item->GetRect(&rect);
@@ -226,17 +260,20 @@ Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight)
     return {static_cast<int>(static_cast<unsigned>(width - part) >> 1), 0, part, height};
 }
 
-void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, int clientWidth, int clientHeight) const {
+void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, CSize client, Under under) const {
     if (m_bBackColor) {
         const Gdiplus::SolidBrush brush{Gdiplus::Color(m_crBack)};
-        graphics.FillRectangle(&brush, 0, 0, clientWidth, clientHeight);
+        graphics.FillRectangle(&brush, 0, 0, client.cx, client.cy);
     }
-    if (!m_pBackImage || clientWidth < 1 || clientHeight < 1) return;
+    if (!m_pBackImage || client.cx < 1 || client.cy < 1) return;
     Gdiplus::ImageAttributes attributes;
     attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
-    const Gdiplus::Rect source = BackgroundSource(clientWidth, clientHeight);
-    graphics.DrawImage(m_pBackImage.get(), Gdiplus::Rect(0, 0, clientWidth, clientHeight), source.X, source.Y,
+    const Gdiplus::Rect source = BackgroundSource(client.cx, client.cy);
+    const bool isFirst = under == Under::Nothing && !m_bBackColor;
+    if (isFirst) graphics.SetCompositingMode(Gdiplus::CompositingModeSourceCopy);
+    graphics.DrawImage(m_pBackImage.get(), Gdiplus::Rect(0, 0, client.cx, client.cy), source.X, source.Y,
                        source.Width, source.Height, Gdiplus::UnitPixel, &attributes);
+    graphics.SetCompositingMode(Gdiplus::CompositingModeSourceOver);
 }
 
 // Every frame that is asked for leaves the cache behind, also one that is there already.
@@ -249,7 +286,7 @@ void CQKDialogBase::MakeBackCache() {
                                                      Gdiplus::PixelFormat32bppARGB);
     m_pBackCache->SetScale(scale);
     Gdiplus::Graphics graphics(m_pBackCache.get());
-    DrawBackground(graphics, client.Width(), client.Height());
+    DrawBackground(graphics, client.Size(), Under::Nothing);
     m_pBackCache->RotateFlip(Gdiplus::Rotate180FlipX);
 }
 

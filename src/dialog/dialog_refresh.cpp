@@ -1,5 +1,6 @@
 // Refresh requests, and the per-pixel surface that is shown instead of painting the window.
 #include <utility>
+#include <vector>
 
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
@@ -138,6 +139,7 @@ void CQKDialogBase::PaintHandedOut(int width, int height) {
     frame.TakeSurroundings();
     DescribeFrame(frame.Record());
     if (!untouched) return OnQKPaint(frame.Context(), width, height);
-    frame.Mend(HRGN(), [&] { OnQKPaint(frame.Context(), width, height); });
+    std::vector<CRect> bounds;
+    frame.Mend(HRGN(), [&] { Compose(frame.Context(), CSize(width, height), Under::Nothing, bounds); });
     MakeBackCache();
 }

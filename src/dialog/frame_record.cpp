@@ -35,13 +35,17 @@ void QKFrameRecord::Seal(HRGN part, HDC context) {
 }
 
 QKFrameRepair::QKFrameRepair(QKFrameRecord& record, HDC context, HRGN wanted, HRGN drawable)
-    : record_(record), context_(context) {
+    : record_(record), context_(context), drawable_(drawable) {
     CombineRgn(part_, record.Stale(), wanted, wanted ? RGN_AND : RGN_COPY);
     needed_ = !part_.Box().IsRectEmpty();
     if (!needed_) return;
     hadClip_ = GetClipRgn(context_, clip_) == 1;
+    Confine(part_);
+}
+
+void QKFrameRepair::Confine(HRGN to) const {
     const QKRegion confined;
-    CombineRgn(confined, part_, drawable, RGN_AND);
+    CombineRgn(confined, to, drawable_, RGN_AND);
     SelectClipRgn(context_, confined);
 }
 

@@ -1,6 +1,7 @@
 // What a surface was last composed of, and where it does not show that.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include <platform/gdi.h>
@@ -43,7 +44,7 @@ class QKFrameRecord {
 // that part; then it has its clip again. The part counts as current once it is Done.
 class QKFrameRepair {
   public:
-    // What is stale in `wanted` (null: everywhere) is composed as far as `drawable` reaches.
+    // What is stale in `wanted` (null: everywhere) is composed as far as `drawable` reaches, which lives on.
     QKFrameRepair(QKFrameRecord& record, HDC context, HRGN wanted, HRGN drawable);
     ~QKFrameRepair();
     QKFrameRepair(const QKFrameRepair&) = delete;
@@ -52,11 +53,30 @@ class QKFrameRepair {
     // False when nothing is stale there.
     bool IsNeeded() const { return needed_; }
     const QKRegion& Part() const { return part_; }
+    // Calls compose(band) for one band of the part's rows after another, the context confined to it: what is
+    // drawn first is then still near the processor when the rest is drawn on it.
+    template <class Compose>
+    void InBands(const Compose& compose) const {
+        const CRect box = part_.Box();
+        const int rows = std::max(kBandPixels / box.Width(), 1);
+        if (box.Height() < 2 * rows) return compose(part_);
+        for (int top = box.top; top < box.bottom; top += rows) {
+            const QKRegion band;
+            band.Set(CRect(box.left, top, box.right, std::min(top + rows, box.bottom)));
+            CombineRgn(band, band, part_, RGN_AND);
+            Confine(band);
+            compose(band);
+        }
+    }
     void Done() { record_.Seal(part_, context_); }
 
   private:
+    static constexpr int kBandPixels = 1 << 18;
+    void Confine(HRGN to) const;
+
     QKFrameRecord& record_;
     const HDC context_;
+    const HRGN drawable_;
     QKRegion part_;
     QKRegion clip_;
     bool needed_ = false;

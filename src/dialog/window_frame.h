@@ -21,8 +21,10 @@ class QKWindowFrame {
         GetDrawableRgn(context, drawable);
         QKFrameRepair repair(record_, context, drawable, drawable);
         if (!repair.IsNeeded()) return;
-        if (!coversAll) Gdiplus::Graphics(context).Clear(Gdiplus::Color(0));
-        compose();
+        repair.InBands([&](const QKRegion&) {
+            if (!coversAll) Gdiplus::Graphics(context).Clear(Gdiplus::Color(0));
+            compose();
+        });
         repair.Done();
         met_ = true;
     }

@@ -301,7 +301,16 @@ class DrawingHost : public TestDialog {
 // what a frame composed from nothing shows.
 TEST_F(MendedFrame, EqualsANewOne) {
     const CString background = Strip("mend_back", {0x80402010, 0x00000000, 0xFF102040}, 20, 30, false);
-    for (const int style : {LAY_NONE, LAY_COLORKEY, LAY_ALPHA, LAY_OPAQUE, LAY_OPAQUE}) {
+    struct {
+        int style, steps;
+        CSize size;
+    } const lives[] = {{LAY_NONE, 500, {kDialogWidth, kDialogHeight}},
+                       {LAY_COLORKEY, 500, {kDialogWidth, kDialogHeight}},
+                       {LAY_ALPHA, 500, {kDialogWidth, kDialogHeight}},
+                       {LAY_OPAQUE, 1000, {kDialogWidth, kDialogHeight}},
+                       {LAY_NONE, 60, {4300, 140}},  // so large that frames are composed in several bands
+                       {LAY_OPAQUE, 60, {4300, 140}}};
+    for (const auto& [style, steps, size] : lives) {
         SCOPED_TRACE(style);
         static unsigned seed = 5;
         Crowd crowd(++seed);
@@ -309,7 +318,7 @@ TEST_F(MendedFrame, EqualsANewOne) {
         for (int i = 0; i < 4; ++i)
             dialog.AddQKItem(crowd.Grow());
         dialog.Create(kit::kDialogTemplate);
-        dialog.SetWindowPos(HWND(), 0, 0, kDialogWidth, kDialogHeight, SWP_NOZORDER);
+        dialog.SetWindowPos(HWND(), 0, 0, size.cx, size.cy, SWP_NOZORDER);
         const auto choose = [&](int wanted) {
             if (wanted == LAY_NONE) dialog.SetNoLayDlg();
             if (wanted == LAY_COLORKEY) dialog.Set_COLORKEYDlg(RGB(255, 0, 255));
@@ -318,7 +327,7 @@ TEST_F(MendedFrame, EqualsANewOne) {
         };
         choose(style);
         dialog.Show();
-        for (int step = 0; step < 500; ++step) {
+        for (int step = 0; step < steps; ++step) {
             QKItemBase& item = crowd.Any();
             const int frames = dialog.frames;
             bool whole = true;
@@ -344,8 +353,8 @@ TEST_F(MendedFrame, EqualsANewOne) {
                     break;
                 case 6:
                     if (crowd.Roll(4) == 0)
-                        dialog.SetWindowPos(HWND(), 0, 0, kDialogWidth - crowd.Roll(2) * 3,
-                                            kDialogHeight - crowd.Roll(2) * 5, SWP_NOZORDER);
+                        dialog.SetWindowPos(HWND(), 0, 0, size.cx - crowd.Roll(2) * 3,
+                                            size.cy - crowd.Roll(2) * 5, SWP_NOZORDER);
                     break;
                 case 7:
                     if (crowd.Roll(8) == 0) choose(crowd.Roll(3) ? style : crowd.Roll(4));

@@ -410,6 +410,8 @@ class PLATFORM_API Graphics {
 
     Status SetSmoothingMode(SmoothingMode mode);
     Status SetInterpolationMode(InterpolationMode mode);
+    // Of DrawImage, unless the transform turns or mirrors; everything else is drawn over what was there.
+    Status SetCompositingMode(CompositingMode mode);
     Status SetTransform(const Matrix* matrix);
     Status ResetTransform();
     // Before the present transform, or (MatrixOrderAppend) behind it. Degrees are clockwise.

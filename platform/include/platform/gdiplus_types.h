@@ -45,6 +45,11 @@ enum InterpolationMode {
     InterpolationModeHighQualityBilinear = 6,
     InterpolationModeHighQualityBicubic = 7
 };
+// How a drawn picture meets what was there.
+enum CompositingMode {
+    CompositingModeSourceOver = 0,
+    CompositingModeSourceCopy = 1  // takes its place, alpha included
+};
 enum SmoothingMode {
     SmoothingModeDefault = 0,      // none
     SmoothingModeHighSpeed = 1,    // none
