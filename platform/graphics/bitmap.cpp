@@ -42,7 +42,7 @@ std::shared_ptr<ImageData> CopyBitmap(HBITMAP bitmap) {
         if (const GdiBitmap* const found = Gdi().bitmaps.Find(bitmap)) from = found->surface;
     }
     if (!from) return ImageData::Failed(Gdiplus::InvalidParameter);
-    std::shared_ptr<Surface> copy = Surface::Create(from->Width(), from->Height());
+    std::shared_ptr<Surface> copy = Surface::CreateUnset(from->Width(), from->Height());
     if (copy) {
         CopyPixels(*copy, CRect(0, 0, copy->Width(), copy->Height()), *from, 0, 0);
         copy->SetScale(from->Scale());

@@ -52,6 +52,10 @@ constexpr std::int64_t kWorthKnowing = 512;
 // A scaled copy is made whole, for later paints, unless it is larger than this and mostly out of sight.
 constexpr std::int64_t kAlwaysWhole = std::int64_t{1} << 18;
 
+// A copy of so many pixels is kept only when it is asked for again; until then they are scaled where they
+// show.
+constexpr std::int64_t kWorthWaiting = std::int64_t{1} << 18;
+
 std::int64_t AreaOf(const CRect& rect) {
     return rect.IsRectEmpty() ? 0 : std::int64_t{rect.Width()} * rect.Height();
 }
@@ -85,7 +89,7 @@ class ImagePainter {
         facts_ = image_.Facts();
         if (source_ == ground_.Share()) {
             // An image drawn onto itself shows what it showed before.
-            source_ = Surface::Create(source_->Width(), source_->Height());
+            source_ = Surface::CreateUnset(source_->Width(), source_->Height());
             if (!source_) return Gdiplus::OutOfMemory;
             CopyPixels(*source_, Whole(), *image_.Pixels(), 0, 0);
         }
@@ -132,7 +136,9 @@ class ImagePainter {
         if (!visible.IntersectRect(covered, ground_.Box())) return FillOutside(covered);
 
         const CRect made = PartToMake(covered);
-        std::optional<ScaledPicture> scaled = Cached(made);
+        std::optional<ScaledPicture> scaled = Cached(made, AreaOf(visible));
+        if (!scaled && placement_.copies)
+            return ScaleInPlace(visible) ? FillOutside(covered) : Gdiplus::OutOfMemory;
         CRect at = made;
         if (!scaled) {
             at = visible;
@@ -141,6 +147,14 @@ class ImagePainter {
         if (!scaled->pixels) return Gdiplus::OutOfMemory;
         Paint(ground_, visible, {*scaled->pixels, at.left, at.top, placement_.copies || scaled->opaque});
         return FillOutside(covered);
+    }
+
+    bool ScaleInPlace(const CRect& visible) {
+        bool done = true;
+        ground_.Paint(visible, [&](const CRect& part) {
+            done = done && ResampleInto(ground_.Pixels(), part.left, part.top, *source_, ScalingOf(part));
+        });
+        return done;
     }
 
     // What to scale, in surface coordinates: all of it, or what the surface can show.
@@ -187,14 +201,17 @@ class ImagePainter {
         return true;
     }
 
-    // Empty when the scaled copy cannot be kept; a part that is only as large as what is being painted will
-    // do then.
-    std::optional<ScaledPicture> Cached(const CRect& part) const {
+    // Empty when the scaled copy cannot be kept, or has not been asked for often enough; `shown` pixels of
+    // it, which are being painted, will do then.
+    std::optional<ScaledPicture> Cached(const CRect& part, std::int64_t shown) const {
         if (!Surface::IsPossible(part.Width(), part.Height()) || !ScaledCache::Get().Admits(AreaOf(part)))
             return {};
         const ScaledKey key{facts_->Revision(), ScalingOf(part)};
         ScaledPicture scaled = ScaledCache::Get().Find(key);
         if (scaled.pixels) return scaled;
+        if (placement_.copies && AreaOf(part) >= kWorthWaiting &&
+            !ScaledCache::Get().IsWorthKeeping(key, shown))
+            return {};
         scaled = Make(key.scaling);
         if (scaled.pixels) {
             facts_->NoteScaled();
@@ -275,7 +292,7 @@ std::shared_ptr<Surface> TilesOf(const Surface& picture, const World& world, Fil
 }
 
 std::shared_ptr<Surface> PartOf(const Surface& picture, const CRect& part) {
-    std::shared_ptr<Surface> piece = Surface::Create(part.Width(), part.Height());
+    std::shared_ptr<Surface> piece = Surface::CreateUnset(part.Width(), part.Height());
     if (piece) CopyPixels(*piece, CRect(0, 0, part.Width(), part.Height()), picture, -part.left, -part.top);
     return piece;
 }

@@ -9,7 +9,7 @@ namespace platform {
 namespace {
 
 std::shared_ptr<Surface> CopyOf(const Surface& surface) {
-    std::shared_ptr<Surface> copy = Surface::Create(surface.Width(), surface.Height());
+    std::shared_ptr<Surface> copy = Surface::CreateUnset(surface.Width(), surface.Height());
     if (copy) CopyPixels(*copy, CRect(0, 0, copy->Width(), copy->Height()), surface, 0, 0);
     return copy;
 }

@@ -74,21 +74,21 @@ void GiveBack(Block block) noexcept {
         munmap(old.address, old.capacity);
 }
 
-std::shared_ptr<void> TakeSmall(std::size_t bytes) {
+std::shared_ptr<void> TakeSmall(std::size_t bytes, PixelMemory::Contents contents) {
     const std::size_t rounded = (bytes + kAlignment - 1) / kAlignment * kAlignment;
     void* const address = std::aligned_alloc(kAlignment, rounded);
     if (!address) return {};
-    std::memset(address, 0, rounded);
+    if (contents == PixelMemory::Contents::Zero) std::memset(address, 0, rounded);
     return {address, [](void* memory) { std::free(memory); }};
 }
 
 }  // namespace
 
-std::shared_ptr<void> PixelMemory::Take(std::size_t bytes) {
-    if (bytes < kPooledFrom) return TakeSmall(bytes);
+std::shared_ptr<void> PixelMemory::Take(std::size_t bytes, Contents contents) {
+    if (bytes < kPooledFrom) return TakeSmall(bytes, contents);
     Block block{};
     if (TakeIdle(bytes, block)) {
-        std::memset(block.address, 0, bytes);
+        if (contents == Contents::Zero) std::memset(block.address, 0, bytes);
     } else {
         block.capacity = (bytes + kPage - 1) / kPage * kPage;
         block.address =

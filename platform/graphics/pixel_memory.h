@@ -9,9 +9,10 @@ namespace platform {
 
 class PixelMemory {
   public:
-    // At least `bytes`, aligned for vector loads, zeroed. Null without memory. The last holder gives the
-    // block back to the pool, from any thread.
-    static std::shared_ptr<void> Take(std::size_t bytes);
+    enum class Contents { Zero, Any };
+    // At least `bytes`, aligned for vector loads. Null without memory. The last holder gives the block back
+    // to the pool, from any thread.
+    static std::shared_ptr<void> Take(std::size_t bytes, Contents contents = Contents::Zero);
 
     // Bytes that wait to be handed out again, and how often a block was newly taken from the system.
     static std::size_t PooledBytes();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/graphics/counters.h"
+#include "platform/graphics/row_scales.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -14,25 +15,11 @@
 namespace platform {
 namespace {
 
-// Weights of the pixels that make up one pixel add up to exactly this, so that a plain colour stays what it
-// is; the largest for which a weight fits a signed 16-bit factor.
-constexpr int kWeightBits = 14;
-constexpr int kWeightSum = 1 << kWeightBits;
-// Rows that are scaled across, but not yet down, keep 7 bits below the channel's own 8.
-constexpr int kMiddleBits = 7;
-constexpr int kAcrossShift = kWeightBits - kMiddleBits;
-constexpr int kDownShift = kWeightBits + kMiddleBits;
-
-// Two source positions and their weights; the loops work on pairs. An odd last one is paired with weight 0.
-struct TapPair {
-    int first, second;
-    std::int16_t firstWeight, secondWeight;
-};
-
 // What every pixel along one axis is made of: pairs [begin[i], begin[i + 1]).
 struct Axis {
     std::vector<TapPair> pairs;
     std::vector<std::uint32_t> begin{0};
+    bool neighbours = false;  // one pair for each, the second right behind the first
 
     int Count() const { return static_cast<int>(begin.size()) - 1; }
     void Close() { begin.push_back(static_cast<std::uint32_t>(pairs.size())); }
@@ -118,10 +105,27 @@ class AxisBuilder {
                 AddBilinear(i);
             axis_.Close();
         }
+        PairNeighbours();
         return std::move(axis_);
     }
 
   private:
+    // What reads one pixel twice, at an edge, may as well read the one beside it with weight 0.
+    void PairNeighbours() {
+        axis_.neighbours = axis_.pairs.size() == axis_.begin.size() - 1;
+        for (TapPair& pair : axis_.pairs) {
+            if (pair.first == pair.second && request_.pictureSize > 1) {
+                const bool isLast = pair.first == request_.pictureSize - 1;
+                pair.first -= isLast;
+                pair.second = pair.first + 1;
+                const int weight = pair.firstWeight + pair.secondWeight;
+                pair.firstWeight = static_cast<std::int16_t>(isLast ? 0 : weight);
+                pair.secondWeight = static_cast<std::int16_t>(isLast ? weight : 0);
+            }
+            axis_.neighbours = axis_.neighbours && pair.second == pair.first + 1;
+        }
+    }
+
     int Inside(double position) const {
         return static_cast<int>(std::clamp(std::floor(position), 1.0 * firstPixel_, 1.0 * lastPixel_));
     }
@@ -208,7 +212,11 @@ using MiddleRow = std::vector<std::int16_t>;
 
 void ScaleAcross(const std::uint32_t* row, const Axis& axis, std::int16_t* to) {
     const int count = axis.Count();
-    for (int i = 0; i < count; ++i, to += 4) {
+    const RowScales* const fast = axis.neighbours ? Avx2RowScales() : nullptr;
+    const int done =
+        fast ? static_cast<int>(fast->across(to, row, axis.pairs.data(), axis.begin.size() - 1)) : 0;
+    to += std::ptrdiff_t{done} * 4;
+    for (int i = done; i < count; ++i, to += 4) {
         const TapPair* pair = axis.pairs.data() + axis.begin[static_cast<std::size_t>(i)];
         const TapPair* const end = axis.pairs.data() + axis.begin[static_cast<std::size_t>(i) + 1];
 #if defined(__SSE2__)
@@ -254,7 +262,8 @@ void Finish(const std::vector<std::int32_t>& sums, std::uint32_t* to) {
 // The common case, one pair of rows, without a detour through sums.
 void BlendDown(const MiddleRow& first, const MiddleRow& second, const TapPair& pair, std::uint32_t* to,
                int count) {
-    int i = 0;
+    const RowScales* const fast = Avx2RowScales();
+    int i = fast ? static_cast<int>(fast->down(to, first.data(), second.data(), pair, first.size() / 4)) : 0;
 #if defined(__SSE2__)
     const __m128i weights = _mm_set1_epi32(pair.firstWeight | (pair.secondWeight << 16));
     const __m128i half = _mm_set1_epi32(1 << (kDownShift - 1));
@@ -330,10 +339,7 @@ AxisRequest RequestDown(const Scaling& scaling, int pictureSize) {
             scaling.top,     scaling.bottom,       scaling.filter, scaling.tilingY};
 }
 
-std::shared_ptr<Surface> Scale(const Surface& picture, const Scaling& scaling) {
-    std::shared_ptr<Surface> result =
-        Surface::Create(scaling.right - scaling.left, scaling.bottom - scaling.top);
-    if (!result) return {};
+void Scale(Surface& target, int left, int top, const Surface& picture, const Scaling& scaling) {
     const Axis across = AxisBuilder(RequestAcross(scaling, picture.Width())).Build();
     const Axis down = AxisBuilder(RequestDown(scaling, picture.Height())).Build();
     MiddleRows rows(picture, across);
@@ -344,7 +350,7 @@ std::shared_ptr<Surface> Scale(const Surface& picture, const Scaling& scaling) {
         if (end - begin == 1) {
             const TapPair& pair = down.pairs[begin];
             const MiddleRow& first = rows.Get(pair.first);
-            BlendDown(first, rows.Get(pair.second), pair, result->Row(y), across.Count());
+            BlendDown(first, rows.Get(pair.second), pair, target.Row(top + y) + left, across.Count());
             continue;
         }
         std::fill(sums.begin(), sums.end(), 1 << (kDownShift - 1));
@@ -353,9 +359,8 @@ std::shared_ptr<Surface> Scale(const Surface& picture, const Scaling& scaling) {
             const MiddleRow& first = rows.Get(pair.first);
             AddDown(first, rows.Get(pair.second), pair, sums);
         }
-        Finish(sums, result->Row(y));
+        Finish(sums, target.Row(top + y) + left);
     }
-    return result;
 }
 
 // How many pixels of the picture make up the pixels of a result along an axis, each counted as often as it is
@@ -415,12 +420,23 @@ Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size)
 }
 
 std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling) {
+    std::shared_ptr<Surface> result =
+        Surface::CreateUnset(scaling.right - scaling.left, scaling.bottom - scaling.top);
+    if (!result || !ResampleInto(*result, 0, 0, picture, scaling)) return {};
+    return result;
+}
+
+bool ResampleInto(Surface& target, int left, int top, const Surface& picture, const Scaling& scaling) {
     ++Gdiplus::Counters().scaledImages;
     const CSize size(picture.Width(), picture.Height());
     const CSize affordable = AffordableSize(size, scaling);
-    if (affordable == size) return Scale(picture, scaling);
-    const std::shared_ptr<Surface> smaller = Scale(picture, Shrinking(size, affordable));
-    if (!smaller) return {};
+    if (affordable == size) {
+        Scale(target, left, top, picture, scaling);
+        return true;
+    }
+    const std::shared_ptr<Surface> smaller = Surface::CreateUnset(affordable.cx, affordable.cy);
+    if (!smaller) return false;
+    Scale(*smaller, 0, 0, picture, Shrinking(size, affordable));
     Scaling rest = scaling;
     const double byX = 1.0 * affordable.cx / size.cx;
     const double byY = 1.0 * affordable.cy / size.cy;
@@ -428,7 +444,8 @@ std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling
     rest.sourceWidth *= byX;
     rest.sourceY *= byY;
     rest.sourceHeight *= byY;
-    return Scale(*smaller, rest);
+    Scale(target, left, top, *smaller, rest);
+    return true;
 }
 
 }  // namespace platform

@@ -57,5 +57,8 @@ Span CoveredBy(double sourceStart, double sourceSize, int pictureSize, int size)
 // CoveredBy gives. Null without memory. Counts as one scaled image. Where so many tiles shrink that their
 // pixels cannot all be looked at, the picture is shrunk first.
 std::shared_ptr<Surface> Resample(const Surface& picture, const Scaling& scaling);
+// The same, into a surface that has room for it from (left, top) on and is not the picture. False without
+// memory.
+bool ResampleInto(Surface& target, int left, int top, const Surface& picture, const Scaling& scaling);
 
 }  // namespace platform

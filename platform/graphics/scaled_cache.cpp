@@ -1,5 +1,7 @@
 #include "platform/graphics/scaled_cache.h"
 
+#include <algorithm>
+
 #include "platform/graphics/counters.h"
 
 namespace platform {
@@ -30,6 +32,19 @@ ScaledPicture ScaledCache::Find(const ScaledKey& key) {
     if (found == entries_.end()) return {};
     order_.splice(order_.begin(), order_, found->second.place);
     return found->second.picture;
+}
+
+bool ScaledCache::IsWorthKeeping(const ScaledKey& key, std::int64_t pixels) {
+    const std::lock_guard lock(mutex_);
+    auto known = std::find_if(demands_.begin(), demands_.end(),
+                              [&](const Demand& demand) { return demand.key == key; });
+    if (known == demands_.end()) *--known = {key, 0};
+    std::rotate(demands_.begin(), known, known + 1);
+    Demand& demand = demands_.front();
+    const Scaling& whole = key.scaling;
+    if (demand.pixels >= std::int64_t{whole.right - whole.left} * (whole.bottom - whole.top)) return true;
+    demand.pixels += pixels;
+    return false;
 }
 
 void ScaledCache::Insert(const ScaledKey& key, const ScaledPicture& picture) {

@@ -1,6 +1,7 @@
 // Scaled copies of pictures, kept under everything that determines them.
 #pragma once
 
+#include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -35,6 +36,9 @@ class ScaledCache {
     static bool Admits(std::int64_t pixels);
     // Empty pixels when there is none.
     ScaledPicture Find(const ScaledKey& key);
+    // Notes that so many pixels of a copy were scaled and not kept. True once that makes up the whole copy:
+    // then keeping it costs no more than what was scaled in vain, as for a window that is being resized.
+    bool IsWorthKeeping(const ScaledKey& key, std::int64_t pixels);
     // Without effect for a picture that is not admitted.
     void Insert(const ScaledKey& key, const ScaledPicture& picture);
     // Everything that was made of an image.
@@ -46,6 +50,10 @@ class ScaledCache {
     struct Entry;
     using Map = std::map<ScaledKey, Entry>;
     using Order = std::list<Map::iterator>;
+    struct Demand {
+        ScaledKey key;
+        std::int64_t pixels = 0;
+    };
     struct Entry {
         ScaledPicture picture;
         std::size_t bytes;
@@ -58,6 +66,7 @@ class ScaledCache {
     Map entries_;
     Order order_;  // the one used last in front
     std::size_t bytes_ = 0;
+    std::array<Demand, 4> demands_;  // the latest first
 };
 
 }  // namespace platform

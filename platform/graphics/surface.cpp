@@ -15,6 +15,15 @@ namespace {
 constexpr int kMaxSide = 32767;
 constexpr std::int64_t kMaxPixels = std::int64_t{1} << 28;
 
+std::shared_ptr<Surface> OnPooledMemory(int width, int height, PixelMemory::Contents contents) {
+    if (!Surface::IsPossible(width, height)) return {};
+    const std::ptrdiff_t stride = std::ptrdiff_t{width} * 4;
+    std::shared_ptr<void> memory = PixelMemory::Take(static_cast<std::size_t>(stride * height), contents);
+    if (!memory) return {};
+    auto* const top = static_cast<std::uint32_t*>(memory.get());
+    return Surface::Wrap(top, width, height, stride, std::move(memory));
+}
+
 }  // namespace
 
 std::uint64_t NextRevision() {
@@ -28,12 +37,11 @@ bool Surface::IsPossible(std::int64_t width, std::int64_t height) {
 }
 
 std::shared_ptr<Surface> Surface::Create(int width, int height) {
-    if (!IsPossible(width, height)) return {};
-    const std::ptrdiff_t stride = std::ptrdiff_t{width} * 4;
-    std::shared_ptr<void> memory = PixelMemory::Take(static_cast<std::size_t>(stride * height));
-    if (!memory) return {};
-    auto* const top = static_cast<std::uint32_t*>(memory.get());
-    return Wrap(top, width, height, stride, std::move(memory));
+    return OnPooledMemory(width, height, PixelMemory::Contents::Zero);
+}
+
+std::shared_ptr<Surface> Surface::CreateUnset(int width, int height) {
+    return OnPooledMemory(width, height, PixelMemory::Contents::Any);
 }
 
 std::shared_ptr<Surface> Surface::Wrap(std::uint32_t* top, int width, int height, std::ptrdiff_t stride,

@@ -16,6 +16,8 @@ class Surface {
     // Zeroed. Null for a size below 1 or above the limits of CreateCompatibleBitmap, or without memory.
     // Memory of surfaces released lately is used again.
     static std::shared_ptr<Surface> Create(int width, int height);
+    // The same, but holds anything: for who writes every pixel.
+    static std::shared_ptr<Surface> CreateUnset(int width, int height);
     // Over memory of somebody else (a shared memory segment). `stride` in bytes, negative when the rows run
     // upwards in memory; `top` is the first pixel of the top row. `keep` is released with the surface.
     static std::shared_ptr<Surface> Wrap(std::uint32_t* top, int width, int height, std::ptrdiff_t stride,

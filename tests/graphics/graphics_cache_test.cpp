@@ -98,6 +98,30 @@ TEST_F(ScaledPictures, OfAnAnimationAreMadeOncePerFrame) {
     EXPECT_EQ(before, Kept());
 }
 
+// One that takes the place of what is there is scaled into it, until that has cost as much as a copy.
+TEST_F(ScaledPictures, OfBackgroundsAreKeptWhenTheyAreWantedAgain) {
+    SetDrawingCacheLimit(std::size_t{8} << 20);
+    Dice dice(35);
+    const auto bitmap = MakeBitmap(kit::Scattered(dice, 40, 30));
+    const auto draw = [&](Canvas& canvas, CompositingMode mode) {
+        Graphics graphics(canvas.Context());
+        graphics.SetCompositingMode(mode);
+        graphics.DrawImage(bitmap.get(), Rect(-3, -2, 706, 404), 2, 1, 36, 28, UnitPixel);
+    };
+    Canvas expected(700, 400);
+    draw(expected, CompositingModeSourceOver);
+    Canvas canvas(700, 400);
+    SetDrawingCacheLimit(0);
+    SetDrawingCacheLimit(std::size_t{8} << 20);
+    for (const std::uint64_t isKept : {0U, 0U, 1U, 1U}) {
+        canvas.Scatter(dice);
+        draw(canvas, CompositingModeSourceCopy);
+        EXPECT_EQ(isKept, Kept() > 0 ? 1U : 0U);
+        EXPECT_TRUE(Same(canvas.Get(), expected.Get()));
+    }
+    EXPECT_EQ(0U, Made([&] { draw(canvas, CompositingModeSourceCopy); }));
+}
+
 TEST_F(ScaledPictures, StayBelowTheLimit) {
     Dice dice(32);
     const auto bitmap = MakeBitmap(kit::Scattered(dice, 16, 16));

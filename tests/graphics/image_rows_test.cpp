@@ -1,4 +1,5 @@
 // The loops over pixels, held against exact arithmetic.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -6,6 +7,7 @@
 #include "graphics/picture_kit.h"
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/row_blends.h"
+#include "platform/graphics/row_scales.h"
 
 namespace platform {
 namespace {
@@ -104,6 +106,46 @@ TEST(PixelRows, ChannelsAboveTheirAlphaDoNotWrap) {
     }
     ClampPremultipliedRow(glare.data(), glare.data(), glare.size());
     EXPECT_EQ(std::vector<std::uint32_t>(glare.size(), 0x10101010), glare);
+}
+
+TEST(PixelRows, ScalingIsExactOnEveryProcessor) {
+    const RowScales* const scales = Avx2RowScales();
+    if (!scales) GTEST_SKIP() << "no such processor";
+    kit::Dice dice(6);
+    std::vector<std::uint32_t> row(40);
+    for (std::size_t count = 0; count < 30; ++count) {
+        std::vector<TapPair> taps(count + 1);
+        for (TapPair& pair : taps) {
+            pair.first = dice.Between(0, 38);
+            pair.second = pair.first + 1;
+            pair.firstWeight = static_cast<std::int16_t>(dice.Between(0, kWeightSum));
+            pair.secondWeight = static_cast<std::int16_t>(kWeightSum - pair.firstWeight);
+        }
+        std::generate(row.begin(), row.end(), [&] { return dice.Next() % 3 ? dice.Next() : 0xFFFFFFFF; });
+        std::vector<std::int16_t> across(count * 4), below(count * 4);
+        const std::size_t done = scales->across(across.data(), row.data(), taps.data(), count);
+        ASSERT_EQ(count / 4 * 4, done);
+        for (std::size_t i = 0; i < done * 4; ++i) {
+            const TapPair& pair = taps[i / 4];
+            const auto channel = [&](int at) {
+                return static_cast<int>(row[static_cast<std::size_t>(at)] >> (i % 4 * 8) & 0xFF);
+            };
+            ASSERT_EQ((channel(pair.first) * pair.firstWeight + channel(pair.second) * pair.secondWeight +
+                       (1 << (kAcrossShift - 1))) >>
+                          kAcrossShift,
+                      across[i]);
+            below[i] = static_cast<std::int16_t>(dice.Between(0, 255 << kMiddleBits));
+        }
+        std::vector<std::uint32_t> pixels(count);
+        const TapPair& rows = taps[count];
+        const std::size_t finished = scales->down(pixels.data(), across.data(), below.data(), rows, count);
+        ASSERT_EQ(count / 8 * 8, finished);
+        for (std::size_t i = 0; i < finished * 4; ++i)
+            ASSERT_EQ(static_cast<std::uint32_t>((across[i] * rows.firstWeight +
+                                                  below[i] * rows.secondWeight + (1 << (kDownShift - 1))) >>
+                                                 kDownShift),
+                      pixels[i / 4] >> (i % 4 * 8) & 0xFF);
+    }
 }
 
 TEST(PixelRows, OneTransparentPixelIsFound) {
