@@ -60,6 +60,8 @@ class BenchDialog : public CQKDialogBase {
         if (!Create(kTemplate)) return false;
         SetWindowPos(HWND(), 0, 0, width, height, SWP_NOZORDER);
         SetBack(BackgroundPicture(), 1, perPixel);
+        backPicture = new Gdiplus::Bitmap(BackgroundPicture());
+        m_pBackImage.reset(backPicture);
         const CString strip = ButtonPicture();
         for (int i = 0; i < kButtons; ++i) {
             buttons.push_back(std::make_unique<QKButton>());
@@ -117,6 +119,7 @@ class BenchDialog : public CQKDialogBase {
         composed = Clock::now();
     }
 
+    Gdiplus::Bitmap* backPicture = nullptr;  // the dialog's own
     std::vector<std::unique_ptr<QKButton>> buttons;
     std::vector<std::unique_ptr<QKCheckBox>> boxes;
     std::vector<std::unique_ptr<QKStaticText>> texts;

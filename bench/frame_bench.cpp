@@ -6,11 +6,14 @@ namespace {
 using bench::BenchDialog;
 using bench::Clock;
 
-enum Change { kNothing, kOneButton, kEverything };
+// A new size makes the background be scaled anew; a pixel of it set does the same and leaves all else.
+enum Change { kNothing, kOneButton, kEverything, kBackground };
 
 void Touch(BenchDialog& dialog, Change change, int turn) {
     if (change == kOneButton)
         dialog.Toggle(turn % bench::kButtons);
+    else if (change == kBackground)
+        dialog.backPicture->SetPixel(0, 0, Gdiplus::Color(0xFF000000));
     else if (change == kEverything)
         dialog.SetBackColor(Gdiplus::Color(0xFF000000U | static_cast<unsigned>(turn)), 1);
 }
@@ -103,6 +106,8 @@ BENCHMARK_CAPTURE(WholeFrame, furnished_unchanged_1280x800, 1280, 800, kNothing,
 BENCHMARK_CAPTURE(WholeFrame, furnished_one_button_1280x800, 1280, 800, kOneButton, kComposed, kFurnished)
     ->UseManualTime();
 BENCHMARK_CAPTURE(WholeFrame, furnished_from_nothing_1280x800, 1280, 800, kEverything, kComposed, kFurnished)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(WholeFrame, furnished_rescaled_1280x800, 1280, 800, kBackground, kComposed, kFurnished)
     ->UseManualTime();
 BENCHMARK_CAPTURE(ButtonRectangle, in_1280x800, 1280, 800)->UseManualTime();
 BENCHMARK_CAPTURE(ButtonRectangle, in_2560x1600, 2560, 1600)->UseManualTime();
