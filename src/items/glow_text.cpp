@@ -29,19 +29,14 @@ void QKDrawGlow(Gdiplus::Graphics& graphics, const QKGlow& glow, const Gdiplus::
 
     Gdiplus::FontFamily family;
     glow.font.GetFamily(&family);
-    Gdiplus::GraphicsPath outline(Gdiplus::FillModeAlternate);
-    outline.AddString(glow.text, -1, &family, glow.font.GetStyle(), std::trunc(glow.font.GetSize()), layout,
-                      &glow.format);
-
     const float scale = 1 / glow.factor;
     const Gdiplus::Matrix shrink(scale, 0, 0, scale, -scale, -scale);
     const Gdiplus::Pen pen(glow.color, 1.0F);
-    const Gdiplus::SolidBrush brush(glow.color);
     Gdiplus::Graphics onSmall(&small);
     onSmall.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
     onSmall.SetTransform(&shrink);
-    onSmall.DrawPath(&pen, &outline);
-    onSmall.FillPath(&brush, &outline);
+    onSmall.DrawWidenedString(glow.text, -1, &family, glow.font.GetStyle(), std::trunc(glow.font.GetSize()),
+                              layout, &glow.format, &pen);
 
     const Gdiplus::RectF whole = QKWholeImage(&small);
     graphics.DrawImage(&small, destination, 0, 0, whole.Width, whole.Height, Gdiplus::UnitPixel);

@@ -611,6 +611,55 @@ TEST(TextFont, BadFontsSaySoAndDrawNothing) {
     EXPECT_EQ(Font(&family, 9).GetLastStatus(), Ok);
 }
 
+// Marks kept for each glyph, against the outlines of the whole text: the same, but where letters touch.
+TEST(TextDraw, WidenedLettersAreTheirOutlines) {
+    const FontFamily family(u"DejaVu Sans");
+    const Pen pen(Color(0xC0, 20, 200, 60), 1);
+    const SolidBrush brush(pen.GetColor());
+    const auto glow = [](float factor, const std::function<void(Graphics&)>& draw) {
+        return Drawn(140, 50, [&](Graphics& graphics) {
+            const Matrix shrink(1 / factor, 0, 0, 1 / factor, 3, -1 / factor);
+            graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+            graphics.SetTransform(&shrink);
+            draw(graphics);
+        });
+    };
+    struct {
+        LPCWSTR text;
+        int style, most;  // difference of a channel
+        double mean;      // over all that is covered
+    } const cases[] = {{u"g   A   \u6807   4", FontStyleRegular, 3, 0.1},
+                       {u"under", FontStyleUnderline, 0, 0},
+                       {u"A label,\n\u6807\u7B7E j\u00C5g", FontStyleRegular, 90, 2}};
+    for (const auto& [text, style, most, mean] : cases)
+        for (const float factor : {1.0F, 1.7F, 2.0F, 3.0F}) {
+            SCOPED_TRACE(factor);
+            const RectF box(1, 2, 200, 90);
+            const auto widened = [&](Graphics& graphics) {
+                EXPECT_EQ(graphics.DrawWidenedString(text, -1, &family, style, 12, box, nullptr, &pen), Ok);
+            };
+            const Pixels expected = glow(factor, [&](Graphics& graphics) {
+                GraphicsPath outline;
+                outline.AddString(text, -1, &family, style, 12, box, nullptr);
+                graphics.DrawPath(&pen, &outline);
+                graphics.FillPath(&brush, &outline);
+            });
+            const Pixels first = glow(factor, widened);
+            EXPECT_TRUE(Same(glow(factor, widened), first));
+            int worst = 0, covered = 0, sum = 0;
+            for (std::size_t i = 0; i < first.words.size(); ++i) {
+                const int difference = std::abs(static_cast<int>(first.words[i] >> 24) -
+                                                static_cast<int>(expected.words[i] >> 24));
+                worst = std::max(worst, difference);
+                sum += difference;
+                covered += expected.words[i] != 0;
+            }
+            EXPECT_GT(covered, 50);
+            EXPECT_LE(worst, most);
+            EXPECT_LE(sum, mean * covered);
+        }
+}
+
 TEST(TextFormat, KeepsWhatItIsTold) {
     StringFormat format(StringFormatFlagsNoWrap);
     EXPECT_EQ(format.GetTrimming(), StringTrimmingCharacter);

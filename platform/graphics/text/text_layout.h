@@ -44,6 +44,8 @@ class LaidText {
     const Gdiplus::RectF& Box() const { return box_; }
     const CRect& Ink() const { return ink_; }
     const std::vector<TextLine>& Lines() const { return lines_; }
+    // Whether lines run under or through it.
+    bool HasRules() const { return rules_.under.thickness > 0 || rules_.through.thickness > 0; }
     // Characters that no installed face has.
     int UnknownGlyphs() const;
     // A cover of the memory taken, without that of the faces.

@@ -11,6 +11,7 @@
 #include "platform/base/thread_service.h"
 #include "platform/graphics/counters.h"
 #include "platform/graphics/text/font_configuration.h"
+#include "platform/graphics/text/glyph_marks.h"
 
 namespace platform {
 namespace {
@@ -80,7 +81,10 @@ TextShaper::TextShaper()
     : fonts_(MakeFontMap()),
       leftToRight_(MakeContext(fonts_.get(), PANGO_DIRECTION_LTR)),
       rightToLeft_(MakeContext(fonts_.get(), PANGO_DIRECTION_RTL)),
-      marks_(leftToRight_.get()) {}
+      marks_(leftToRight_.get()),
+      glyphMarks_(std::make_unique<GlyphMarksCache>()) {}
+
+TextShaper::~TextShaper() = default;
 
 void TextShaper::Use(const FontData& font) {
     constexpr std::size_t kMostFonts = 128;

@@ -39,12 +39,15 @@ struct TextRules {
     TextRule through;
 };
 
+class GlyphMarksCache;
+
 class TextShaper {
   public:
     // Lives as a ThreadService does.
     static TextShaper& OfThread();
 
     TextShaper();
+    ~TextShaper();
     TextShaper(const TextShaper&) = delete;
     TextShaper& operator=(const TextShaper&) = delete;
 
@@ -77,6 +80,7 @@ class TextShaper {
     }
 
     TextCache& Cache() { return cache_; }
+    GlyphMarksCache& Marks() { return *glyphMarks_; }
 
   private:
     ObjectPtr<PangoFontMap> fonts_;
@@ -85,6 +89,7 @@ class TextShaper {
     MarkFallback marks_;
     std::unordered_set<unsigned> fontsInUse_;  // hashes of what they look like
     TextCache cache_;
+    std::unique_ptr<GlyphMarksCache> glyphMarks_;
     std::uint64_t work_ = 0;
 };
 

@@ -506,6 +506,10 @@ class PLATFORM_API Graphics {
     Status DrawString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
                       const StringFormat* format, const Brush* brush);
     Status DrawString(LPCWSTR text, INT length, const Font* font, const PointF& origin, const Brush* brush);
+    // As DrawPath and then FillPath, in the colour of the pen, with the outlines of AddString; but strokes of
+    // neighbouring letters that meet in a pixel may add up there. Sooner for a text of letters drawn lately.
+    Status DrawWidenedString(LPCWSTR text, INT length, const FontFamily* family, INT style, REAL emSize,
+                             const RectF& layout, const StringFormat* format, const Pen* pen);
     Status MeasureString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
                          const StringFormat* format, RectF* box) const;
 
