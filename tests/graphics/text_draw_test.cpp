@@ -631,16 +631,18 @@ TEST(TextDraw, WidenedLettersAreTheirOutlines) {
     } const cases[] = {{u"g   A   \u6807   4", FontStyleRegular, 3, 0.1},
                        {u"under", FontStyleUnderline, 0, 0},
                        {u"A label,\n\u6807\u7B7E j\u00C5g", FontStyleRegular, 90, 2}};
-    for (const auto& [text, style, most, mean] : cases)
+    for (const auto& test : cases)
         for (const float factor : {1.0F, 1.7F, 2.0F, 3.0F}) {
             SCOPED_TRACE(factor);
             const RectF box(1, 2, 200, 90);
             const auto widened = [&](Graphics& graphics) {
-                EXPECT_EQ(graphics.DrawWidenedString(text, -1, &family, style, 12, box, nullptr, &pen), Ok);
+                EXPECT_EQ(
+                    graphics.DrawWidenedString(test.text, -1, &family, test.style, 12, box, nullptr, &pen),
+                    Ok);
             };
             const Pixels expected = glow(factor, [&](Graphics& graphics) {
                 GraphicsPath outline;
-                outline.AddString(text, -1, &family, style, 12, box, nullptr);
+                outline.AddString(test.text, -1, &family, test.style, 12, box, nullptr);
                 graphics.DrawPath(&pen, &outline);
                 graphics.FillPath(&brush, &outline);
             });
@@ -655,8 +657,8 @@ TEST(TextDraw, WidenedLettersAreTheirOutlines) {
                 covered += expected.words[i] != 0;
             }
             EXPECT_GT(covered, 50);
-            EXPECT_LE(worst, most);
-            EXPECT_LE(sum, mean * covered);
+            EXPECT_LE(worst, test.most);
+            EXPECT_LE(sum, test.mean * covered);
         }
 }
 
