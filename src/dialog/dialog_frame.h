@@ -30,6 +30,7 @@ class QKFrame {
     void HandOut(const Gdiplus::Bitmap* under);
     bool TakeBack();
     void Withdraw();
+    bool LiesOnPicture() const { return underlay_.Revision() != 0; }
 
     // Before the record takes its inputs: what the context's clip, the picture under the frame and drawing of
     // others make stale.

@@ -139,7 +139,8 @@ void CQKDialogBase::PaintHandedOut(int width, int height) {
     frame.TakeSurroundings();
     DescribeFrame(frame.Record());
     if (!untouched) return OnQKPaint(frame.Context(), width, height);
+    const Under under = frame.LiesOnPicture() ? Under::Pixels : Under::Nothing;
     std::vector<CRect> bounds;
-    frame.Mend(HRGN(), [&] { Compose(frame.Context(), CSize(width, height), Under::Nothing, bounds); });
+    frame.Mend(HRGN(), [&] { Compose(frame.Context(), CSize(width, height), under, bounds); });
     MakeBackCache();
 }
