@@ -90,7 +90,7 @@ bool ForEachGlyph(const LaidText& text, const Add& add) {
 bool DrawFromMarks(GraphicsData& graphics, Ground& ground, const LaidText& text, const Gdiplus::RectF& layout,
                    const Gdiplus::Pen& pen) {
     constexpr int kMostPixels = 1 << 18;
-    const World world(graphics, ground.Origin());
+    const World world(graphics, ground);
     const CRect& box = ground.Box();
     if (!world.IsUpright() || world.m11 != world.m22 || !(world.m11 > 0) || !graphics.IsSmooth() ||
         std::int64_t{box.Width()} * box.Height() > kMostPixels)
