@@ -251,7 +251,6 @@ BENCHMARK_CAPTURE(HoverStep, asked_for_all, kAskedForAll)
 BENCHMARK_CAPTURE(ScrollStep, asked_for_all, kAskedForAll)
     ->Arg(1'000)
     ->Arg(100'000)
-    ->Iterations(50)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(WholeFrame, unchanged, kNothing)->Arg(1'000)->Arg(100'000)->UseManualTime();
 BENCHMARK_CAPTURE(WholeFrame, from_nothing, kEverything)->Arg(1'000)->Arg(100'000)->UseManualTime();

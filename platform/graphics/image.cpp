@@ -194,6 +194,10 @@ Image* Image::Clone() const {
     return data ? new Image(std::move(data)) : nullptr;
 }
 
+bool Image::IsCloneOf(const Image& other) const {
+    return data_->IsCloneOf(*other.data_);
+}
+
 UINT Image::GetWidth() const {
     return static_cast<UINT>(data_->Width() / data_->Scale());
 }

@@ -101,6 +101,11 @@ std::shared_ptr<ImageData> ImageData::Clone() {
     return clone;
 }
 
+bool ImageData::IsCloneOf(const ImageData& other) const {
+    return IsGood() && pixels_ == other.pixels_ && sharers_ == other.sharers_ && lent_ == 0 &&
+           other.lent_ == 0 && format_ == other.format_ && source_ == other.source_ && frame_ == other.frame_;
+}
+
 std::shared_ptr<Surface> ImageData::Writable() {
     if (!IsGood()) return {};
     if (sharers_.use_count() > 1) {

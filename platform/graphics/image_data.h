@@ -69,6 +69,8 @@ class ImageData {
 
     // Cheap: the pixels are copied when one of the two changes.
     std::shared_ptr<ImageData> Clone();
+    // Whether the two share their pixels, and would show the same in each frame.
+    bool IsCloneOf(const ImageData& other) const;
 
     // For reading only; null for a failed image.
     const std::shared_ptr<Surface>& Pixels() const { return pixels_; }

@@ -287,7 +287,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void CarryFirstIcon(COleDataSource& source);
     int DragOut();
     void PressEntry(QKListCtrl& list, QKListNode& node);
-    void SelectAlone(QKListCtrl& list, const QKListNode& node);
+    void SelectAlone(QKListCtrl& list, QKListNode& node);
     bool DropListFocus();
     void StartBand(CPoint point);
     void DragWindowOrCapture(CPoint point);

@@ -2,52 +2,55 @@
 
 #include <utility>
 
-#include "list/list_text.h"
-
-QKListNode::Rendering QKCaptionStore::RenderingFor(const QKListNode& node,
-                                                   const QKListNode::Rendering& asked) const {
-    const QKListItem& entry = *node.item;
-    const bool sameText = QKTextOf(entry.szText) == QKTextOf(entry.szTextCath);
-    return node.droppedCaption && sameText && node.rendering.age == age_ ? node.rendering : asked;
+QKEntryLook::Rendering QKCaptionStore::RenderingFor(const QKListNode& node, bool showsText,
+                                                    const QKEntryLook::Rendering& asked) const {
+    const QKEntryLook& look = *node.look;
+    return look.droppedCaption && showsText && look.rendering.age == age_ ? look.rendering : asked;
 }
 
-void QKCaptionStore::Seen(QKListNode& node, const QKListNode::Rendering* rendered) {
+void QKCaptionStore::Seen(QKListNode& node, const QKEntryLook::Rendering* rendered) {
+    QKEntryLook& look = *node.look;
     if (rendered) {
         Forget(node);
-        node.rendering = *rendered;
-        node.rendering.age = age_;
-        node.captionBytes =
+        look.rendering = *rendered;
+        look.rendering.age = age_;
+        look.captionBytes =
             static_cast<std::size_t>(rendered->size.cx) * static_cast<std::size_t>(rendered->size.cy) * 4;
-        node.captionSeen = captions_.insert(captions_.begin(), &node);
-        bytes_ += node.captionBytes;
-        node.hasCaption = true;
-    } else if (node.hasCaption) {
-        captions_.splice(captions_.begin(), captions_, node.captionSeen);
+        look.captionSeen = captions_.insert(captions_.begin(), &node);
+        bytes_ += look.captionBytes;
+        look.hasCaption = true;
+    } else if (look.hasCaption) {
+        captions_.splice(captions_.begin(), captions_, look.captionSeen);
     }
-    node.captionFrame = frame_;
+    look.captionFrame = frame_;
 }
 
 void QKCaptionStore::Forget(QKListNode& node) {
-    node.droppedCaption = false;
-    if (!node.hasCaption) return;
-    captions_.erase(node.captionSeen);
-    bytes_ -= node.captionBytes;
-    node.hasCaption = false;
+    if (!node.look) return;
+    QKEntryLook& look = *node.look;
+    look.droppedCaption = false;
+    if (!look.hasCaption) return;
+    captions_.erase(look.captionSeen);
+    bytes_ -= look.captionBytes;
+    look.hasCaption = false;
 }
 
 void QKCaptionStore::Trim(std::size_t bytes) {
-    while (bytes_ > bytes && captions_.back()->captionFrame != frame_) {
+    while (bytes_ > bytes && captions_.back()->look->captionFrame != frame_) {
         QKListNode& node = *captions_.back();
         Forget(node);
-        if (node.handedOut) continue;  // the host may be using it
-        delete std::exchange(node.item->pTextImage, nullptr);
-        node.droppedCaption = true;
+        if (node.mayChange) continue;  // the host may be using it
+        if (node.record)
+            delete std::exchange(node.record->pTextImage, nullptr);
+        else
+            node.look->caption.reset();
+        node.look->droppedCaption = true;
     }
 }
 
 void QKCaptionStore::Clear() {
     for (QKListNode* node : captions_)
-        node->hasCaption = false;
+        node->look->hasCaption = false;
     captions_.clear();
     bytes_ = 0;
     ++age_;

@@ -9,9 +9,11 @@
 class QKCaptionStore {
   public:
     // How a caption is to be rendered: as it is asked for, or as it was when it was dropped for lack of room.
-    QKListNode::Rendering RenderingFor(const QKListNode& node, const QKListNode::Rendering& asked) const;
+    // `showsText`: of its text as it is.
+    QKEntryLook::Rendering RenderingFor(const QKListNode& node, bool showsText,
+                                        const QKEntryLook::Rendering& asked) const;
     // The node's caption is shown in this frame; `rendered`: and was rendered for it.
-    void Seen(QKListNode& node, const QKListNode::Rendering* rendered);
+    void Seen(QKListNode& node, const QKEntryLook::Rendering* rendered);
     void BeginFrame() { ++frame_; }
     // Drops captions seen longest ago, but none of this frame, down to so many bytes.
     void Trim(std::size_t bytes);

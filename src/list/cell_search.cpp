@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -19,6 +20,13 @@ std::int64_t StepsTo(std::int64_t from, std::int64_t to, std::int64_t step) {
 std::int64_t StepsPast(std::int64_t from, std::int64_t low, std::int64_t high, std::int64_t step) {
     if (step > 0) return StepsTo(from, high, step);
     return step == 0 || from < low ? 0 : (from - low) / -step + 1;
+}
+
+// Whether no cell reaches into another one.
+bool AreApart(const QKCellGrid& grid) {
+    const auto [along, across] =
+        grid.columns ? std::pair(grid.cell.cy, grid.cell.cx) : std::pair(grid.cell.cx, grid.cell.cy);
+    return along > 0 && across > 0 && grid.along >= along && (grid.line == 0 || grid.across >= across);
 }
 
 // No list has more cells: so many lie beyond what coordinates hold.
@@ -88,8 +96,10 @@ std::int64_t QKCellGrid::After(std::int64_t number, const CRect& rect) const {
 std::optional<CRect> QKCellSearch::FirstFree(const QKCellGrid& grid, std::int64_t start,
                                              const Occupant& occupant) {
     if (!(grid == grid_)) {
+        const bool isFree = isAll_ && taken_.empty();
         Clear();
         grid_ = grid;
+        isAll_ = isFree && AreApart(grid);
     }
     const std::optional<std::int64_t> end = grid.Distinct();
     for (std::int64_t number = start;;) {
@@ -98,12 +108,45 @@ std::optional<CRect> QKCellSearch::FirstFree(const QKCellGrid& grid, std::int64_
         if (end && number >= *end) return std::nullopt;
         const std::optional<CRect> cell = grid.Cell(number);
         if (!cell) return std::nullopt;
+        if (isAll_) {
+            found_ = {number, *cell};
+            return cell;
+        }
         const std::optional<CRect> taken = occupant(cell->TopLeft());
         if (!taken) return cell;
         const std::int64_t next = grid.After(number, *taken);
         Take(number, next);
         number = next;
     }
+}
+
+void QKCellSearch::Note(const CRect& rect) {
+    if (!isAll_ || rect.IsRectEmpty()) return;
+    isAll_ = found_ && found_->cell == rect;
+    if (!isAll_) return;
+    try {
+        Take(found_->number, found_->number + 1);
+        found_.reset();  // taken once
+    } catch (const std::bad_alloc&) {
+        Clear();
+    }
+}
+
+void QKCellSearch::Begin() {
+    Clear();
+    isAll_ = true;
+    grid_ = {};
+}
+
+void QKCellSearch::Clear() {
+    taken_.clear();
+    isAll_ = false;
+    found_.reset();
+}
+
+void QKCellSearch::Offset(CPoint by) {
+    grid_.corner.Offset(by.x, by.y);
+    found_.reset();
 }
 
 void QKCellSearch::Take(std::int64_t begin, std::int64_t end) {

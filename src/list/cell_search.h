@@ -37,6 +37,8 @@ struct QKCellGrid {
     std::int64_t After(std::int64_t number, const CRect& rect) const;
 };
 
+// While every rectangle that is occupied was found here, and each takes up one cell, it knows all of them;
+// else it asks.
 class QKCellSearch {
   public:
     // A rectangle of any entry that holds the point.
@@ -44,10 +46,15 @@ class QKCellSearch {
 
     // The first free cell from `start` on. Nothing when every cell that the steps lead to is taken.
     std::optional<CRect> FirstFree(const QKCellGrid& grid, std::int64_t start, const Occupant& occupant);
+    // A rectangle is occupied from now on.
+    void Note(const CRect& rect);
     // A rectangle is no longer occupied, or not by the same entry.
     void Forget(const CRect& rect);
-    void Clear() { taken_.clear(); }
-    void Offset(CPoint by) { grid_.corner.Offset(by.x, by.y); }
+    // Nothing is occupied.
+    void Begin();
+    // Anything may be occupied.
+    void Clear();
+    void Offset(CPoint by);
 
   private:
     void Take(std::int64_t begin, std::int64_t end);
@@ -56,4 +63,10 @@ class QKCellSearch {
 
     QKCellGrid grid_ = {};
     std::map<std::int64_t, std::int64_t> taken_;  // runs of cells known to be occupied: first, one past last
+    bool isAll_ = true;                           // no others are
+    struct Found {
+        std::int64_t number;
+        CRect cell;
+    };
+    std::optional<Found> found_;  // the last free cell
 };

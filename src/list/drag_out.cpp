@@ -10,7 +10,6 @@
 #include "dialog/alive.h"
 #include "dialog/shown_lists.h"
 #include "list/list_entries.h"
-#include "list/list_text.h"
 #include "list/memory.h"
 
 namespace {
@@ -65,8 +64,9 @@ void CarryIcon(COleDataSource& source, Gdiplus::Image* image, CSize size) {
 std::u16string CQKDialogBase::SelectedPaths() {
     std::u16string paths;
     ForEachList([&](QKListCtrl& list) {
+        list.m_lstItems->LookAtAll();
         for (const QKListNode* node : list.m_lstItems->Selected())
-            if (node->unselected == 0) paths.append(QKTextOf(node->item->szPath)) += u'\0';
+            if (node->unselected == 0) paths.append(node->Path()) += u'\0';
     });
     return paths;
 }
@@ -78,8 +78,7 @@ void CQKDialogBase::CarryFirstIcon(COleDataSource& source) {
         for (const QKListNode* node : list.m_lstItems->Selected()) {
             if (carries || node->unselected != 0) continue;
             carries = true;
-            if (node->item->pImage)
-                CarryIcon(source, node->item->pImage, CSize(list.m_nImageWidth, list.m_nImageHeight));
+            if (node->Icon()) CarryIcon(source, node->Icon(), CSize(list.m_nImageWidth, list.m_nImageHeight));
         }
     });
 }

@@ -10,17 +10,9 @@
 #include "items/pieces.h"
 #include "list/list_text.h"
 
-bool QKHasCaption(const QKListItem& entry, std::u16string_view text) {
-    return entry.pTextImage && text == QKTextOf(entry.szTextCath);
-}
-
-Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKCaptionLook& look,
-                          const SIZE& size) {
-    if (QKHasCaption(entry, text)) return entry.pTextImage;
-    delete std::exchange(entry.pTextImage, nullptr);
-    QKSetText(entry.szTextCath, text);  // a longer text is cut, and so never found equal
+std::unique_ptr<Gdiplus::Image> QKRenderCaption(std::u16string_view text, const QKCaptionLook& look,
+                                                const SIZE& size) {
     const CString whole(text.data(), static_cast<int>(text.size()));
-
     const int scale = GetScreenScale();
     auto caption = std::make_unique<Gdiplus::Bitmap>(size.cx * scale, size.cy * scale);
     caption->SetScale(scale);
@@ -33,8 +25,7 @@ Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKC
                {std::trunc(look.origin.X), std::trunc(look.origin.Y), inside.Width, inside.Height}, inside);
     const Gdiplus::SolidBrush brush(look.text);
     graphics.DrawString(whole, -1, &look.font, inside, &look.format, &brush);
-    entry.pTextImage = caption.release();
-    return entry.pTextImage;
+    return caption;
 }
 
 void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entry, const CString& text,
@@ -43,8 +34,14 @@ void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entr
                                    const Gdiplus::RectF& rect, const Gdiplus::PointF& origin, float factor) {
     const Gdiplus::RectF place = QKGlowRect(rect);
     const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
-    Gdiplus::Image* caption =
-        QKCaption(*entry, text.GetString(), {font, format, textColor, glowColor, origin, factor}, size);
+    if (!entry->pTextImage || text.View() != QKTextOf(entry->szTextCath)) {
+        delete std::exchange(entry->pTextImage, nullptr);
+        QKSetText(entry->szTextCath, text.View());  // a longer text is cut, and so never found equal
+        entry->pTextImage =
+            QKRenderCaption(text.View(), {font, format, textColor, glowColor, origin, factor}, size)
+                .release();
+    }
+    Gdiplus::Image* const caption = entry->pTextImage;
     if (!caption) return;
     QKPiecePainter painter(*graphics);
     painter.Add(QKImagePiece{caption, place, QKWholeImage(caption)});

@@ -1,11 +1,10 @@
-// Glowing captions of list entries, rendered once and kept in the entry.
+// Glowing captions of list entries.
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include <platform/gdiplus.h>
-
-#include "list/list_item.h"
 
 struct QKCaptionLook {
     const Gdiplus::Font& font;
@@ -15,9 +14,6 @@ struct QKCaptionLook {
     float factor;            // of the glow
 };
 
-// The entry's caption for a text: the one it has, or one rendered now, `size` pixels large. Null for a size
-// that no picture has.
-Gdiplus::Image* QKCaption(QKListItem& entry, std::u16string_view text, const QKCaptionLook& look,
-                          const SIZE& size);
-// Whether the entry has it.
-bool QKHasCaption(const QKListItem& entry, std::u16string_view text);
+// The caption of a text, `size` pixels large. Null for a size that no picture has.
+std::unique_ptr<Gdiplus::Image> QKRenderCaption(std::u16string_view text, const QKCaptionLook& look,
+                                                const SIZE& size);

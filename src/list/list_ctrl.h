@@ -15,6 +15,7 @@
 class QKListEntries;
 class QKPieces;
 struct QKCellGrid;
+struct QKCellPlace;
 struct QKListLayout;
 struct QKListMeasure;
 struct QKListMetrics;
@@ -51,13 +52,17 @@ struct QKListCallbacks {
 // No operation repaints.
 //
 // What a host may do with an entry that it got from GetItem, GetItemFromRect or a callback: read and change
-// any field at any time for as long as the entry is in the list, and the list takes it into account at
-// once. Each entry handed out costs a comparison in every later question to the list. A host that only reads
-// does it through a const list: the entry is as true at any time, and costs nothing in questions, but a
-// little whenever the list moves, and the measuring of its caption whenever it is laid out. An entry must not
-// be freed, and what it owns may be replaced but not shared. Texts end at their terminator, or with the 259th
-// unit. After changing the caption of an entry the host calls ReCalcStateRect; after changing what its
-// caption looks like otherwise it empties szTextCath.
+// any field at any time for as long as the entry is in the list; one got from a const list may only be read.
+// As long as a host never got more than 1024 entries of a list, the list takes a change into account at once,
+// and the entries stay true. After that, it is so with the 64 that were got last. Of the others, a change is
+// taken into account at once where it is asked for the entry (it is got again or passed to the list, drawn,
+// or under the pointer), by a layout of all entries and by ReSetPos, SelectAll, ClearState and a drag, and
+// else by and by, 256 entries with every frame; and their rectangles may be those from before the list was
+// moved or laid out: who reads them gets the entry again. Their states are true at any time. A record
+// takes 1.7 kB, and is made when an entry is first got: who never asks for an entry never pays for it. An
+// entry must not be freed, and what it owns may be replaced but not shared. Texts end at their terminator, or
+// with the 259th unit. After changing the caption of an entry the host calls ReCalcStateRect; after changing
+// what its caption looks like otherwise it empties szTextCath.
 //
 // A derived class may change any of the protected fields, the font and the format among them: captions are
 // measured and drawn with what they hold when the list is next laid out (RedrawList, or any other layout).
@@ -225,9 +230,11 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     std::optional<QKCellGrid> Grid(bool columns) const;
     template <class Place>
     bool Add(QKListItem& host, int index, Place place);
-    void PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption);
-    bool PlaceFirstFree(QKListItem& entry);
-    bool PlaceAtPoint(QKListItem& entry, int x, int y);
+    std::optional<QKCellPlace> PlaceFirstFree();
+    std::optional<QKCellPlace> PlaceAtPoint(int x, int y);
+    void PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>& place);
+    template <class SetRects>
+    void MeasureRecord(QKListItem& entry, SetRects setRects);
     void Grow(const CRect& cell);
     void LayOutAll();
     bool MoveLayout(const QKListLayout& layout);

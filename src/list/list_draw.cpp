@@ -9,7 +9,6 @@
 #include "list/list_caption.h"
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
-#include "list/list_text.h"
 
 namespace {
 
@@ -28,6 +27,7 @@ void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, c
 void QKListCtrl::BeginFrame() {
     m_lstItems->Captions().Trim(m_nCaptionLimit);
     m_lstItems->Captions().BeginFrame();
+    m_lstItems->LookInTurn();
 }
 
 SIZE QKListCtrl::LargestFrame() const {
@@ -53,22 +53,23 @@ std::vector<QKListNode*> QKListCtrl::DrawnIn(const CRect& area) {
 }
 
 void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
-    const QKListItem& entry = *node.item;
+    const QKEntryRects rects = m_lstItems->RectsOf(node);
+    const bool showsText = node.ShowsText();
     // A selected entry with the focus has the frame twice: that is how the current one stands out.
-    const bool focused = entry.nFocusState == 0 && entry.bShowText;
-    const CRect& frame = focused ? entry.rcFState : entry.rcMState;
+    const bool focused = node.focus == 0 && showsText;
+    const CRect& frame = focused ? rects.focus : rects.hit;
     if (focused) ComposeFrame(m_pFouceImage, frame, pieces);
-    if (entry.nSelState == 0) ComposeFrame(m_pFouceImage, frame, pieces);
-    if (entry.nMouseState == QK_MOUSEON) ComposeFrame(m_pMoveImage, frame, pieces);
-    if (entry.nMouseState == QK_MOUSEDOWN) ComposeFrame(m_pDownImage, frame, pieces);
+    if (node.unselected == 0) ComposeFrame(m_pFouceImage, frame, pieces);
+    if (node.mouse == QK_MOUSEON) ComposeFrame(m_pMoveImage, frame, pieces);
+    if (node.mouse == QK_MOUSEDOWN) ComposeFrame(m_pDownImage, frame, pieces);
 
-    if (entry.pImage)
-        pieces.Add(QKImagePiece{entry.pImage, QKRectF(QKIconBox(Metrics(), entry.rcItem)),
-                                QKWholeImage(entry.pImage)});
+    if (Gdiplus::Image* const icon = node.Icon())
+        pieces.Add(QKImagePiece{icon, QKRectF(QKIconBox(Metrics(), rects.cell)), QKWholeImage(icon)});
 
-    if (!entry.szText[0] || !entry.bShowText) return;
-    const int height = entry.nFocusState == 0 ? entry.rcFState.Height() : entry.rcText.Height();
-    const Gdiplus::RectF place = QKRectF(CRect(entry.rcText.TopLeft(), CSize(entry.rcText.Width(), height)));
+    if (!showsText || node.Text().empty()) return;
+    const int height = node.focus == 0 ? rects.focus.Height() : rects.caption.Height();
+    const Gdiplus::RectF place =
+        QKRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
     Gdiplus::Image* caption = CaptionOf(
         node, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
     if (caption) pieces.Add(QKImagePiece{caption, place, QKWholeImage(caption)});
@@ -77,22 +78,24 @@ void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
 // Rendered when it is first seen. One that was dropped for lack of room comes back as it was.
 Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
                                       Gdiplus::StringTrimming trimming) {
-    QKListItem& entry = *node.item;
-    QKCaptionStore& captions = m_lstItems->Captions();
-    const std::u16string_view text = QKTextOf(entry.szText);
-    if (QKHasCaption(entry, text)) {
+    QKListEntries& entries = *m_lstItems;
+    QKCaptionStore& captions = entries.Captions();
+    node.Look();
+    const bool showsText = entries.ShowsText(node);
+    if (showsText && node.Caption()) {
         captions.Seen(node, nullptr);
-        return entry.pTextImage;
+        return node.Caption();
     }
     if (!m_pFont) return nullptr;
     const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
-    const QKListNode::Rendering rendering = captions.RenderingFor(node, {size, trimming, 0});
+    const QKEntryLook::Rendering rendering = captions.RenderingFor(node, showsText, {size, trimming, 0});
     m_format.SetTrimming(rendering.trimming);
-    Gdiplus::Image* caption = QKCaption(
-        entry, text, {*m_pFont, m_format, m_crText, Gdiplus::Color(kCaptionGlow), Gdiplus::PointF(1, 1), 3},
-        rendering.size);
-    if (caption) captions.Seen(node, &rendering);
-    return caption;
+    entries.TakeCaption(node, QKRenderCaption(node.Text(),
+                                              {*m_pFont, m_format, m_crText, Gdiplus::Color(kCaptionGlow),
+                                               Gdiplus::PointF(1, 1), 3},
+                                              rendering.size));
+    if (node.Caption()) captions.Seen(node, &rendering);
+    return node.Caption();
 }
 
 void CQKDialogBase::DrawListCtrl(HDC dc, QKListCtrl* list) {

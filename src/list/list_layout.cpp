@@ -6,6 +6,7 @@
 #include "list/cell_search.h"
 #include "list/list_ctrl.h"
 #include "list/list_entries.h"
+#include "list/list_text.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
@@ -51,40 +52,41 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
     return grid;
 }
 
-bool QKListCtrl::PlaceFirstFree(QKListItem& entry) {
+std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree() {
     std::optional<QKCellGrid> grid;
     if (m_nListType == QKLT_LIST)  // one column without end
         grid = QKCellGrid{
             CPoint(m_nX, m_nY), {m_nWidth, m_nItemHeight}, QKSum(m_nHIner, m_nItemHeight), 0, true, 0, 0};
     else
         grid = Grid(m_nArrange == 0);
-    if (!grid) return false;
+    if (!grid) return std::nullopt;
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, 0);
-    if (!cell) return false;
-    PlaceAt(entry, *cell, QKCaptionCell(Metrics(), *cell));
-    if (m_nListType == QKLT_LIST) entry.szTextCath[0] = u'\0';
-    return true;
+    if (!cell) return std::nullopt;
+    Grow(*cell);
+    return QKCellPlace{*cell, QKCaptionCell(Metrics(), *cell)};
 }
 
 // On a desktop: in the cell under the point, or the first free one after it, down the columns. A point that
 // no cell is under counts as one in the first where cells go on without end; else there is no place for it.
-bool QKListCtrl::PlaceAtPoint(QKListItem& entry, int x, int y) {
-    if (m_nListMode != QKLIST_DESKTOP) return false;
+std::optional<QKCellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
+    if (m_nListMode != QKLIST_DESKTOP) return std::nullopt;
     const std::optional<QKCellGrid> grid = Grid(true);
-    if (!grid) return false;
+    if (!grid) return std::nullopt;
     // In the band at the bottom that no cell starts in, too.
     const bool atBottom = std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
     const std::int64_t start = atBottom ? 0 : grid->NumberAt(CPoint(x, y)).value_or(grid->count);
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, start);
-    if (!cell) return false;
-    PlaceAt(entry, *cell, QKGridCaptionCell(Metrics(), *cell));  // of any type
-    return true;
+    if (!cell) return std::nullopt;
+    Grow(*cell);
+    return QKCellPlace{*cell, QKGridCaptionCell(Metrics(), *cell)};  // of any type
 }
 
-void QKListCtrl::PlaceAt(QKListItem& entry, const CRect& cell, const CRect& caption) {
-    entry.rcItem = cell;
-    entry.rcText = caption;
-    Grow(cell);
+// An entry that is told where it lies: it may be no entry of this list.
+void QKListCtrl::PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>& place) {
+    if (!place) return;
+    entry.rcItem = place->cell;
+    entry.rcText = place->caption;
+    ReCalcStateRect(&entry);
 }
 
 void QKListCtrl::Grow(const CRect& cell) {
@@ -97,13 +99,17 @@ void QKListCtrl::Grow(const CRect& cell) {
 
 void QKListCtrl::ScaleItemXY(QKListItem* entry) {
     QKWithinMemory([&] {
-        if (PlaceFirstFree(*entry)) ReCalcStateRect(entry);
+        m_lstItems->Find(entry);
+        const std::optional<QKCellPlace> place = PlaceFirstFree();
+        if (place && m_nListType == QKLT_LIST) entry->szTextCath[0] = u'\0';
+        PlaceRecord(*entry, place);
     });
 }
 
 void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
     QKWithinMemory([&] {
-        if (PlaceAtPoint(*entry, x, y)) ReCalcStateRect(entry);
+        m_lstItems->Find(entry);
+        PlaceRecord(*entry, PlaceAtPoint(x, y));
     });
 }
 
@@ -148,14 +154,13 @@ void QKListCtrl::PlaceAll(QKListLayout& layout) {
     entries.LastLayout().reset();
     entries.Unplace();
     for (int i = 0; i < entries.Count(); ++i) {
+        const std::optional<QKCellPlace> place = PlaceFirstFree();
+        if (!place) continue;
         QKListNode& node = entries.Node(i);
-        if (!PlaceFirstFree(*node.item)) continue;
-        if (m_hParent)
-            entries.Placed(node, layout.measure);
-        else
-            entries.Reread(node);
-        entries.RereadOthers(node);
+        if (m_nListType == QKLT_LIST) entries.EmptyCaption(node);
+        entries.Place(node, place->cell, place->caption, m_hParent ? &layout.measure : nullptr);
     }
+    entries.EndLayout();
     if (!m_hParent) return;
     layout.generation = entries.Generation();
     layout.grown = {m_nWidth, m_nHeight};
@@ -178,30 +183,43 @@ void QKListCtrl::ReSetPos(int full) {
     if (full) return LayOutAll();
     m_lstItems->LastLayout().reset();
     QKWithinMemory([this] {
+        m_lstItems->LookAtAll();
+        const QKListMeasure measure = Measure();
         for (int i = 0; i < m_lstItems->Count(); ++i) {
-            QKListNode& node = *m_lstItems->At(i);
-            QKListItem& entry = *node.item;
-            entry.rcItem.bottom = QKSum(entry.rcItem.top, m_nItemHeight);
-            entry.rcText.top = QKSum(entry.rcItem.top, m_nImageHeight, m_nInerTop, m_nTextGap);
-            entry.rcText.bottom = entry.rcItem.bottom;
-            if (m_hParent) m_lstItems->Placed(node, Measure());
-            m_lstItems->Reread(node);
+            QKListNode& node = m_lstItems->Node(i);
+            auto [cell, caption, hit, focus] = m_lstItems->RectsOf(node);
+            cell.bottom = QKSum(cell.top, m_nItemHeight);
+            caption.top = QKSum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
+            caption.bottom = cell.bottom;
+            m_lstItems->Place(node, cell, caption, m_hParent ? &measure : nullptr);
         }
+        m_lstItems->EndLayout();
+    });
+}
+
+// `setRects` sets state rectangles of an entry, which may be no entry of this list.
+template <class SetRects>
+void QKListCtrl::MeasureRecord(QKListItem& entry, SetRects setRects) {
+    QKWithinMemory([&] {
+        QKListNode* node = m_lstItems->Find(&entry);
+        if (node) m_lstItems->BringUpToDate(*node);
+        if (!m_hParent) return;
+        QKEntryRects rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState};
+        setRects(rects);
+        entry.rcMState = rects.hit;
+        entry.rcFState = rects.focus;
+        if (node) m_lstItems->Pull(*node);
     });
 }
 
 void QKListCtrl::SetMStateRect(QKListItem* entry) {
-    QKWithinMemory([&] {
-        if (m_hParent) QKMeasureHit(Measure(), *entry);
-        if (QKListNode* node = m_lstItems->Find(entry)) m_lstItems->Reread(*node);
-    });
+    MeasureRecord(*entry,
+                  [&](QKEntryRects& rects) { QKMeasureHit(Measure(), QKTextOf(entry->szText), rects); });
 }
 
 void QKListCtrl::SetFStateRect(QKListItem* entry) {
-    QKWithinMemory([&] {
-        if (m_hParent) QKMeasureFocus(Measure(), *entry);
-        if (QKListNode* node = m_lstItems->Find(entry)) m_lstItems->Reread(*node);
-    });
+    MeasureRecord(*entry,
+                  [&](QKEntryRects& rects) { QKMeasureFocus(Measure(), QKTextOf(entry->szText), rects); });
 }
 
 void QKListCtrl::ReCalcStateRect(QKListItem* entry) {

@@ -5,6 +5,11 @@
 
 #include "list/list_metrics.h"
 
+// Where an entry is put: its cell, and its caption's.
+struct QKCellPlace {
+    CRect cell, caption;
+};
+
 // What the cells of a layout followed from, but for the place of its corner, and how large the list became.
 // While the entries are still those of `generation`, the same inputs give the same cells.
 struct QKListLayout {

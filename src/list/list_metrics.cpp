@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "items/arithmetic.h"
-#include "list/list_text.h"
 
 namespace {
 
@@ -15,27 +14,26 @@ constexpr float kFocusRoom = 400;   // that a focused caption may take up in a g
 constexpr float kBelowCaption = 3;  // from a grid's caption to the end of its rectangles
 constexpr int kBelowRow = 3;
 
-Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, const QKListItem& entry, float height,
+Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, std::u16string_view text, int room, float height,
                           QKCaptionExtents* known) {
-    const auto width = static_cast<float>(entry.rcText.Width());
-    const std::u16string_view text = QKTextOf(entry.szText);
+    const auto width = static_cast<float>(room);
     return known ? known->Measure(style, text, width, height) : QKMeasureCaption(style, text, width, height);
 }
 
-CRect GridRect(const QKListItem& entry, float captionHeight) {
-    return {entry.rcItem.left, entry.rcItem.top, entry.rcItem.right,
-            QKWhole(static_cast<float>(entry.rcText.top) + captionHeight + kBelowCaption)};
+CRect GridRect(const CRect& cell, const CRect& caption, float captionHeight) {
+    return {cell.left, cell.top, cell.right,
+            QKWhole(static_cast<float>(caption.top) + captionHeight + kBelowCaption)};
 }
 
-CRect RowRect(const QKListItem& entry, float right) {
-    CRect rect(entry.rcItem.left, entry.rcItem.top, QKWhole(right), QKSum(entry.rcItem.bottom, kBelowRow));
+CRect RowRect(const CRect& cell, float right) {
+    CRect rect(cell.left, cell.top, QKWhole(right), QKSum(cell.bottom, kBelowRow));
     if (rect.Width() < kLeastRow) rect.right = QKSum(rect.left, kLeastRow);
     return rect;
 }
 
 // Where a row's caption starts, and a margin after it.
-float RowCaption(const QKListMetrics& m, const QKListItem& entry, int margin) {
-    return static_cast<float>(QKSum(m.imageWidth, margin, entry.rcItem.left));
+float RowCaption(const QKListMetrics& m, const CRect& cell, int margin) {
+    return static_cast<float>(QKSum(m.imageWidth, margin, cell.left));
 }
 
 }  // namespace
@@ -58,52 +56,47 @@ CRect QKIconBox(const QKListMetrics& m, const CRect& cell) {
         CSize(m.imageWidth, m.imageHeight)};
 }
 
-bool QKIsPlaced(const QKListItem& entry) {
-    return !(entry.rcItem == CRect(-1, -1, -1, -1));
+CRect QKNoPlace() {
+    return {-1, -1, -1, -1};
 }
 
-void QKUnplace(QKListItem& entry) {
-    entry.rcItem = entry.rcText = entry.rcMState = entry.rcFState = CRect(-1, -1, -1, -1);
+bool QKIsPlaced(const CRect& cell) {
+    return !(cell == QKNoPlace());
 }
 
-void QKOffset(QKListItem& entry, CPoint by) {
-    for (CRect* rect : {&entry.rcItem, &entry.rcText, &entry.rcMState, &entry.rcFState})
-        rect->OffsetRect(by.x, by.y);
-}
-
-void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known) {
+void QKMeasureHit(const QKListMeasure& measure, std::u16string_view text, QKEntryRects& rects,
+                  QKCaptionExtents* known) {
     const QKListMetrics& m = measure.metrics;
-    const Gdiplus::RectF box =
-        CaptionBox(measure.style, entry, static_cast<float>(entry.rcText.Height()), known);
+    const Gdiplus::RectF box = CaptionBox(measure.style, text, rects.caption.Width(),
+                                          static_cast<float>(rects.caption.Height()), known);
     constexpr float kMargins = kCaptionLeft;  // on both sides of the caption
-    entry.rcMState = m.Rows() ? RowRect(entry, RowCaption(m, entry, kCaptionLeft) + box.Width + kMargins)
-                              : GridRect(entry, box.Height);
+    rects.hit = m.Rows() ? RowRect(rects.cell, RowCaption(m, rects.cell, kCaptionLeft) + box.Width + kMargins)
+                         : GridRect(rects.cell, rects.caption, box.Height);
 }
 
-void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known) {
+void QKMeasureFocus(const QKListMeasure& measure, std::u16string_view text, QKEntryRects& rects,
+                    QKCaptionExtents* known) {
     const QKListMetrics& m = measure.metrics;
-    const float height = m.Rows() ? static_cast<float>(entry.rcText.Height()) : kFocusRoom;
-    const Gdiplus::RectF box = CaptionBox(measure.style, entry, height, known);
-    entry.rcFState = m.Rows() ? RowRect(entry, RowCaption(m, entry, 2 * kCaptionLeft) + box.Width)
-                              : GridRect(entry, box.Height);
+    const float height = m.Rows() ? static_cast<float>(rects.caption.Height()) : kFocusRoom;
+    const Gdiplus::RectF box = CaptionBox(measure.style, text, rects.caption.Width(), height, known);
+    rects.focus = m.Rows() ? RowRect(rects.cell, RowCaption(m, rects.cell, 2 * kCaptionLeft) + box.Width)
+                           : GridRect(rects.cell, rects.caption, box.Height);
 }
 
-bool QKHasHitCover(const QKListMeasure& measure, const QKListItem& entry) {
+bool QKHasHitCover(const QKListMeasure& measure, const CRect& cell, const CRect& caption) {
     if (measure.style.format.GetFormatFlags() & Gdiplus::StringFormatFlagsNoClip) return false;
     const auto near = [](int edge) { return edge > -QKExactPixels && edge < QKExactPixels; };
-    const CRect& caption = entry.rcText;
     return !caption.IsRectEmpty() && near(caption.left) && near(caption.top) && near(caption.right) &&
-           near(caption.bottom) && near(entry.rcItem.left);
+           near(caption.bottom) && near(cell.left);
 }
 
-CRect QKHitCover(const QKListMetrics& m, const QKListItem& entry) {
+CRect QKHitCover(const QKListMetrics& m, const CRect& cell, const CRect& caption) {
     if (m.Rows())
-        return RowRect(entry,
-                       RowCaption(m, entry, 2 * kCaptionLeft + 1) + static_cast<float>(entry.rcText.Width()));
-    return GridRect(entry, static_cast<float>(entry.rcText.Height()) + 1);
+        return RowRect(cell, RowCaption(m, cell, 2 * kCaptionLeft + 1) + static_cast<float>(caption.Width()));
+    return GridRect(cell, caption, static_cast<float>(caption.Height()) + 1);
 }
 
-CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKListItem& entry, const CRect& hit) {
+CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKDrawnParts& parts, const QKEntryRects& rects) {
     CRect bounds;
     const auto include = [&bounds](const CRect& rect) { bounds.UnionRect(CRect(bounds), rect); };
     // Corners keep their size in a frame that is smaller than they are.
@@ -112,14 +105,13 @@ CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKListItem& entry, const 
             rect.InflateRect(drawn.frame.cx, drawn.frame.cy);
         include(rect);
     };
-    includeFrame(hit);
-    const bool focused = entry.nFocusState != 1;
-    if (focused) includeFrame(entry.rcFState);
-    if (entry.pImage && QKIsPlaced(entry)) include(QKIconBox(drawn.metrics, entry.rcItem));
-    if (entry.szText[0] && entry.bShowText) {
-        include(entry.rcText);
-        if (focused)
-            include(CRect(entry.rcText.TopLeft(), CSize(entry.rcText.Width(), entry.rcFState.Height())));
+    includeFrame(rects.hit);
+    if (parts.focused) includeFrame(rects.focus);
+    if (parts.icon) include(QKIconBox(drawn.metrics, rects.cell));
+    if (parts.caption) {
+        include(rects.caption);
+        if (parts.focused)
+            include(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), rects.focus.Height())));
     }
     return bounds;
 }

@@ -2,10 +2,11 @@
 // touches.
 #pragma once
 
+#include <string_view>
+
 #include <platform/geometry.h>
 
 #include "list/caption_extents.h"
-#include "list/list_item.h"
 
 // Measured rectangles are sums of floats: whole numbers for coordinates up to here.
 constexpr int QKExactPixels = 1 << 22;
@@ -33,18 +34,26 @@ CRect QKGridCaptionCell(const QKListMetrics& metrics, const CRect& cell);
 CRect QKCaptionCell(const QKListMetrics& metrics, const CRect& cell);  // by the type
 CRect QKIconBox(const QKListMetrics& metrics, const CRect& cell);
 
-bool QKIsPlaced(const QKListItem& entry);
-void QKUnplace(QKListItem& entry);
-// Moves all rectangles of a placed entry.
-void QKOffset(QKListItem& entry, CPoint by);
+// The rectangles of an entry, in client pixels.
+struct QKEntryRects {
+    CRect cell, caption;  // rcItem, rcText
+    CRect hit, focus;     // rcMState, rcFState: the state rectangles
 
-// Set rcMState and rcFState from the cell and the measured caption, whose extents may be `known`.
-void QKMeasureHit(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known = nullptr);
-void QKMeasureFocus(const QKListMeasure& measure, QKListItem& entry, QKCaptionExtents* known = nullptr);
+    friend bool operator==(const QKEntryRects&, const QKEntryRects&) = default;
+};
 
-// Whether the caption's cell bounds the hit rectangle before it is measured, and the rectangle that holds it.
-bool QKHasHitCover(const QKListMeasure& measure, const QKListItem& entry);
-CRect QKHitCover(const QKListMetrics& metrics, const QKListItem& entry);
+CRect QKNoPlace();  // all four -1
+bool QKIsPlaced(const CRect& cell);
+
+// Set the state rectangles from the cell and the measured caption, whose extents may be `known`.
+void QKMeasureHit(const QKListMeasure& measure, std::u16string_view text, QKEntryRects& rects,
+                  QKCaptionExtents* known = nullptr);
+void QKMeasureFocus(const QKListMeasure& measure, std::u16string_view text, QKEntryRects& rects,
+                    QKCaptionExtents* known = nullptr);
+
+// Whether cell and caption bound the hit rectangle before it is measured, and the rectangle that holds it.
+bool QKHasHitCover(const QKListMeasure& measure, const CRect& cell, const CRect& caption);
+CRect QKHitCover(const QKListMetrics& metrics, const CRect& cell, const CRect& caption);
 
 // What the pixels that an entry touches follow from, but for the entry.
 struct QKDrawnMetrics {
@@ -53,5 +62,9 @@ struct QKDrawnMetrics {
 
     friend bool operator==(const QKDrawnMetrics&, const QKDrawnMetrics&) = default;
 };
-// All that drawing the entry may touch. `hit`: its hit rectangle or the cover of it.
-CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKListItem& entry, const CRect& hit);
+// What of an entry is drawn besides frames.
+struct QKDrawnParts {
+    bool focused, icon, caption;
+};
+// All that drawing a placed entry may touch. `rects.hit`: the hit rectangle or the cover of it.
+CRect QKDrawnBounds(const QKDrawnMetrics& drawn, const QKDrawnParts& parts, const QKEntryRects& rects);

@@ -1,4 +1,6 @@
 // The entries of a list: adding, removing, finding.
+#include <algorithm>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -25,30 +27,29 @@ std::unique_ptr<Gdiplus::Font> IconTitleFont() {
     return font;
 }
 
-void Copy(const Gdiplus::Image* from, Gdiplus::Image*& to) {
-    if (from) to = from->Clone();
+std::unique_ptr<QKEntryDetails> DetailsOf(const QKListItem& host) {
+    auto details = std::make_unique<QKEntryDetails>();
+    details->path = QKShortText(QKTextOf(host.szPath));
+    const int users[] = {host.nUser1, host.nUser2, host.nUser3, host.nUser4, host.nUser5};
+    std::copy(std::begin(users), std::end(users), details->users);
+    if (host.pImage2) details->image2.reset(host.pImage2->Clone());
+    if (host.hIcon) details->icon = CopyIcon(host.hIcon);
+    return details;
 }
 
-struct ReleaseRecord {
-    void operator()(QKListItem* entry) const { QKListEntries::Release(entry); }
-};
-using Record = std::unique_ptr<QKListItem, ReleaseRecord>;
+bool HasDetails(const QKListItem& host) {
+    return host.szPath[0] || host.pImage2 || host.hIcon || host.nUser1 || host.nUser2 || host.nUser3 ||
+           host.nUser4 || host.nUser5;
+}
 
-// The list's own record: what it takes over is copied first, and let go of when the entry is in the list.
-Record CopyOf(const QKListItem& host, int id) {
-    Record entry(new QKListItem);
-    entry->nID = id;
-    Copy(host.pImage, entry->pImage);
-    Copy(host.pImage2, entry->pImage2);
-    entry->nUser1 = host.nUser1;
-    entry->nUser2 = host.nUser2;
-    entry->nUser3 = host.nUser3;
-    entry->nUser4 = host.nUser4;
-    entry->nUser5 = host.nUser5;
-    entry->rcItem = host.rcItem;
-    QKSetText(entry->szText, QKTextOf(host.szText));
-    QKSetText(entry->szPath, QKTextOf(host.szPath));
-    if (host.hIcon) entry->hIcon = CopyIcon(host.hIcon);
+// The list's own entry: what it takes over is copied first, and let go of when the entry is in the list.
+std::unique_ptr<QKListNode> EntryOf(const QKListItem& host, QKListEntries& entries) {
+    auto entry = std::make_unique<QKListNode>();
+    entry->id = entries.NextId();
+    entry->text = QKShortText(QKTextOf(host.szText));
+    entry->cell = host.rcItem;
+    if (host.pImage) entry->icon = entries.Icons().Share(*host.pImage);
+    if (HasDetails(host)) entry->details = DetailsOf(host);
     return entry;
 }
 
@@ -80,11 +81,15 @@ bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
     const QK_STATUS status = m_nStatus;
     const QKUninterrupted uninterrupted;
     try {
-        Record entry = CopyOf(host, m_lstItems->NextId());
-        const bool measured = place(*entry) && m_hParent;
+        std::unique_ptr<QKListNode> entry = EntryOf(host, *m_lstItems);
+        const std::optional<QKCellPlace> cell = place();
+        if (cell) {
+            entry->cell = cell->cell;
+            entry->caption = cell->caption;
+        }
+        const bool measured = cell && m_hParent;
         const QKListMeasure measure = measured ? Measure() : QKListMeasure();
-        m_lstItems->Insert(entry.get(), index, measured ? &measure : nullptr);
-        entry.release();
+        m_lstItems->Insert(std::move(entry), index, measured ? &measure : nullptr);
         LetGo(host);
         return true;
     } catch (const std::bad_alloc&) {
@@ -96,16 +101,16 @@ bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int x, int y) {
-    return Add(*item, GetCount(), [&](QKListItem& entry) { return PlaceAtPoint(entry, x, y); });
+    return Add(*item, GetCount(), [&] { return PlaceAtPoint(x, y); });
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int layout) {
-    return Add(*item, GetCount(), [&](QKListItem& entry) { return layout && PlaceFirstFree(entry); });
+    return Add(*item, GetCount(), [&] { return layout ? PlaceFirstFree() : std::nullopt; });
 }
 
 void QKListCtrl::InsertItem(QKListItem* item, int index) {
     const int place = index < 0 || index >= GetCount() ? GetCount() : index;
-    if (Add(*item, place, [](QKListItem&) { return false; })) LayOutAll();
+    if (Add(*item, place, [] { return std::optional<QKCellPlace>(); })) LayOutAll();
 }
 
 int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
@@ -119,7 +124,7 @@ int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
         // A freed record must not stand anywhere else.
         while ((node = m_lstItems->Find(entry)))
             m_lstItems->Extract(*node);
-        QKListEntries::Release(entry);
+        QKReleaseRecord()(entry);
         return 1;
     });
 }
@@ -149,7 +154,7 @@ QKListItem* QKListCtrl::GetItem(int index) {
 const QKListItem* QKListCtrl::GetItem(int index) const {
     return QKWithinMemory<const QKListItem*>(nullptr, [&] {
         QKListNode* node = m_lstItems->At(index);
-        return node ? m_lstItems->Show(*node) : nullptr;
+        return node ? m_lstItems->HandOut(*node, false) : nullptr;
     });
 }
 

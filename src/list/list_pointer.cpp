@@ -27,10 +27,10 @@ void CQKDialogBase::PressEntry(QKListCtrl& list, QKListNode& node) {
 }
 
 // An entry that is selected already keeps the others selected.
-void CQKDialogBase::SelectAlone(QKListCtrl& list, const QKListNode& node) {
+void CQKDialogBase::SelectAlone(QKListCtrl& list, QKListNode& node) {
     if (node.unselected == 0) return;
     UnSelRcItem();
-    list.SetSel(node.item, 1);
+    list.m_lstItems->SetSelected(node, true);
 }
 
 int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
@@ -97,9 +97,9 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
             entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
             changed = 1;
         }
-        if (node->item->nClickSel && m_rcSel.Width() == 0 && m_rcSel.Height() == 0) {
+        if (node->ClickSelects() && m_rcSel.Width() == 0 && m_rcSel.Height() == 0) {
             UnSelRcItem();
-            list->SetSel(node->item, 1);
+            entries.SetSelected(*node, true);
             changed = 1;
         }
         if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnClick) {

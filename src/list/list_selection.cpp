@@ -1,6 +1,7 @@
 // The states of a list's entries: selection above all.
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "dialog/shown_lists.h"
 #include "list/list_entries.h"
@@ -9,12 +10,12 @@
 
 namespace {
 
-// Changing a node's state takes it out of the set that it was found in.
+// Changing a node's state takes it out of the set that it was found in, and others with the same record.
 template <class Change>
 int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
     int changed = 0;
-    for (auto at = nodes.begin(); at != nodes.end();)
-        changed |= change(**at++);
+    for (QKListNode* node : std::vector<QKListNode*>(nodes.begin(), nodes.end()))
+        changed |= change(*node);
     return changed;
 }
 
@@ -23,17 +24,17 @@ int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
 int QKListCtrl::SetSel(QKListItem* entry, int select) {
     if (!entry) return 0;
     return QKWithinMemory(0, [&] {
-        QKListNode* node = m_lstItems->Find(entry);
-        if (select)
-            m_lstItems->Select(entry);
-        else
-            m_lstItems->Deselect(entry);
         const int wanted = select ? 0 : 1;
         const int changed = entry->nSelState != wanted;
-        if (node)
-            m_lstItems->SetUnselected(*node, wanted);
-        else
+        if (QKListNode* node = m_lstItems->Find(entry)) {
+            m_lstItems->SetSelected(*node, select != 0);
+        } else {
+            if (select)
+                m_lstItems->Select(entry);
+            else
+                m_lstItems->Deselect(entry);
             entry->nSelState = wanted;
+        }
         return changed;
     });
 }
@@ -41,7 +42,10 @@ int QKListCtrl::SetSel(QKListItem* entry, int select) {
 int QKListCtrl::SetSel(int index, int select) {
     return QKWithinMemory(0, [&] {
         QKListNode* node = m_lstItems->At(index);
-        return node ? SetSel(node->item, select) : 0;
+        if (!node) return 0;
+        const int changed = node->unselected != (select ? 0 : 1);
+        m_lstItems->SetSelected(*node, select != 0);
+        return changed;
     });
 }
 
@@ -50,8 +54,11 @@ void QKListCtrl::SetSignalSel(int index) {
 }
 
 void QKListCtrl::SelectAll() {
-    for (int i = 0; i < m_lstItems->Count(); ++i)
-        SetSel(m_lstItems->Node(i).item, 1);
+    const QKUninterrupted uninterrupted;
+    QKWithinMemory([this] {
+        for (int i = 0; i < m_lstItems->Count(); ++i)
+            m_lstItems->SetSelected(m_lstItems->Node(i), true);
+    });
 }
 
 int QKListCtrl::UnSelRcItem() {
@@ -66,6 +73,7 @@ int QKListCtrl::UnSelRcItem() {
 
 int QKListCtrl::ClearState() {
     const QKUninterrupted uninterrupted;
+    m_lstItems->LookAtAll();
     int changed = UnSelRcItem();
     changed |= ForAll(m_lstItems->Focused(), [this](QKListNode& node) {
         m_lstItems->SetFocus(node, 1);
@@ -89,8 +97,8 @@ int QKListCtrl::RemoveMoveState() {
 
 int QKListCtrl::ClearAlphImage() {
     int freed = 0;
-    for (const auto& held : m_lstItems->HandedOut()) {  // nobody else's were ever set
-        QKListItem& entry = *held.node->item;
+    for (const auto& held : m_lstItems->Held()) {  // nobody else's were ever set
+        QKListItem& entry = *held.item;
         freed |= entry.pAlphaImage != nullptr;
         delete std::exchange(entry.pAlphaImage, nullptr);
         entry.nAlpha = 255;
@@ -129,6 +137,6 @@ void CQKDialogBase::CaleSelItem() {
         });
         entries.DeselectEntries(isTouched);
         for (QKListNode* node : touched)
-            list.SetSel(node->item, 1);
+            entries.SetSelected(*node, true);
     });
 }

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "list/list_item.h"
+#include "list/list_metrics.h"
 
 struct QKRecordState {
     explicit QKRecordState(const QKListItem& entry)
-        : cell(entry.rcItem),
-          caption(entry.rcText),
-          hit(entry.rcMState),
-          focusRect(entry.rcFState),
+        : rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState},
           id(entry.nID),
           mouse(entry.nMouseState),
           focus(entry.nFocusState),
@@ -23,7 +21,7 @@ struct QKRecordState {
     }
     friend bool operator==(const QKRecordState&, const QKRecordState&) = default;
 
-    CRect cell, caption, hit, focusRect;
+    QKEntryRects rects;
     int id, mouse, focus, unselected;
     bool hasImage, hasText, showsText;
 };

@@ -39,7 +39,7 @@ QKRectIndex::Layer& QKRectIndex::LayerOf(const CRect& rect) {
 }
 
 void QKRectIndex::Insert(QKListNode& node) {
-    const CRect& rect = node.*rect_;
+    const CRect& rect = node.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
     const Span span = SpanOf(layer, rect);
@@ -49,7 +49,7 @@ void QKRectIndex::Insert(QKListNode& node) {
 }
 
 void QKRectIndex::Remove(QKListNode& node) {
-    const CRect& rect = node.*rect_;
+    const CRect& rect = node.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
     const Span span = SpanOf(layer, rect);
@@ -62,17 +62,6 @@ void QKRectIndex::Remove(QKListNode& node) {
         }
 }
 
-const QKListNode* QKRectIndex::AnyAt(CPoint point) const {
-    for (const Layer& layer : layers_) {
-        const auto found = layer.buckets.find(
-            Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
-        if (found == layer.buckets.end()) continue;
-        for (const QKListNode* node : found->second)
-            if ((node->*rect_).PtInRect(point)) return node;
-    }
-    return nullptr;
-}
-
 std::vector<QKListNode*> QKRectIndex::At(CPoint point) const {
     std::vector<QKListNode*> nodes;
     for (const Layer& layer : layers_) {
@@ -80,7 +69,7 @@ std::vector<QKListNode*> QKRectIndex::At(CPoint point) const {
             Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
         if (found == layer.buckets.end()) continue;
         for (QKListNode* node : found->second)
-            if ((node->*rect_).PtInRect(point)) nodes.push_back(node);
+            if (node->reach.PtInRect(point)) nodes.push_back(node);
     }
     SortOnce(nodes);
     return nodes;
@@ -91,7 +80,7 @@ std::vector<QKListNode*> QKRectIndex::Meeting(const CRect& area) const {
     if (area.IsRectEmpty()) return nodes;
     const auto collect = [&](const Bucket& bucket) {
         for (QKListNode* node : bucket) {
-            const CRect& rect = node->*rect_;
+            const CRect& rect = node->reach;
             if (rect.left < area.right && area.left < rect.right && rect.top < area.bottom &&
                 area.top < rect.bottom)
                 nodes.push_back(node);

@@ -1,4 +1,4 @@
-// Finds the entries whose rectangle holds a point or meets an area, however many there are.
+// Finds the entries whose reach holds a point or meets an area, however many there are.
 #pragma once
 
 #include <cstdint>
@@ -13,9 +13,7 @@ struct QKListNode;
 // so it is in few of them, and a point asks one bucket of each layer. Empty rectangles are nowhere.
 class QKRectIndex {
   public:
-    // Over one rectangle of the nodes. It must not change while the node is in the index.
-    explicit QKRectIndex(CRect QKListNode::*rect) : rect_(rect) {}
-
+    // The reach of a node must not change while it is in the index.
     void Insert(QKListNode& node);
     void Remove(QKListNode& node);
     void Clear() { layers_.clear(); }
@@ -23,8 +21,6 @@ class QKRectIndex {
     // Sorted by the nodes' order, each once.
     std::vector<QKListNode*> At(CPoint point) const;
     std::vector<QKListNode*> Meeting(const CRect& area) const;
-    // Any node at the point; null for none.
-    const QKListNode* AnyAt(CPoint point) const;
 
   private:
     using Bucket = std::vector<QKListNode*>;
@@ -44,6 +40,5 @@ class QKRectIndex {
     static Span SpanOf(const Layer& layer, const CRect& rect);
     Layer& LayerOf(const CRect& rect);
 
-    CRect QKListNode::*rect_;
     std::vector<Layer> layers_;
 };

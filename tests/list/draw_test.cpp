@@ -2,6 +2,7 @@
 #include <functional>
 #include <random>
 
+#include "list/list_entries.h"
 #include "list/list_kit.h"
 
 namespace {
@@ -208,12 +209,18 @@ TEST_F(ListDraw, WhatTheHostMovesIntoSightIsDrawn) {
     }
 }
 
-// A long random life: the window shows what a frame composed from nothing shows.
-TEST_F(ListDraw, AMendedFrameEqualsANewOne) {
+// A long random life: the window shows what a frame composed from nothing shows. The host holds few entries,
+// or many.
+class RandomListDraw : public ListDraw, public ::testing::WithParamInterface<bool> {};
+
+INSTANTIATE_TEST_SUITE_P(ManyHeld, RandomListDraw, ::testing::Bool());
+
+TEST_P(RandomListDraw, AMendedFrameEqualsANewOne) {
     std::mt19937 random(11);
     const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
     Shown shown;
     shown.SetNoMove(1);
+    if (GetParam()) shown.list.m_lstItems->SetPace({8, 4, 30});
     for (int i = 0; i < 30; ++i)
         shown.AddIcon(CString(u"江 long caption w", roll(17)));
     std::vector<QKListItem*> held;

@@ -212,6 +212,59 @@ TEST_F(ListModel, FindsByCells) {
     EXPECT_EQ(list.IsItemInPos(POINT{105, 105}), 1);
 }
 
+// Of entries got long ago, changes are seen where it is asked for the entry, and in the end in any case.
+TEST_F(ListModel, ChangesOfManyEntriesAreFoundByAndBy) {
+    constexpr int kMany = 1500, kLately = 64, kOld = 7;
+    kit::ListDialog dialog;
+    dialog.Open();
+    TestList list(QKLT_ICON, CRect(0, 0, 300, 200));
+    dialog.AddQKItem(&list);
+    std::vector<QKListItem*> got;
+    for (int i = 0; i < kMany; ++i) {
+        list.Add(u"x");
+        got.push_back(list.GetItem(i));
+    }
+    const auto selected = [&] { return dialog.GetNumsSel(); };
+    const auto frame = [&] { Headless::RunPending(), dialog.UpdateView(), Headless::RunPending(); };
+    got[kMany - kLately]->nSelState = 0;
+    EXPECT_EQ(selected(), 1);
+    struct Case {
+        const char* name;
+        std::function<void()> asks;
+    };
+    const Case cases[] = {
+        {"got", [&] { EXPECT_EQ(list.GetItem(kOld), got[kOld]); }},
+        {"passed", [&] { list.ReCalcStateRect(got[kOld]); }},
+        {"under the pointer", [&] { dialog.MoveOnList(&list, list.Place(), got[kOld]->rcItem.TopLeft()); }},
+        {"laid out", [&] { list.ReSetPos(1); }},
+        {"drawn", frame},
+        {"selected",
+         [&] { list.SelectAll(), list.UnSelRcItem(), got[kOld]->nSelState = 0, list.ReSetPos(0); }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        list.UnSelRcItem();
+        for (int i = 100; i < 100 + kLately; ++i)
+            list.GetItem(i);
+        got[kOld]->nSelState = 0;
+        c.asks();
+        EXPECT_EQ(selected(), 1);
+    }
+    list.UnSelRcItem();
+    got[kMany / 2]->nSelState = 0;  // out of sight
+    for (int i = 0; i < kMany; i += 256)
+        frame();
+    EXPECT_EQ(selected(), 1);
+    EXPECT_EQ(got[kMany / 2]->nSelState, 0);
+    list.UnSelRcItem();
+    EXPECT_EQ(got[kMany / 2]->nSelState, 1);
+    // Its place is that of when it was got.
+    const CRect before = got[kOld]->rcItem, moved(0, -50, 300, 150);
+    list.SetRect(&moved);
+    EXPECT_EQ(got[kOld]->rcItem, before);
+    EXPECT_EQ(list.GetItem(kOld)->rcItem.top, before.top - 50);
+}
+
 TEST_F(ListModel, SelectsInTwoPlaces) {
     TestList list;
     for (int i = 0; i < 4; ++i)

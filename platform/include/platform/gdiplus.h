@@ -191,6 +191,9 @@ class PLATFORM_API Image {
 
     // An independent copy, owned by the caller; null when this image is in an error status.
     virtual Image* Clone() const;
+    // Whether the two show, frame by frame, pixels that they share: one is a clone of the other, or of a
+    // clone, and nothing was changed since.
+    bool IsCloneOf(const Image& other) const;
 
     // In units; what is drawn of an image is named in units as well.
     UINT GetWidth() const;

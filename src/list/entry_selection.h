@@ -1,0 +1,18 @@
+// Which entries of a list are selected, besides what their flags say: records that are no entries, too.
+#pragma once
+
+#include <unordered_set>
+
+#include "list/list_item.h"
+
+struct QKListNode;
+
+struct QKEntrySelection {
+    std::unordered_set<const QKListNode*> entries;
+    std::unordered_set<const QKListItem*> others;  // wherever they stand
+
+    void Clear() {
+        entries.clear();
+        others.clear();
+    }
+};
