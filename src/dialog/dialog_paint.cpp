@@ -1,12 +1,10 @@
 // One frame: what it is composed of, in which order, and what it is drawn from.
-#include <bit>
 #include <cstdint>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
+#include "dialog/piece_inputs.h"
 #include "dialog/window_frame.h"
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
@@ -31,59 +29,13 @@ void AddBounds(const QKItemBase& item, QKPieceBounds& bounds) {
     QKComposeItem(item, bounds);
 }
 
-// Notes what the picture of an item depends on.
-class PieceInputs final : public QKPieceBounds {
-  public:
-    explicit PieceInputs(QKFrameInputs& inputs) : inputs_(inputs) {}
-
-    void Add(const QKImagePiece& piece) override {
-        QKPieceBounds::Add(piece);
-        inputs_.Add(piece.image->GetRevision());
-        Add(piece.destination);
-        Add(piece.source);
-        inputs_.Add(static_cast<std::uint64_t>(piece.wrap));
-    }
-
-    void Add(const QKTextPiece& piece) override {
-        if (!piece.text) return;
-        QKPieceBounds::Add(piece);
-        Add(std::u16string_view(piece.text, static_cast<std::size_t>(piece.length)));
-        inputs_.Add(piece.font ? piece.font->GetRevision() : 0);
-        Add(piece.layout);
-        const Gdiplus::StringFormat& format = *piece.format;
-        inputs_.Add(static_cast<std::uint64_t>(format.GetFormatFlags()));
-        inputs_.Add(static_cast<std::uint64_t>(format.GetAlignment()));
-        inputs_.Add(static_cast<std::uint64_t>(format.GetLineAlignment()));
-        inputs_.Add(static_cast<std::uint64_t>(format.GetTrimming()));
-        inputs_.Add(piece.color.GetValue());
-    }
-
-  private:
-    void Add(const Gdiplus::RectF& rect) {
-        for (const float value : {rect.X, rect.Y, rect.Width, rect.Height})
-            inputs_.Add(std::bit_cast<std::uint32_t>(value));
-    }
-
-    // Four units to a number.
-    void Add(std::u16string_view text) {
-        inputs_.Add(text.size());
-        std::uint64_t number = 0;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            number = number << 16U | text[i];
-            if (i % 4 == 3 || i + 1 == text.size()) inputs_.Add(std::exchange(number, 0));
-        }
-    }
-
-    QKFrameInputs& inputs_;
-};
-
 void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
     inputs.Begin();
     CRect catching;
     if (CatchesPointer(&item)) item.GetRect(&catching);
     inputs.Add(CatchesPointer(&item));
     inputs.Add(catching);
-    PieceInputs pieces(inputs);
+    QKPieceInputs pieces(inputs);
     AddBounds(item, pieces);
     inputs.Touches(pieces.Touched());
 }
@@ -239,9 +191,7 @@ void CQKDialogBase::PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& l
     const Drawable drawable(dc);
     QKPiecePainter painter(graphics);
     for (QKListNode* node : list.DrawnIn(drawable.Box())) {
-        QKPieceBounds bounds;
-        list.ComposeEntry(*node, bounds);
-        if (drawable.Meets(bounds.Touched())) list.ComposeEntry(*node, painter);
+        if (drawable.Meets(list.TouchedBy(*node))) list.ComposeEntry(*node, painter);
     }
 }
 
@@ -345,9 +295,7 @@ void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
         list.BeginFrame();
         for (QKListNode* node : list.DrawnIn(whole)) {
             inputs.Begin();
-            PieceInputs pieces(inputs);
-            list.ComposeEntry(*node, pieces);
-            inputs.Touches(pieces.Touched());
+            list.DescribeEntry(*node, inputs);
         }
     }
 

@@ -45,6 +45,7 @@ void QKCaptionStore::Trim(std::size_t bytes) {
         else
             node.look->caption.reset();
         node.look->droppedCaption = true;
+        node.ForgetPicture();
     }
 }
 

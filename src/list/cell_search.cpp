@@ -151,17 +151,15 @@ void QKCellSearch::Offset(CPoint by) {
 
 void QKCellSearch::Take(std::int64_t begin, std::int64_t end) {
     auto run = taken_.upper_bound(begin);
-    if (run != taken_.begin() && std::prev(run)->second >= begin) {
+    if (run != taken_.begin() && std::prev(run)->second >= begin)
         --run;
-        begin = run->first;
-        end = std::max(end, run->second);
-        run = taken_.erase(run);
+    else
+        run = taken_.emplace_hint(run, begin, end);
+    run->second = std::max(run->second, end);
+    for (auto next = std::next(run); next != taken_.end() && next->first <= run->second;) {
+        run->second = std::max(run->second, next->second);
+        next = taken_.erase(next);
     }
-    while (run != taken_.end() && run->first <= end) {
-        end = std::max(end, run->second);
-        run = taken_.erase(run);
-    }
-    taken_.emplace(begin, end);
 }
 
 void QKCellSearch::Release(std::int64_t begin, std::int64_t end) {

@@ -68,6 +68,7 @@ std::vector<QKListNode*> QKListEntries::HitBy(const CRect& area) {
 std::vector<QKListNode*> QKListEntries::DrawnIn(const CRect& area, const QKDrawnMetrics& metrics) {
     if (!(metrics == drawnBy_)) {
         drawnBy_ = metrics;
+        ++pictureEpoch_;
         DropIndex();
     }
     std::vector<QKListNode*> nodes = Meeting(area);

@@ -18,7 +18,7 @@ bool IsNear(const CRect& rect) {
 }  // namespace
 
 CRect QKListEntries::FromOrigin(CRect rect) const {
-    rect.OffsetRect(-origin_.x, -origin_.y);
+    if (!(origin_ == CPoint())) rect.OffsetRect(-origin_.x, -origin_.y);
     return rect;
 }
 
@@ -28,7 +28,7 @@ CPoint QKListEntries::FromOrigin(CPoint point) const {
 }
 
 CRect QKListEntries::ToClient(CRect rect) const {
-    rect.OffsetRect(origin_.x, origin_.y);
+    if (!(origin_ == CPoint())) rect.OffsetRect(origin_.x, origin_.y);
     return rect;
 }
 
@@ -48,6 +48,7 @@ void QKListEntries::MoveOriginBack() {
     }
     origin_ = CPoint();
     extentKnown_ = false;
+    ++pictureEpoch_;
     DropIndex();
 }
 
@@ -88,6 +89,7 @@ void QKListEntries::SetRects(QKListNode& node, const QKEntryRects& rects, Extent
         node.look->hit = FromOrigin(rects.hit);
         node.look->focus = FromOrigin(rects.focus);
     }
+    node.ForgetPicture();
     SetReach(node);
     change.Complete();
 }

@@ -18,6 +18,7 @@ void QKListEntries::Unplace() {
         node->cell = node->caption = QKNoPlace();
         node->extent = QKListNode::Extent::kUnplaced;
         node->placed = false;
+        node->ForgetPicture();
     }
     unplaced_ = Count();
     unmeasured_ = 0;

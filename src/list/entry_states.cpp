@@ -26,6 +26,7 @@ void QKListEntries::Restate(QKListNode& node, std::int8_t mouse, std::int8_t foc
     node.focus = focus;
     node.unselected = unselected;
     AddToSets(node);
+    node.ForgetPicture();
     if (isRefocused) SetReach(node);
     change.Complete();
 }

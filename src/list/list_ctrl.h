@@ -13,6 +13,7 @@
 #include "list/list_item.h"
 
 class QKListEntries;
+class QKFrameInputs;
 class QKPieces;
 struct QKCellGrid;
 struct QKCellPlace;
@@ -230,7 +231,8 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     std::optional<QKCellGrid> Grid(bool columns) const;
     template <class Place>
     bool Add(QKListItem& host, int index, Place place);
-    std::optional<QKCellPlace> PlaceFirstFree();
+    std::optional<QKCellGrid> LayoutGrid() const;
+    std::optional<QKCellPlace> PlaceFirstFree(const std::optional<QKCellGrid>& grid);
     std::optional<QKCellPlace> PlaceAtPoint(int x, int y);
     void PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>& place);
     template <class SetRects>
@@ -246,6 +248,9 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     SIZE LargestFrame() const;
     std::vector<QKListNode*> DrawnIn(const CRect& area);
     void ComposeEntry(QKListNode& node, QKPieces& pieces);
+    // Adds the numbers and the pixels of an entry's picture to a step that was begun.
+    void DescribeEntry(QKListNode& node, QKFrameInputs& inputs);
+    CRect TouchedBy(QKListNode& node);
     Gdiplus::Image* CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
                               Gdiplus::StringTrimming trimming);
 

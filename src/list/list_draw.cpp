@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "dialog/dialog_base.h"
+#include "dialog/piece_inputs.h"
 #include "items/arithmetic.h"
 #include "items/glow_text.h"
 #include "items/pieces.h"
@@ -73,6 +74,33 @@ void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
     Gdiplus::Image* caption = CaptionOf(
         node, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
     if (caption) pieces.Add(QKImagePiece{caption, place, QKWholeImage(caption)});
+}
+
+void QKListCtrl::DescribeEntry(QKListNode& node, QKFrameInputs& inputs) {
+    std::optional<QKListEntries::Picture> picture = m_lstItems->KnownPicture(node);
+    if (picture) {
+        m_lstItems->Captions().Seen(node, nullptr);
+    } else if (node.IsUsual()) {
+        QKPieceBounds bounds;
+        ComposeEntry(node, bounds);
+        picture = m_lstItems->KeepPicture(node, bounds.Touched());
+    }
+    if (!picture) {
+        QKPieceInputs pieces(inputs);
+        ComposeEntry(node, pieces);
+        return inputs.Touches(pieces.Touched());
+    }
+    inputs.Add(picture->number);
+    inputs.Add(static_cast<std::uint64_t>(picture->place.x));
+    inputs.Add(static_cast<std::uint64_t>(picture->place.y));
+    inputs.Touches(picture->touched);
+}
+
+CRect QKListCtrl::TouchedBy(QKListNode& node) {
+    if (const auto picture = m_lstItems->KnownPicture(node)) return picture->touched;
+    QKPieceBounds bounds;
+    ComposeEntry(node, bounds);
+    return bounds.Touched();
 }
 
 // Rendered when it is first seen. One that was dropped for lack of room comes back as it was.

@@ -253,6 +253,7 @@ bool QKListEntries::ShowsText(const QKListNode& node) const {
 }
 
 void QKListEntries::TakeCaption(QKListNode& node, std::unique_ptr<Gdiplus::Image> caption) {
+    node.ForgetPicture();
     if (QKListItem* const record = node.record) {
         delete std::exchange(record->pTextImage, caption.release());
         QKSetText(record->szTextCath, QKTextOf(record->szText));
@@ -264,7 +265,13 @@ void QKListEntries::TakeCaption(QKListNode& node, std::unique_ptr<Gdiplus::Image
     node.look->captionEpoch = captionEpoch_;
 }
 
+void QKListEntries::EmptyCaptions() {
+    ++captionEpoch_;
+    ++pictureEpoch_;
+}
+
 void QKListEntries::EmptyCaption(QKListNode& node) {
+    node.ForgetPicture();
     if (node.record)
         node.record->szTextCath[0] = u'\0';
     else if (node.look)
@@ -279,4 +286,5 @@ void QKListEntries::ReleaseCaptions() {
             node->look->caption.reset();
     }
     captions_.Clear();
+    ++pictureEpoch_;
 }

@@ -152,6 +152,19 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     // The last layout of all entries, for who lays them out.
     std::optional<QKListLayout>& LastLayout() { return lastLayout_; }
 
+    // ---- Pictures of entries, for who describes frames
+
+    struct Picture {
+        std::uint64_t number;  // equal numbers and places: equal pictures
+        CPoint place;
+        CRect touched;  // client pixels
+    };
+    // Of an entry that DrawnIn found and that looks as it did; nothing where it has to be described.
+    std::optional<Picture> KnownPicture(const QKListNode& node) const;
+    // The entry was described, with icon and caption as they are. Nothing where its picture may become
+    // another one without a change of the entry.
+    std::optional<Picture> KeepPicture(QKListNode& node, const CRect& touched);
+
     // ---- Rendered captions
 
     QKCaptionStore& Captions() { return captions_; }
@@ -161,7 +174,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     // The rendered caption is of the text as it is.
     void TakeCaption(QKListNode& node, std::unique_ptr<Gdiplus::Image> caption);
     void EmptyCaption(QKListNode& node);
-    void EmptyCaptions() { ++captionEpoch_; }  // of all entries
+    void EmptyCaptions();  // of all entries
 
   private:
     class Change;
@@ -230,6 +243,8 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     int shared_ = 0;                   // of those held
     std::size_t turn_ = 0;             // of those held, which is looked at next
     std::uint64_t lookedIn_ = 0;       // the last QKUninterrupted in which they were looked at
+
+    std::uint64_t pictureEpoch_ = 0;  // grows when all pictures become other ones
 
     CPoint origin_;  // of the rectangles in the nodes, in client pixels
     QKRectIndex index_;

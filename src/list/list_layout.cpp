@@ -52,13 +52,15 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
     return grid;
 }
 
-std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree() {
-    std::optional<QKCellGrid> grid;
-    if (m_nListType == QKLT_LIST)  // one column without end
-        grid = QKCellGrid{
-            CPoint(m_nX, m_nY), {m_nWidth, m_nItemHeight}, QKSum(m_nHIner, m_nItemHeight), 0, true, 0, 0};
-    else
-        grid = Grid(m_nArrange == 0);
+// The cells that entries are laid out in.
+std::optional<QKCellGrid> QKListCtrl::LayoutGrid() const {
+    if (m_nListType != QKLT_LIST) return Grid(m_nArrange == 0);
+    return QKCellGrid{
+        // one column without end
+        CPoint(m_nX, m_nY), {m_nWidth, m_nItemHeight}, QKSum(m_nHIner, m_nItemHeight), 0, true, 0, 0};
+}
+
+std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree(const std::optional<QKCellGrid>& grid) {
     if (!grid) return std::nullopt;
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, 0);
     if (!cell) return std::nullopt;
@@ -100,7 +102,7 @@ void QKListCtrl::Grow(const CRect& cell) {
 void QKListCtrl::ScaleItemXY(QKListItem* entry) {
     QKWithinMemory([&] {
         m_lstItems->Find(entry);
-        const std::optional<QKCellPlace> place = PlaceFirstFree();
+        const std::optional<QKCellPlace> place = PlaceFirstFree(LayoutGrid());
         if (place && m_nListType == QKLT_LIST) entry->szTextCath[0] = u'\0';
         PlaceRecord(*entry, place);
     });
@@ -153,9 +155,15 @@ void QKListCtrl::PlaceAll(QKListLayout& layout) {
     QKListEntries& entries = *m_lstItems;
     entries.LastLayout().reset();
     entries.Unplace();
+    CSize size(m_nWidth, m_nHeight);
+    std::optional<QKCellGrid> grid = LayoutGrid();
     for (int i = 0; i < entries.Count(); ++i) {
-        const std::optional<QKCellPlace> place = PlaceFirstFree();
+        const std::optional<QKCellPlace> place = PlaceFirstFree(grid);
         if (!place) continue;
+        if (const CSize grown(m_nWidth, m_nHeight); !(grown == size)) {
+            size = grown;
+            grid = LayoutGrid();
+        }
         QKListNode& node = entries.Node(i);
         if (m_nListType == QKLT_LIST) entries.EmptyCaption(node);
         entries.Place(node, place->cell, place->caption, m_hParent ? &layout.measure : nullptr);

@@ -105,7 +105,7 @@ int QKListCtrl::AddItem(QKListItem* item, int x, int y) {
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int layout) {
-    return Add(*item, GetCount(), [&] { return layout ? PlaceFirstFree() : std::nullopt; });
+    return Add(*item, GetCount(), [&] { return layout ? PlaceFirstFree(LayoutGrid()) : std::nullopt; });
 }
 
 void QKListCtrl::InsertItem(QKListItem* item, int index) {

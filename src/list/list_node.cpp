@@ -76,6 +76,7 @@ void QKListNode::GiveTo(QKListItem& item, std::uint64_t captionEpoch) {
         if (look->showsText && look->captionEpoch == captionEpoch) QKSetText(item.szTextCath, text.View());
         item.pTextImage = look->caption.release();
     }
+    ForgetPicture();
     text = QKShortText();
     icon.reset();
     details.reset();

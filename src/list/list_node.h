@@ -47,6 +47,12 @@ struct QKListNode;
 struct QKEntryLook {
     CRect hit, focus;  // seen from the entries' common origin
 
+    // The picture of the entry in its usual state, as it was last described; 0 where it is another one.
+    std::uint64_t picture = 0;
+    std::uint64_t pictureEpoch = 0;
+    std::uint64_t iconRevision = 0, captionRevision = 0;  // that it shows
+    CRect touched;                                        // by it, seen from the origin
+
     // The rendered caption; of an entry with a record, the record has it.
     std::unique_ptr<Gdiplus::Image> caption;
     bool showsText = false;  // was rendered for the entry's text as it is, and for its state
@@ -110,6 +116,10 @@ struct QKListNode {
     Gdiplus::Image* Caption() const;
     // Made when it is first needed.
     QKEntryLook& Look();
+    void ForgetPicture() {
+        if (look) look->picture = 0;
+    }
+    bool IsUsual() const { return mouse == 0 && focus == 1 && unselected == 1; }
 
     // A record of what is in here, but for rectangles and what only the list knows; without memory nothing
     // changes. What the entry owned goes over to it with GiveTo.
