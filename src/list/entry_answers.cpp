@@ -31,9 +31,12 @@ std::vector<QKListNode*> QKListEntries::Meeting(const CRect& area) {
     Sync();
     NeedIndex();
     std::vector<QKListNode*> nodes = index_.Meeting(FromOrigin(area));
-    if (isMany_)
-        for (QKListNode* node : nodes)
-            Pull(*node);
+    constexpr std::size_t kAhead = 8;  // on their way from memory
+    for (std::size_t i = 0; isMany_ && i < nodes.size(); ++i) {
+        if (i + kAhead < nodes.size() && nodes[i + kAhead]->record)
+            QKRecordState::Prefetch(*nodes[i + kAhead]->record);
+        Pull(*nodes[i]);
+    }
     return nodes;
 }
 

@@ -22,13 +22,13 @@ std::optional<QKListEntries::Picture> QKListEntries::KnownPicture(const QKListNo
     if (!look || look->picture == 0 || look->pictureEpoch != pictureEpoch_) return std::nullopt;
     if (node.record && (RevisionOf(node.Icon()) != look->iconRevision ||
                         RevisionOf(node.Caption()) != look->captionRevision ||
-                        (node.ShowsText() && !node.Text().empty() && !ShowsText(node))))
+                        (node.ShowsText() && node.HasText() && !ShowsText(node))))
         return std::nullopt;
     return Picture{look->picture, origin_, ToClient(look->touched)};
 }
 
 std::optional<QKListEntries::Picture> QKListEntries::KeepPicture(QKListNode& node, const CRect& touched) {
-    const bool hasCaption = node.ShowsText() && !node.Text().empty();
+    const bool hasCaption = node.ShowsText() && node.HasText();
     if (!node.IsUsual() || (hasCaption && !(node.Caption() && ShowsText(node)))) return std::nullopt;
     QKEntryLook& look = node.Look();
     look.picture = NextNumber();

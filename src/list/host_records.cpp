@@ -127,8 +127,8 @@ void QKListEntries::Pull(QKListNode& node) {
 
 void QKListEntries::PullOne(QKListNode& node) {
     const QKRecordState now(*node.record);
+    if (now == HeldOf(node).seen) return;
     const QKRecordState seen = HeldOf(node).seen;
-    if (now == seen) return;
     Change change(*this);
     if (now.id != seen.id) {
         ids_.Remove(node.id);

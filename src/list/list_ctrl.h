@@ -58,7 +58,7 @@ struct QKListCallbacks {
 // and the entries stay true. After that, it is so with the 64 that were got last. Of the others, a change is
 // taken into account at once where it is asked for the entry (it is got again or passed to the list, drawn,
 // or under the pointer), by a layout of all entries and by ReSetPos, SelectAll, ClearState and a drag, and
-// else by and by, 256 entries with every frame; and their rectangles may be those from before the list was
+// else by and by, 64 entries with every frame; and their rectangles may be those from before the list was
 // moved or laid out: who reads them gets the entry again. Their states are true at any time. A record
 // takes 1.7 kB, and is made when an entry is first got: who never asks for an entry never pays for it. An
 // entry must not be freed, and what it owns may be replaced but not shared. Texts end at their terminator, or

@@ -248,7 +248,7 @@ void QKListEntries::Leave(QKListNode& node) {
 bool QKListEntries::ShowsText(const QKListNode& node) const {
     if (node.record)
         return HeldOf(node).captionEpoch == captionEpoch_ &&
-               QKTextOf(node.record->szTextCath) == QKTextOf(node.record->szText);
+               QKIsSameText(node.record->szTextCath, node.record->szText);
     return node.look && node.look->showsText && node.look->captionEpoch == captionEpoch_;
 }
 

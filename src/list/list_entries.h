@@ -71,9 +71,9 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
 
     // How many of them the list looks at.
     struct Pace {
-        std::size_t all = 1024;    // so long as there were never more: at all
-        std::size_t lately = 64;   // then: those handed out last
-        std::size_t inTurn = 256;  // and others with each frame and layout
+        std::size_t all = 1024;   // so long as there were never more: at all
+        std::size_t lately = 64;  // then: those handed out last
+        std::size_t inTurn = 64;  // and others with each frame and layout
     };
     void SetPace(const Pace& pace) { pace_ = pace; }
 

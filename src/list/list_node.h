@@ -111,6 +111,7 @@ struct QKListNode {
     std::u16string_view Text() const;
     std::u16string_view Path() const;
     Gdiplus::Image* Icon() const { return record ? record->pImage : icon.get(); }
+    bool HasText() const { return record ? record->szText[0] != u'\0' : !text.View().empty(); }
     bool ShowsText() const { return !record || record->bShowText != 0; }
     bool ClickSelects() const { return !record || record->nClickSel != 0; }
     Gdiplus::Image* Caption() const;

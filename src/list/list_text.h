@@ -11,6 +11,12 @@ inline std::u16string_view QKTextOf(const WCHAR (&units)[QKListItem::kTextUnits]
     return {units, static_cast<std::size_t>(std::find(units, last, u'\0') - units)};
 }
 
+inline bool QKIsSameText(const WCHAR (&a)[QKListItem::kTextUnits], const WCHAR (&b)[QKListItem::kTextUnits]) {
+    for (int i = 0; i < QKListItem::kTextUnits - 1; ++i)
+        if (a[i] != b[i] || a[i] == u'\0') return a[i] == b[i];
+    return true;
+}
+
 // Cut to what a record holds.
 inline void QKSetText(WCHAR (&to)[QKListItem::kTextUnits], std::u16string_view text) {
     const std::u16string_view kept = text.substr(0, QKListItem::kTextUnits - 1);

@@ -252,7 +252,7 @@ TEST_F(ListModel, ChangesOfManyEntriesAreFoundByAndBy) {
     }
     list.UnSelRcItem();
     got[kMany / 2]->nSelState = 0;  // out of sight
-    for (int i = 0; i < kMany; i += 256)
+    for (int i = 0; i < kMany; i += 64)
         frame();
     EXPECT_EQ(selected(), 1);
     EXPECT_EQ(got[kMany / 2]->nSelState, 0);
