@@ -39,8 +39,14 @@ std::shared_ptr<PixelFacts> FrameSource::FactsOf(int index) {
     return facts_[at];
 }
 
+// In one block with its count: lists of icons clone images by the thousand.
+std::shared_ptr<ImageData> ImageData::New() {
+    struct Counted : ImageData {};
+    return std::make_shared<Counted>();
+}
+
 std::shared_ptr<ImageData> ImageData::Failed(Gdiplus::Status status) {
-    std::shared_ptr<ImageData> image(new ImageData);
+    std::shared_ptr<ImageData> image = New();
     image->loadStatus_ = status;
     return image;
 }
@@ -56,7 +62,7 @@ std::shared_ptr<ImageData> ImageData::FromPicture(std::unique_ptr<EncodedPicture
     auto source = std::make_shared<FrameSource>(std::move(picture));
     std::shared_ptr<Surface> first = source->Frame(0);
     if (!first) return Failed(Gdiplus::UnknownImageFormat);
-    std::shared_ptr<ImageData> image(new ImageData);
+    std::shared_ptr<ImageData> image = New();
     image->source_ = std::move(source);
     image->Show(std::move(first), image->FrameCount() > 1 ? image->source_->FactsOf(0) : nullptr);
     return image;
@@ -65,7 +71,7 @@ std::shared_ptr<ImageData> ImageData::FromPicture(std::unique_ptr<EncodedPicture
 std::shared_ptr<ImageData> ImageData::FromSurface(std::shared_ptr<Surface> surface,
                                                   Gdiplus::PixelFormat format) {
     if (!surface) return Failed(Gdiplus::OutOfMemory);
-    std::shared_ptr<ImageData> image(new ImageData);
+    std::shared_ptr<ImageData> image = New();
     image->format_ = format;
     image->scale_ = surface->Scale();
     image->Show(std::move(surface), nullptr);
@@ -82,7 +88,7 @@ void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFact
 
 std::shared_ptr<ImageData> ImageData::Clone() {
     if (!IsGood()) return {};
-    std::shared_ptr<ImageData> clone(new ImageData);
+    std::shared_ptr<ImageData> clone = New();
     clone->scale_ = scale_;
     if (lent_ > 0) {
         std::shared_ptr<Surface> copy = CopyOf(*pixels_);
@@ -103,7 +109,8 @@ std::shared_ptr<ImageData> ImageData::Clone() {
 
 bool ImageData::IsCloneOf(const ImageData& other) const {
     return IsGood() && pixels_ == other.pixels_ && sharers_ == other.sharers_ && lent_ == 0 &&
-           other.lent_ == 0 && format_ == other.format_ && source_ == other.source_ && frame_ == other.frame_;
+           other.lent_ == 0 && format_ == other.format_ && scale_ == other.scale_ &&
+           source_ == other.source_ && frame_ == other.frame_;
 }
 
 std::shared_ptr<Surface> ImageData::Writable() {

@@ -96,6 +96,7 @@ class ImageData {
 
   private:
     ImageData() = default;
+    static std::shared_ptr<ImageData> New();
     void Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts);
 
     Gdiplus::Status loadStatus_ = Gdiplus::Ok;
