@@ -174,6 +174,12 @@ TEST_F(DragOut, TheBlockIsAHeaderAndThePathsOfTheListOnTopFirst) {
     EXPECT_EQ(receiver.drops, 4);
 }
 
+TEST_F(DragOut, OneGestureDragsAnEntryAllTheWay) {
+    Headless::Drag(dialog->m_hWnd, 37, 120, 460, 100, 2);
+    EXPECT_EQ(receiver.drops, 1);
+    EXPECT_EQ(Of(second), "/y");
+}
+
 TEST_F(DragOut, OnlyAMoveTakesTheEntriesAway) {
     const auto escape = [] { Headless::KeyDown(VK_ESCAPE); };
     const struct {

@@ -21,7 +21,21 @@ struct PLATFORM_API Picture {
     std::uint32_t At(int x, int y) const;
     // Straight-alpha PNG. False when the file cannot be written.
     bool SavePng(const CString& path) const;
+    // The picture of a file (its first frame), for comparisons; what SavePng wrote comes back as it was.
+    // Empty where there is none that can be read.
+    static Picture Load(const CString& path);
 };
+
+// Where two pictures differ.
+struct PLATFORM_API Difference {
+    int pixels = 0;             // that differ by more than the tolerance, or that only one of the two has
+    int largest = 0;            // of any channel, 0 to 255; also where it is within the tolerance
+    RECT place = {0, 0, 0, 0};  // the smallest that holds them all
+    Picture picture;            // the wanted one in pale grey, what differs in red: to be saved and looked at
+};
+// Channels (of the premultiplied pixels) may be apart by `tolerance`: 1 or 2 hides rounding; text of other
+// fonts differs by more than any.
+PLATFORM_API Difference Compare(const Picture& shown, const Picture& wanted, int tolerance = 0);
 
 // Chooses this window system for the process, with a screen of the given size in pixels and dots to the inch.
 // Call it before the process's first window; later calls resize the screen and change nothing else. False
@@ -43,6 +57,24 @@ PLATFORM_API void ButtonDown(int button = 1);  // 1 left, 2 middle, 3 right
 PLATFORM_API void ButtonUp(int button = 1);
 PLATFORM_API void KeyDown(UINT virtualKey);
 PLATFORM_API void KeyUp(UINT virtualKey);
+// Turns the wheel where the pointer is; positive is away from the user.
+PLATFORM_API void Wheel(int notches);
+// Types a text: each of its units goes down and up, capitals with Shift. A line break is Enter. What is no
+// letter, digit or blank comes from the key VK_PACKET, which has every character.
+PLATFORM_API void Type(const CString& text);
+// Gestures of several events, the pointer's way to their place included. A click is one by itself, however
+// soon after another; DoubleClick is two that belong together. Drag holds the left button from one place to
+// the other; with `presses` 2 it begins with a double click, as files are dragged out of a list. Where
+// something blocks in the middle (a menu, a drag of files, DoModal), its loop gets the rest of the gesture,
+// before any step of WhenIdle.
+PLATFORM_API void Click(int x, int y, int button = 1);
+PLATFORM_API void DoubleClick(int x, int y, int button = 1);
+PLATFORM_API void Drag(int fromX, int fromY, int toX, int toY, int presses = 1);
+// The same, in client coordinates of a window as it lies now.
+PLATFORM_API void MovePointer(HWND window, int x, int y);
+PLATFORM_API void Click(HWND window, int x, int y, int button = 1);
+PLATFORM_API void DoubleClick(HWND window, int x, int y, int button = 1);
+PLATFORM_API void Drag(HWND window, int fromX, int fromY, int toX, int toY, int presses = 1);
 // The request that a window manager's close button makes.
 PLATFORM_API void RequestClose(HWND window);
 

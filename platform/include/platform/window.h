@@ -246,8 +246,9 @@ enum {
     VK_F13,
     VK_F24 = 0x87,
     VK_NUMLOCK = 0x90,
-    VK_SCROLL = 0x91
-};  // digits and letters are their upper-case ASCII codes
+    VK_SCROLL = 0x91,
+    VK_PACKET = 0xE7  // no key, but a character that was put in as such
+};                    // digits and letters are their upper-case ASCII codes
 
 // ---- Window classes and windows -----------------------------------------------------------------------
 

@@ -26,6 +26,8 @@ void SettleScreenScale();
 // Dispatches whatever waits, without blocking. WM_QUIT stays where it is.
 void RunPendingMessages();
 std::optional<std::uint64_t> NextTimerDue();
+// The next press is the first of its click, however soon it comes.
+void ForgetLastClick();
 
 // Drags files from where the pointer is, its left button held, and returns what the receiver did with them.
 // Delivers messages meanwhile, but no input. The release drops; Escape and another button give up; so do the

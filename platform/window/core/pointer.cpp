@@ -273,6 +273,10 @@ void PointerLeftTopLevel(HWND topLevel) {
     if (TopLevelOf(core.pointer.tracked) == topLevel) LeaveTracked(HWND(), 0);
 }
 
+void ForgetLastClick() {
+    Core::Get().pointer.press = {};
+}
+
 void CheckPointer() {
     Core& core = Core::Get();
     core.pointer.checkPending = false;

@@ -345,13 +345,24 @@ void HeadlessSystem::Button(int button, bool down) {
     events_.PointerButton(target, button, down, pointer_, input_, now_);
 }
 
+void HeadlessSystem::Wheel(int delta) {
+    const HWND target = grab_ ? grab_ : WindowAt(pointer_);
+    if (target) events_.PointerWheel(target, delta, pointer_, input_, now_);
+}
+
 void HeadlessSystem::Key(UINT virtualKey, bool down) {
+    if (virtualKey == VK_SHIFT) input_.shift = down;
+    if (virtualKey == VK_CONTROL) input_.control = down;
+    KeyWithText(virtualKey, down, down ? TextOfKey(virtualKey, input_) : char16_t{0});
+}
+
+void HeadlessSystem::KeyWithText(UINT virtualKey, bool down, char16_t text) {
     if (virtualKey == VK_SHIFT) input_.shift = down;
     if (virtualKey == VK_CONTROL) input_.control = down;
     if (virtualKey == VK_MENU) input_.alt = down;
     if (virtualKey < keysDown_.size()) keysDown_[virtualKey] = down;
     if (watching_) events_.KeySeen(virtualKey, 0, down, keysDown_, now_);
-    events_.Key(focus_, virtualKey, down, down ? TextOfKey(virtualKey, input_) : char16_t{0}, input_, now_);
+    events_.Key(focus_, virtualKey, down, text, input_, now_);
 }
 
 KeySet HeadlessSystem::KeysDown() {
@@ -372,6 +383,14 @@ void HeadlessSystem::SetClock(std::uint64_t now) {
     if (now > now_) now_ = now;
 }
 
+bool HeadlessSystem::PerformNext() {
+    if (actions_.empty()) return false;
+    const Action action = std::move(actions_.front());
+    actions_.pop_front();
+    action(*this);
+    return true;
+}
+
 bool HeadlessSystem::Poll() {
     return RunReadySources();
 }
@@ -380,6 +399,7 @@ bool HeadlessSystem::Poll() {
 bool HeadlessSystem::Wait(std::optional<std::uint64_t>) {
     if (woken_.exchange(false)) return true;
     if (RunReadySources()) return true;
+    if (PerformNext()) return true;
     if (steps_.empty()) return false;
     const Step step = steps_.front();
     steps_.pop_front();

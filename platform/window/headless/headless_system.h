@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -72,10 +73,19 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
     // ---- the user
     void MovePointer(POINT screen);
     void Button(int button, bool down);
+    void Wheel(int delta);
     void Key(UINT virtualKey, bool down);
+    // `text`: what the key writes, whatever else is held.
+    void KeyWithText(UINT virtualKey, bool down, char16_t text);
     void RequestClose(HWND window);
     void AddStep(void (*step)(void*), void* argument) { steps_.push_back({step, argument}); }
     void SetClock(std::uint64_t now);
+    // What the user is about to do. Also a loop that has nothing else to do performs it, ahead of the steps.
+    using Action = std::function<void(HeadlessSystem&)>;
+    void Expect(std::vector<Action> actions) {
+        actions_.insert(actions_.end(), actions.begin(), actions.end());
+    }
+    bool PerformNext();  // false when nothing is left
 
     // ---- files on the move
     WindowEvents& Events() { return events_; }
@@ -160,6 +170,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
     std::atomic<std::uint64_t> now_ = 1000;
     std::atomic<bool> woken_ = false;
     std::deque<Step> steps_;
+    std::deque<Action> actions_;
     HeadlessFileDrops fileDrops_;
     HeadlessFileDrag fileDrag_{*this};
     ForeignTree foreign_{*this};

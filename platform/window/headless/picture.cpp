@@ -17,6 +17,25 @@ std::uint32_t Picture::At(int x, int y) const {
     return index < argb.size() ? argb[index] : 0;
 }
 
+Picture Picture::Load(const CString& path) {
+    Picture picture;
+    Gdiplus::Bitmap file(path);
+    const Gdiplus::Rect whole(0, 0, static_cast<INT>(file.GetWidth()), static_cast<INT>(file.GetHeight()));
+    Gdiplus::BitmapData data{};
+    if (file.LockBits(&whole, Gdiplus::ImageLockModeRead, Gdiplus::PixelFormat32bppPARGB, &data) !=
+        Gdiplus::Ok)
+        return picture;
+    picture.width = whole.Width;
+    picture.height = whole.Height;
+    for (int y = 0; y < whole.Height; ++y) {
+        const auto* row = reinterpret_cast<const std::uint32_t*>(
+            static_cast<const std::uint8_t*>(data.Scan0) + std::ptrdiff_t{y} * data.Stride);
+        picture.argb.insert(picture.argb.end(), row, row + whole.Width);
+    }
+    file.UnlockBits(&data);
+    return picture;
+}
+
 bool Picture::SavePng(const CString& path) const {
     const std::shared_ptr<platform::Surface> surface = platform::Surface::Create(width, height);
     if (!surface || argb.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
