@@ -43,6 +43,8 @@ CString::CString(const wchar_t* text) {
 
 CString::CString(const std::string& utf8) : text_(platform::Utf16FromUtf8(utf8)) {}
 
+CString::CString(std::string_view utf8) : text_(platform::Utf16FromUtf8(utf8)) {}
+
 CString::CString(const std::u16string& text) : text_(text) {}
 
 CString::CString(const std::wstring& text) {

@@ -25,6 +25,12 @@ class PLATFORM_API QKButton : public QKItemBase {
     // there is an image object, 0 otherwise. A frame count below 1 is refused and changes nothing.
     int SetImage(UINT id, LPCWSTR type, QKBT_IMGS images, QKBT_TYPE layout);
     int SetImage(LPCWSTR path, QKBT_IMGS images, QKBT_TYPE layout);
+    int SetImage(UINT id, const platform::Utf8& type, QKBT_IMGS images, QKBT_TYPE layout) {
+        return SetImage(id, type.Utf16(), images, layout);
+    }
+    int SetImage(const platform::Utf8& path, QKBT_IMGS images, QKBT_TYPE layout) {
+        return SetImage(path.Utf16(), images, layout);
+    }
     // Forgets the picture without freeing it: the caller takes it back.
     void SetImageNull() { m_pImage = nullptr; }
     // Stays the button's own.

@@ -18,6 +18,13 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
     // check image alone.
     int SetImage(UINT stripId, UINT checkId, LPCWSTR type, QKBT_IMGS images, QKBT_TYPE layout);
     int SetImage(LPCWSTR stripPath, LPCWSTR checkPath, QKBT_IMGS images, QKBT_TYPE layout);
+    int SetImage(UINT stripId, UINT checkId, const platform::Utf8& type, QKBT_IMGS images, QKBT_TYPE layout) {
+        return SetImage(stripId, checkId, type.Utf16(), images, layout);
+    }
+    int SetImage(const platform::Utf8& stripPath, const platform::Utf8& checkPath, QKBT_IMGS images,
+                 QKBT_TYPE layout) {
+        return SetImage(stripPath.Utf16(), checkPath.Utf16(), images, layout);
+    }
     void DestroyCheckImage() { m_pCheckImage.reset(); }
 
     // Requests no repaint and, on a radio button, leaves the others of its group alone.

@@ -16,6 +16,8 @@ class PLATFORM_API QKGifImage : public QKImage {
     // one in use: set the picture once.
     int SetImage(UINT id, LPCWSTR type);
     int SetImage(LPCWSTR path);
+    int SetImage(UINT id, const platform::Utf8& type) { return SetImage(id, type.Utf16()); }
+    int SetImage(const platform::Utf8& path) { return SetImage(path.Utf16()); }
 
     // Starts over with the next step: after the first frame's delay, the second frame. `window` is that of
     // the dialog that holds the item; `timer` is not 0 and the host's choice. Items with the same number step

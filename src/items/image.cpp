@@ -18,5 +18,6 @@ void QKImage::Compose(QKPieces& pieces) const {
     if (!m_pImage) return;
     Gdiplus::RectF place;
     GetRect(&place);
+    if (!m_parts.IsEmpty()) return m_parts.Compose(*m_pImage, place, pieces);
     pieces.Add({m_pImage.get(), place, QKWholeImage(m_pImage.get()), Gdiplus::WrapModeTileFlipXY});
 }

@@ -1,9 +1,8 @@
 #include "items/item_base.h"
 
-#include <cstring>
+#include <utility>
 
-#include <platform/ole.h>
-#include <platform/resources.h>
+#include "items/resource_image.h"
 
 QKItemBase::QKItemBase(QKUIType type) : m_nType(type) {}
 
@@ -35,6 +34,19 @@ void QKItemBase::GetRect(Gdiplus::RectF* rect) const {
 
 void QKItemBase::SetCallBack(const QKCallbacks* callbacks) {
     m_callbacks = callbacks ? *callbacks : QKCallbacks();
+    m_pClicked.reset();
+}
+
+void QKItemBase::SetCallBack(std::function<void()> clicked) {
+    m_callbacks = QKCallbacks();
+    m_pClicked = clicked ? std::make_shared<const std::function<void()>>(std::move(clicked)) : nullptr;
+}
+
+void QKItemBase::CallClicked() const {
+    const QKCallbacks record = m_callbacks;
+    const auto clicked = m_pClicked;
+    if (record.pfnClick) record.pfnClick(record.pArgument);
+    if (clicked) (*clicked)();
 }
 
 void QKItemBase::SetEnable(int enable) {
@@ -54,29 +66,9 @@ Gdiplus::SizeF QKItemBase::GetTextBounds(const Gdiplus::Font& font, const CStrin
 
 int QKItemBase::SetImage(UINT id, LPCWSTR type, Gdiplus::Image** target) {
     m_nStatus = QK_NORMAL;
-    const HMODULE module = AfxGetResourceHandle();
-    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCE(id), type);
-    if (!resource) return 0;
-    const DWORD size = SizeofResource(module, resource);
-    const void* data = LockResource(LoadResource(module, resource));
-    if (!data) return 0;
-
-    const HGLOBAL block = GlobalAlloc(GMEM_FIXED, size);
-    void* copy = GlobalLock(block);
-    if (!copy) return 0;
-    std::memcpy(copy, data, size);
-    // The image reads its encoded bytes from the stream for as long as it lives, so the block goes with the
-    // stream's last holder.
-    IStream* stream = nullptr;
-    const HRESULT made = CreateStreamOnHGlobal(block, TRUE, &stream);
-    GlobalUnlock(block);
-    if (FAILED(made)) {
-        GlobalFree(block);
-        return 0;
-    }
-    *target = new Gdiplus::Image(stream);
-    stream->Release();
-    return 1;
+    Gdiplus::Image* const image = QKLoadImage(id, type).release();
+    if (image) *target = image;
+    return image != nullptr;
 }
 
 int QKItemBase::SetImage(LPCWSTR path, Gdiplus::Image** target) {

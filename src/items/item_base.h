@@ -1,6 +1,7 @@
 // What every lightweight item of a dialog has: a kind, a place, a visual state and a click callback.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <platform/gdiplus.h>
@@ -70,6 +71,9 @@ class PLATFORM_API QKItemBase {
 
     // Copies the record; the host may drop its own. A null pointer removes the callback.
     void SetCallBack(const QKCallbacks* callbacks);
+    // Any callable in its place: a lambda, with what it captures; an empty function removes it. Copies of the
+    // item share it. It lives until its own call is over, whatever that does to the item.
+    void SetCallBack(std::function<void()> clicked);
 
     // 1 (the default): the pointer passes through the item's transparent pixels on a per-pixel window. 0:
     // the whole item rectangle catches it, by an invisible fill of alpha 1.
@@ -92,6 +96,16 @@ class PLATFORM_API QKItemBase {
     void SetMouseMoveHand(int hand) { m_bHand = hand; }
     int GetMouseMoveHand() const { return m_bHand; }
 
+    // Shown in a small window when the pointer has rested on the item for half a second, by any kind of item
+    // but a list, enabled or not. Line breaks count. Null or empty: none, as at first.
+    void SetTooltip(LPCWSTR text) { m_strTooltip = text; }
+    void SetTooltip(const platform::Utf8& text) { SetTooltip(text.Utf16()); }
+    const CString& GetTooltip() const { return m_strTooltip; }
+
+    // 0: left out by the Tab key (CQKDialogBase::SetTabKeys).
+    void SetTabStop(int stop) { m_bTabStop = stop; }
+    int GetTabStop() const { return m_bTabStop; }
+
     // The tight size of the text's glyph outlines, not of its layout box. The font's size is taken as it
     // stands, whatever its unit. An empty text has no size.
     Gdiplus::SizeF GetTextBounds(const Gdiplus::Font& font, const CString& text) const;
@@ -106,7 +120,11 @@ class PLATFORM_API QKItemBase {
     std::shared_ptr<Gdiplus::Image> LoadShared(UINT id, LPCWSTR type);
     std::shared_ptr<Gdiplus::Image> LoadShared(LPCWSTR path);
 
+    // What a completed click calls. The item may be gone afterwards.
+    void CallClicked() const;
+
     QKCallbacks m_callbacks;
+    std::shared_ptr<const std::function<void()>> m_pClicked;  // in the place of a record
     HWND m_hParent;
     POINT m_ptLast = {0, 0};  // where the pointer was when the button went down on the item
     int m_nX = 0, m_nY = 0, m_nWidth = 0, m_nHeight = 0;
@@ -119,6 +137,8 @@ class PLATFORM_API QKItemBase {
     int m_bEnable = 1;
     int m_nItemData = 0;
     int m_bHand = 0;
+    CString m_strTooltip;
+    int m_bTabStop = 1;
 
     friend class CQKDialogBase;
 };

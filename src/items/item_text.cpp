@@ -23,6 +23,11 @@ void QKItemText::ReleaseBuf() {
 
 void QKItemText::SetFont(const Gdiplus::Font& font) {
     m_pFont.reset(font.Clone());
+    m_bOwnFont = true;
+}
+
+void QKItemText::TakeDefaultFont(const std::shared_ptr<Gdiplus::Font>& font) {
+    if (!m_bOwnFont) m_pFont = font;
 }
 
 // Text never goes onto a per-pixel surface fully opaque; hosts compare with the value that they read back.

@@ -16,6 +16,7 @@ class PLATFORM_API QKItemText {
 
     // Keeps a copy; null is no text, and without memory for the copy there is none either.
     void SetText(LPCWSTR text);
+    void SetText(const platform::Utf8& text) { SetText(text.Utf16()); }
     // The item's own copy, until the next change; null while there is no text.
     LPCWSTR GetText() const { return m_bHasText ? m_strText.GetString() : nullptr; }
     // In UTF-16 units; -1 while there is no text, 0 for an empty one.
@@ -24,6 +25,8 @@ class PLATFORM_API QKItemText {
 
     // Keeps a clone. The default face is "宋体"; a font that cannot be cloned leaves none, and no text shows.
     void SetFont(const Gdiplus::Font& font);
+    // The font of a dialog for items that were given none (CQKDialogBase::SetDefaultFont).
+    void TakeDefaultFont(const std::shared_ptr<Gdiplus::Font>& font);
     // Stays the item's own.
     Gdiplus::Font* GetFont() const { return m_pFont.get(); }
 
@@ -49,6 +52,7 @@ class PLATFORM_API QKItemText {
     CString m_strText;
     bool m_bHasText = false;
     std::shared_ptr<Gdiplus::Font> m_pFont;
+    bool m_bOwnFont = false;
     Gdiplus::Color m_crText{0xFEFFFFFF};
     Gdiplus::StringFormat m_format;
 };

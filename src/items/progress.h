@@ -16,6 +16,12 @@ class PLATFORM_API QKProgress : public QKItemBase {
     // Let go of both pictures and load the track and the bar. One that is missing is left out.
     void SetBarImage(UINT backId, UINT barId, LPCWSTR type);
     void SetBarImage(LPCWSTR backPath, LPCWSTR barPath);
+    void SetBarImage(UINT backId, UINT barId, const platform::Utf8& type) {
+        SetBarImage(backId, barId, type.Utf16());
+    }
+    void SetBarImage(const platform::Utf8& backPath, const platform::Utf8& barPath) {
+        SetBarImage(backPath.Utf16(), barPath.Utf16());
+    }
     void DestroyImag();
 
     // Nothing is checked; the next paint decides what shows.

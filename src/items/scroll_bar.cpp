@@ -1,6 +1,8 @@
 #include "items/scroll_bar.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 #include "items/arithmetic.h"
 #include "items/pieces.h"
@@ -66,10 +68,39 @@ void QKVScrollBar::SetBarLength(int visible, int total) {
     if (HasCaps()) length = Difference(length, FrameHeight(m_pTopImage) + FrameHeight(m_pBottomImage));
     m_nMax = Product(Difference(total, visible), length) / total;
     m_nBarHeight = Difference(length, m_nMax);
+    if (m_scrollPos) SetScrollPos(*m_scrollPos);
+}
+
+void QKVScrollBar::SetThumb(int position) {
+    m_nPos = std::max(std::min(position, m_nMax), 0);
 }
 
 void QKVScrollBar::SetBarPos(int position) {
-    m_nPos = std::max(std::min(position, m_nMax), 0);
+    m_scrollPos.reset();
+    SetThumb(position);
+}
+
+int QKVScrollBar::GetScrollMax() const {
+    return static_cast<int>(
+        std::clamp(std::int64_t{m_nTotal} - m_nVisible, std::int64_t{0}, std::int64_t{INT32_MAX}));
+}
+
+void QKVScrollBar::SetScrollPos(int position) {
+    const int most = GetScrollMax();
+    m_scrollPos = std::clamp(position, 0, most);
+    // To the nearest pixel.
+    SetThumb(most ? static_cast<int>((std::int64_t{m_nMax} * *m_scrollPos + most / 2) / most) : 0);
+}
+
+int QKVScrollBar::GetScrollPos() const {
+    if (m_scrollPos) return *m_scrollPos;
+    if (m_nMax <= 0) return 0;
+    const std::int64_t position = (std::int64_t{GetScrollMax()} * m_nPos + m_nMax / 2) / m_nMax;
+    return static_cast<int>(std::min<std::int64_t>(position, GetScrollMax()));
+}
+
+void QKVScrollBar::SetScrollCallBack(std::function<void(int position)> scrolled) {
+    m_pScrolled = scrolled ? std::make_shared<const std::function<void(int)>>(std::move(scrolled)) : nullptr;
 }
 
 int QKVScrollBar::GetPos() const {

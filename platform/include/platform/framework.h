@@ -97,6 +97,7 @@ class PLATFORM_API CWnd : public CCmdTarget {
     // window is kept inside the work area of the monitor.
     void CenterWindow();
     void SetWindowText(LPCWSTR text) { ::SetWindowTextW(m_hWnd, text); }
+    void SetWindowText(const platform::Utf8& text) { SetWindowText(text.Utf16()); }
     // The picture in task lists and frames; the icon stays the caller's. Returns the one before.
     HICON SetIcon(HICON icon, BOOL big) {
         const WPARAM size = big ? ICON_BIG : ICON_SMALL;

@@ -176,6 +176,7 @@ class Graphics;
 class PLATFORM_API Image {
   public:
     explicit Image(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
+    explicit Image(const platform::Utf8& path) : Image(path.Utf16()) {}
     // Keeps the stream for as long as the image lives (frames are decoded when they are selected).
     explicit Image(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
     // As the constructors; owned by the caller.
@@ -235,6 +236,7 @@ class PLATFORM_API Image {
 class PLATFORM_API Bitmap : public Image {
   public:
     explicit Bitmap(LPCWSTR path, BOOL useEmbeddedColorManagement = FALSE);
+    explicit Bitmap(const platform::Utf8& path) : Bitmap(path.Utf16()) {}
     explicit Bitmap(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
     // Transparent pixels (32bppRGB: opaque black). Sizes as in CreateCompatibleBitmap; a bad size gives an
     // error status.
@@ -281,6 +283,7 @@ class PLATFORM_API FontFamily {
     // A face by any of its names, Chinese ones included; what is not installed resolves to the closest
     // installed face, so that text always shows. Of a longer name 512 bytes of UTF-8 count.
     explicit FontFamily(LPCWSTR name);
+    explicit FontFamily(const platform::Utf8& name) : FontFamily(name.Utf16()) {}
     CString GetFamilyName() const { return name_; }
     BOOL IsAvailable() const { return !name_.IsEmpty(); }
 
@@ -293,6 +296,8 @@ class PLATFORM_API FontFamily {
 class PLATFORM_API Font {
   public:
     Font(LPCWSTR family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
+    Font(const platform::Utf8& family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint)
+        : Font(family.Utf16(), emSize, style, unit) {}
     Font(const FontFamily* family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPoint);
     // The context has to be live.
     Font(HDC context, const LOGFONTW* font);

@@ -23,6 +23,7 @@ class PLATFORM_API CString {
     CString(const char* utf8);            // NOLINT
     CString(const wchar_t* text);         // NOLINT: UTF-32, the compiler's L"" on Linux
     CString(const std::string& utf8);     // NOLINT: terminators among it, too
+    CString(std::string_view utf8);       // NOLINT
     CString(const std::u16string& text);  // NOLINT
     CString(const std::wstring& text);    // NOLINT
     explicit CString(WCHAR unit) : CString(unit, 1) {}
@@ -134,6 +135,20 @@ class PLATFORM_API CString {
 };
 
 namespace platform {
+// A text in UTF-8, as an argument: what a call that asks for UTF-16 takes besides. Null is none, as it is
+// there.
+class Utf8 {
+  public:
+    Utf8(const char* text) : text_(text), null_(!text) {}  // NOLINT: this one and the others convert
+    Utf8(const std::string& text) : text_(text) {}         // NOLINT
+    Utf8(std::string_view text) : text_(text) {}           // NOLINT
+    LPCWSTR Utf16() const { return null_ ? nullptr : text_.GetString(); }
+
+  private:
+    CString text_;
+    bool null_ = false;
+};
+
 // What a text stands for among the arguments of a format: the address of its UTF-16.
 template <class T>
 T TextAsArgument(T value) {

@@ -1,0 +1,62 @@
+#include "items/nine_parts.h"
+
+#include <algorithm>
+
+#include "items/pieces.h"
+
+namespace {
+
+// Where the three columns (or rows) of a length begin, and where the last one ends.
+std::array<int, 4> Cuts(int length, LONG first, LONG last) {
+    const int near = std::clamp<int>(first, 0, length);
+    return {0, near, std::max(near, length - std::max<int>(last, 0)), length};
+}
+
+// The same on the way to a destination, whose corners keep their size.
+std::array<float, 4> Places(float origin, float length, const std::array<int, 4>& cuts) {
+    return {origin, origin + static_cast<float>(cuts[1]),
+            origin + length - static_cast<float>(cuts[3] - cuts[2]), origin + length};
+}
+
+}  // namespace
+
+// Parts of their own, since a part of a larger picture, stretched, is mixed with what lies beside it.
+void QKNineParts::Cut(Gdiplus::Image& picture) {
+    if (revision_ == picture.GetRevision() && cutAt_ == margins_) return;
+    revision_ = picture.GetRevision();
+    cutAt_ = margins_;
+    const auto columns = Cuts(static_cast<int>(picture.GetWidth()), margins_.left, margins_.right);
+    const auto rows = Cuts(static_cast<int>(picture.GetHeight()), margins_.top, margins_.bottom);
+    for (std::size_t i = 0; i < parts_.size(); ++i) {
+        const std::size_t column = i % 3, row = i / 3;
+        const int width = columns[column + 1] - columns[column];
+        const int height = rows[row + 1] - rows[row];
+        parts_[i].reset();
+        if (width < 1 || height < 1) continue;
+        parts_[i] = std::make_shared<Gdiplus::Bitmap>(width, height);
+        Gdiplus::Graphics graphics(parts_[i].get());
+        graphics.DrawImage(&picture, Gdiplus::Rect(0, 0, width, height), columns[column], rows[row], width,
+                           height, Gdiplus::UnitPixel);
+    }
+}
+
+void QKNineParts::Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, QKPieces& pieces) {
+    Cut(picture);
+    const auto columns =
+        Places(rect.X, rect.Width, Cuts(static_cast<int>(picture.GetWidth()), margins_.left, margins_.right));
+    const auto rows = Places(rect.Y, rect.Height,
+                             Cuts(static_cast<int>(picture.GetHeight()), margins_.top, margins_.bottom));
+    for (std::size_t i = 0; i < parts_.size(); ++i) {
+        if (!parts_[i]) continue;
+        const std::size_t column = i % 3, row = i / 3;
+        const Gdiplus::RectF to(columns[column], rows[row], columns[column + 1] - columns[column],
+                                rows[row + 1] - rows[row]);
+        if (to.Width > 0 && to.Height > 0)
+            pieces.Add({parts_[i].get(), to, QKWholeImage(parts_[i].get()), Gdiplus::WrapModeTileFlipXY});
+    }
+}
+
+void QKNineParts::Draw(Gdiplus::Graphics& graphics, Gdiplus::Image& picture, const Gdiplus::RectF& rect) {
+    QKPiecePainter painter(graphics);
+    Compose(picture, rect, painter);
+}
