@@ -11,6 +11,9 @@
 #include "items/item_base.h"
 
 class COleDataSource;
+class QKItemTips;
+class QKNineParts;
+class QKTabFocus;
 class QKButton;
 class QKCheckBox;
 class QKFrame;
@@ -80,6 +83,23 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     // the rectangle is then empty. 0 for an empty path. Cache and ratio are left as they are, so a cached
     // background keeps showing the old picture.
     int SetBack(const CString& path, CRect& rcImage);
+
+    // The same out of the host's resources. 0, and no picture, where there is none of the number and type.
+    int SetBack(UINT id, LPCWSTR type, int keepRatio, int cache);
+    int SetBack(UINT id, LPCWSTR type, CRect& rcImage);
+    int SetBack(UINT id, const platform::Utf8& type, int keepRatio, int cache) {
+        return SetBack(id, type.Utf16(), keepRatio, cache);
+    }
+    int SetBack(UINT id, const platform::Utf8& type, CRect& rcImage) {
+        return SetBack(id, type.Utf16(), rcImage);
+    }
+    // Draws the picture as a frame of nine parts (see QKNineParts), whatever the ratio flag says; all 0, as
+    // at first: as one. A cached background stays.
+    void SetBackMargins(int left, int top, int right, int bottom);
+
+    // The font of all texts of items that were given none by SetFont: those registered already, and those
+    // that will be. An item keeps it when it leaves the dialog. Lists have a font of their own.
+    void SetDefaultFont(const Gdiplus::Font& font);
 
     // 1: a press on empty space does not move the window.
     void SetNoMove(int noMove);
@@ -179,6 +199,19 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     int MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point);
     int MoveLeaveItem(QKItemBase* item, const CRect& rect);  // for hosts
 
+    // ---- Keyboard. Enter and Escape never end a dialog.
+
+    // 1: Tab and Shift+Tab go from item to item that can be clicked, in the order of registration, leaving
+    // out what is hidden, disabled or no tab stop (QKItemBase::SetTabStop); Space and Enter click the one
+    // that has the focus, which is framed. The frame shows from the first Tab on, until the mouse is pressed
+    // or the window deactivated. At first 0: the host gets all of these keys but Enter.
+    void SetTabKeys(int enable);
+    // Gives an item the focus and shows the frame, or, with null, neither. 0 for one that cannot have it.
+    int SetFocusItem(QKItemBase* item);
+    // The item with the focus; null when there is none, or when it can no longer have it.
+    QKItemBase* GetFocusItem();
+    void SetFocusColor(const Gdiplus::Color& color);  // of the frame; 0xFF3399FF at first
+
     // ---- Files dragged out of lists. Entries stand for the files that their szPath names.
 
     // Drags the selected entries of all shown lists into another program, beginning where the pointer is: the
@@ -276,7 +309,8 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     static bool HitRect(const QKItemBase* item, CRect& rect);
     static bool TakesPointer(const QKItemBase* item);
     QKItemBase* CapturedItem();
-    bool CompleteClick(QKItemBase* item, bool& changed);
+    enum class ClickedBy { Pointer, Key };
+    bool CompleteClick(QKItemBase* item, ClickedBy by, bool& changed);
     bool ToggleCheck(QKItemBase* item);
     void UncheckOthers(const QKItemBase* radio);
     int DragThumb(QKItemBase* item, CPoint point);
@@ -292,6 +326,15 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void StartBand(CPoint point);
     void DragWindowOrCapture(CPoint point);
     void EndPress();
+
+    void GiveDefaultFont(QKItemBase& item) const;
+    CRect FocusFrame() const;  // empty while it does not show
+    void ShowFocus(QKItemBase* item, bool shown);
+    void BeginPress(CPoint point);
+    void PressTakesFocus(CPoint point);
+    bool TakeFocusKey(const MSG& message);
+    void ClickItem(QKItemBase* item);
+    const QKItemBase* TippedItem(CPoint point) const;
 
     bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
     Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
@@ -312,6 +355,10 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void PushLayeredFrame(const CRect& window);
     void PaintHandedOut(int width, int height);
 
+    std::shared_ptr<Gdiplus::Font> m_pDefaultFont;
+    std::unique_ptr<QKNineParts> m_pBackParts;
+    std::unique_ptr<QKTabFocus> m_pFocus;
+    std::unique_ptr<QKItemTips> m_pTips;
     std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints; null while handed out
     std::unique_ptr<QKWindowFrame> m_pWindowFrame;                   // the one that the window itself shows
     QKFrame* m_pHandedOut = nullptr;                                 // what a DrawSurface is to draw on now

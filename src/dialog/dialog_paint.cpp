@@ -5,7 +5,9 @@
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 #include "dialog/piece_inputs.h"
+#include "dialog/tab_focus.h"
 #include "dialog/window_frame.h"
+#include "items/nine_parts.h"
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
 #include "list/list_node.h"
@@ -125,7 +127,7 @@ bool CQKDialogBase::CoversAll(int width, int height) const {
     GetClientRect(client);
     if (HasCachedBackground() || client != CRect(0, 0, width, height)) return false;
     if (m_bBackColor) return m_crBack >> 24 == 0xFF;
-    if (!m_pBackImage || width < 1 || height < 1) return false;
+    if (!m_pBackImage || !m_pBackParts->IsEmpty() || width < 1 || height < 1) return false;
     const Gdiplus::Rect source = BackgroundSource(width, height);
     return source.Width > 0 && source.Height > 0;
 }
@@ -182,6 +184,7 @@ void CQKDialogBase::Compose(HDC dc, CSize size, Under under, std::vector<CRect>&
         }
         if (item->GetType() == QKUI_LISTCTRL) PaintList(graphics, dc, static_cast<QKListCtrl&>(*item));
     }
+    if (const CRect frame = FocusFrame(); !frame.IsRectEmpty()) m_pFocus->Draw(graphics, frame);
     DrawBand(graphics);
     graphics.ReleaseHDC(dc);  // never acquired: without effect
 }
@@ -216,6 +219,8 @@ void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, CSize client, Un
         graphics.FillRectangle(&brush, 0, 0, client.cx, client.cy);
     }
     if (!m_pBackImage || client.cx < 1 || client.cy < 1) return;
+    if (!m_pBackParts->IsEmpty())
+        return m_pBackParts->Draw(graphics, *m_pBackImage, QKRectF(CRect(CPoint(0, 0), client)));
     Gdiplus::ImageAttributes attributes;
     attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
     const Gdiplus::Rect source = BackgroundSource(client.cx, client.cy);
@@ -286,6 +291,7 @@ void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
         inputs.Add(static_cast<std::uint64_t>(m_bBackColor));
         inputs.Add(m_pBackImage ? m_pBackImage->GetRevision() : 0);
         inputs.Add(static_cast<std::uint64_t>(m_bBackKeepRatio));
+        inputs.Add(m_pBackParts->GetMargins());
     }
 
     for (QKItemBase* item : m_arItems) {
@@ -300,5 +306,11 @@ void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
     }
 
     DescribeBand(inputs);
+    if (const CRect focus = FocusFrame(); !focus.IsRectEmpty()) {
+        inputs.Begin();
+        inputs.Add(focus);
+        inputs.Add(m_pFocus->GetColor().GetValue());
+        inputs.Touches(focus);
+    }
     frame.TakeInputs();
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "dialog/alive.h"
+#include "dialog/item_tips.h"
 #include "items/arithmetic.h"
 #include "items/check_box.h"
 #include "items/scroll_bar.h"
@@ -50,7 +51,10 @@ int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
     auto* bar = static_cast<QKVScrollBar*>(item);
     bar->SetBarPos(QKSum(bar->m_nPos, QKDifference(point.y, bar->m_ptLast.y)));
     bar->m_ptLast = point;
+    const QKAlive dragged(*this, item);
+    const auto scrolled = bar->m_pScrolled;
     if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
+    if (dragged && scrolled) (*scrolled)(bar->GetScrollPos());
     return 1;
 }
 
@@ -102,13 +106,11 @@ bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
 
 // The check and the host's function. False when the item, the window or the dialog itself did not outlive
 // them: the release then touches none of them any more.
-bool CQKDialogBase::CompleteClick(QKItemBase* item, bool& changed) {
+bool CQKDialogBase::CompleteClick(QKItemBase* item, ClickedBy by, bool& changed) {
     const QKAlive dialog(*this);
     const QKAlive clicked(*this, item);
     changed = ToggleCheck(item);
-    if (clicked && item == m_pDownItem)
-        if (const QKCallbacks callbacks = item->m_callbacks; callbacks.pfnClick)
-            callbacks.pfnClick(callbacks.pArgument);
+    if (clicked && (by == ClickedBy::Key || item == m_pDownItem)) item->CallClicked();
     if (!dialog || !IsWindow(m_hWnd)) return false;
     if (clicked) return true;
     m_bMinimized = 0;  // this was the release that MinQKDlg waited for
@@ -124,7 +126,8 @@ int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point)
     }
 
     bool changed = false;
-    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, changed)) return 0;
+    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, ClickedBy::Pointer, changed))
+        return 0;
 
     const bool minimized = m_bMinimized == 1;
     m_bMinimized = 0;
@@ -211,14 +214,36 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
         DragWindowOrCapture(point);
 }
 
+void CQKDialogBase::BeginPress(CPoint point) {
+    m_pTips->Hide();
+    PressTakesFocus(point);
+}
+
+// Of the items at a point the topmost that has a tooltip, unless one that takes the pointer covers it.
+const QKItemBase* CQKDialogBase::TippedItem(CPoint point) const {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        const QKItemBase* item = m_arItems[i];
+        if (!item->IsShow() || item->GetType() == QKUI_LISTCTRL) continue;
+        CRect rect;
+        const bool takesPointer = HitRect(item, rect);
+        if (!takesPointer) item->GetRect(&rect);
+        if (rect.PtInRect(point) && (takesPointer || !item->GetTooltip().IsEmpty())) return item;
+    }
+    return nullptr;
+}
+
 void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
     const QKAlive alive(*this);
+    BeginPress(point);
+    if (!alive) return;
     OnLbuttonClkDown(flags, point);
     if (alive) CDialog::OnLButtonDown(flags, point);
 }
 
 void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
     const QKAlive alive(*this);
+    BeginPress(point);
+    if (!alive) return;
     OnLbuttonDbClkDown(flags, point);
     if (alive) CDialog::OnLButtonDblClk(flags, point);
 }
@@ -232,6 +257,7 @@ QKItemBase* CQKDialogBase::CapturedItem() {
 void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     TRACKMOUSEEVENT leave = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, m_hWnd, 0};
     TrackMouseEvent(&leave);
+    m_pTips->PointerOver(m_bSelecting ? nullptr : TippedItem(point), m_hWnd, m_pDefaultFont);
 
     const QKAlive alive(*this);
     int changed = 0;
@@ -284,6 +310,7 @@ int CQKDialogBase::DragOut() {
 }
 
 void CQKDialogBase::OnMouseLeave() {
+    m_pTips->PointerOver(nullptr, m_hWnd, nullptr);
     const QKAlive alive(*this);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];

@@ -1,9 +1,29 @@
 // The dialog's items: pointers in the order of registration.
 #include "dialog/dialog_base.h"
+#include "dialog/item_tips.h"
+#include "items/check_box.h"
+#include "items/static_text.h"
+#include "items/text_button.h"
+
+void CQKDialogBase::GiveDefaultFont(QKItemBase& item) const {
+    if (!m_pDefaultFont) return;
+    switch (item.GetType()) {
+        case QKUI_STATICTEXT:
+            return static_cast<QKStaticText&>(item).TakeDefaultFont(m_pDefaultFont);
+        case QKUI_TEXTBUTTON:
+            return static_cast<QKTextButton&>(item).TakeDefaultFont(m_pDefaultFont);
+        case QKUI_CHECKBOX:
+        case QKUI_RADIO:
+            return static_cast<QKCheckBox&>(item).TakeDefaultFont(m_pDefaultFont);
+        default:
+            return;
+    }
+}
 
 int CQKDialogBase::AddQKItem(QKItemBase* item) {
     if (!item || GetQKItem(item)) return 0;
     item->SetParent(m_hWnd);
+    GiveDefaultFont(*item);
     m_arItems.Add(item);
     if (item->GetType() == QKUI_GIFIMAGE) m_bHasGif = 1;
     return 1;
@@ -18,6 +38,7 @@ QKItemBase* CQKDialogBase::GetQKItem(QKItemBase* item) {
 int CQKDialogBase::RemoveQKItem(QKItemBase* item) {
     for (INT_PTR i = 0; item && i < m_arItems.GetSize(); ++i) {
         if (m_arItems[i] == item) {
+            m_pTips->Hide();
             m_arItems.RemoveAt(i);
             return 1;
         }
@@ -26,5 +47,6 @@ int CQKDialogBase::RemoveQKItem(QKItemBase* item) {
 }
 
 void CQKDialogBase::RemoveAllQKItem() {
+    m_pTips->Hide();
     m_arItems.RemoveAll();
 }

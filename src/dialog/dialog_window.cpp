@@ -1,7 +1,19 @@
 // The dialog as a window: construction, looks, background settings, commands, keys.
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
+#include "dialog/item_tips.h"
+#include "dialog/tab_focus.h"
 #include "dialog/window_frame.h"
+#include "items/nine_parts.h"
+#include "items/resource_image.h"
+
+namespace {
+
+CRect WholeOf(const Gdiplus::Image& image) {
+    return {0, 0, static_cast<int>(image.GetWidth()), static_cast<int>(image.GetHeight())};
+}
+
+}  // namespace
 
 IMPLEMENT_DYNAMIC(CQKDialogBase, CDialog)
 
@@ -22,6 +34,9 @@ END_MESSAGE_MAP()
 
 CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
     : CDialog(templateId, parent),
+      m_pBackParts(std::make_unique<QKNineParts>()),
+      m_pFocus(std::make_unique<QKTabFocus>()),
+      m_pTips(std::make_unique<QKItemTips>()),
       m_pFrame(std::make_unique<QKFrame>()),
       m_pWindowFrame(std::make_unique<QKWindowFrame>()) {}
 
@@ -100,9 +115,33 @@ int CQKDialogBase::SetBack(const CString& path, CRect& rcImage) {
     m_pBackImage.reset();
     if (path.IsEmpty()) return 0;
     m_pBackImage = std::make_unique<Gdiplus::Image>(path);
-    rcImage =
-        CRect(0, 0, static_cast<int>(m_pBackImage->GetWidth()), static_cast<int>(m_pBackImage->GetHeight()));
+    rcImage = WholeOf(*m_pBackImage);
     return 1;
+}
+
+int CQKDialogBase::SetBack(UINT id, LPCWSTR type, int keepRatio, int cache) {
+    m_pBackImage = QKLoadImage(id, type);
+    m_bBackKeepRatio = keepRatio;
+    m_pBackCache.reset();
+    m_bBackCache = cache;
+    return m_pBackImage != nullptr;
+}
+
+int CQKDialogBase::SetBack(UINT id, LPCWSTR type, CRect& rcImage) {
+    m_pBackImage = QKLoadImage(id, type);
+    if (!m_pBackImage) return 0;
+    rcImage = WholeOf(*m_pBackImage);
+    return 1;
+}
+
+void CQKDialogBase::SetBackMargins(int left, int top, int right, int bottom) {
+    m_pBackParts->SetMargins({left, top, right, bottom});
+}
+
+void CQKDialogBase::SetDefaultFont(const Gdiplus::Font& font) {
+    m_pDefaultFont.reset(font.Clone());
+    for (QKItemBase* item : m_arItems)
+        GiveDefaultFont(*item);
 }
 
 void CQKDialogBase::SetNoMove(int noMove) {
@@ -149,19 +188,25 @@ BOOL CQKDialogBase::OnEraseBkgnd(HDC) {
 }
 
 void CQKDialogBase::OnMove(int x, int y) {
+    m_pTips->Hide();
     CDialog::OnMove(x, y);
 }
 
 void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
     const QKAlive alive(*this);
     CDialog::OnActivate(state, other, minimised);
-    if (alive && state == WA_INACTIVE && DropListFocus()) UpdateView();
+    if (!alive || state != WA_INACTIVE) return;
+    m_pTips->Hide();
+    ShowFocus(GetFocusItem(), false);
+    if (alive && DropListFocus()) UpdateView();
 }
 
 BOOL CQKDialogBase::PreTranslateMessage(MSG* message) {
     // Any message that carries F4 in its wParam while Alt is held, so that no path of Alt+F4 closes the
     // dialog.
     if (message->wParam == VK_F4 && (GetKeyState(VK_MENU) & 0x8000)) return TRUE;
+    if (message->message == WM_KEYDOWN) m_pTips->Hide();
+    if (TakeFocusKey(*message)) return TRUE;
     if (message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE))
         return TRUE;
     return CDialog::PreTranslateMessage(message);

@@ -142,6 +142,23 @@ const Scene kScenes[] = {
          Headless::KeyDown(VK_MENU);
          Headless::KeyDown(VK_F4);
      }},
+    {"WalksByTab",
+     [] {
+         With([](HostDialog& d) { d.SetTabKeys(1); });
+         for (const UINT key : {UINT{VK_TAB}, UINT{VK_SPACE}, UINT{VK_TAB}, UINT{VK_RETURN}, UINT{VK_TAB},
+                                UINT{VK_TAB}, UINT{VK_SPACE}})
+             Headless::KeyDown(key), Headless::KeyUp(key);
+         Click(20, 20);
+     }},
+    {"RestsOnAnItem",
+     [] {
+         Point(70, 15);
+         Headless::Advance(600);
+         With([](HostDialog& d) { d.SetWindowPos(HWND(), 90, 90, 0, 0, SWP_NOSIZE); });
+         Point(71, 15);
+         Headless::Advance(10000);
+         Click(70, 15);
+     }},
     {"IsRefreshed",
      [] {
          With([](HostDialog& d) { d.UpdateViewPt(CPoint(0, 0)); });

@@ -83,6 +83,16 @@ class HostDialog : public CQKDialogBase {
             item->SetCallBack(&click);
             AddQKItem(item);
         }
+        // Captured by value, on the heap: freed with the item, unless its call goes on.
+        const auto called = std::make_shared<std::string>("click");
+        for (QKItemBase* item :
+             {static_cast<QKItemBase*>(check.get()), static_cast<QKItemBase*>(radio.get())})
+            item->SetCallBack([name = std::vector<std::shared_ptr<std::string>>{called}] {
+                ++play->clicks;
+                if (Called(*name.front())) name.front()->size();
+            });
+        bar->SetScrollCallBack([called](int) { Called("scroll"); });
+        check->SetTooltip("tip");
         const QKVScrollCallbacks moved = {nullptr, nullptr, nullptr, [](int, LPVOID) { Called("thumb"); }};
         bar->SetVBarCallBack(&moved);
         AddQKItem(bar.get());

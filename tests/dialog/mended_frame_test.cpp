@@ -177,7 +177,10 @@ class Crowd {
                 if (Roll(3) == 0) return box.SetTextInerTop(Roll(30) - 10);
                 return ChangeText(box);
             }
+            case QKUI_IMAGE:
+                return static_cast<QKImage&>(item).SetMargins(Roll(9), Roll(9), Roll(30), Roll(30));
             case QKUI_GIFIMAGE:
+                if (Roll(3) == 0) return static_cast<QKImage&>(item).SetMargins(Roll(2), 0, Roll(2), 0);
                 return static_cast<QKGifImage&>(item).Step();
             case QKUI_PROGRESS:
                 return static_cast<QKProgress&>(item).SetPos(static_cast<unsigned>(Roll(110)));
@@ -329,9 +332,17 @@ TEST_F(MendedFrame, EqualsANewOne) {
         dialog.Show();
         for (int step = 0; step < steps; ++step) {
             QKItemBase& item = crowd.Any();
-            const int frames = dialog.frames;
+            int frames = dialog.frames;
             bool whole = true;
-            switch (crowd.Roll(14)) {
+            switch (crowd.Roll(16)) {
+                case 8:
+                    dialog.SetBackMargins(crowd.Roll(9), crowd.Roll(9), crowd.Roll(9), crowd.Roll(2));
+                    break;
+                case 9:
+                    if (crowd.Roll(3) == 0) dialog.SetFocusColor(crowd.AnyColour());
+                    dialog.SetFocusItem(crowd.Roll(3) ? &item : nullptr);
+                    frames = dialog.frames;  // a per-pixel window shows it at once
+                    break;
                 case 0:
                     dialog.RemoveQKItem(&item);
                     dialog.AddQKItem(&item);
