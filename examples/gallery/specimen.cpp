@@ -50,13 +50,20 @@ void SpecimenWindow::ClickAt(int x, int y) {
 Headless::Picture SpecimenWindow::Capture() {
     window_.UpdateView();
     Headless::RunPending();
-    return Headless::Capture(window_.m_hWnd);
+    if (!screen_) return Headless::Capture(window_.m_hWnd);
+    const Headless::Picture screen = Headless::CaptureScreen();
+    Headless::Picture part{window_.Looks().size.cx, window_.Looks().size.cy, {}};
+    for (int y = 0; y < part.height; ++y)  // the window lies at the screen's top left corner
+        for (int x = 0; x < part.width; ++x)
+            part.argb.push_back(screen.At(x, y));
+    return part;
 }
 
 std::vector<Specimen> AllSpecimens() {
     std::vector<Specimen> all;
-    for (const auto family : {ButtonSpecimens, TextSpecimens, ChoiceSpecimens, ImageSpecimens,
-                              ProgressSpecimens, ScrollSpecimens, FrameSpecimens, ListSpecimens}) {
+    for (const auto family :
+         {ButtonSpecimens, TextSpecimens, ChoiceSpecimens, ImageSpecimens, ProgressSpecimens, ScrollSpecimens,
+          FrameSpecimens, ListSpecimens, KeyboardSpecimens}) {
         std::vector<Specimen> some = family();
         std::move(some.begin(), some.end(), std::back_inserter(all));
     }

@@ -40,11 +40,14 @@ class SpecimenWindow {
     void PressAt(int x, int y);
     void ClickAt(int x, int y);
 
+    // The screen where the window is, what lies above it too, in place of the window alone.
+    void ShowScreen() { screen_ = true; }
     Headless::Picture Capture();
 
   private:
     std::vector<std::shared_ptr<void>> items_;  // outlive the window
     DemoWindow window_;
+    bool screen_ = false;
 };
 
 struct Specimen {
@@ -63,6 +66,7 @@ std::vector<Specimen> ProgressSpecimens();
 std::vector<Specimen> ScrollSpecimens();
 std::vector<Specimen> FrameSpecimens();
 std::vector<Specimen> ListSpecimens();
+std::vector<Specimen> KeyboardSpecimens();
 
 std::vector<Specimen> AllSpecimens();
 

@@ -58,6 +58,26 @@ void WidenRightEdge(Pieces& pieces) {
     pieces[5] = std::move(wide);
 }
 
+// The nine pictures put together, and cut apart again by margins.
+void OnePicture(SpecimenWindow& window) {
+    const auto pieces = Load("hover");
+    const auto width = [&](std::size_t i) { return static_cast<int>((*pieces)[i]->GetWidth()); };
+    const auto height = [&](std::size_t i) { return static_cast<int>((*pieces)[i]->GetHeight()); };
+    const std::array<int, 4> columns = {0, width(0), width(0) + width(1), width(0) + width(1) + width(2)};
+    const std::array<int, 4> rows = {0, height(0), height(0) + height(3), height(0) + height(3) + height(6)};
+    const auto picture = std::make_shared<Gdiplus::Bitmap>(columns[3], rows[3]);
+    Gdiplus::Graphics graphics(picture.get());
+    for (std::size_t i = 0; i < pieces->size(); ++i)
+        graphics.DrawImage((*pieces)[i].get(), columns[i % 3], rows[i / 3]);
+    const RECT margins = {columns[1], rows[1], width(2), height(6)};
+    window.Draw([picture, margins](Ink& ink) {
+        ink.Graphics().DrawImage(picture.get(), 14, 14);
+        QKNineParts parts;
+        parts.SetMargins(margins);
+        parts.Draw(ink.Graphics(), *picture, {70, 14, 150, 80});
+    });
+}
+
 constexpr skin::PictureSize kAlphaSize = {160, 60};
 
 Specimen OneAlpha(const char* name, int alpha) {
@@ -86,6 +106,7 @@ std::vector<Specimen> FrameSpecimens() {
         Frame("frame-flat", "hover", CSize(260, 30)),
         Frame("frame-corners", "hover", usual, KeepCorners),
         Frame("frame-wide-right-edge", "press", usual, WidenRightEdge),
+        {"frame-one-picture", CSize(234, 108), OnePicture},
         OneAlpha("alpha-before", -1),
         OneAlpha("alpha-half", 128),
         OneAlpha("alpha-whole", 255),
