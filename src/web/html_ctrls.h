@@ -34,10 +34,12 @@ class PLATFORM_API CHtmlCtrls : public CHtmlView {
     // posts as many bytes as it has characters: the first half of it.
     void Navigate(LPCWSTR lpszURL, DWORD dwFlags = 0, LPCWSTR lpszTargetFrameName = nullptr,
                   LPCWSTR lpszHeaders = nullptr, LPVOID lpvPostData = nullptr, DWORD dwPostDataLen = 0);
+    void Navigate(const platform::Utf8& url) { Navigate(url.Utf16()); }
     // A page of the current resource module (AfxSetResourceHandle), by name or number: an RT_HTML resource,
     // whose links and pictures name others. FALSE where the module has no file.
     BOOL LoadFromResource(LPCWSTR lpszResource);
     BOOL LoadFromResource(UINT nRes);
+    BOOL LoadFromResource(const platform::Utf8& name) { return LoadFromResource(name.Utf16()); }
 
     CString GetFullName() const;
     CString GetType() const;

@@ -75,6 +75,22 @@ TEST_F(Ease, TextsAndPathsAreUtf8AsWell) {
     EXPECT_EQ(Gdiplus::Image(path).GetHeight(), 4u);
     EXPECT_EQ(Gdiplus::Font("DejaVu Sans", 9).GetLastStatus(), Gdiplus::Ok);
     EXPECT_EQ(CString(std::string_view("è\0é", 5)).GetLength(), 3);
+    CString text;
+    text.Format("%s è %d", u"é", 7);
+    EXPECT_EQ(text, u"é è 7");
+
+    Gdiplus::Bitmap bitmap(9, 9);
+    Gdiplus::Graphics graphics(&bitmap);
+    const Gdiplus::Font font("DejaVu Sans", 20);
+    Gdiplus::RectF one, two;
+    graphics.MeasureString("èè", &font, Gdiplus::RectF(), nullptr, &one);
+    graphics.MeasureString(u"èè", 2, &font, Gdiplus::RectF(), nullptr, &two);
+    EXPECT_EQ(one.Width, two.Width);
+    CWnd window;
+    ASSERT_TRUE(window.CreateEx(0, "è", WS_POPUP, CRect(0, 0, 9, 9), nullptr, 0));
+    window.GetWindowText(text);
+    EXPECT_EQ(text, u"è");
+    window.DestroyWindow();
 }
 
 TEST_F(Ease, PicturesComeFromResourcesEverywhere) {

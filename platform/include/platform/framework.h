@@ -47,6 +47,10 @@ class PLATFORM_API CWnd : public CCmdTarget {
     // A window of the framework's own class, attached to this object. False with the last error of
     // CreateWindowExW, or ERROR_INVALID_PARAMETER for an object that has a window.
     virtual BOOL CreateEx(DWORD exStyle, LPCWSTR title, DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    BOOL CreateEx(DWORD exStyle, const platform::Utf8& title, DWORD style, const RECT& rect, CWnd* parent,
+                  UINT id) {
+        return CreateEx(exStyle, title.Utf16(), style, rect, parent, id);
+    }
     virtual BOOL DestroyWindow();
 
     DWORD GetStyle() const;

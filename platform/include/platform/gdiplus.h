@@ -520,6 +520,19 @@ class PLATFORM_API Graphics {
                              const RectF& layout, const StringFormat* format, const Pen* pen);
     Status MeasureString(LPCWSTR text, INT length, const Font* font, const RectF& layout,
                          const StringFormat* format, RectF* box) const;
+    // The whole of a text.
+    Status DrawString(const platform::Utf8& text, const Font* font, const RectF& layout,
+                      const StringFormat* format, const Brush* brush) {
+        return DrawString(text.Utf16(), -1, font, layout, format, brush);
+    }
+    Status DrawString(const platform::Utf8& text, const Font* font, const PointF& origin,
+                      const Brush* brush) {
+        return DrawString(text.Utf16(), -1, font, origin, brush);
+    }
+    Status MeasureString(const platform::Utf8& text, const Font* font, const RectF& layout,
+                         const StringFormat* format, RectF* box) const {
+        return MeasureString(text.Utf16(), -1, font, layout, format, box);
+    }
 
   private:
     Status Keep(Status status) const;

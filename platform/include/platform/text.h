@@ -107,6 +107,8 @@ class PLATFORM_API CString {
     void Format(LPCWSTR format, Arguments... arguments);
     template <class... Arguments>
     void Format(const wchar_t* format, Arguments... arguments);
+    template <class... Arguments>
+    void Format(const char* format, Arguments... arguments);  // UTF-8
     // The format is a text of the string tables.
     template <class... Arguments>
     void Format(UINT id, Arguments... arguments);
@@ -175,6 +177,10 @@ void CString::Format(LPCWSTR format, Arguments... arguments) {
 }
 template <class... Arguments>
 void CString::Format(const wchar_t* format, Arguments... arguments) {
+    Format(CString(format).GetString(), arguments...);
+}
+template <class... Arguments>
+void CString::Format(const char* format, Arguments... arguments) {
     Format(CString(format).GetString(), arguments...);
 }
 template <class... Arguments>
