@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/graphics/scale.h"
 #include "platform/window/core/control.h"
 #include "platform/window/headless/headless_system.h"
 #include "platform/window/headless/key_text.h"
@@ -39,7 +40,7 @@ bool IsButton(int button) {
 }
 
 HeadlessSystem::Action MoveTo(POINT screen) {
-    return [screen](HeadlessSystem& system) { system.MovePointer(screen); };
+    return [screen](HeadlessSystem& system) { system.MovePointer(ScaledPoint(screen, ScreenScale())); };
 }
 
 void AddButton(Actions& actions, int button, bool down) {
