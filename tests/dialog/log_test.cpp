@@ -23,6 +23,8 @@ TEST(Log, NamesWhatIsNotThere) {
     EXPECT_EQ(good.GetLastStatus(), Gdiplus::Ok);
     const Gdiplus::Font installed(u"DejaVu Sans", 12);
     const Gdiplus::Font foreign(u"No Such Face", 12);
+    EXPECT_GT(foreign.GetHeight(), 0);  // looked for when it is used
+    EXPECT_GT(installed.GetHeight(), 0);
     EXPECT_EQ(CDialog(404).DoModal(), -1);
 
     const std::string said = testing::internal::GetCapturedStderr();

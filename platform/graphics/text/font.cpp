@@ -85,7 +85,7 @@ Font* Font::Clone() const try {
 Status Font::GetFamily(FontFamily* family) const try {
     if (family == nullptr) return InvalidParameter;
     if (status_ != Ok) return status_;
-    family->name_ = family_.IsEmpty() ? CString(data_->family.c_str()) : family_;
+    family->name_ = family_.IsEmpty() ? CString(data_->Family().c_str()) : family_;
     return Ok;
 } catch (const std::bad_alloc&) {
     return OutOfMemory;

@@ -2,21 +2,18 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include <memory>
-
 namespace platform {
 namespace {
 
-struct Destroy {
-    void operator()(FcConfig* config) const { FcConfigDestroy(config); }
-};
-using ConfigPtr = std::unique_ptr<FcConfig, Destroy>;
+// What only our patterns have.
+constexpr char kMark[] = "qkuirendering";
 
 // Applied to a face that was chosen, after every rule of the system.
 constexpr char kRendering[] = R"(<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 <fontconfig>
   <match target="font">
+    <test target="pattern" name="qkuirendering"><bool>true</bool></test>
     <edit name="antialias" mode="assign"><bool>true</bool></edit>
     <edit name="hinting" mode="assign"><bool>true</bool></edit>
     <edit name="hintstyle" mode="assign"><const>hintslight</const></edit>
@@ -27,23 +24,24 @@ constexpr char kRendering[] = R"(<?xml version="1.0"?>
 </fontconfig>
 )";
 
-ConfigPtr Load() {
-    ConfigPtr config(FcConfigCreate());
-    const auto* rendering = reinterpret_cast<const FcChar8*>(kRendering);
-    if (config && FcConfigParseAndLoad(config.get(), nullptr, FcTrue) &&
-        FcConfigParseAndLoadFromMemory(config.get(), rendering, FcTrue) && FcConfigBuildFonts(config.get())) {
-        return config;
-    }
-    // A broken configuration still has the faces that the library finds by itself.
-    return ConfigPtr(FcConfigReference(nullptr));
+// A configuration of our own would be the same files read once more: the shaping library reads them for the
+// process whatever it is given.
+FcConfig* Load() {
+    FcConfig* const config = FcConfigReference(nullptr);
+    FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(kRendering), FcTrue);
+    return config;
 }
 
 }  // namespace
 
 FcConfig* FontConfiguration() {
     // Never destroyed: a host's static objects draw until the process ends.
-    static FcConfig* const config = Load().release();
+    static FcConfig* const config = Load();
     return config;
+}
+
+void RenderAlike(FcPattern* wanted) {
+    FcPatternAddBool(wanted, kMark, FcTrue);
 }
 
 }  // namespace platform

@@ -5,10 +5,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <mutex>
 #include <tuple>
+#include <utility>
 
+#include "platform/base/weak_map.h"
 #include "platform/graphics/surface.h"
 #include "platform/graphics/text/font_names.h"
 
@@ -18,9 +19,9 @@ namespace {
 // Below this a glyph covers no pixel, and the font machinery begins to divide by zero.
 constexpr float kLeastPixels = 0.25F;
 
-PangoFontDescription* Describe(const FontData& font) {
+PangoFontDescription* Describe(const FontData& font, const std::string& family) {
     PangoFontDescription* description = pango_font_description_new();
-    pango_font_description_set_family(description, font.family.c_str());
+    pango_font_description_set_family(description, family.c_str());
     pango_font_description_set_absolute_size(
         description, static_cast<double>(std::max(font.pixels, kLeastPixels)) * PANGO_SCALE);
     if ((font.style & Gdiplus::FontStyleBold) != 0) {
@@ -34,30 +35,6 @@ PangoFontDescription* Describe(const FontData& font) {
 
 using Key = std::tuple<std::u16string, float, int>;
 
-// Remembers the fonts in use without keeping them.
-class Interned {
-  public:
-    template <class Make>
-    std::shared_ptr<FontData> Get(Key key, const Make& make) {
-        const std::lock_guard lock(mutex_);
-        if (const auto found = fonts_.find(key); found != fonts_.end()) {
-            if (auto font = found->second.lock()) return font;
-        }
-        if (fonts_.size() >= sweepAt_) {
-            std::erase_if(fonts_, [](const auto& entry) { return entry.second.expired(); });
-            sweepAt_ = std::max<std::size_t>(64, fonts_.size() * 2);
-        }
-        std::shared_ptr<FontData> font = make();
-        fonts_[std::move(key)] = font;
-        return font;
-    }
-
-  private:
-    std::mutex mutex_;
-    std::map<Key, std::weak_ptr<FontData>> fonts_;
-    std::size_t sweepAt_ = 64;
-};
-
 }  // namespace
 
 std::shared_ptr<FontData> FontData::Get(std::u16string_view family, float pixels, int style) {
@@ -66,20 +43,43 @@ std::shared_ptr<FontData> FontData::Get(std::u16string_view family, float pixels
         Gdiplus::FontStyleBoldItalic | Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
     style &= kStyles;
     // Never destroyed: a host's static objects make fonts until the process ends.
-    static Interned* const interned = new Interned;
-    return interned->Get(Key(family, pixels, style), [&] {
-        std::shared_ptr<FontData> font(new FontData);
-        font->family = ResolveFamily(ToUtf8(family));
-        font->pixels = pixels;
-        font->style = style;
-        font->revision = NextRevision();
-        font->description = Describe(*font);
-        return font;
+    struct InUse {
+        std::mutex mutex;
+        WeakMap<Key, FontData> fonts;
+    };
+    static InUse* const inUse = new InUse;
+    Key key(family, pixels, style);
+    const std::lock_guard lock(inUse->mutex);
+    std::shared_ptr<FontData> font = inUse->fonts.Find(key);
+    if (!font) {
+        font.reset(new FontData(family, pixels, style));
+        inUse->fonts.Put(std::move(key), font);
+    }
+    return font;
+}
+
+FontData::FontData(std::u16string_view family, float pixels_, int style_)
+    : pixels(pixels_), style(style_), revision(NextRevision()), asked_(family) {}
+
+FontData::~FontData() {
+    if (description_ != nullptr) pango_font_description_free(description_);
+}
+
+void FontData::Resolve() const {
+    std::call_once(resolved_, [this] {
+        family_ = ResolveFamily(ToUtf8(asked_));
+        description_ = Describe(*this, family_);
     });
 }
 
-FontData::~FontData() {
-    if (description != nullptr) pango_font_description_free(description);
+const std::string& FontData::Family() const {
+    Resolve();
+    return family_;
+}
+
+const PangoFontDescription* FontData::Description() const {
+    Resolve();
+    return description_;
 }
 
 }  // namespace platform

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -21,14 +22,24 @@ struct FontData {
     FontData(const FontData&) = delete;
     FontData& operator=(const FontData&) = delete;
 
-    std::string family;  // resolved
-    float pixels = 0;    // em size
-    int style = 0;       // Gdiplus::FontStyle
-    std::uint64_t revision = 0;
-    PangoFontDescription* description = nullptr;  // owned; never changed
+    // The installed one, looked for when somebody first asks; most items get a font of their own before their
+    // first one is drawn with.
+    const std::string& Family() const;
+    // Of that family; stays the font's, and is never changed.
+    const PangoFontDescription* Description() const;
+
+    const float pixels;  // em size
+    const int style;     // Gdiplus::FontStyle
+    const std::uint64_t revision;
 
   private:
-    FontData() = default;
+    FontData(std::u16string_view family, float pixels, int style);
+    void Resolve() const;
+
+    const std::u16string asked_;
+    mutable std::once_flag resolved_;
+    mutable std::string family_;
+    mutable PangoFontDescription* description_ = nullptr;
 };
 
 }  // namespace platform

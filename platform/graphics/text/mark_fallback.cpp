@@ -56,9 +56,9 @@ void MarkFallback::Apply(PangoAttrList* attributes, std::string_view text, const
         while (at < end && IsMark(g_utf8_get_char(at)))
             at = g_utf8_next_char(at);
         if (!face) {
-            if (Places(font.family, font.style)) return;
+            if (Places(font.Family(), font.style)) return;
             substitute = Substitute(font.style);
-            face.reset(pango_context_load_font(context_, font.description));
+            face.reset(pango_context_load_font(context_, font.Description()));
             if (substitute == nullptr || !face) return;
         }
         if (HoldsTogether(face.get(), letter, at)) continue;

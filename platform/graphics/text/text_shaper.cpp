@@ -17,9 +17,12 @@ namespace platform {
 namespace {
 
 PangoFontMap* MakeFontMap() {
+    FcConfig* const configuration = FontConfiguration();  // first, or a thread of the font map's reads it
     PangoFontMap* fonts = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts), 96);
-    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(fonts), FontConfiguration());
+    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(fonts), configuration);
+    pango_fc_font_map_set_default_substitute(
+        PANGO_FC_FONT_MAP(fonts), [](FcPattern* wanted, void*) { RenderAlike(wanted); }, nullptr, nullptr);
     return fonts;
 }
 
@@ -91,7 +94,7 @@ void TextShaper::Use(const FontData& font) {
     constexpr std::size_t kLeastFonts = 16;
     const std::size_t limit = DrawingCacheLimit().load(std::memory_order_relaxed);
     const std::size_t most = std::clamp(limit / TextCache::kFaceBytes, kLeastFonts, kMostFonts);
-    const unsigned look = pango_font_description_hash(font.description);
+    const unsigned look = pango_font_description_hash(font.Description());
     if (!fontsInUse_.insert(look).second || fontsInUse_.size() <= most) return;
     pango_fc_font_map_cache_clear(PANGO_FC_FONT_MAP(fonts_.get()));
     marks_.Forget();
@@ -101,7 +104,7 @@ void TextShaper::Use(const FontData& font) {
 ObjectPtr<PangoLayout> TextShaper::MakeLayout(const FontData& font, bool rightToLeft) const {
     ObjectPtr<PangoLayout> layout(pango_layout_new((rightToLeft ? rightToLeft_ : leftToRight_).get()));
     pango_layout_set_auto_dir(layout.get(), FALSE);
-    pango_layout_set_font_description(layout.get(), font.description);
+    pango_layout_set_font_description(layout.get(), font.Description());
     return layout;
 }
 
@@ -146,7 +149,7 @@ LineReach TextShaper::ReachOfFace(PangoFont* face, const FontData& font) {
 }
 
 LineReach TextShaper::ReachOf(const FontData& font) const {
-    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.description));
+    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.Description()));
     return face ? ReachOfFace(face.get(), font) : LineReach();
 }
 
@@ -154,7 +157,7 @@ TextRules TextShaper::RulesOf(const FontData& font) const {
     constexpr int kStyles = Gdiplus::FontStyleUnderline | Gdiplus::FontStyleStrikeout;
     TextRules rules;
     if ((font.style & kStyles) == 0) return rules;
-    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.description));
+    const ObjectPtr<PangoFont> face(pango_context_load_font(leftToRight_.get(), font.Description()));
     if (!face) return rules;
     const std::unique_ptr<PangoFontMetrics, decltype(&pango_font_metrics_unref)> metrics(
         pango_font_get_metrics(face.get(), nullptr), &pango_font_metrics_unref);
