@@ -8,6 +8,7 @@
 #include <platform/gdiplus.h>
 
 #include "platform/base/log.h"
+#include "platform/graphics/file_pictures.h"
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/image_file.h"
 #include "platform/graphics/pixel_rows.h"
@@ -16,11 +17,10 @@
 namespace platform {
 namespace {
 
-std::string NameOf(LPCWSTR path, std::size_t /*size*/) {
-    return path ? "\"" + ToUtf8(path) + "\"" : "without a path";
-}
-std::string NameOf(IStream* /*stream*/, std::size_t size) {
-    return "in " + std::to_string(size) + " bytes of memory or resource";
+std::string Quoted(LPCWSTR path) {
+    std::string quoted = ToUtf8(path);
+    quoted.insert(0, 1, '"');
+    return quoted + '"';
 }
 
 const char* Reason(Gdiplus::Status status) {
@@ -38,15 +38,15 @@ const char* Reason(Gdiplus::Status status) {
     }
 }
 
-template <class From>
-std::shared_ptr<ImageData> Load(Gdiplus::Status (*read)(From, std::vector<std::uint8_t>&), From from) {
+std::shared_ptr<ImageData> LoadStream(IStream* stream) {
     std::vector<std::uint8_t> bytes;
-    const Gdiplus::Status status = read(from, bytes);
+    const Gdiplus::Status status = ReadStreamBytes(stream, bytes);
     const std::size_t size = bytes.size();
     std::shared_ptr<ImageData> image =
         status == Gdiplus::Ok ? ImageData::Decode(std::move(bytes)) : ImageData::Failed(status);
     if (!image->IsGood() && IsLogging())
-        LogMissing("picture", NameOf(from, size), Reason(image->LoadStatus()));
+        LogMissing("picture", "in " + std::to_string(size) + " bytes of memory or resource",
+                   Reason(image->LoadStatus()));
     return image;
 }
 
@@ -147,19 +147,21 @@ std::shared_ptr<ImageData> LoadVariant(std::u16string_view path, int scale) {
     const std::size_t dot = path.rfind(u'.');
     const bool dotted = dot != path.npos && (slash == path.npos || dot > slash);
     name.insert(dotted ? dot : name.size(), {u'@', static_cast<char16_t>(u'0' + scale), u'x'});
-    std::vector<std::uint8_t> bytes;
-    if (ReadFileBytes(name.c_str(), bytes) == Gdiplus::FileNotFound) return {};
-    std::shared_ptr<ImageData> image = ImageData::Decode(std::move(bytes));
-    if (image->SetScale(scale)) return image;
-    LogMissing("picture", "\"" + ToUtf8(name) + "\"",
-               "damaged, or its sides are no multiples: the one of usual size is used");
+    std::shared_ptr<ImageData> image = LoadPictureFile(name.c_str(), scale);
+    if (image->IsGood()) return image;
+    if (image->LoadStatus() != Gdiplus::FileNotFound)
+        LogMissing("picture", Quoted(name.c_str()),
+                   "damaged, or its sides are no multiples: the one of usual size is used");
     return {};
 }
 
 }  // namespace
 
 std::shared_ptr<ImageData> ImageData::FromFile(LPCWSTR path) {
-    return Load(&ReadFileBytes, path);
+    std::shared_ptr<ImageData> image = LoadPictureFile(path, 1);
+    if (!image->IsGood() && IsLogging())
+        LogMissing("picture", path ? Quoted(path) : "without a path", Reason(image->LoadStatus()));
+    return image;
 }
 
 std::shared_ptr<ImageData> ImageData::FromFileForScreen(LPCWSTR path) try {
@@ -181,8 +183,7 @@ const FrameDimension FrameDimensionPage = {{0x7462DC86, 0x4C296180, 0x8B7A4FB3, 
 
 Image::Image(LPCWSTR path, BOOL) : Image(ImageData::FromFileForScreen(path)) {}
 
-Image::Image(IStream* stream, BOOL)
-    : Image(platform::Holding(stream, platform::Load(&platform::ReadStreamBytes, stream))) {}
+Image::Image(IStream* stream, BOOL) : Image(platform::Holding(stream, platform::LoadStream(stream))) {}
 
 Image::Image(std::shared_ptr<ImageData> data) : data_(std::move(data)) {}
 

@@ -82,6 +82,7 @@ void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFact
     pixels_ = std::move(surface);
     pixels_->SetScale(scale_);
     sharers_ = std::make_shared<int>(0);
+    original_.reset();
     facts_ = std::move(facts);
     factsSince_ = facts_ ? pixels_->Revision() : 0;
 }
@@ -98,6 +99,7 @@ std::shared_ptr<ImageData> ImageData::Clone() {
         Facts();  // once for both
         clone->pixels_ = pixels_;
         clone->sharers_ = sharers_;
+        clone->original_ = original_;
         clone->facts_ = facts_;
         clone->factsSince_ = factsSince_;
     }
@@ -113,8 +115,16 @@ bool ImageData::IsCloneOf(const ImageData& other) const {
            source_ == other.source_ && frame_ == other.frame_;
 }
 
+std::shared_ptr<ImageData> ImageData::CloneOf(std::shared_ptr<ImageData> original) {
+    std::shared_ptr<ImageData> clone = original->Clone();
+    clone->original_ = std::move(original);
+    return clone;
+}
+
 std::shared_ptr<Surface> ImageData::Writable() {
     if (!IsGood()) return {};
+    // Held by nobody else the original goes, and what it showed is written to in place.
+    if (original_.use_count() == 1) original_.reset();
     if (sharers_.use_count() > 1) {
         std::shared_ptr<Surface> copy = CopyOf(*pixels_);
         if (!copy) return {};
@@ -132,6 +142,8 @@ void ImageData::Replace(std::shared_ptr<Surface> surface) {
 
 bool ImageData::SetScale(int scale) {
     if (!IsGood() || scale < 1 || Width() % scale != 0 || Height() % scale != 0) return false;
+    if (scale == scale_) return true;
+    if (!Writable()) return false;  // the surface knows its scale, and others may show it
     scale_ = scale;
     pixels_->SetScale(scale);
     return true;

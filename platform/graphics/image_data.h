@@ -71,6 +71,8 @@ class ImageData {
     std::shared_ptr<ImageData> Clone();
     // Whether the two share their pixels, and would show the same in each frame.
     bool IsCloneOf(const ImageData& other) const;
+    // A clone that holds `original`, which nobody else changes, for as long as it shows its pixels.
+    static std::shared_ptr<ImageData> CloneOf(std::shared_ptr<ImageData> original);
 
     // For reading only; null for a failed image.
     const std::shared_ptr<Surface>& Pixels() const { return pixels_; }
@@ -103,6 +105,7 @@ class ImageData {
     Gdiplus::PixelFormat format_ = Gdiplus::PixelFormat32bppARGB;
     std::shared_ptr<Surface> pixels_;
     std::shared_ptr<int> sharers_;  // held by every image that shows pixels_
+    std::shared_ptr<ImageData> original_;
     std::shared_ptr<PixelFacts> facts_;
     std::uint64_t factsSince_ = 0;  // the surface's revision that facts_ speaks of
     std::shared_ptr<FrameSource> source_;

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -27,11 +28,8 @@ class File {
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    bool IsRegular(std::size_t& size) const {
-        struct stat status {};
-        if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return false;
-        size = static_cast<std::size_t>(status.st_size);
-        return true;
+    bool IsRegular(struct stat& status) const {
+        return descriptor_ >= 0 && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
     }
     // How many bytes came; fewer than asked for at the end only. -1 on an error.
     ssize_t Read(std::uint8_t* to, std::size_t size) const {
@@ -49,6 +47,20 @@ class File {
   private:
     int descriptor_;
 };
+
+FileState StateOf(const struct stat& status) {
+    return {{static_cast<std::int64_t>(status.st_dev), static_cast<std::int64_t>(status.st_ino),
+             status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+             status.st_ctim.tv_nsec}};
+}
+
+// Two writes within one step of a file system's clock leave the same times.
+bool IsSettled(const struct stat& status) {
+    constexpr std::int64_t kCoarsestStep = 2;  // seconds
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return std::max(status.st_mtim.tv_sec, status.st_ctim.tv_sec) + kCoarsestStep < now.tv_sec;
+}
 
 // The stream's answers are not trusted: what is read counts, not what it says its size is.
 Gdiplus::Status ReadAll(IStream& stream, std::vector<std::uint8_t>& bytes) {
@@ -70,11 +82,21 @@ Gdiplus::Status ReadAll(IStream& stream, std::vector<std::uint8_t>& bytes) {
 
 }  // namespace
 
-Gdiplus::Status ReadFileBytes(LPCWSTR path, std::vector<std::uint8_t>& bytes) try {
+FileState StateOfFile(LPCWSTR path) try {
+    struct stat status {};
+    if (!path || stat(ToUtf8(std::u16string_view(path)).c_str(), &status) != 0) return {};
+    return StateOf(status);
+} catch (const std::bad_alloc&) {
+    return {};
+}
+
+Gdiplus::Status ReadFileBytes(LPCWSTR path, std::vector<std::uint8_t>& bytes, FileState* state) try {
     if (!path) return Gdiplus::InvalidParameter;
     const File file(ToUtf8(std::u16string_view(path)));
-    std::size_t size = 0;
-    if (!file.IsRegular(size)) return Gdiplus::FileNotFound;
+    struct stat status {};
+    if (!file.IsRegular(status)) return Gdiplus::FileNotFound;
+    if (state) *state = IsSettled(status) ? StateOf(status) : FileState();
+    const auto size = static_cast<std::size_t>(status.st_size);
     if (size > kMaxEncodedBytes) return Gdiplus::OutOfMemory;
     bytes.resize(size);
     const ssize_t count = file.Read(bytes.data(), size);

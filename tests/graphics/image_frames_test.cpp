@@ -186,5 +186,45 @@ TEST(Image, LoadsFilesAndRefusesWhatIsNone) {
     unlink(pipe.c_str());
 }
 
+// A file that lies there for a while: only such a one is shared.
+TEST(Image, ThoseOfOneFileShareItsPixelsUntilOneChanges) {
+    const CString path = FromUtf8(QKUI_TEST_DATA) + u"/../resources/close.png";
+    std::weak_ptr<platform::Surface> shown;
+    Pixels before(1, 1);
+    {
+        Image first(path);
+        const Image second(path);
+        shown = first.Data()->Pixels();
+        EXPECT_EQ(first.Data()->Pixels(), second.Data()->Pixels());
+        EXPECT_EQ(first.GetRevision(), second.GetRevision());
+        before = kit::PixelsOf(second);
+        Graphics(&first).Clear(Color(1, 2, 3));
+        EXPECT_TRUE(Same(kit::PixelsOf(second), before));
+        EXPECT_EQ(Image(path).Data()->Pixels(), second.Data()->Pixels());
+    }
+    EXPECT_TRUE(shown.expired());
+    Image alone(path);
+    const auto* const pixels = alone.Data()->Pixels().get();
+    Graphics(&alone).Clear(Color(1, 2, 3));
+    EXPECT_EQ(alone.Data()->Pixels().get(), pixels) << "in place";
+    EXPECT_TRUE(Same(kit::PixelsOf(Image(path)), before));
+}
+
+TEST(Image, AFileWrittenAnewIsReadAnew) {
+    const std::string path = testing::TempDir() + "/graphics_anew.png";
+    std::vector<std::unique_ptr<Image>> held;
+    for (std::uint32_t colour = 0xFF000001; colour < 0xFF000010; ++colour) {
+        const std::vector<std::uint8_t> png =
+            platform::EncodePng(*kit::MakeBitmap(Pixels(5, 3, colour))->Data()->Pixels());
+        std::FILE* const file = std::fopen(path.c_str(), "wb");
+        ASSERT_TRUE(file);
+        std::fwrite(png.data(), 1, png.size(), file);
+        std::fclose(file);
+        held.push_back(std::make_unique<Image>(FromUtf8(path).GetString()));
+        EXPECT_EQ(colour, kit::PixelsOf(*held.back()).At(0, 0));
+    }
+    unlink(path.c_str());
+}
+
 }  // namespace
 }  // namespace Gdiplus
