@@ -10,7 +10,7 @@ namespace {
 TEST(Log, NamesWhatIsNotThere) {
     setenv("PLATFORM_LOG", "1", 1);
     Headless::Use(100, 100);
-    const std::string source = __FILE__;
+    const std::string source = std::string(QKUI_TEST_DATA) + "/../dialog/log_test.cpp";
     testing::internal::CaptureStderr();
 
     QKButton button;

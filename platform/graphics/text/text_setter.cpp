@@ -250,11 +250,14 @@ class TextSetter {
         pango_layout_line_get_pixel_extents(line, &ink, &logical);
         shaper_.CountWork(line);
         measured.reach = fontReach_;
+        bool faceless = false;  // on a system without any: its height is left to chance
         for (const GSList* at = line->runs; at != nullptr; at = at->next) {
             const auto* run = static_cast<const PangoLayoutRun*>(at->data);
-            if (PangoFont* face = run->item->analysis.font) measured.reach.Include(ReachOf(face));
+            PangoFont* const face = run->item->analysis.font;
+            if (face) measured.reach.Include(ReachOf(face));
+            faceless |= face == nullptr;
         }
-        const bool hasInk = ink.width > 0 && ink.height > 0;
+        const bool hasInk = !faceless && ink.width > 0 && ink.height > 0;
         if (hasInk) {
             // Letters that are higher than their face's line was held to, as far as the face itself allows,
             // and the pixel that rounding can add.
