@@ -1,13 +1,16 @@
 #include <platform/application.h>
 
-#include "platform/framework/main_window.h"
+#include <thread>
+
 #include "platform/framework/message_loop.h"
+#include "platform/framework/program.h"
 
 IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
 
 namespace {
 
 CWinApp* application = nullptr;
+std::thread::id itsThread;
 
 }  // namespace
 
@@ -19,7 +22,9 @@ CWinApp::CWinApp(LPCWSTR name) : m_hInstance(AfxGetResourceHandle()), name_(name
     m_pszAppName = name_;
     m_pszExeName = file_;
     m_lpCmdLine = commandLine_.GetBuffer();
-    if (!application) application = this;
+    if (application) return;
+    application = this;
+    itsThread = std::this_thread::get_id();
 }
 
 CWinApp::~CWinApp() {
@@ -49,9 +54,7 @@ int CWinApp::Run() {
             exitCode_ = got < 0 ? -1 : static_cast<int>(message.wParam);
             return ExitInstance();
         }
-        if (PreTranslateMessage(&message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        platform::DeliverMessage(message);
     }
 }
 
@@ -93,6 +96,11 @@ int AfxWinMain(int argc, char** argv) {
 }
 
 namespace platform {
+
+bool TakenBefore(MSG& message) {
+    const bool asked = application && itsThread == std::this_thread::get_id();
+    return (asked ? application->PreTranslateMessage(&message) : CWnd::WalkPreTranslateTree(&message)) != 0;
+}
 
 void MainWindowLeaves(const CWnd& object) {
     if (!application || application->m_pMainWnd != &object) return;

@@ -2,10 +2,12 @@
 
 #include <platform/framework.h>
 
+#include "platform/framework/program.h"
+
 namespace platform {
 
 void DeliverMessage(MSG& message) {
-    if (CWnd::WalkPreTranslateTree(&message)) return;
+    if (TakenBefore(message)) return;
     TranslateMessage(&message);
     DispatchMessageW(&message);
 }

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-#include "platform/framework/main_window.h"
 #include "platform/framework/modal_loop.h"
+#include "platform/framework/program.h"
 #include "platform/framework/window_objects.h"
 #include "platform/window/core/control.h"
 

@@ -37,8 +37,14 @@ class CHostApp : public CWinApp {
         static CMainDlg dialog;
         m_pMainWnd = &dialog;
         if (!dialog.Create(IDD_MAIN)) return FALSE;
+        dialog.PostMessage(WM_APP);
+        AfxPumpMessage();  // as a modal dialog's loop does
         Headless::WhenIdle([](void*) { Headless::Advance(50); }, nullptr);
         return TRUE;
+    }
+    BOOL PreTranslateMessage(MSG* message) override {
+        if (message->message == WM_APP) ++filtered_;
+        return CWinApp::PreTranslateMessage(message);
     }
     BOOL OnIdle(LONG) override {
         ++idle_;
@@ -46,11 +52,13 @@ class CHostApp : public CWinApp {
     }
     int ExitInstance() override {
         const int code = CWinApp::ExitInstance();
-        return code == 0 && m_pMainWnd == nullptr && idle_ > 0 && AfxGetApp() == this ? 7 : 1;
+        return code == 0 && m_pMainWnd == nullptr && idle_ > 0 && filtered_ == 1 && AfxGetApp() == this ? 7
+                                                                                                        : 1;
     }
 
   private:
     int idle_ = 0;
+    int filtered_ = 0;
 };
 
 CHostApp theApp;

@@ -30,7 +30,8 @@ class PLATFORM_API CWinApp : public CCmdTarget {
     virtual int ExitInstance();
     // No message waits. TRUE asks to be called again, `count` one more, before any message is waited for.
     virtual BOOL OnIdle(LONG count);
-    // TRUE takes a message out before it is translated and dispatched.
+    // TRUE takes a message out before it is translated and dispatched. Asked by all loops of the framework on
+    // the program's thread, those of modal dialogs among them.
     virtual BOOL PreTranslateMessage(MSG* message);
 
     HCURSOR LoadCursor(LPCWSTR name) const { return LoadCursorW({}, name); }
