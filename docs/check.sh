@@ -1,6 +1,6 @@
 #!/bin/sh
-# check.sh CMAKE BUILD PAGES MADE: builds the documentation without a warning and its examples, and fails on a
-# picture that no page shows, and where comments or pictures did not reach the HTML.
+# check.sh CMAKE BUILD PAGES MADE: builds the documentation without a warning and its examples, runs those that are
+# programs, and fails on a picture that no page shows, and where comments or pictures did not reach the HTML.
 set -u
 cmake=$1 build=$2 pages=$3 made=$4
 broken=0
@@ -11,6 +11,11 @@ complain() {
 }
 
 "$cmake" --build "$build" --target docs docs_examples || exit 1
+
+for program in "$made"/examples/programs/*; do
+    timeout 20 "$program" >"$made/program.log" 2>&1 && ! [ -s "$made/program.log" ] ||
+        complain "$program fails: $(cat "$made/program.log")"
+done
 
 # Doxygen says nothing of a picture that is not there.
 for name in $(grep -oh ']([^)]*\.png)' "$pages"/items/*.md | tr -d '()]'); do

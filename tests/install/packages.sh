@@ -1,7 +1,7 @@
 #!/bin/sh
 # packages.sh CMAKE BUILD FOLDER COMPILER: makes the Debian packages of the build, installs them into a root and a
 # package database below FOLDER that starts as this machine's, so that what they depend on is looked for, builds
-# and runs a host against them, and removes them. The machine itself stays as it is.
+# and runs a host against them, makes a package of a program, and removes them. The machine itself stays as it is.
 set -eu
 cmake=$1
 build=$2
@@ -44,6 +44,24 @@ if ! ldd "$folder/build/host" | grep -q "$root/usr/lib"; then
 fi
 "$folder/build/host" "$folder/host.png"
 [ -s "$folder/host.png" ]
+
+echo "A package of a program's own, as a page says"
+for page in main-window deploying; do
+    python3 "$here/readme_program.py" "$here/../../docs/programs/$page.md" "$folder/tea"
+done
+cp "$here/host/button.png" "$folder/tea"
+# It looks the library's path up, which is another one here; what the package says of the library is the same.
+printf '#!/bin/sh\nexec /usr/bin/dpkg-shlibdeps -l"%s" -L"%s" "$@"\n' \
+    "$root/usr/lib" "$(find "$database/info" -name 'libqkuilib1*.shlibs')" >"$folder/bin/dpkg-shlibdeps"
+chmod +x "$folder/bin/dpkg-shlibdeps"
+quietly "$cmake" -S "$folder/tea" -B "$folder/tea/build" -G Ninja -DCMAKE_PREFIX_PATH="$root/usr" \
+    -DCMAKE_CXX_COMPILER="$compiler"
+quietly "$cmake" --build "$folder/tea/build"
+quietly env PATH="$folder/bin:$PATH" "${cmake%cmake}cpack" --config "$folder/tea/build/CPackConfig.cmake" -B "$folder/tea"
+if ! dpkg-deb --field "$folder"/tea/tea_*.deb Depends | grep -q 'libqkuilib1 (>= '; then
+    echo "The program's package does not ask for the library." >&2
+    exit 1
+fi
 
 echo "Removed again"
 packages --purge libqkuilib-dev qkuilib-html libqkuilib1
