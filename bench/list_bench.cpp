@@ -120,6 +120,44 @@ void ScrollStep(benchmark::State& state, Host host) {
     }
 }
 
+// A list that clips and scrolls, somewhere in the middle.
+struct ScrollingDialog : ListDialog {
+    explicit ScrollingDialog(int count) : ListDialog(count) {
+        list.SetScrollBar(&bar);
+        bar.SetRect(kWidth - 24, 5, 18, kHeight - 10);
+        AddQKItem(&bar);
+        CRect view(5, 5, kWidth - 30, kHeight - 5);
+        list.SetRect(&view);
+        list.SetFocusItem(count / 2);
+        list.EnsureVisible(count / 2);
+        UpdateView();
+        Settle();
+    }
+    QKVScrollBar bar;
+};
+
+// One notch of the wheel, to and fro, with the repaint; and its way to the first pixel alone.
+void WheelStep(benchmark::State& state, bool paints) {
+    ScrollingDialog dialog(static_cast<int>(state.range(0)));
+    int turn = 0;
+    for (auto _ : state) {
+        CPoint point(600, 400);
+        dialog.ClientToScreen(&point);
+        dialog.OnMouseWheel(0, ++turn % 2 ? WHEEL_DELTA : -WHEEL_DELTA, point);
+        if (paints) dialog.Settle();
+    }
+}
+
+// The focus down and up by keys, with the selection and the repaint.
+void KeyStep(benchmark::State& state) {
+    ScrollingDialog dialog(static_cast<int>(state.range(0)));
+    int turn = 0;
+    for (auto _ : state) {
+        dialog.OnKeyDown(++turn % 2 ? VK_DOWN : VK_UP, 1, 0);
+        dialog.Settle();
+    }
+}
+
 // A pointer step from one entry to the next, with the repaint.
 void HoverStep(benchmark::State& state, Host host) {
     ListDialog dialog(static_cast<int>(state.range(0)));
@@ -243,6 +281,9 @@ BENCHMARK_CAPTURE(ScrollStep, asked_for_none, kAskedForNone)
     ->Arg(10'000)
     ->Arg(100'000)
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(WheelStep, painted, true)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(WheelStep, unpainted, false)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(KeyStep)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(AskWhileAdding)->Arg(1'000)->Arg(16'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HoverStep, asked_for_all, kAskedForAll)
     ->Arg(1'000)

@@ -71,6 +71,24 @@ void DragBand(SpecimenWindow& window) {
     window.PointAt(120, 40);
 }
 
+// Halfway down, with the focus moved there by keys.
+void Scroll(SpecimenWindow& window) {
+    constexpr int kTimes = 8;
+    const CRect place(14, 14, kListRoom.cx - 44, kListRoom.cy - 14);
+    auto& bar = window.Add<QKVScrollBar>(CRect(kListRoom.cx - 32, 14, kListRoom.cx - 14, kListRoom.cy - 14));
+    bar.SetBarImage(SkinFile("scroll_top_v.png"), SkinFile("scroll_middle_v.png"),
+                    SkinFile("scroll_bottom_v.png"));
+    bar.SetTrackImage(SkinFile("scroll_track.png"));
+    QKListCtrl& list = AddList(window, QKLT_ICON, place);
+    list.SetScrollBar(&bar);
+    list.SetRect(&place);
+    for (int i = 0; i < kTimes; ++i)
+        Fill(list);
+    list.SetScrollPos(0, list.GetScrollMax().cy / 2);
+    list.SetFocusItem(21);
+    list.SetSel(21, 1);
+}
+
 }  // namespace
 
 std::vector<Specimen> ListSpecimens() {
@@ -94,6 +112,7 @@ std::vector<Specimen> ListSpecimens() {
         Shape("list-icons", QKLT_ICON),
         Shape("list-rows", QKLT_LIST),
         {"list-band", kListRoom, DragBand},
+        {"list-scrolled", kListRoom, Scroll},
     };
 }
 

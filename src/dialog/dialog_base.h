@@ -192,6 +192,11 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void OnRButtonUp(UINT flags, CPoint point);
     // Not routed by the dialog: a host that wants it calls it from its own handler.
     void OnRButtonDown(UINT flags, CPoint point);
+    // Scrolls the topmost list under the pointer that scrolls, and has room to. `point` is on the screen.
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+    // Moves the focus of a list that the host gave the keyboard to (QKListCtrl::SetKeyboard). A host with an
+    // OnKeyDown of its own calls this one for the keys that it leaves to the list.
+    void OnKeyDown(UINT key, UINT repeat, UINT flags);
 
     // One event on one item with its hit rectangle; 1 when something changed or the item took it.
     int MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point);
@@ -323,7 +328,20 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void PressEntry(QKListCtrl& list, QKListNode& node);
     void SelectAlone(QKListCtrl& list, QKListNode& node);
     bool DropListFocus();
+    QKVScrollBar* BarOf(const QKListCtrl& list) const;
+    void SettleScrolling() const;
+    void FollowThumb(const QKVScrollBar* bar);
+    QKListCtrl* ScrollingListAt(CPoint point);
+    void ShowScrolled(QKListCtrl& list);
+    QKListCtrl* KeyList();
+    bool HandleListKey(UINT key);
+    bool MoveFocus(QKListCtrl& list, UINT key);
+    bool SelectFocused(QKListCtrl& list);
+    void SelectUpTo(QKListCtrl& list, int index);
     void StartBand(CPoint point);
+    void BeginBandAt(CPoint point);
+    void StretchBand(CPoint point);
+    QKListCtrl* BandList() const;
     void DragWindowOrCapture(CPoint point);
     void EndPress();
 
@@ -355,6 +373,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void PushLayeredFrame(const CRect& window);
     void PaintHandedOut(int width, int height);
 
+    const QKListCtrl* m_pKeyList = nullptr;  // pressed last; it may be gone
     std::shared_ptr<Gdiplus::Font> m_pDefaultFont;
     std::unique_ptr<QKNineParts> m_pBackParts;
     std::unique_ptr<QKTabFocus> m_pFocus;

@@ -42,6 +42,10 @@ void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
     inputs.Touches(pieces.Touched());
 }
 
+Gdiplus::Rect AsRect(const CRect& rect) {
+    return {rect.left, rect.top, rect.Width(), rect.Height()};
+}
+
 // All that a context may draw on.
 class Drawable : public QKRegion {
   public:
@@ -134,6 +138,7 @@ bool CQKDialogBase::CoversAll(int width, int height) const {
 
 void CQKDialogBase::OnQKPaint(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
+    SettleScrolling();
     std::vector<CRect> bounds;
     Compose(dc, CSize(width, height), Under::Pixels, bounds);
     MakeBackCache();
@@ -193,9 +198,11 @@ void CQKDialogBase::PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& l
     if (!list.IsShow()) return;
     const Drawable drawable(dc);
     QKPiecePainter painter(graphics);
+    if (list.IsScrolling()) graphics.SetClip(AsRect(list.View()));
     for (QKListNode* node : list.DrawnIn(drawable.Box())) {
-        if (drawable.Meets(list.TouchedBy(*node))) list.ComposeEntry(*node, painter);
+        if (drawable.Meets(list.Clipped(list.TouchedBy(*node)))) list.ComposeEntry(*node, painter);
     }
+    if (list.IsScrolling()) graphics.ResetClip();
 }
 
 Gdiplus::Rect CQKDialogBase::BackgroundSource(int clientWidth, int clientHeight) const {
@@ -249,10 +256,13 @@ void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
     if (!m_bSelRect || !m_bSelecting) return;
     const Gdiplus::RectF band(static_cast<float>(m_rcSel.left), static_cast<float>(m_rcSel.top),
                               static_cast<float>(m_rcSel.Width()), static_cast<float>(m_rcSel.Height()));
+    const QKListCtrl* const list = BandList();  // one that scrolls keeps its band
+    if (list) graphics.SetClip(AsRect(list->View()));
     const Gdiplus::SolidBrush fill{Gdiplus::Color(kBandFill)};
     graphics.FillRectangle(&fill, band);
     const Gdiplus::Pen outline(Gdiplus::Color(kBandOutline), 1.0F);
     graphics.DrawRectangle(&outline, band);
+    if (list) graphics.ResetClip();
 }
 
 // Of a band that grows, only the edges and what is new inside them are drawn again.
@@ -260,8 +270,10 @@ void CQKDialogBase::DescribeBand(QKFrameInputs& inputs) const {
     if (!m_bSelRect || !m_bSelecting) return;
     constexpr int kEdge = 1;  // pixels that an outline may reach to either side
     const CRect& band = m_rcSel;
+    const QKListCtrl* const list = BandList();
+    const auto shown = [&](const CRect& rect) { return list ? list->Clipped(rect) : rect; };
     inputs.Begin();
-    inputs.Fills(band);
+    inputs.Fills(shown(band));
     for (const CRect& edge : {CRect(band.left, band.top, band.left, band.bottom),
                               CRect(band.right, band.top, band.right, band.bottom),
                               CRect(band.left, band.top, band.right, band.top),
@@ -269,7 +281,7 @@ void CQKDialogBase::DescribeBand(QKFrameInputs& inputs) const {
         CRect outlined(edge);
         outlined.InflateRect(kEdge, kEdge);
         inputs.Begin();
-        inputs.Touches(outlined);
+        inputs.Touches(shown(outlined));
     }
 }
 
@@ -278,6 +290,7 @@ void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
     const CRect whole(0, 0, frame.Width(), frame.Height());
     CRect client;
     GetClientRect(client);
+    SettleScrolling();
     QKFrameInputs& inputs = frame.NewInputs();
     inputs.Begin();
     inputs.Touches(whole);

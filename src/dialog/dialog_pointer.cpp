@@ -1,8 +1,7 @@
 // The pointer: which item an event reaches, what it does to the item's state, and when a click completes.
-#include <algorithm>
-
 #include "dialog/alive.h"
 #include "dialog/item_tips.h"
+#include "dialog/selection_watch.h"
 #include "items/arithmetic.h"
 #include "items/check_box.h"
 #include "items/scroll_bar.h"
@@ -51,6 +50,7 @@ int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
     auto* bar = static_cast<QKVScrollBar*>(item);
     bar->SetBarPos(QKSum(bar->m_nPos, QKDifference(point.y, bar->m_ptLast.y)));
     bar->m_ptLast = point;
+    FollowThumb(bar);
     const QKAlive dragged(*this, item);
     const auto scrolled = bar->m_pScrolled;
     if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
@@ -149,6 +149,7 @@ int CQKDialogBase::MoveLeaveItem(QKItemBase* item, const CRect& rect) {
 void CQKDialogBase::StartBand(CPoint point) {
     m_ptSelStart = point;
     m_bSelecting = 1;
+    BeginBandAt(point);
     UnSelRcItem();
     m_rcSel.SetRectEmpty();
     UpdateView();
@@ -163,6 +164,7 @@ void CQKDialogBase::DragWindowOrCapture(CPoint point) {
 
 void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
     const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
@@ -182,9 +184,9 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
             return;
         }
     }
-    if (!alive) return;
+    if (alive) watch.Tell();
     // A press that a list took moves the window, too.
-    DragWindowOrCapture(point);
+    if (alive) DragWindowOrCapture(point);
 }
 
 // Unlike the first press, the second one of a double click does not press a scroll bar, stops at the topmost
@@ -192,6 +194,7 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
 void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     enum { kNobody, kItem, kList } taker = kNobody;
     const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
     for (INT_PTR i = m_arItems.GetSize() - 1; taker == kNobody && i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
@@ -207,6 +210,7 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     }
     if (taker != kNobody && GetNumsSel() >= 1) m_bDragOut = 1;
     if (taker == kNobody && m_bSelRect) StartBand(point);
+    if (alive) watch.Tell();
     if (!alive) return;
     if (taker == kItem)
         SetCapture(m_hWnd);
@@ -260,6 +264,7 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     m_pTips->PointerOver(m_bSelecting ? nullptr : TippedItem(point), m_hWnd, m_pDefaultFont);
 
     const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
     int changed = 0;
     if (QKItemBase* captured = CapturedItem()) {
         CRect rect;
@@ -282,16 +287,14 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     }
 
     if (m_bSelRect && m_bSelecting) {
-        m_ptSelEnd = point;
-        m_rcSel = CRect(std::min(m_ptSelStart.x, m_ptSelEnd.x), std::min(m_ptSelStart.y, m_ptSelEnd.y),
-                        std::max(m_ptSelStart.x, m_ptSelEnd.x), std::max(m_ptSelStart.y, m_ptSelEnd.y));
-        CaleSelItem();
+        StretchBand(point);
         UpdateView();
     } else if (m_bDragOut && DragOut()) {
         if (alive) UpdateView();
     } else if (alive && changed) {
         UpdateView();
     }
+    if (alive) watch.Tell();
     if (alive) CDialog::OnMouseMove(flags, point);
 }
 
@@ -334,6 +337,7 @@ void CQKDialogBase::EndPress() {
 
 void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
     const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
     try {
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
             QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
@@ -358,6 +362,7 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
         throw;
     }
     if (alive) EndPress();
+    if (alive) watch.Tell();
     if (alive) CDialog::OnLButtonUp(flags, point);
 }
 
@@ -381,10 +386,12 @@ void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
 
 void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
     const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
     if (QKListCtrl* list = TopmostList()) {
         CRect rect;
         list->GetRect(&rect);
         MoveRDownList(list, rect, point);
     }
+    if (alive) watch.Tell();
     if (alive) CDialog::OnRButtonDown(flags, point);
 }

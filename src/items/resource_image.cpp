@@ -4,11 +4,11 @@
 
 #include <platform/ole.h>
 #include <platform/resources.h>
+#include <platform/window.h>
 
-std::unique_ptr<Gdiplus::Image> QKLoadImage(UINT id, LPCWSTR type) {
-    const HMODULE module = AfxGetResourceHandle();
-    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCE(id), type);
-    if (!resource) return nullptr;
+namespace {
+
+std::unique_ptr<Gdiplus::Image> Load(HMODULE module, HRSRC resource) {
     const DWORD size = SizeofResource(module, resource);
     const void* data = LockResource(LoadResource(module, resource));
     if (!data) return nullptr;
@@ -29,4 +29,27 @@ std::unique_ptr<Gdiplus::Image> QKLoadImage(UINT id, LPCWSTR type) {
     auto image = std::make_unique<Gdiplus::Image>(stream);
     stream->Release();
     return image;
+}
+
+// "PNG2X" beside "PNG": the same picture with twice the pixels. Null where there is none for the screen.
+std::unique_ptr<Gdiplus::Image> LoadDense(HMODULE module, UINT id, LPCWSTR type) {
+    if (IS_INTRESOURCE(type)) return nullptr;
+    for (int scale = GetScreenScale(); scale > 1; --scale) {
+        CString dense;
+        dense.Format(u"%s%dX", type, scale);
+        const HRSRC resource = FindResourceW(module, MAKEINTRESOURCE(id), dense);
+        std::unique_ptr<Gdiplus::Image> image = resource ? Load(module, resource) : nullptr;
+        if (image && image->SetScale(scale) == Gdiplus::Ok) return image;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<Gdiplus::Image> QKLoadImage(UINT id, LPCWSTR type) {
+    const HMODULE module = AfxGetResourceHandle();
+    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCE(id), type);
+    if (!resource) return nullptr;
+    if (std::unique_ptr<Gdiplus::Image> dense = LoadDense(module, id, type)) return dense;
+    return Load(module, resource);
 }

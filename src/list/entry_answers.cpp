@@ -86,7 +86,8 @@ void QKListEntries::FindExtent() {
     constexpr LONG kLeast = std::numeric_limits<LONG>::min();
     extent_ = CPoint(kLeast, kLeast);
     for (const auto& node : nodes_)
-        extent_ = CPoint(std::max(extent_.x, node->cell.right), std::max(extent_.y, node->cell.bottom));
+        if (node->placed)
+            extent_ = CPoint(std::max(extent_.x, node->cell.right), std::max(extent_.y, node->cell.bottom));
     extentKnown_ = true;
 }
 

@@ -96,7 +96,8 @@ void QKListEntries::SetRects(QKListNode& node, const QKEntryRects& rects, Extent
 
 void QKListEntries::Occupy(QKListNode& node, const CRect& cell) {
     node.cell = cell;
-    extent_ = CPoint(std::max(extent_.x, cell.right), std::max(extent_.y, cell.bottom));
+    if (QKIsPlaced(ToClient(cell)))
+        extent_ = CPoint(std::max(extent_.x, cell.right), std::max(extent_.y, cell.bottom));
     search_.Note(ToClient(cell));
 }
 

@@ -6,16 +6,30 @@
 
 #include "list/list_change.h"
 
+namespace {
+
+// A number of its own for each node, with all bits in use.
+std::uint64_t MarkOf(const QKListNode& node) {
+    std::uint64_t mark = reinterpret_cast<std::uintptr_t>(&node);
+    for (const std::uint64_t factor : {0xBF58476D1CE4E5B9U, 0x94D049BB133111EBU})
+        mark = (mark ^ (mark >> 29U)) * factor;
+    return mark ^ (mark >> 32U);
+}
+
+}  // namespace
+
 void QKListEntries::AddToSets(QKListNode& node) {
     if (node.mouse != 0) hovered_.insert(&node);
     if (node.focus != 1) focused_.insert(&node);
     if (node.unselected != 1) selectedFlags_.insert(&node);
+    if (node.unselected == 0) selectionMark_ += MarkOf(node);
 }
 
 void QKListEntries::TakeFromSets(QKListNode& node) {
     if (node.mouse != 0) hovered_.erase(&node);
     if (node.focus != 1) focused_.erase(&node);
     if (node.unselected != 1) selectedFlags_.erase(&node);
+    if (node.unselected == 0) selectionMark_ -= MarkOf(node);
 }
 
 void QKListEntries::Restate(QKListNode& node, std::int8_t mouse, std::int8_t focus, std::int8_t unselected) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -10,7 +11,10 @@
 #include <platform/collections.h>
 
 #include "items/item_base.h"
+#include "list/list_calls.h"
 #include "list/list_item.h"
+#include "list/list_keys.h"
+#include "list/list_scroll.h"
 
 class QKListEntries;
 class QKFrameInputs;
@@ -21,6 +25,7 @@ struct QKListLayout;
 struct QKListMeasure;
 struct QKListMetrics;
 struct QKListNode;
+class QKSelectionWatch;
 
 // How a list behaves.
 enum QKListMode : int {
@@ -49,8 +54,8 @@ struct QKListCallbacks {
 };
 
 // The list owns its entries and what they hold, and keeps them in one order: that of every index, of layout
-// and of drawing. Entries lie where they are, inside the list's rectangle or not; nothing scrolls by itself.
-// No operation repaints.
+// and of drawing. Entries lie where they are, inside the list's rectangle or not, and nothing scrolls by
+// itself, unless the host asks for it (SetScrollBar). No operation repaints.
 //
 // What a host may do with an entry that it got from GetItem, GetItemFromRect or a callback: read and change
 // any field at any time for as long as the entry is in the list; one got from a const list may only be read.
@@ -69,7 +74,8 @@ struct QKListCallbacks {
 // measured and drawn with what they hold when the list is next laid out (RedrawList, or any other layout).
 //
 // Copies share the entries, with what each of them adds or removes, the font and the frame images; every copy
-// has its own place, settings and callbacks, and the entries lie where the last layout, of any, put them.
+// has its own place, settings and callbacks, and the entries lie where the last layout, of any, put them: of
+// lists that scroll there should be one.
 //
 // When memory runs out, an operation answers as if there was nothing to do or to find, and a layout leaves
 // entries without a place until the next one.
@@ -151,6 +157,52 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     int GetListMaxHeight();
     int GetListMaxWidth();
 
+    // ---- Scrolling. A list that scrolls keeps the rectangle that SetRect gives it, draws nothing outside it
+    // and takes the pointer nowhere else. Its entries, placed by the list or by the host, are moved under it:
+    // every rectangle of an entry says where it is now. A layout keeps the position, a shorter content ends
+    // at the bottom of the rectangle, and RemoveAll goes back to the top. Rows begin so far right that all of
+    // their icons shows. AddItem at a point takes the cell under it, wherever that is.
+
+    // Scrolls from now on: by the bar's thumb, by the wheel over list or bar, and by keys (SetKeyboard, which
+    // this turns on). Give the list its rectangle afterwards. It fills rows from now on; SetArrange(1) brings
+    // the columns back, which then scroll sideways, without the bar. The bar stays the host's, who registers
+    // it with the same dialog, places it and gives it its pictures; its length and position follow the list
+    // whenever the dialog draws or the user scrolls, and its own callbacks are called as ever. Null: no bar.
+    void SetScrollBar(QKVScrollBar* bar);
+    // The same without a bar, and without turning on the keys; 0 goes back to the top and ends it.
+    void SetScrolling(int enable);
+    int IsScrolling() const { return m_scroll.on; }
+    // How far the content is moved to the left and up, in pixels, and how far it can be. Positions beyond are
+    // limited. 1 when that moved it. The cost does not depend on the number of entries.
+    int SetScrollPos(int x, int y);
+    CPoint GetScrollPos();
+    CSize GetScrollMax();
+    // Scrolls as little as shows the entry's cell. 1 when that moved the content.
+    int EnsureVisible(int index);
+
+    // ---- Keyboard
+
+    // 1: keys that come to the dialog move the focus, and scroll it into view: arrows, Home, End, Page Up and
+    // Page Down. The entry with the focus is the only one selected then. With Shift all from the last one
+    // that was chosen otherwise up to it are; with Ctrl the selection stays. The space bar selects the entry
+    // besides the others, with Ctrl it also unselects; Ctrl+A selects all. Of several lists the one that was
+    // pressed last has the keys, or else the topmost. 0, as at first: the keys are the host's.
+    void SetKeyboard(int enable) { m_keys.on = enable != 0; }
+    // Gives one entry the focus, as a press on it does, but for selecting it; a wrong index takes it away.
+    void SetFocusItem(int index);
+    int GetFocusItem();  // the first that has it; -1 for none
+
+    // ---- Looks of the captions. Entries stay where they are; captions are measured and drawn anew.
+
+    // Keeps a clone. At first the font that the desktop writes below its icons in.
+    void SetFont(const Gdiplus::Font& font);
+    Gdiplus::Font* GetFont() const { return m_pFont.get(); }  // stays the list's; null when it has none
+    // Alpha 255 is stored as 254. At first white, on a glow of 0xB4323232; a glow of alpha 0 is none.
+    void SetTextColor(const Gdiplus::Color& color);
+    Gdiplus::Color GetTextColor() const { return m_crText; }
+    void SetGlowColor(const Gdiplus::Color& color);
+    Gdiplus::Color GetGlowColor() const { return m_crGlow; }
+
     // Nine-part frames around hovered, pressed, and selected or focused entries, each of nine files in the
     // order of DrawStateImage; other numbers of paths are ignored.
     void SetMouseMoveImage(const CStringArray& paths);
@@ -175,9 +227,24 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void SelectAll();
     int UnSelRcItem();  // unselects all; 1 when a flag changed
     int ItemInSelect(QKListItem* entry);
+    // The selected entries in the list's order. From a list that is not const they are handed out.
+    std::vector<int> GetSelectedIndexes() const;
+    std::vector<QKListItem*> GetSelectedItems();
+    std::vector<const QKListItem*> GetSelectedItems() const;
+    int GetSelectedCount() const;
 
     // Copies the last four fields; null removes them.
     void SetListCallBack(const QKListCallbacks* callbacks);
+    // Any callable, with what it captures, in the place of a function of the record; an empty one gives that
+    // its place back. It may do all that the record's may.
+    void SetClickCallBack(std::function<void(QKListItem* entry, CPoint point)> clicked);
+    void SetDblClickCallBack(std::function<void(QKListItem* entry)> clicked);
+    void SetRClickCallBack(
+        std::function<void(QKListItem* entry, CPoint point)> clicked);  // null: empty space
+    // Called when a press, a release, a step of the rubber band, a key or files that were dragged away have
+    // made the selection another one: once for all of that, whatever number of entries it concerned, and
+    // after the click functions. What the host selects outside of these it knows itself.
+    void SetSelectionCallBack(std::function<void()> changed);
 
     // Rendered captions that are out of sight are dropped when all take more than this; 16 MiB at first.
     void SetCaptionLimit(std::size_t bytes) { m_nCaptionLimit = bytes; }
@@ -209,6 +276,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     Entries m_lstItems;                      // with their selection
     std::shared_ptr<Gdiplus::Font> m_pFont;  // null: no caption shows
     Gdiplus::Color m_crText{0xFEFFFFFF};
+    Gdiplus::Color m_crGlow{0xB4323232};
     Gdiplus::StringFormat m_format;  // but for the trimming, which drawing sets
     QKListCallbacks m_listCallbacks;
     NineImages m_pMoveImage, m_pDownImage, m_pFouceImage;
@@ -243,6 +311,44 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void PlaceAll(QKListLayout& layout);
     void LoadFrames(NineImages& images, const CStringArray& paths);
 
+    // Scrolling. The corner is the content's, from which cells are counted.
+    CPoint Corner() const { return m_scroll.on ? m_scroll.content : CPoint(m_nX, m_nY); }
+    CRect View() const { return {CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight)}; }
+    CRect Clipped(const CRect& rect) const;  // to what a list that scrolls shows
+    CSize Content();
+    void MoveView(const CRect& rect);
+    bool ScrollTo(CPoint position);
+    void KeepInRange() { ScrollTo(GetScrollPosNow()); }
+    CPoint GetScrollPosNow() const { return {m_nX - m_scroll.content.x, m_nY - m_scroll.content.y}; }
+    CSize LineSize() const;
+    bool Turn(int delta);
+    void FollowBar();
+    void ShowOnBar();
+    CRect BandArea(const CRect& band) const;
+    std::vector<QKListNode*> HitBy(CPoint point);
+
+    // Keys: where they lead, by index; -1 where they lead nowhere.
+    enum class Way { Up, Down, Left, Right, PageUp, PageDown, Home, End };
+    int Locate(const QKListMark& mark);
+    int Caret();
+    int Target(int from, Way way);
+    int Beside(int from, Way way);
+    int APageFrom(int from, Way way);
+    int Placed(int index, int step);
+    QKListMark MarkAt(int index);
+    void SelectNode(QKListNode& node, bool select);
+    void SelectRange(int from, int to, bool select);
+    void Pressed(const QKListNode& node);
+    void Unfocus(const QKListNode* except);
+
+    std::function<void(QKListItem*, POINT*)> ClickCall() const;
+    std::function<void(QKListItem*, POINT*)> RightClickCall() const;
+    std::function<void(QKListItem*)> DoubleClickCall() const;
+
+    QKListScroll m_scroll;
+    QKListKeys m_keys;
+    QKListCalls m_calls;
+
     // Drawing: a frame begins; every entry that draws into an area, in drawing order; what it draws.
     void BeginFrame();
     SIZE LargestFrame() const;
@@ -255,4 +361,5 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
                               Gdiplus::StringTrimming trimming);
 
     friend class CQKDialogBase;
+    friend class QKSelectionWatch;
 };

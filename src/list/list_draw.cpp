@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr Gdiplus::ARGB kCaptionGlow = 0xB4323232;
-
 void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
                   QKPieces& pieces) {
     std::array<Gdiplus::Image*, 9> images;
@@ -44,7 +42,7 @@ SIZE QKListCtrl::LargestFrame() const {
 
 std::vector<QKListNode*> QKListCtrl::DrawnIn(const CRect& area) {
     std::vector<QKListNode*> drawn;
-    const std::vector<QKListNode*> nodes = m_lstItems->DrawnIn(area, {Metrics(), LargestFrame()});
+    const std::vector<QKListNode*> nodes = m_lstItems->DrawnIn(Clipped(area), {Metrics(), LargestFrame()});
     drawn.reserve(nodes.size());
     std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(drawn),
                  [](const QKListNode* node) { return node->focus != 0; });
@@ -77,6 +75,7 @@ void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
 }
 
 void QKListCtrl::DescribeEntry(QKListNode& node, QKFrameInputs& inputs) {
+    if (m_scroll.on) inputs.Add(View());
     std::optional<QKListEntries::Picture> picture = m_lstItems->KnownPicture(node);
     if (picture) {
         m_lstItems->Captions().Seen(node, nullptr);
@@ -88,12 +87,12 @@ void QKListCtrl::DescribeEntry(QKListNode& node, QKFrameInputs& inputs) {
     if (!picture) {
         QKPieceInputs pieces(inputs);
         ComposeEntry(node, pieces);
-        return inputs.Touches(pieces.Touched());
+        return inputs.Touches(Clipped(pieces.Touched()));
     }
     inputs.Add(picture->number);
     inputs.Add(static_cast<std::uint64_t>(picture->place.x));
     inputs.Add(static_cast<std::uint64_t>(picture->place.y));
-    inputs.Touches(picture->touched);
+    inputs.Touches(Clipped(picture->touched));
 }
 
 CRect QKListCtrl::TouchedBy(QKListNode& node) {
@@ -118,10 +117,9 @@ Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& pl
     const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
     const QKEntryLook::Rendering rendering = captions.RenderingFor(node, showsText, {size, trimming, 0});
     m_format.SetTrimming(rendering.trimming);
-    entries.TakeCaption(node, QKRenderCaption(node.Text(),
-                                              {*m_pFont, m_format, m_crText, Gdiplus::Color(kCaptionGlow),
-                                               Gdiplus::PointF(1, 1), 3},
-                                              rendering.size));
+    entries.TakeCaption(
+        node, QKRenderCaption(node.Text(), {*m_pFont, m_format, m_crText, m_crGlow, Gdiplus::PointF(1, 1), 3},
+                              rendering.size));
     if (node.Caption()) captions.Seen(node, &rendering);
     return node.Caption();
 }

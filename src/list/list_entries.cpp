@@ -72,6 +72,7 @@ void QKListEntries::Forget() {
     hovered_.clear();
     focused_.clear();
     selectedFlags_.clear();
+    selectionMark_ = 0;
     unmeasured_ = unplaced_ = 0;
     extentKnown_ = false;
     stale_ = false;

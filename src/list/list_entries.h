@@ -107,7 +107,9 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     std::vector<QKListNode*> HitBy(const CRect& area);
     // Everything that draws into an area, or has its cell there. `metrics`: as the list has them now.
     std::vector<QKListNode*> DrawnIn(const CRect& area, const QKDrawnMetrics& metrics);
-    int LowestBottom();  // the largest bottom, never below 0
+    CRect CellOf(const QKListNode& node) const;  // in client pixels
+    std::optional<CPoint> ContentEnd();  // the largest right and bottom of placed cells, in client pixels
+    int LowestBottom();                  // the largest bottom, never below 0
     int RightmostRight();
     // In client pixels. The state rectangles of an entry that is not measured yet are no more than a cover.
     QKEntryRects RectsOf(const QKListNode& node) const;
@@ -119,6 +121,8 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     const NodeSet& Hovered();   // nMouseState is not 0
     const NodeSet& Focused();   // nFocusState is not 1
     const NodeSet& Selected();  // nSelState is not 1
+    // The same number for the same set of selected entries, and as good as always another one for another.
+    std::uint64_t SelectionMark();
 
     // ---- States
 
@@ -147,7 +151,13 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
     // Moves every entry, as a new layout of the same cells would; they must all be placed.
     void Offset(CPoint by, const QKListMeasure& measure);
     bool AllPlaced() const { return unplaced_ == 0; }
-    // Changes whenever the collection, or a cell or caption in it, changes otherwise than by Offset.
+    // Moves every entry that has a place, whoever gave it that, and leaves its caption as it is. Those
+    // without one cost a walk.
+    void Scroll(CPoint by);
+    // Captions measure differently now; entries stay where they are.
+    void MeasureAnew(const QKListMeasure& measure);
+    // Changes whenever the collection, or a cell or caption in it, changes otherwise than by Offset and
+    // Scroll.
     std::uint64_t Generation();
     // The last layout of all entries, for who lays them out.
     std::optional<QKListLayout>& LastLayout() { return lastLayout_; }
@@ -260,6 +270,7 @@ class QKListEntries : public std::enable_shared_from_this<QKListEntries> {
 
     QKIdentifiers ids_;
     NodeSet hovered_, focused_, selectedFlags_;
+    std::uint64_t selectionMark_ = 0;  // the sum of a number for each selected entry
     bool extentKnown_ = true;
     CPoint extent_;  // the largest right and bottom of all cells, seen from the origin
 

@@ -40,13 +40,9 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
     const int stepX = QKSum(m_nWIner, m_nItemWidth);
     const int stepY = QKSum(m_nHIner, m_nItemHeight);
     const int length = columns ? m_nHeight : m_nWidth;
-    QKCellGrid grid = {CPoint(m_nX, m_nY),
-                       {m_nItemWidth, m_nItemHeight},
-                       columns ? stepY : stepX,
-                       columns ? stepX : stepY,
-                       columns,
-                       0,
-                       0};
+    QKCellGrid grid = {
+        Corner(), {m_nItemWidth, m_nItemHeight}, columns ? stepY : stepX, columns ? stepX : stepY, columns, 0,
+        0};
     if (length < grid.along) return std::nullopt;
     grid.SetLines(length, columns ? m_nItemHeight : m_nItemWidth);
     return grid;
@@ -55,9 +51,14 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
 // The cells that entries are laid out in.
 std::optional<QKCellGrid> QKListCtrl::LayoutGrid() const {
     if (m_nListType != QKLT_LIST) return Grid(m_nArrange == 0);
-    return QKCellGrid{
-        // one column without end
-        CPoint(m_nX, m_nY), {m_nWidth, m_nItemHeight}, QKSum(m_nHIner, m_nItemHeight), 0, true, 0, 0};
+    const int inset = m_scroll.on ? QKIconOverhang(Metrics()) : 0;
+    return QKCellGrid{CPoint(QKSum(Corner().x, inset), Corner().y),
+                      {QKDifference(m_nWidth, inset), m_nItemHeight},
+                      QKSum(m_nHIner, m_nItemHeight),
+                      0,  // one column without end
+                      true,
+                      0,
+                      0};
 }
 
 std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree(const std::optional<QKCellGrid>& grid) {
@@ -72,10 +73,10 @@ std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree(const std::optional<QKCell
 // no cell is under counts as one in the first where cells go on without end; else there is no place for it.
 std::optional<QKCellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
     if (m_nListMode != QKLIST_DESKTOP) return std::nullopt;
-    const std::optional<QKCellGrid> grid = Grid(true);
+    const std::optional<QKCellGrid> grid = Grid(!m_scroll.on || m_nArrange == 0);
     if (!grid) return std::nullopt;
-    // In the band at the bottom that no cell starts in, too.
-    const bool atBottom = std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
+    // In the band at the bottom that no cell starts in, too; a list that scrolls has none.
+    const bool atBottom = !m_scroll.on && std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
     const std::int64_t start = atBottom ? 0 : grid->NumberAt(CPoint(x, y)).value_or(grid->count);
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, start);
     if (!cell) return std::nullopt;
@@ -92,6 +93,7 @@ void QKListCtrl::PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>
 }
 
 void QKListCtrl::Grow(const CRect& cell) {
+    if (m_scroll.on) return;
     const CRect list(CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight));
     if (list.bottom >= cell.bottom && list.right >= cell.right) return;
     if (list.bottom < cell.bottom) m_nHeight = QKDifference(cell.bottom, m_nY);
@@ -118,16 +120,12 @@ void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
 void QKListCtrl::LayOutAll() {
     const QKUninterrupted uninterrupted;
     QKWithinMemory([this] {
-        QKListLayout layout = {Measure(),
-                               m_nWIner,
-                               m_nHIner,
-                               m_nArrange,
-                               {m_nWidth, m_nHeight},
-                               m_lstItems->Generation(),
-                               {},
-                               CPoint(m_nX, m_nY)};
+        QKListLayout layout = {
+            Measure(), m_nWIner, m_nHIner, m_nArrange, {m_nWidth, m_nHeight}, m_lstItems->Generation(),
+            {},        Corner()};
         if (!MoveLayout(layout)) PlaceAll(layout);
     });
+    KeepInRange();
 }
 
 // When only the list has moved since the last time, its cells move with it.
@@ -141,7 +139,7 @@ bool QKListCtrl::MoveLayout(const QKListLayout& layout) {
         last.grown.cx >= QKExactPixels || last.grown.cy >= QKExactPixels)
         return false;
     if (m_nListType == QKLT_LIST) entries.EmptyCaptions();
-    const CPoint by(m_nX - last.corner.x, m_nY - last.corner.y);
+    const CPoint by(layout.corner.x - last.corner.x, layout.corner.y - last.corner.y);
     last.corner = layout.corner;
     if (!(last.grown == layout.given)) m_nStatus = QK_NORMAL;
     m_nWidth = last.grown.cx;
@@ -177,7 +175,7 @@ void QKListCtrl::PlaceAll(QKListLayout& layout) {
 
 void QKListCtrl::SetRect(const CRect* rect) {
     if (!rect) return;
-    QKItemBase::SetRect(rect);
+    MoveView(*rect);
     LayOutAll();
 }
 
@@ -236,11 +234,13 @@ void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
 }
 
 int QKListCtrl::GetListMaxHeight() {
-    return QKWithinMemory(0, [this] { return QKDifference(m_lstItems->LowestBottom(), m_nY); });
+    return QKWithinMemory(
+        0, [this] { return m_scroll.on ? Content().cy : QKDifference(m_lstItems->LowestBottom(), m_nY); });
 }
 
 int QKListCtrl::GetListMaxWidth() {
-    return QKWithinMemory(0, [this] { return QKDifference(m_lstItems->RightmostRight(), m_nX); });
+    return QKWithinMemory(
+        0, [this] { return m_scroll.on ? Content().cx : QKDifference(m_lstItems->RightmostRight(), m_nX); });
 }
 
 void QKListCtrl::SetListType(QKListType type) {

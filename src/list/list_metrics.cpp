@@ -56,6 +56,10 @@ CRect QKIconBox(const QKListMetrics& m, const CRect& cell) {
         CSize(m.imageWidth, m.imageHeight)};
 }
 
+int QKIconOverhang(const QKListMetrics& m) {
+    return std::max(-QKIconBox(m, CRect()).left, 0);
+}
+
 CRect QKNoPlace() {
     return {-1, -1, -1, -1};
 }

@@ -33,6 +33,7 @@ struct QKListMeasure {
 CRect QKGridCaptionCell(const QKListMetrics& metrics, const CRect& cell);
 CRect QKCaptionCell(const QKListMetrics& metrics, const CRect& cell);  // by the type
 CRect QKIconBox(const QKListMetrics& metrics, const CRect& cell);
+int QKIconOverhang(const QKListMetrics& metrics);  // how far the box starts left of the cell, or 0
 
 // The rectangles of an entry, in client pixels.
 struct QKEntryRects {

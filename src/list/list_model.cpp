@@ -131,6 +131,7 @@ int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
 
 void QKListCtrl::RemoveAll() {
     m_lstItems->Release();
+    KeepInRange();
 }
 
 int QKListCtrl::GetCount() const {

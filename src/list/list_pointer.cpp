@@ -24,6 +24,8 @@ void CQKDialogBase::PressEntry(QKListCtrl& list, QKListNode& node) {
     QKListEntries& entries = *list.m_lstItems;
     entries.SetMouse(node, QKItemBase::QK_MOUSEDOWN);
     if (node.focus != 0) entries.SetFocus(node, 0);
+    list.Pressed(node);
+    m_pKeyList = &list;
 }
 
 // An entry that is selected already keeps the others selected.
@@ -38,7 +40,7 @@ int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
     QKListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int changed = 0;
-    for (QKListNode* node : entries.HitBy(point)) {
+    for (QKListNode* node : list->HitBy(point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEON) continue;
         entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
@@ -65,7 +67,7 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
     QKListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int pressed = 0;
-    for (QKListNode* node : entries.HitBy(point)) {
+    for (QKListNode* node : list->HitBy(point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
@@ -88,7 +90,7 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
     int changed = 0;
     for (int next = 0; !changed;) {
         QKListNode* node = nullptr;
-        for (QKListNode* hit : entries.HitBy(at))
+        for (QKListNode* hit : list->HitBy(at))
             if (!node && entries.PositionOf(*hit) >= next) node = hit;
         if (!node) break;
         hot = node->id;
@@ -102,8 +104,8 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
             entries.SetSelected(*node, true);
             changed = 1;
         }
-        if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnClick) {
-            callbacks.pfnClick(entries.HandOut(*node), &at, callbacks.pParam);
+        if (const auto call = list->ClickCall()) {
+            call(entries.HandOut(*node), &at);
             if (!alive) return 0;
         }
     }
@@ -121,13 +123,13 @@ int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint 
     const QKAlive alive(*this, list->m_lstItems);
     QKListEntries& entries = *list->m_lstItems;
     int pressed = 0;
-    for (QKListNode* node : entries.HitBy(point)) {
+    for (QKListNode* node : list->HitBy(point)) {
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
         SelectAlone(*list, *node);
         pressed = 1;
-        if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnDblClick) {
-            callbacks.pfnDblClick(entries.HandOut(*node), callbacks.pParam);
+        if (const auto call = list->DoubleClickCall()) {
+            call(entries.HandOut(*node));
             if (!alive) return pressed;
         }
         break;
@@ -142,7 +144,7 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
     QKListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int result = 0;
-    const std::vector<QKListNode*> hits = entries.HitBy(point);
+    const std::vector<QKListNode*> hits = list->HitBy(point);
     for (QKListNode* node : hits) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
@@ -165,10 +167,10 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 
 int CQKDialogBase::MoveRUpList(QKListCtrl* list, const CRect&, CPoint point) {
     QKListEntries& entries = *list->m_lstItems;
-    const std::vector<QKListNode*> hits = entries.HitBy(point);
+    const std::vector<QKListNode*> hits = list->HitBy(point);
     POINT at = point;
-    if (const QKListCallbacks callbacks = list->m_listCallbacks; callbacks.pfnRClick)
-        callbacks.pfnRClick(hits.empty() ? nullptr : entries.HandOut(*hits.front()), &at, callbacks.pParam);
+    if (const auto call = list->RightClickCall())
+        call(hits.empty() ? nullptr : entries.HandOut(*hits.front()), &at);
     return !hits.empty();
 }
 

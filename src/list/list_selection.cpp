@@ -127,7 +127,7 @@ void CQKDialogBase::CaleSelItem() {
     const QKUninterrupted uninterrupted;
     ForEachList([this](QKListCtrl& list) {
         QKListEntries& entries = *list.m_lstItems;
-        const std::vector<QKListNode*> touched = entries.HitBy(m_rcSel);
+        const std::vector<QKListNode*> touched = entries.HitBy(list.BandArea(m_rcSel));
         const auto isTouched = [&](const QKListNode* node) {
             return std::binary_search(touched.begin(), touched.end(), node, QKListEntries::InOrder());
         };

@@ -1,0 +1,26 @@
+// Tells the host that a selection has changed: once for an event, and when that is done with the lists.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "dialog/alive.h"
+
+class QKListCtrl;
+
+// Made when an event begins. It looks at those lists of the dialog that have a function for it.
+class QKSelectionWatch {
+  public:
+    explicit QKSelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>& items);
+    // Calls the functions of those whose selection is no longer what it was. Anything may be gone afterwards.
+    void Tell();
+
+  private:
+    struct Watched {
+        QKListCtrl* list;
+        QKAlive alive;
+        std::uint64_t before;
+    };
+    CQKDialogBase& dialog_;
+    std::vector<Watched> watched_;
+};

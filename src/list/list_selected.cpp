@@ -1,0 +1,48 @@
+// The selected entries, as a host asks for them.
+#include "list/list_ctrl.h"
+#include "list/list_entries.h"
+#include "list/memory.h"
+#include "list/uninterrupted.h"
+
+namespace {
+
+// Flags may hold other numbers than the two that mean something.
+template <class Visit>
+void ForEachSelected(QKListEntries& entries, Visit visit) {
+    const QKUninterrupted uninterrupted;
+    for (const QKListNode* node : entries.Selected())
+        if (node->unselected == 0) visit(*node);
+}
+
+}  // namespace
+
+std::vector<int> QKListCtrl::GetSelectedIndexes() const {
+    return QKWithinMemory(std::vector<int>(), [this] {
+        std::vector<int> indexes;
+        ForEachSelected(*m_lstItems,
+                        [&](const QKListNode& node) { indexes.push_back(m_lstItems->PositionOf(node)); });
+        return indexes;
+    });
+}
+
+std::vector<QKListItem*> QKListCtrl::GetSelectedItems() {
+    std::vector<QKListItem*> items;
+    for (const int index : GetSelectedIndexes())
+        items.push_back(GetItem(index));
+    return items;
+}
+
+std::vector<const QKListItem*> QKListCtrl::GetSelectedItems() const {
+    std::vector<const QKListItem*> items;
+    for (const int index : GetSelectedIndexes())
+        items.push_back(GetItem(index));
+    return items;
+}
+
+int QKListCtrl::GetSelectedCount() const {
+    return QKWithinMemory(0, [this] {
+        int count = 0;
+        ForEachSelected(*m_lstItems, [&](const QKListNode&) { ++count; });
+        return count;
+    });
+}

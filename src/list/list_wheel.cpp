@@ -1,0 +1,111 @@
+// What scrolls the lists of a dialog, and what goes along: their bars, the hover, a rubber band.
+#include <algorithm>
+
+#include <platform/window.h>
+
+#include "dialog/alive.h"
+#include "dialog/selection_watch.h"
+#include "dialog/shown_lists.h"
+#include "items/scroll_bar.h"
+#include "list/list_entries.h"
+
+// A list knows the bar by its address alone: what is registered there may be another item by now.
+QKVScrollBar* CQKDialogBase::BarOf(const QKListCtrl& list) const {
+    if (!list.m_scroll.on) return nullptr;
+    for (QKItemBase* item : m_arItems)
+        if (item == list.m_scroll.bar && item->m_nType == QKUI_VSCROLLBAR) return list.m_scroll.bar;
+    return nullptr;
+}
+
+// Lists end at the end of their contents, and bars say where they are.
+void CQKDialogBase::SettleScrolling() const {
+    for (QKItemBase* item : m_arItems) {
+        if (item->m_nType != QKUI_LISTCTRL) continue;
+        auto& list = static_cast<QKListCtrl&>(*item);
+        if (!list.m_scroll.on) continue;
+        list.KeepInRange();
+        if (BarOf(list)) list.ShowOnBar();
+    }
+}
+
+// The thumb was dragged.
+void CQKDialogBase::FollowThumb(const QKVScrollBar* bar) {
+    ForEachList([&](QKListCtrl& list) {
+        if (list.m_scroll.bar == bar && BarOf(list)) list.FollowBar();
+    });
+}
+
+// The topmost list that scrolls, by the place of its own or of its bar.
+QKListCtrl* CQKDialogBase::ScrollingListAt(CPoint point) {
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        if (m_arItems[i]->m_nType != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
+        auto* list = static_cast<QKListCtrl*>(m_arItems[i]);
+        if (!list->m_scroll.on) continue;
+        CRect barPlace;
+        if (const QKVScrollBar* bar = BarOf(*list); bar && bar->m_bShow) bar->GetRect(&barPlace);
+        if (list->View().PtInRect(point) || barPlace.PtInRect(point)) return list;
+    }
+    return nullptr;
+}
+
+// Shows what has changed in a list that may have been scrolled. The dialog may be gone afterwards.
+void CQKDialogBase::ShowScrolled(QKListCtrl& list) {
+    SettleScrolling();
+    CRect rect, barPlace;
+    list.GetRect(&rect);
+    if (const QKVScrollBar* bar = BarOf(list)) bar->GetRect(&barPlace);
+    const QKAlive alive(*this);
+    UpdateViewRect(rect);
+    if (alive && !barPlace.IsRectEmpty() && m_nLayStyle != LAY_OPAQUE) UpdateViewRect(barPlace);
+}
+
+BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
+    CPoint point = screen;
+    ScreenToClient(&point);
+    QKListCtrl* list = ScrollingListAt(point);
+    if (!list || !list->Turn(delta)) return CDialog::OnMouseWheel(flags, delta, screen);
+    const QKAlive alive(*this);
+    QKSelectionWatch watch(*this, m_arItems);
+    // Other entries lie under the pointer now, and in the band.
+    if (!CapturedItem()) MoveOnList(list, list->View(), point);
+    if (m_bSelRect && m_bSelecting) {
+        StretchBand(point);
+        UpdateView();
+    }
+    if (alive) ShowScrolled(*list);
+    if (alive) watch.Tell();
+    return TRUE;
+}
+
+// ---- The rubber band
+
+// The list that scrolls and that the band began in.
+QKListCtrl* CQKDialogBase::BandList() const {
+    for (QKItemBase* item : m_arItems) {
+        if (item->m_nType != QKUI_LISTCTRL) continue;
+        auto* list = static_cast<QKListCtrl*>(item);
+        if (list->m_scroll.on && list->m_scroll.hasBand) return list;
+    }
+    return nullptr;
+}
+
+void CQKDialogBase::BeginBandAt(CPoint point) {
+    bool begun = false;
+    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
+        if (m_arItems[i]->m_nType != QKUI_LISTCTRL) continue;
+        auto& list = static_cast<QKListCtrl&>(*m_arItems[i]);
+        list.m_scroll.hasBand = !begun && list.m_scroll.on && list.m_bShow && list.View().PtInRect(point);
+        list.m_scroll.carried = CPoint();
+        begun = begun || list.m_scroll.hasBand;
+    }
+}
+
+// Up to the pointer, from where it began: from that place in the content, when that has been scrolled since.
+void CQKDialogBase::StretchBand(CPoint point) {
+    CPoint start = m_ptSelStart;
+    if (const QKListCtrl* list = BandList()) start.Offset(list->m_scroll.carried);
+    m_ptSelEnd = point;
+    m_rcSel = CRect(std::min(start.x, m_ptSelEnd.x), std::min(start.y, m_ptSelEnd.y),
+                    std::max(start.x, m_ptSelEnd.x), std::max(start.y, m_ptSelEnd.y));
+    CaleSelItem();
+}
