@@ -196,7 +196,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
     // Moves the focus of a list that the host gave the keyboard to (QKListCtrl::SetKeyboard). A host with an
     // OnKeyDown of its own calls this one for the keys that it leaves to the list.
-    void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    void OnKeyDown(UINT key, UINT repeat = 1, UINT flags = 0);
 
     // One event on one item with its hit rectangle; 1 when something changed or the item took it.
     int MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point);
