@@ -7,6 +7,7 @@
 #include "dialog/piece_inputs.h"
 #include "dialog/tab_focus.h"
 #include "dialog/window_frame.h"
+#include "dialog/window_paint.h"
 #include "items/nine_parts.h"
 #include "items/pieces.h"
 #include "list/list_ctrl.h"
@@ -62,25 +63,11 @@ class Drawable : public QKRegion {
     CRect box_;
 };
 
-class WindowPaint {
-  public:
-    explicit WindowPaint(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
-    ~WindowPaint() { EndPaint(window_, &paint_); }
-    WindowPaint(const WindowPaint&) = delete;
-    WindowPaint& operator=(const WindowPaint&) = delete;
-    HDC Context() const { return context_; }
-
-  private:
-    const HWND window_;
-    PAINTSTRUCT paint_;
-    const HDC context_;
-};
-
 }  // namespace
 
 void CQKDialogBase::OnPaint() {
     const QKAlive alive(*this);
-    const WindowPaint paint(m_hWnd);  // erases first: a call into the host
+    const QKWindowPaint paint(m_hWnd);  // erases first: a call into the host
     if (!alive || m_nLayStyle == LAY_OPAQUE) return;
     CRect window;
     GetWindowRect(window);

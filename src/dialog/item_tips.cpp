@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dialog/window_paint.h"
 #include "items/item_base.h"
 
 namespace {
@@ -34,20 +35,6 @@ CPoint PlaceBeside(POINT pointer, CSize size) {
     place.y = std::max(work.top, place.y);
     return place;
 }
-
-class WindowPaint {
-  public:
-    explicit WindowPaint(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
-    ~WindowPaint() { EndPaint(window_, &paint_); }
-    WindowPaint(const WindowPaint&) = delete;
-    WindowPaint& operator=(const WindowPaint&) = delete;
-    HDC Context() const { return context_; }
-
-  private:
-    const HWND window_;
-    PAINTSTRUCT paint_;
-    const HDC context_;
-};
 
 }  // namespace
 
@@ -142,7 +129,7 @@ void QKItemTips::Show() {
 }
 
 void QKItemTips::Paint() {
-    const WindowPaint paint(window_);
+    const QKWindowPaint paint(window_);
     Gdiplus::Graphics graphics(paint.Context());
     CRect client;
     GetClientRect(window_, client);

@@ -33,7 +33,9 @@ void QKNineParts::Cut(Gdiplus::Image& picture) {
         const int height = rows[row + 1] - rows[row];
         parts_[i].reset();
         if (width < 1 || height < 1) continue;
-        parts_[i] = std::make_shared<Gdiplus::Bitmap>(width, height);
+        const int scale = picture.GetScale();
+        parts_[i] = std::make_shared<Gdiplus::Bitmap>(width * scale, height * scale);
+        parts_[i]->SetScale(scale);
         Gdiplus::Graphics graphics(parts_[i].get());
         graphics.DrawImage(&picture, Gdiplus::Rect(0, 0, width, height), columns[column], rows[row], width,
                            height, Gdiplus::UnitPixel);

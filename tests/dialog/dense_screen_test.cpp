@@ -51,9 +51,14 @@ Shown Show(int style) {
     QKImage image;
     image.SetImage(SaveBoth("dense_image", 25, 15, 255));
     image.SetRect(90, 20, 25, 15);
+    QKImage frame;
+    frame.SetImage(SaveBoth("dense_frame", 20, 20, 255));
+    frame.SetMargins(10, 10, 10, 10);
+    frame.SetRect(130, 60, 20, 20);
     QKListCtrl list;
     dialog.AddQKItem(&button);
     dialog.AddQKItem(&image);
+    dialog.AddQKItem(&frame);
     dialog.AddQKItem(&list);
     dialog.SetBackColor(Gdiplus::Color(255, 30, 60, 90), style != LAY_OPAQUE);
     if (style != LAY_COLORKEY)
@@ -79,6 +84,7 @@ Shown Show(int style) {
     text.SetRect(10, 80, 180, 40);
     button.SetShow(0);
     image.SetShow(0);
+    frame.SetShow(0);
     dialog.SetBack(u"", 0, 1);
     dialog.SetBackColor(Gdiplus::Color(255, 0, 0, 0), 1);
     dialog.AddQKItem(&text);
