@@ -52,7 +52,8 @@ Headless::Picture SpecimenWindow::Capture() {
     Headless::RunPending();
     if (!screen_) return Headless::Capture(window_.m_hWnd);
     const Headless::Picture screen = Headless::CaptureScreen();
-    Headless::Picture part{window_.Looks().size.cx, window_.Looks().size.cy, {}};
+    const int scale = GetScreenScale();
+    Headless::Picture part{window_.Looks().size.cx * scale, window_.Looks().size.cy * scale, {}};
     for (int y = 0; y < part.height; ++y)  // the window lies at the screen's top left corner
         for (int x = 0; x < part.width; ++x)
             part.argb.push_back(screen.At(x, y));
