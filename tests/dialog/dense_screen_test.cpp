@@ -156,6 +156,25 @@ TEST_F(DenseScreen, TakesWhatWasDrawnForOtherScreens) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_NOT_SUPPORTED});
 }
 
+TEST_F(DenseScreen, CountsEachPictureForItself) {
+    Gdiplus::Bitmap picture(10, 10);
+    const std::unique_ptr<Gdiplus::Bitmap> clone(picture.Clone());
+    EXPECT_EQ(picture.SetScale(3), Gdiplus::InvalidParameter);
+    EXPECT_EQ(picture.SetScale(2), Gdiplus::Ok);
+    EXPECT_EQ(picture.GetWidth(), 5U);
+    EXPECT_EQ(clone->GetWidth(), 10U);
+    const Gdiplus::SolidBrush brush{Gdiplus::Color(0xFF102030)};
+    for (Gdiplus::Bitmap* const each : {&picture, clone.get()})
+        Gdiplus::Graphics(each).FillRectangle(&brush, 0, 0, 4, 4);
+    const auto isFilled = [](Gdiplus::Bitmap& bitmap, int at) {
+        Gdiplus::Color color;
+        bitmap.GetPixel(at, at, &color);
+        return color.GetA() != 0;
+    };
+    EXPECT_TRUE(isFilled(picture, 7) && !isFilled(picture, 8));
+    EXPECT_TRUE(isFilled(*clone, 3) && !isFilled(*clone, 4));
+}
+
 TEST_F(DenseScreen, IsUsedOnlyWhenAskedFor) {
     Use(1);
     ASSERT_TRUE(Headless::Use(800, 600, 192));
