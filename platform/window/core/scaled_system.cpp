@@ -138,12 +138,6 @@ void ScaledSystem::SetShape(HWND window, const Region* region) {
     system_->SetShape(window, &pixels);
 }
 
-std::shared_ptr<Surface> ScaledSystem::NewSurface(HWND window, int width, int height) {
-    std::shared_ptr<Surface> surface = system_->NewSurface(window, width, height);
-    if (surface) surface->SetScale(ScreenScale());
-    return surface;
-}
-
 POINT ScaledSystem::PointerPosition() {
     return UnitOf(system_->PointerPosition(), ScreenScale());
 }

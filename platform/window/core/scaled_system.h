@@ -30,7 +30,9 @@ class ScaledSystem final : public WindowSystem {
     void SetCompositing(HWND window, const Compositing& compositing) override {
         system_->SetCompositing(window, compositing);
     }
-    std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) override;
+    std::shared_ptr<Surface> NewSurface(HWND window, int width, int height) override {
+        return system_->NewSurface(window, width, height);
+    }
     void BeginWrite(HWND window) override { system_->BeginWrite(window); }
     void Present(HWND window, const Region& damage) override { system_->Present(window, damage); }
     bool GrabPointer(HWND window) override { return system_->GrabPointer(window); }
