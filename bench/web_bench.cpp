@@ -2,7 +2,7 @@
 // server is a thread of this program; it stands in as the proxy, so that no port has to be free.
 #include <curl/curl.h>
 
-#include <web/base_functions.h>
+#include <qkui/web/base_functions.h>
 #include <cstdlib>
 #include <string>
 

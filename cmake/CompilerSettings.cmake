@@ -38,7 +38,7 @@ endif()
 # into the tests that look inside.
 function(qkui_module name)
     add_library(${name} OBJECT ${ARGN})
-    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/platform/include
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include
                                               ${PROJECT_SOURCE_DIR})
     target_compile_definitions(${name} PRIVATE QKUI_BUILDING)
     target_link_libraries(${name} PRIVATE qkui_settings)

@@ -1,5 +1,5 @@
-# What a host builds against: the library, its headers under include/QKUILib (the root of <QKUILib.h> and of
-# <platform/...>), a CMake package and a pkg-config file. All can be moved to another place together.
+# What a host builds against: the library, its headers under include/QKUILib (the root of <QKUILib.h>, of
+# <qkui/...> and of <platform/...>), a CMake package and a pkg-config file. All can be moved to another place together.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(QKUI_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/QKUILib)
@@ -13,9 +13,7 @@ install(TARGETS QKUILib QKUIMain QKUICustomaryHeaders EXPORT QKUILibTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
 install(TARGETS QKUILib-webkit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT html) # found beside the library
-install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY platform/include/platform platform/include/customary
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QKUILib)
 
 install(EXPORT QKUILibTargets NAMESPACE QKUILib:: DESTINATION ${QKUI_PACKAGE_DIR})
 configure_package_config_file(cmake/QKUILibConfig.cmake.in ${PROJECT_BINARY_DIR}/QKUILibConfig.cmake

@@ -4,7 +4,7 @@ find_package(GTest REQUIRED)
 function(qkui_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK;LABELS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform/include
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src
                                                ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE qkui_settings ${arg_LINK} GTest::gtest GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE

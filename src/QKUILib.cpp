@@ -1,5 +1,5 @@
 // What happens when the library enters and leaves a process.
-#include "QKUILib.h"
+#include <QKUILib.h>
 
 #include "shell/key_mask_state.h"
 

@@ -1,7 +1,7 @@
 // What outlived a call into the host.
 #pragma once
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 
 // A callback, an overridden virtual or a handler may delete the dialog, and take items off it and delete
 // those. Who runs one and goes on afterwards makes a QKAlive before the call and asks it after:

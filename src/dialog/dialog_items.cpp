@@ -1,12 +1,12 @@
 // The drawing routines of the items, one for each kind, as hosts may call them on a context of their own.
-#include "dialog/dialog_base.h"
-#include "items/check_box.h"
-#include "items/image.h"
+#include <qkui/dialog/dialog_base.h>
+#include <qkui/items/check_box.h>
+#include <qkui/items/image.h>
+#include <qkui/items/progress.h>
+#include <qkui/items/scroll_bar.h>
+#include <qkui/items/static_text.h>
+#include <qkui/items/text_button.h>
 #include "items/pieces.h"
-#include "items/progress.h"
-#include "items/scroll_bar.h"
-#include "items/static_text.h"
-#include "items/text_button.h"
 
 namespace {
 

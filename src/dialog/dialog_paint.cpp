@@ -2,15 +2,15 @@
 #include <cstdint>
 #include <vector>
 
+#include <qkui/items/nine_parts.h>
+#include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 #include "dialog/piece_inputs.h"
 #include "dialog/tab_focus.h"
 #include "dialog/window_frame.h"
 #include "dialog/window_paint.h"
-#include "items/nine_parts.h"
 #include "items/pieces.h"
-#include "list/list_ctrl.h"
 #include "list/list_node.h"
 #include "list/uninterrupted.h"
 

@@ -1,11 +1,11 @@
 // The pointer: which item an event reaches, what it does to the item's state, and when a click completes.
+#include <qkui/items/check_box.h>
+#include <qkui/items/scroll_bar.h>
+#include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
 #include "dialog/item_tips.h"
 #include "dialog/selection_watch.h"
 #include "items/arithmetic.h"
-#include "items/check_box.h"
-#include "items/scroll_bar.h"
-#include "list/list_ctrl.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. Every refresh is a
 // call into the host, and so is default processing.

@@ -2,9 +2,9 @@
 #include <utility>
 #include <vector>
 
+#include <qkui/items/gif_image.h>
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
-#include "items/gif_image.h"
 #include "list/uninterrupted.h"
 
 namespace {

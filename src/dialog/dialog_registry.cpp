@@ -1,9 +1,9 @@
 // The dialog's items: pointers in the order of registration.
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
+#include <qkui/items/check_box.h>
+#include <qkui/items/static_text.h>
+#include <qkui/items/text_button.h>
 #include "dialog/item_tips.h"
-#include "items/check_box.h"
-#include "items/static_text.h"
-#include "items/text_button.h"
 
 void CQKDialogBase::GiveDefaultFont(QKItemBase& item) const {
     if (!m_pDefaultFont) return;

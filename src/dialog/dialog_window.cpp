@@ -1,11 +1,11 @@
 // The dialog as a window: construction, looks, background settings, commands, keys.
+#include <qkui/items/nine_parts.h>
+#include <qkui/items/resource_image.h>
 #include "dialog/alive.h"
 #include "dialog/dialog_frame.h"
 #include "dialog/item_tips.h"
 #include "dialog/tab_focus.h"
 #include "dialog/window_frame.h"
-#include "items/nine_parts.h"
-#include "items/resource_image.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <qkui/items/item_base.h>
 #include "dialog/window_paint.h"
-#include "items/item_base.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "dialog/selection_watch.h"
 
-#include "list/list_ctrl.h"
+#include <qkui/list/list_ctrl.h>
 #include "list/list_entries.h"
 
 QKSelectionWatch::QKSelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>& items)

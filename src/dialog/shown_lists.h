@@ -1,8 +1,8 @@
 // All shown lists of a dialog, from the last registered to the first.
 #pragma once
 
-#include "dialog/dialog_base.h"
-#include "list/list_ctrl.h"
+#include <qkui/dialog/dialog_base.h>
+#include <qkui/list/list_ctrl.h>
 
 template <class Visit>
 void CQKDialogBase::ForEachList(Visit visit) {

@@ -3,7 +3,7 @@
 
 #include <platform/gdiplus.h>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 
 class QKTabFocus {
   public:

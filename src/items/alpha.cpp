@@ -1,7 +1,7 @@
 // One alpha for everything that a bitmap shows.
 #include <cstdint>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 
 void CQKDialogBase::SetALPH255(Gdiplus::Bitmap* bitmap, int alpha) {
     constexpr std::uint32_t kColour = 0x00FFFFFF;

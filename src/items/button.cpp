@@ -1,4 +1,4 @@
-#include "items/button.h"
+#include <qkui/items/button.h>
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "items/check_box.h"
+#include <qkui/items/check_box.h>
 
 #include <utility>
 

@@ -1,8 +1,8 @@
-#include "items/frame_strip.h"
+#include <qkui/items/frame_strip.h>
 
 #include <cstdint>
 
-#include "items/item_base.h"
+#include <qkui/items/item_base.h>
 
 CSize QKFrameStrip::FrameSize() const {
     return vertical ? CSize(width, height / count) : CSize(width / count, height);

@@ -1,4 +1,4 @@
-#include "items/gif_image.h"
+#include <qkui/items/gif_image.h>
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 #include "items/pieces.h"
 
 namespace {

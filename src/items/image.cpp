@@ -1,4 +1,4 @@
-#include "items/image.h"
+#include <qkui/items/image.h>
 
 #include "items/pieces.h"
 

@@ -1,8 +1,8 @@
-#include "items/item_base.h"
+#include <qkui/items/item_base.h>
 
 #include <utility>
 
-#include "items/resource_image.h"
+#include <qkui/items/resource_image.h>
 
 QKItemBase::QKItemBase(QKUIType type) : m_nType(type) {}
 

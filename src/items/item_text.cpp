@@ -1,4 +1,4 @@
-#include "items/item_text.h"
+#include <qkui/items/item_text.h>
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include "items/nine_parts.h"
+#include <qkui/items/nine_parts.h>
 
 #include <algorithm>
 

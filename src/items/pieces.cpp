@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "items/button.h"
-#include "items/check_box.h"
-#include "items/image.h"
-#include "items/progress.h"
-#include "items/scroll_bar.h"
-#include "items/static_text.h"
-#include "items/text_button.h"
+#include <qkui/items/button.h>
+#include <qkui/items/check_box.h>
+#include <qkui/items/image.h>
+#include <qkui/items/progress.h>
+#include <qkui/items/scroll_bar.h>
+#include <qkui/items/static_text.h>
+#include <qkui/items/text_button.h>
 
 namespace {
 

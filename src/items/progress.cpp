@@ -1,4 +1,4 @@
-#include "items/progress.h"
+#include <qkui/items/progress.h>
 
 #include "items/arithmetic.h"
 #include "items/pieces.h"

@@ -1,4 +1,4 @@
-#include "items/resource_image.h"
+#include <qkui/items/resource_image.h>
 
 #include <cstring>
 

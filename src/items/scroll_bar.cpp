@@ -1,4 +1,4 @@
-#include "items/scroll_bar.h"
+#include <qkui/items/scroll_bar.h>
 
 #include <algorithm>
 #include <cstdint>

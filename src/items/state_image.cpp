@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 #include "items/pieces.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "items/static_text.h"
+#include <qkui/items/static_text.h>
 
 #include "items/pieces.h"
 

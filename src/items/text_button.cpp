@@ -1,4 +1,4 @@
-#include "items/text_button.h"
+#include <qkui/items/text_button.h>
 
 #include "items/pieces.h"
 

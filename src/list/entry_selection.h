@@ -3,7 +3,7 @@
 
 #include <unordered_set>
 
-#include "list/list_item.h"
+#include <qkui/list/list_item.h>
 
 struct QKListNode;
 

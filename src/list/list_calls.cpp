@@ -1,9 +1,9 @@
 // The functions of the host that a list calls.
-#include "list/list_calls.h"
+#include <qkui/list/list_calls.h>
 
 #include <utility>
 
-#include "list/list_ctrl.h"
+#include <qkui/list/list_ctrl.h>
 
 namespace {
 

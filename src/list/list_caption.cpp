@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 #include "items/arithmetic.h"
 #include "items/glow_text.h"
 #include "items/pieces.h"

@@ -1,14 +1,14 @@
 // What a list draws: frames, icon and caption of each entry, the focused ones above all others.
 #include <algorithm>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
+#include <qkui/list/list_ctrl.h>
 #include "dialog/piece_inputs.h"
 #include "items/arithmetic.h"
 #include "items/glow_text.h"
 #include "items/pieces.h"
 #include "items/state_image.h"
 #include "list/list_caption.h"
-#include "list/list_ctrl.h"
 #include "list/list_entries.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "list/list_item.h"
+#include <qkui/list/list_item.h>
 
 #include "list/list_text.h"
 

@@ -1,5 +1,5 @@
 // The focus of a list, moved by keys: where a key leads, and what it selects on the way.
-#include "list/list_keys.h"
+#include <qkui/list/list_keys.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -7,10 +7,10 @@
 
 #include <platform/window.h>
 
+#include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
 #include "dialog/selection_watch.h"
 #include "items/arithmetic.h"
-#include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include <qkui/list/list_ctrl.h>
 #include "items/arithmetic.h"
 #include "list/cell_search.h"
-#include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/list_text.h"
 #include "list/memory.h"

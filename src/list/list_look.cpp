@@ -1,7 +1,7 @@
 // What the captions of a list look like.
 #include <platform/gdi.h>
 
-#include "list/list_ctrl.h"
+#include <qkui/list/list_ctrl.h>
 #include "list/list_entries.h"
 #include "list/memory.h"
 

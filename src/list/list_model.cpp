@@ -7,7 +7,7 @@
 #include <platform/gdi.h>
 #include <platform/window.h>
 
-#include "list/list_ctrl.h"
+#include <qkui/list/list_ctrl.h>
 #include "list/list_entries.h"
 #include "list/list_layout.h"
 #include "list/list_text.h"

@@ -9,7 +9,7 @@
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
-#include "list/list_item.h"
+#include <qkui/list/list_item.h>
 
 // A text on the heap, without the room that a record has for it.
 class QKShortText {

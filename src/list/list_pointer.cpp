@@ -2,8 +2,8 @@
 //
 // Entries are asked in their order, and an event changes at most two of them: the one it is about, and the
 // first other one that still has the state which only one entry has at a time.
+#include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
-#include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/uninterrupted.h"
 

@@ -1,11 +1,11 @@
 // A list that scrolls: which part of its content it shows.
-#include "list/list_scroll.h"
+#include <qkui/list/list_scroll.h>
 
 #include <algorithm>
 
+#include <qkui/items/scroll_bar.h>
+#include <qkui/list/list_ctrl.h>
 #include "items/arithmetic.h"
-#include "items/scroll_bar.h"
-#include "list/list_ctrl.h"
 #include "list/list_entries.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"

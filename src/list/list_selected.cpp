@@ -1,5 +1,5 @@
 // The selected entries, as a host asks for them.
-#include "list/list_ctrl.h"
+#include <qkui/list/list_ctrl.h>
 #include "list/list_entries.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"

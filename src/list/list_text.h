@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "list/list_item.h"
+#include <qkui/list/list_item.h>
 
 inline std::u16string_view QKTextOf(const WCHAR (&units)[QKListItem::kTextUnits]) {
     const WCHAR* const last = units + QKListItem::kTextUnits - 1;

@@ -3,10 +3,10 @@
 
 #include <platform/window.h>
 
+#include <qkui/items/scroll_bar.h>
 #include "dialog/alive.h"
 #include "dialog/selection_watch.h"
 #include "dialog/shown_lists.h"
-#include "items/scroll_bar.h"
 #include "list/list_entries.h"
 
 // A list knows the bar by its address alone: what is registered there may be another item by now.

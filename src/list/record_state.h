@@ -4,7 +4,7 @@
 #include <cstring>
 #include <type_traits>
 
-#include "list/list_item.h"
+#include <qkui/list/list_item.h>
 #include "list/list_metrics.h"
 
 struct QKRecordState {

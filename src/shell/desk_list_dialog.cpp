@@ -1,4 +1,4 @@
-#include "shell/desk_list_dialog.h"
+#include <qkui/shell/desk_list_dialog.h>
 
 IMPLEMENT_DYNAMIC(CQKDialogDeskList, CQKDialogBase)
 

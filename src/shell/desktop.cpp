@@ -1,7 +1,7 @@
 // The dialog and the desktop: where its window can be put, and the desktop's icons.
 #include <platform/foreign.h>
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "shell/shell_functions.h"
+#include <qkui/shell/shell_functions.h>
 
 #include <platform/shell.h>
 

@@ -1,4 +1,4 @@
-#include "shell/win_key_mask.h"
+#include <qkui/shell/win_key_mask.h>
 
 #include <platform/foreign.h>
 #include <platform/window.h>

@@ -1,4 +1,4 @@
-#include "web/base_functions.h"
+#include <qkui/web/base_functions.h>
 
 #include "web/web_access.h"
 

@@ -1,4 +1,4 @@
-#include "web/html_ctrls.h"
+#include <qkui/web/html_ctrls.h>
 
 #include <cstring>
 #include <string_view>

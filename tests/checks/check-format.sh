@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/../.."
 sources() {
-    for folder in src platform examples tests bench fuzz; do
+    for folder in include src platform examples tests bench fuzz; do
         [ ! -d "$folder" ] || find "$folder" \( -name '*.h' -o -name '*.cpp' \) -print0
     done
 }

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Holds the tree to its layers: include_rules.py ROOT prints each breach and fails if there is one.
 
-    src/        own headers (by the table below), <platform/...>, the standard library
-    platform/   knows nothing of src/ and no QK name; its face includes only itself and the standard library
+    include/    what hosts see: includes only itself and the standard library
+    src/        own headers and <qkui/...> (by the table below), <platform/...>, the standard library
+    platform/   knows nothing of src/ and no QK name; include/platform is its face
     backends    (window/headless, window/x11, html/webkit) are included by nobody but themselves
     libraries   (cairo, xcb, glib, ...) are included by platform/ alone
 """
@@ -11,7 +12,8 @@ import pathlib
 import re
 import sys
 
-# Which folders of src/ the files of a folder may include from. Files at the top of src/ may include all.
+# Which folders of src/, and of include/qkui/, the files of a folder of either may include from. Files at the
+# top may include all.
 MAY_INCLUDE = {
     "items": {"items"},
     "list": {"list", "items"},
@@ -23,7 +25,8 @@ MAY_INCLUDE = {
 SOURCES_MAY_INCLUDE = {"items": {"dialog"}, "list": {"dialog"}}
 
 BACKENDS = ("platform/window/headless/", "platform/window/x11/", "platform/html/webkit/")
-FACE = "platform/include/platform/"
+FACE = "include/platform/"
+PUBLIC = "include/"
 
 # What may speak to a library itself: tests that play an X peer, or look into the module over that library, the
 # measurement beside that library, and the gallery's maker of pictures; and a host that reads folders, which is
@@ -34,7 +37,7 @@ LIBRARIES = re.compile(
     r"|gif_lib|jpeglib|jerror|png|zlib)\b"
 )
 
-FOLDERS = ("src", "platform", "examples", "tests", "bench", "fuzz")
+FOLDERS = ("include", "src", "platform", "examples", "tests", "bench", "fuzz")
 SUFFIXES = {".h", ".cpp"}
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 QK_NAME = re.compile(r"\bC?QK\w*")
@@ -59,7 +62,7 @@ class Checker:
     def check(self, file):
         path = file.relative_to(self.root).as_posix()
         text = file.read_text(encoding="utf-8", errors="replace")
-        if path.startswith("platform/"):
+        if path.startswith(("platform/", FACE)):
             for match in QK_NAME.finditer(text):
                 self.report(path, line_of(text, match), f"platform/ must not know the name {match[0]}")
         for match in INCLUDE.finditer(text):
@@ -70,45 +73,51 @@ class Checker:
         for backend in BACKENDS:
             if target.startswith(backend) and not path.startswith((backend, "tests/")):
                 self.report(path, line, f"{name} belongs to a backend, which nobody else may include")
-        outside = path.startswith(("src/", "examples/", FACE))
+        outside = path.startswith(("src/", "examples/", PUBLIC))
         if outside and name.startswith("platform/") and angled and not target.startswith(FACE):
             self.report(path, line, f"<{name}> is no header of platform/'s face")
         if path.startswith("src/"):
             self.check_source(path, line, angled, name, target)
+            self.check_layer(path, line, name, target)
         elif path.startswith(FACE):
             if not (angled and (STANDARD.match(name) or name.startswith("platform/"))):
                 self.report(path, line, f"the face may include only <platform/...> and the standard library,"
                                         f" not {name}")
+        elif path.startswith(PUBLIC):
+            if not (target.startswith(PUBLIC) or (angled and STANDARD.match(name))):
+                self.report(path, line, f"hosts see include/ and the standard library only, not {name}")
+            self.check_layer(path, line, name, target)
         elif path.startswith("platform/"):
-            if target.startswith("src/"):
+            if target.startswith(("src/", "include/qkui/", "include/QKUILib.h")):
                 self.report(path, line, f"platform/ may not include {name} of the product")
         if LIBRARIES.match(name) and not path.startswith(("platform/",) + LIBRARY_USERS):
             self.report(path, line, f"only platform/ speaks to the library of {name}")
 
     def check_source(self, path, line, angled, name, target):
         if angled:
-            if not (STANDARD.match(name) or name.startswith("platform/")):
+            if not (STANDARD.match(name) or target.startswith(PUBLIC)):
                 self.report(path, line, f"src/ may include only its own headers, <platform/...> and the"
                                         f" standard library, not <{name}>")
             return
         if not target.startswith("src/"):
             self.report(path, line, f'"{name}" is no header of src/ (name it relative to src/)')
-            return
-        folder, other = folder_in_src(path), folder_in_src(target)
-        if folder is None:
+
+    def check_layer(self, path, line, name, target):
+        folder, other = layer(path), layer(target)
+        if folder is None or other is None:
             return
         allowed = set(MAY_INCLUDE.get(folder, {folder}))
         if path.endswith(".cpp"):
             allowed |= SOURCES_MAY_INCLUDE.get(folder, set())
         if other not in allowed:
-            self.report(path, line, f"src/{folder}/ may not include {name}")
+            self.report(path, line, f"{folder}/ may not include {name}")
 
     def resolve(self, file, path, angled, name):
         """The file that an include means, relative to the root; the empty string when it is none of ours."""
         places = [] if angled else [file.parent]
-        places += [self.root / "src", self.root / "platform/include", self.root]
+        places += [self.root / "include", self.root / "include/customary", self.root / "src", self.root]
         if path.startswith("src/"):
-            places.pop()  # hosts see src/ as the root of what is installed, so a path from above fails there
+            places.pop()  # one way to name what is in src/: from there
         for place in places:
             candidate = place / name
             if candidate.is_file():
@@ -122,10 +131,10 @@ def line_of(text, match):
     return text.count("\n", 0, match.start()) + 1
 
 
-def folder_in_src(path):
-    """The folder under src/ that a file lies in; None for one at the top."""
-    parts = path.split("/")
-    return parts[1] if len(parts) > 2 else None
+def layer(path):
+    """The folder under src/ or include/qkui/ that a file lies in; None for one at the top or elsewhere."""
+    match = re.match(r"(?:src|include/qkui)/([^/]+)/", path)
+    return match and match[1]
 
 
 def main():

@@ -1,7 +1,7 @@
 // The dialog that is meant to lie on the desktop.
 #pragma once
 
-#include "dialog/dialog_base.h"
+#include <qkui/dialog/dialog_base.h>
 
 // Behaves as its base does; SetDesk puts it into the desktop.
 class PLATFORM_API CQKDialogDeskList : public CQKDialogBase {

@@ -1,8 +1,8 @@
 // An image button: one picture holds a frame for each of its states.
 #pragma once
 
-#include "items/frame_strip.h"
-#include "items/item_base.h"
+#include <qkui/items/frame_strip.h>
+#include <qkui/items/item_base.h>
 
 class QKPieces;
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "items/image.h"
+#include <qkui/items/image.h>
 
 // A picture without frames or without delays is shown as a still one. The animation runs while the item is
 // registered, shown or not, until the dialog's window goes.

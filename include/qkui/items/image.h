@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "items/item_base.h"
-#include "items/nine_parts.h"
+#include <qkui/items/item_base.h>
+#include <qkui/items/nine_parts.h>
 
 class QKPieces;
 

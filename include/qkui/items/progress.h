@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "items/item_base.h"
+#include <qkui/items/item_base.h>
 
 class QKPieces;
 

@@ -1,8 +1,8 @@
 // A label: text in a rectangle.
 #pragma once
 
-#include "items/item_base.h"
-#include "items/item_text.h"
+#include <qkui/items/item_base.h>
+#include <qkui/items/item_text.h>
 
 class QKPieces;
 

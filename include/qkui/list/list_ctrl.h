@@ -10,11 +10,11 @@
 
 #include <platform/collections.h>
 
-#include "items/item_base.h"
-#include "list/list_calls.h"
-#include "list/list_item.h"
-#include "list/list_keys.h"
-#include "list/list_scroll.h"
+#include <qkui/items/item_base.h>
+#include <qkui/list/list_calls.h>
+#include <qkui/list/list_item.h>
+#include <qkui/list/list_keys.h>
+#include <qkui/list/list_scroll.h>
 
 class QKListEntries;
 class QKFrameInputs;

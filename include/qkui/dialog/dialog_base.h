@@ -8,7 +8,7 @@
 #include <platform/framework.h>
 #include <platform/gdiplus.h>
 
-#include "items/item_base.h"
+#include <qkui/items/item_base.h>
 
 class COleDataSource;
 class QKItemTips;

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "items/item_base.h"
+#include <qkui/items/item_base.h>
 
 class QKPieces;
 

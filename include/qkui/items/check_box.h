@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "items/button.h"
-#include "items/item_text.h"
+#include <qkui/items/button.h>
+#include <qkui/items/item_text.h>
 
 // A click inverts the check. The item rectangle takes the pointer, not the frame. The default font is "宋体"
 // of 12 pixels. Copies share both pictures: the strip as those of a button do, the check image for as long as

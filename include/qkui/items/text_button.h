@@ -1,8 +1,8 @@
 // An image button with a caption on its frame.
 #pragma once
 
-#include "items/button.h"
-#include "items/item_text.h"
+#include <qkui/items/button.h>
+#include <qkui/items/item_text.h>
 
 // The caption is laid into the drawn frame, centred both ways at first, and shows only with an image below
 // it. The default font is "宋体" of 12 pixels.
