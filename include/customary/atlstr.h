@@ -1,4 +1,5 @@
-// For sources that include it by this name.
+/// @file
+/// For sources that include it by this name.
 #pragma once
 
 #include "tchar.h"

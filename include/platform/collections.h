@@ -1,4 +1,5 @@
-// Growable collections. A position outside the collection raises CInvalidArgException in every build.
+/// @file
+/// Growable collections. A position outside the collection raises CInvalidArgException in every build.
 #pragma once
 
 #include <list>
@@ -8,14 +9,14 @@
 #include <platform/text.h>
 #include <platform/types.h>
 
-// The root of what the platform throws. Exceptions are thrown by value and caught by reference.
+/// The root of what the platform throws. Exceptions are thrown by value and caught by reference.
 class PLATFORM_API CException {
   public:
     CException() = default;
     CException(const CException&) = default;
     CException& operator=(const CException&) = default;
     virtual ~CException();
-    // One English sentence, valid as long as the exception.
+    /// One English sentence, valid as long as the exception.
     virtual const char* What() const noexcept = 0;
 };
 
@@ -27,8 +28,8 @@ class PLATFORM_API CInvalidArgException : public CException {
 
 [[noreturn]] PLATFORM_API void AfxThrowInvalidArgException();
 
-// An array that grows. Elements move when it grows: keep positions, not addresses.
-// The second parameter, the type that elements are handed in as elsewhere, changes nothing.
+/// An array that grows. Elements move when it grows: keep positions, not addresses.
+/// The second parameter, the type that elements are handed in as elsewhere, changes nothing.
 template <class T, class Argument = const T&>
 class CArray {
   public:
@@ -42,12 +43,12 @@ class CArray {
     T& operator[](INT_PTR index) { return GetAt(index); }
     const T& operator[](INT_PTR index) const { return GetAt(index); }
     void SetAt(INT_PTR index, T value) { GetAt(index) = std::move(value); }
-    // Appends and returns the new element's index.
+    /// Appends and returns the new element's index.
     INT_PTR Add(T value) {
         items_.push_back(std::move(value));
         return GetSize() - 1;
     }
-    // Returns the index of the first that was added.
+    /// Returns the index of the first that was added.
     INT_PTR Append(const CArray& other) {
         const INT_PTR first = GetSize();
         const std::size_t count = other.items_.size();
@@ -57,7 +58,8 @@ class CArray {
         return first;
     }
     void Copy(const CArray& other) { items_ = other.items_; }
-    // Index GetSize() appends; beyond that raises.
+    ///@{
+    /// Index GetSize() appends; beyond that raises.
     void InsertAt(INT_PTR index, T value) {
         if (index != GetSize()) Checked(index);
         items_.insert(items_.begin() + index, std::move(value));
@@ -67,18 +69,19 @@ class CArray {
         if (count < 0) AfxThrowInvalidArgException();
         items_.insert(items_.begin() + index, static_cast<std::size_t>(count), value);
     }
-    // The array grows to hold the element, with empty ones before it.
+    ///@}
+    /// The array grows to hold the element, with empty ones before it.
     void SetAtGrow(INT_PTR index, T value) {
         if (index >= GetSize()) SetSize(index + 1);
         SetAt(index, std::move(value));
     }
-    // Later elements move down in order. A range that leaves the array raises and changes nothing.
+    /// Later elements move down in order. A range that leaves the array raises and changes nothing.
     void RemoveAt(INT_PTR index, INT_PTR count = 1) {
         if (index < 0 || count < 0 || index > GetSize() || count > GetSize() - index)
             AfxThrowInvalidArgException();
         items_.erase(items_.begin() + index, items_.begin() + index + count);
     }
-    // Releases the storage too.
+    /// Releases the storage too.
     void RemoveAll() { std::vector<T>().swap(items_); }
     void SetSize(INT_PTR size, INT_PTR /*growBy*/ = -1) {
         if (size < 0) AfxThrowInvalidArgException();

@@ -1,4 +1,5 @@
-// Objects of classes that the platform knows by name.
+/// @file
+/// Objects of classes that the platform knows by name.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +7,7 @@
 #include <platform/ole.h>
 #include <platform/types.h>
 
-// The name of a class or an interface.
+/// The name of a class or an interface.
 struct GUID {
     std::uint32_t Data1;
     std::uint16_t Data2;
@@ -19,8 +20,8 @@ constexpr HRESULT E_NOINTERFACE = static_cast<HRESULT>(0x80004002);
 constexpr HRESULT REGDB_E_CLASSNOTREG = static_cast<HRESULT>(0x80040154);
 constexpr HRESULT CO_E_NOTINITIALIZED = static_cast<HRESULT>(0x800401F0);
 enum : DWORD { CLSCTX_INPROC_SERVER = 1 };
-// Makes an object of a class, with one holder. `object` receives the asked interface, null on failure:
-// CO_E_NOTINITIALIZED on a thread without CoInitialize, REGDB_E_CLASSNOTREG for an unknown class or another
-// context, E_NOINTERFACE, E_OUTOFMEMORY, E_INVALIDARG with an outer object, E_POINTER.
+/// Makes an object of a class, with one holder. `object` receives the asked interface, null on failure:
+/// CO_E_NOTINITIALIZED on a thread without CoInitialize, REGDB_E_CLASSNOTREG for an unknown class or another
+/// context, E_NOINTERFACE, E_OUTOFMEMORY, E_INVALIDARG with an outer object, E_POINTER.
 PLATFORM_API HRESULT CoCreateInstance(const GUID& classId, IUnknown* outer, DWORD context,
                                       const GUID& interfaceId, void** object);

@@ -1,4 +1,5 @@
-// Device contexts as objects. Each is usable wherever an HDC is.
+/// @file
+/// Device contexts as objects. Each is usable wherever an HDC is.
 #pragma once
 
 #include <platform/gdi.h>
@@ -8,7 +9,7 @@
 
 class CWnd;
 
-// A context that somebody else made: the object frees nothing but what CreateCompatibleDC gave it.
+/// A context that somebody else made: the object frees nothing but what CreateCompatibleDC gave it.
 class PLATFORM_API CDC {
   public:
     CDC() = default;
@@ -20,7 +21,7 @@ class PLATFORM_API CDC {
     HDC m_hDC;
 
     HDC GetSafeHdc() const { return m_hDC; }
-    operator HDC() const { return m_hDC; }  // NOLINT
+    operator HDC() const { return m_hDC; }  ///< NOLINT
 
     BOOL CreateCompatibleDC(CDC* like);
     BOOL DeleteDC();
@@ -64,7 +65,7 @@ class PLATFORM_API CDC {
     bool made_ = false;
 };
 
-// BeginPaint and EndPaint around the life of the object: for OnPaint.
+/// BeginPaint and EndPaint around the life of the object: for OnPaint.
 class PLATFORM_API CPaintDC : public CDC {
   public:
     explicit CPaintDC(CWnd* window);
@@ -75,7 +76,8 @@ class PLATFORM_API CPaintDC : public CDC {
     HWND window_;
 };
 
-// A context on the whole window, for the life of the object; null: on the screen, where nothing can be drawn.
+/// A context on the whole window, for the life of the object; null: on the screen, where nothing can be
+/// drawn.
 class PLATFORM_API CClientDC : public CDC {
   public:
     explicit CClientDC(CWnd* window);
@@ -84,4 +86,4 @@ class PLATFORM_API CClientDC : public CDC {
   private:
     HWND window_;
 };
-using CWindowDC = CClientDC;  // a window has no frame of its own
+using CWindowDC = CClientDC;  ///< a window has no frame of its own

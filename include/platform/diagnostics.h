@@ -1,15 +1,16 @@
-// Checks and messages of programs that are being written. Where NDEBUG is defined they cost nothing.
+/// @file
+/// Checks and messages of programs that are being written. Where NDEBUG is defined they cost nothing.
 #pragma once
 
 #include <platform/text.h>
 
-// To the standard error stream, nothing added.
+/// To the standard error stream, nothing added.
 PLATFORM_API void OutputDebugStringW(LPCWSTR text);
 
-// Writes what failed, and where, to the standard error stream and ends the program with SIGABRT.
+/// Writes what failed, and where, to the standard error stream and ends the program with SIGABRT.
 [[noreturn]] PLATFORM_API void AfxAssertFailed(const char* expression, const char* file, int line);
 
-// Formats as CString::Format does; a format in bytes as printf.
+/// Formats as CString::Format does; a format in bytes as printf.
 template <class... Arguments>
 void AfxTrace(LPCWSTR format, Arguments... arguments) {
     CString text;

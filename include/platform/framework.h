@@ -1,4 +1,5 @@
-// The application framework: windows as objects, dialogs, and the loop that serves them.
+/// @file
+/// The application framework: windows as objects, dialogs, and the loop that serves them.
 #pragma once
 
 #include <platform/collections.h>
@@ -12,8 +13,8 @@
 // ---- Windows ------------------------------------------------------------------------------------------
 
 class COleControlSite;
-struct VARIANT;               // see <platform/automation.h>
-using DISPID = std::int32_t;  // names a property or an event
+struct VARIANT;               ///< see automation.h
+using DISPID = std::int32_t;  ///< names a property or an event
 
 namespace platform {
 struct MessageFrame;
@@ -21,14 +22,14 @@ class ModalLoop;
 struct WindowAccess;
 }  // namespace platform
 
-// A window as an object. The object does not own the window's life: it is attached when the window is
-// created (before its first message is handled) and detached when the window is destroyed, after which
-// m_hWnd is empty. Destroying the object destroys its window; the handlers of derived classes are out of
-// reach by then. An object belongs to the thread that created its window, and may be destroyed inside its
-// own handlers.
-//
-// What a handler throws, other than a CException, passes through the message loop that delivered the message,
-// but not through the destructor of an object: what handlers of other windows throw then is lost.
+/// A window as an object. The object does not own the window's life: it is attached when the window is
+/// created (before its first message is handled) and detached when the window is destroyed, after which
+/// m_hWnd is empty. Destroying the object destroys its window; the handlers of derived classes are out of
+/// reach by then. An object belongs to the thread that created its window, and may be destroyed inside its
+/// own handlers.
+///
+/// What a handler throws, other than a CException, passes through the message loop that delivered the
+/// message, but not through the destructor of an object: what handlers of other windows throw then is lost.
 class PLATFORM_API CWnd : public CCmdTarget {
     DECLARE_DYNAMIC(CWnd)
   public:
@@ -40,25 +41,29 @@ class PLATFORM_API CWnd : public CCmdTarget {
     HWND m_hWnd;
 
     HWND GetSafeHwnd() const { return m_hWnd; }
-    operator HWND() const { return m_hWnd; }  // NOLINT
-    // The object of a window, or null when the window has none on the calling thread.
+    operator HWND() const { return m_hWnd; }  ///< NOLINT
+    /// The object of a window, or null when the window has none on the calling thread.
     static CWnd* FromHandlePermanent(HWND window);
 
-    // A window of the framework's own class, attached to this object. False with the last error of
-    // CreateWindowExW, or ERROR_INVALID_PARAMETER for an object that has a window.
+    ///@{
+    /// A window of the framework's own class, attached to this object. False with the last error of
+    /// CreateWindowExW, or ERROR_INVALID_PARAMETER for an object that has a window.
     virtual BOOL CreateEx(DWORD exStyle, LPCWSTR title, DWORD style, const RECT& rect, CWnd* parent, UINT id);
     BOOL CreateEx(DWORD exStyle, const platform::Utf8& title, DWORD style, const RECT& rect, CWnd* parent,
                   UINT id) {
         return CreateEx(exStyle, title.Utf16(), style, rect, parent, id);
     }
+    ///@}
     virtual BOOL DestroyWindow();
 
     DWORD GetStyle() const;
     DWORD GetExStyle() const;
-    // True when the style changed, false also when there is no window. `flags` other than 0 are given to
-    // SetWindowPos.
+    ///@{
+    /// True when the style changed, false also when there is no window. `flags` other than 0 are given to
+    /// SetWindowPos.
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
     BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0);
+    ///@}
 
     BOOL ShowWindow(int command) { return ::ShowWindow(m_hWnd, command); }
     BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
@@ -68,10 +73,10 @@ class PLATFORM_API CWnd : public CCmdTarget {
     BOOL UpdateWindow() { return ::UpdateWindow(m_hWnd); }
     BOOL SetForegroundWindow() { return ::SetForegroundWindow(m_hWnd); }
     BOOL BringWindowToTop() { return ::SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }
-    // The object that had it before, or null.
+    /// The object that had it before, or null.
     CWnd* SetFocus() { return FromHandlePermanent(::SetFocus(m_hWnd)); }
     CWnd* SetCapture() { return FromHandlePermanent(::SetCapture(m_hWnd)); }
-    // The object of the parent, or of the owner; null where that has none.
+    /// The object of the parent, or of the owner; null where that has none.
     CWnd* GetParent() const { return FromHandlePermanent(::GetParent(m_hWnd)); }
     void DragAcceptFiles(BOOL accept = TRUE) { ::DragAcceptFiles(m_hWnd, accept); }
     BOOL EnableWindow(BOOL enable = TRUE) { return ::EnableWindow(m_hWnd, enable); }
@@ -97,12 +102,13 @@ class PLATFORM_API CWnd : public CCmdTarget {
     BOOL SetLayeredWindowAttributes(COLORREF key, BYTE alpha, DWORD flags) {
         return ::SetLayeredWindowAttributes(m_hWnd, key, alpha, flags);
     }
-    // Centres on the parent or owner, or on the primary monitor where there is none to see; a top-level
-    // window is kept inside the work area of the monitor.
+    /// Centres on the parent or owner, or on the primary monitor where there is none to see; a top-level
+    /// window is kept inside the work area of the monitor.
     void CenterWindow();
     void SetWindowText(LPCWSTR text) { ::SetWindowTextW(m_hWnd, text); }
     void SetWindowText(const platform::Utf8& text) { SetWindowText(text.Utf16()); }
-    // The picture in task lists and frames; the icon stays the caller's. Returns the one before.
+    ///@{
+    /// The picture in task lists and frames; the icon stays the caller's. Returns the one before.
     HICON SetIcon(HICON icon, BOOL big) {
         const WPARAM size = big ? ICON_BIG : ICON_SMALL;
         return HICON::FromParam(static_cast<std::uint64_t>(
@@ -112,10 +118,11 @@ class PLATFORM_API CWnd : public CCmdTarget {
         return HICON::FromParam(
             static_cast<std::uint64_t>(::SendMessageW(m_hWnd, WM_GETICON, big ? ICON_BIG : ICON_SMALL, 0)));
     }
+    ///@}
     CString GetWindowText() const { return ::GetWindowTextW(m_hWnd); }
     void GetWindowText(CString& text) const { text = GetWindowText(); }
     int GetWindowTextLength() const { return GetWindowText().GetLength(); }
-    // The control with an identifier; the empty handle when there is none.
+    /// The control with an identifier; the empty handle when there is none.
     HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
     void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }
     void InvalidateRect(const RECT* rect, BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, rect, erase); }
@@ -125,15 +132,15 @@ class PLATFORM_API CWnd : public CCmdTarget {
     BOOL PostMessage(UINT message, WPARAM w = 0, LPARAM l = 0) {
         return ::PostMessageW(m_hWnd, message, w, l);
     }
-    // Without a procedure the window receives WM_TIMER.
+    /// Without a procedure the window receives WM_TIMER.
     UINT_PTR SetTimer(UINT_PTR id, UINT interval, TIMERPROC procedure = nullptr) {
         return ::SetTimer(m_hWnd, id, interval, procedure);
     }
-    // A context on the whole window, until ReleaseDC, which also ends the object.
+    /// A context on the whole window, until ReleaseDC, which also ends the object.
     CDC* GetDC();
     int ReleaseDC(CDC* context);
 
-    // For members that mean the functions of these names.
+    /// For members that mean the functions of these names.
     static HWND GetParent(HWND window) { return ::GetParent(window); }
     static BOOL IsWindowEnabled(HWND window) { return ::IsWindowEnabled(window); }
     static BOOL IsIconic(HWND window) { return ::IsIconic(window); }
@@ -152,20 +159,20 @@ class PLATFORM_API CWnd : public CCmdTarget {
     }
     BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
 
-    // True takes a message out before it is translated and dispatched. Called by the framework's loops for
-    // the message's window and each of its parents up to the top-level; an owner is not asked.
+    /// True takes a message out before it is translated and dispatched. Called by the framework's loops for
+    /// the message's window and each of its parents up to the top-level; an owner is not asked.
     virtual BOOL PreTranslateMessage(MSG* message);
-    // The framework's loops call this for a message: the PreTranslateMessage of the window and its parents.
-    // True when one of them took the message.
+    /// The framework's loops call this for a message: the PreTranslateMessage of the window and its parents.
+    /// True when one of them took the message.
     static BOOL WalkPreTranslateTree(MSG* message);
 
-    // Answers what a control in the window asks of its surroundings; TRUE when `value` holds the answer.
+    /// Answers what a control in the window asks of its surroundings; TRUE when `value` holds the answer.
     virtual BOOL OnAmbientProperty(COleControlSite* site, DISPID property, VARIANT* value);
-    // Every message of the window comes here; routes it through the message maps, or to DefWindowProc.
-    // A CException that leaves it ends the message with the result 0.
+    /// Every message of the window comes here; routes it through the message maps, or to DefWindowProc.
+    /// A CException that leaves it ends the message with the result 0.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
-    // Defaults of the handlers that a message map may route to; each runs Default().
+    /// Defaults of the handlers that a message map may route to; each runs Default().
     int OnCreate(CREATESTRUCTW*) { return static_cast<int>(Default()); }
     void OnPaint() { Default(); }
     BOOL OnEraseBkgnd(HDC) { return static_cast<BOOL>(Default()); }
@@ -208,18 +215,18 @@ class PLATFORM_API CWnd : public CCmdTarget {
     void OnSysKeyUp(UINT, UINT = 1, UINT = 0) { Default(); }
 
   protected:
-    // Default processing of the message being handled, with its own parameters. Outside a handler, or once
-    // the window is gone, it does nothing and returns 0.
+    /// Default processing of the message being handled, with its own parameters. Outside a handler, or once
+    /// the window is gone, it does nothing and returns 0.
     LRESULT Default();
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-    // Called last of all, after the window is gone; an object on the heap may delete itself here. Not called
-    // when creation failed before there was a window.
+    /// Called last of all, after the window is gone; an object on the heap may delete itself here. Not called
+    /// when creation failed before there was a window.
     virtual void PostNcDestroy();
     DECLARE_MESSAGE_MAP()
 
   private:
     friend struct platform::WindowAccess;
-    platform::MessageFrame* m_frame = nullptr;  // the innermost message being handled
+    platform::MessageFrame* m_frame = nullptr;  ///< the innermost message being handled
 };
 
 // ---- Dialogs ------------------------------------------------------------------------------------------
@@ -233,33 +240,33 @@ class PLATFORM_API CDialog : public CWnd {
     explicit CDialog(UINT templateId, CWnd* parent = nullptr);
     ~CDialog() override;
 
-    // Modeless: the window and its controls from a template, then WM_INITDIALOG, then shown if the template
-    // says WS_VISIBLE. False with the last error when the template or the window system fails, when the
-    // object has a window, or when the window was destroyed on the way.
+    /// Modeless: the window and its controls from a template, then WM_INITDIALOG, then shown if the template
+    /// says WS_VISIBLE. False with the last error when the template or the window system fails, when the
+    /// object has a window, or when the window was destroyed on the way.
     virtual BOOL Create(UINT templateId, CWnd* parent = nullptr);
-    // Modal: creates the window, disables the parent's top-level, sends WM_INITDIALOG, shows the dialog and
-    // runs messages until EndDialog or until the window is destroyed, then enables and activates the parent
-    // again; it ends with the window destroyed. Returns the result given to EndDialog; IDCANCEL when the
-    // window was destroyed otherwise or WM_QUIT came (which is posted on to the outer loop); -1 with the
-    // last error when the window cannot be created, when the object has one, or when the display server
-    // went away. It ends in the same way, without a result, when an exception leaves a handler.
+    /// Modal: creates the window, disables the parent's top-level, sends WM_INITDIALOG, shows the dialog and
+    /// runs messages until EndDialog or until the window is destroyed, then enables and activates the parent
+    /// again; it ends with the window destroyed. Returns the result given to EndDialog; IDCANCEL when the
+    /// window was destroyed otherwise or WM_QUIT came (which is posted on to the outer loop); -1 with the
+    /// last error when the window cannot be created, when the object has one, or when the display server
+    /// went away. It ends in the same way, without a result, when an exception leaves a handler.
     virtual INT_PTR DoModal();
-    // Ends DoModal after the message being handled, with the result given last; enables the parent and hides
-    // the window at once. The window of a modeless dialog is destroyed.
+    /// Ends DoModal after the message being handled, with the result given last; enables the parent and hides
+    /// the window at once. The window of a modeless dialog is destroyed.
     void EndDialog(int result);
 
-    // What WM_INITDIALOG does: the window and its controls exist and are not shown yet.
+    /// What WM_INITDIALOG does: the window and its controls exist and are not shown yet.
     virtual BOOL OnInitDialog();
-    // Sends the command IDCANCEL for the Escape key, and IDOK for Enter.
+    /// Sends the command IDCANCEL for the Escape key, and IDOK for Enter.
     BOOL PreTranslateMessage(MSG* message) override;
     UINT m_nTemplateId = 0;
 
   protected:
-    // What the commands IDOK and IDCANCEL do; WM_CLOSE is the command IDCANCEL. They end the dialog with that
-    // result.
+    /// What the commands IDOK and IDCANCEL do; WM_CLOSE is the command IDCANCEL. They end the dialog with
+    /// that result.
     virtual void OnOK();
     virtual void OnCancel();
-    // A place for hosts that move data to and from controls; the framework does not call it.
+    /// A place for hosts that move data to and from controls; the framework does not call it.
     virtual void DoDataExchange(CDataExchange* exchange);
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     DECLARE_MESSAGE_MAP()
@@ -267,13 +274,13 @@ class PLATFORM_API CDialog : public CWnd {
   private:
     friend class platform::ModalLoop;
     CWnd* m_pParentWnd = nullptr;
-    platform::ModalLoop* m_modalLoop = nullptr;  // while DoModal runs
+    platform::ModalLoop* m_modalLoop = nullptr;  ///< while DoModal runs
 };
 
 // ---- The host's message loop --------------------------------------------------------------------------
 
-// Runs messages until WM_QUIT, and returns its exit code; -1 when the display server went away.
+/// Runs messages until WM_QUIT, and returns its exit code; -1 when the display server went away.
 PLATFORM_API int AfxRunMessageLoop();
-// Waits for one message, filters it through PreTranslateMessage, translates and dispatches it. False on
-// WM_QUIT, which is then out of the queue, or when the display server went away.
+/// Waits for one message, filters it through PreTranslateMessage, translates and dispatches it. False on
+/// WM_QUIT, which is then out of the queue, or when the display server went away.
 PLATFORM_API BOOL AfxPumpMessage();

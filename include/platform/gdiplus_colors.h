@@ -1,4 +1,5 @@
-// Colours by name: Gdiplus::Color::Red, and so on.
+/// @file
+/// Colours by name: Gdiplus::Color::Red, and so on.
 #pragma once
 
 #include <cstdint>

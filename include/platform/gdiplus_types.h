@@ -1,10 +1,11 @@
-// The numbers and small values that drawing is told with. All of it comes with <platform/gdiplus.h>.
+/// @file
+/// The numbers and small values that drawing is told with. All of it comes with gdiplus.h.
 #pragma once
 
 #include <platform/gdiplus_colors.h>
 #include <platform/types.h>
 
-// Xlib has a macro of that name. Where it was included before, GpStatus names the type.
+/// Xlib has a macro of that name. Where it was included before, GpStatus names the type.
 #pragma push_macro("Status")
 #undef Status
 
@@ -38,29 +39,29 @@ enum WrapMode {
 };
 enum InterpolationMode {
     InterpolationModeDefault = 0,
-    InterpolationModeLowQuality = 1,   // as bilinear
-    InterpolationModeHighQuality = 2,  // and the other two of that name: the same
+    InterpolationModeLowQuality = 1,   ///< as bilinear
+    InterpolationModeHighQuality = 2,  ///< and the other two of that name: the same
     InterpolationModeBilinear = 3,
     InterpolationModeNearestNeighbor = 5,
     InterpolationModeHighQualityBilinear = 6,
     InterpolationModeHighQualityBicubic = 7
 };
-// How a drawn picture meets what was there.
+/// How a drawn picture meets what was there.
 enum CompositingMode {
     CompositingModeSourceOver = 0,
     CompositingModeSourceCopy = 1  // takes its place, alpha included
 };
 enum SmoothingMode {
-    SmoothingModeDefault = 0,      // none
-    SmoothingModeHighSpeed = 1,    // none
-    SmoothingModeHighQuality = 2,  // as anti-aliasing
+    SmoothingModeDefault = 0,      ///< none
+    SmoothingModeHighSpeed = 1,    ///< none
+    SmoothingModeHighQuality = 2,  ///< as anti-aliasing
     SmoothingModeNone = 3,
     SmoothingModeAntiAlias = 4
 };
 enum LinearGradientMode {
     LinearGradientModeHorizontal = 0,
     LinearGradientModeVertical = 1,
-    LinearGradientModeForwardDiagonal = 2,  // from the top left
+    LinearGradientModeForwardDiagonal = 2,  ///< from the top left
     LinearGradientModeBackwardDiagonal = 3  // from the top right
 };
 enum FillMode { FillModeAlternate = 0, FillModeWinding = 1 };
@@ -75,7 +76,7 @@ enum StringTrimming {
 enum StringFormatFlags {
     StringFormatFlagsDirectionRightToLeft = 0x0001,
     StringFormatFlagsNoWrap = 0x1000,
-    StringFormatFlagsLineLimit = 0x2000,  // only whole lines
+    StringFormatFlagsLineLimit = 0x2000,  ///< only whole lines
     StringFormatFlagsNoClip = 0x4000
 };
 enum FontStyle {
@@ -93,7 +94,7 @@ enum RotateFlipType {
     Rotate270FlipNone = 3,
     RotateNoneFlipX = 4,
     Rotate90FlipX = 5,
-    Rotate180FlipX = 6,  // a vertical flip
+    Rotate180FlipX = 6,  ///< a vertical flip
     Rotate270FlipX = 7
 };
 enum ImageLockMode { ImageLockModeRead = 1, ImageLockModeWrite = 2, ImageLockModeUserInputBuf = 4 };
@@ -101,8 +102,8 @@ enum MatrixOrder { MatrixOrderPrepend = 0, MatrixOrderAppend = 1 };
 enum CombineMode { CombineModeReplace = 0, CombineModeIntersect = 1 };
 
 constexpr PixelFormat PixelFormat32bppRGB = 0x00022009;
-constexpr PixelFormat PixelFormat32bppARGB = 0x0026200A;   // straight
-constexpr PixelFormat PixelFormat32bppPARGB = 0x000E200B;  // premultiplied
+constexpr PixelFormat PixelFormat32bppARGB = 0x0026200A;   ///< straight
+constexpr PixelFormat PixelFormat32bppPARGB = 0x000E200B;  ///< premultiplied
 
 template <class T>
 struct PointOf {
@@ -143,8 +144,8 @@ inline RectF ToReal(const Rect& rect) {
 
 class Color : public ColorNames {
   public:
-    constexpr Color() = default;                 // opaque black
-    constexpr Color(ARGB argb) : argb_(argb) {}  // NOLINT: names of colours are numbers
+    constexpr Color() = default;                 ///< opaque black
+    constexpr Color(ARGB argb) : argb_(argb) {}  ///< NOLINT: names of colours are numbers
     constexpr Color(BYTE r, BYTE g, BYTE b) : Color(255, r, g, b) {}
     constexpr Color(BYTE a, BYTE r, BYTE g, BYTE b)
         : argb_((ARGB{a} << 24) | (ARGB{r} << 16) | (ARGB{g} << 8) | ARGB{b}) {}
@@ -160,7 +161,7 @@ class Color : public ColorNames {
     constexpr BYTE GetGreen() const { return GetG(); }
     constexpr BYTE GetBlue() const { return GetB(); }
     constexpr COLORREF ToCOLORREF() const { return RGB(GetR(), GetG(), GetB()); }
-    // Opaque, from a 0x00BBGGRR colour.
+    /// Opaque, from a 0x00BBGGRR colour.
     constexpr void SetFromCOLORREF(COLORREF c) {
         *this = Color(static_cast<BYTE>(c), static_cast<BYTE>(c >> 8), static_cast<BYTE>(c >> 16));
     }

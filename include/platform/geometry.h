@@ -1,5 +1,6 @@
-// Points, sizes and rectangles with operations. All coordinates are pixels; arithmetic saturates at the
-// ends of a LONG instead of overflowing.
+/// @file
+/// Points, sizes and rectangles with operations. All coordinates are pixels; arithmetic saturates at the
+/// ends of a LONG instead of overflowing.
 #pragma once
 
 #include <platform/types.h>
@@ -8,7 +9,7 @@ class PLATFORM_API CSize : public SIZE {
   public:
     CSize() : SIZE{0, 0} {}
     CSize(int width, int height) : SIZE{width, height} {}
-    CSize(const SIZE& size) : SIZE(size) {}  // NOLINT
+    CSize(const SIZE& size) : SIZE(size) {}  ///< NOLINT
     CSize& operator+=(const SIZE& by);
     CSize& operator-=(const SIZE& by);
 };
@@ -17,8 +18,8 @@ class PLATFORM_API CPoint : public POINT {
   public:
     CPoint() : POINT{0, 0} {}
     CPoint(int px, int py) : POINT{px, py} {}
-    CPoint(const POINT& point) : POINT(point) {}  // NOLINT
-    // The signed words of a message parameter.
+    CPoint(const POINT& point) : POINT(point) {}  ///< NOLINT
+    /// The signed words of a message parameter.
     explicit CPoint(LPARAM packed) : POINT{GET_X_LPARAM(packed), GET_Y_LPARAM(packed)} {}
     void SetPoint(int px, int py) { *this = CPoint(px, py); }
     void Offset(int dx, int dy);
@@ -30,13 +31,13 @@ class PLATFORM_API CPoint : public POINT {
     CPoint& operator-=(const POINT& by);
 };
 
-// A rectangle is empty when it has no pixel: right <= left or bottom <= top.
+/// A rectangle is empty when it has no pixel: `right <= left` or `bottom <= top`.
 class PLATFORM_API CRect : public RECT {
   public:
     CRect() : RECT{0, 0, 0, 0} {}
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
-    CRect(const RECT& rect) : RECT(rect) {}                              // NOLINT
-    CRect(const RECT* rect) : CRect(rect ? *rect : RECT{0, 0, 0, 0}) {}  // NOLINT
+    CRect(const RECT& rect) : RECT(rect) {}                              ///< NOLINT
+    CRect(const RECT* rect) : CRect(rect ? *rect : RECT{0, 0, 0, 0}) {}  ///< NOLINT
     CRect(const POINT& topLeft, const SIZE& size);
     CRect(const POINT& topLeft, const POINT& bottomRight)
         : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
@@ -49,7 +50,7 @@ class PLATFORM_API CRect : public RECT {
     CPoint CenterPoint() const;
     bool IsRectEmpty() const { return right <= left || bottom <= top; }
     bool IsRectNull() const { return left == 0 && top == 0 && right == 0 && bottom == 0; }
-    // Left and top edges are inside, right and bottom are not.
+    /// Left and top edges are inside, right and bottom are not.
     bool PtInRect(const POINT& point) const {
         return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
     }
@@ -61,36 +62,42 @@ class PLATFORM_API CRect : public RECT {
     void OffsetRect(int dx, int dy);
     void OffsetRect(const POINT& by) { OffsetRect(by.x, by.y); }
     void OffsetRect(const SIZE& by) { OffsetRect(by.cx, by.cy); }
-    // The size is kept.
+    ///@{
+    /// The size is kept.
     void MoveToX(int x);
     void MoveToY(int y);
     void MoveToXY(int x, int y) { *this = CRect(POINT{x, y}, Size()); }
     void MoveToXY(const POINT& to) { MoveToXY(to.x, to.y); }
-    // The edges go outwards (inwards): by one distance for each axis, or one for each edge.
+    ///@}
+    ///@{
+    /// The edges go outwards (inwards): by one distance for each axis, or one for each edge.
     void InflateRect(int dx, int dy) { InflateRect(dx, dy, dx, dy); }
     void InflateRect(const SIZE& by) { InflateRect(by.cx, by.cy); }
     void InflateRect(const RECT* by) { InflateRect(by->left, by->top, by->right, by->bottom); }
     void InflateRect(int l, int t, int r, int b);
+    ///@}
     void DeflateRect(int dx, int dy) { DeflateRect(dx, dy, dx, dy); }
     void DeflateRect(const SIZE& by) { DeflateRect(by.cx, by.cy); }
     void DeflateRect(const RECT* by) { DeflateRect(by->left, by->top, by->right, by->bottom); }
     void DeflateRect(int l, int t, int r, int b);
     void NormalizeRect();
-    // This becomes the common part of two rectangles (empty: all zero, result false), or the smallest one
-    // that holds both (an empty one counts for nothing).
+    ///@{
+    /// This becomes the common part of two rectangles (empty: all zero, result false), or the smallest one
+    /// that holds both (an empty one counts for nothing).
     bool IntersectRect(const RECT& a, const RECT& b);
     bool IntersectRect(const RECT* a, const RECT* b) { return IntersectRect(*a, *b); }
+    ///@}
     bool UnionRect(const RECT& a, const RECT& b);
     bool UnionRect(const RECT* a, const RECT* b) { return UnionRect(*a, *b); }
-    // The first without the second, where that is a rectangle: the second covers it from edge to edge on one
-    // axis. Else the first.
+    /// The first without the second, where that is a rectangle: the second covers it from edge to edge on one
+    /// axis. Else the first.
     bool SubtractRect(const RECT* from, const RECT* what);
     CRect& operator+=(const POINT& by);
     CRect& operator-=(const POINT& by);
     CRect& operator&=(const RECT& other);
     CRect& operator|=(const RECT& other);
-    operator RECT*() { return this; }              // NOLINT
-    operator const RECT*() const { return this; }  // NOLINT
+    operator RECT*() { return this; }              ///< NOLINT
+    operator const RECT*() const { return this; }  ///< NOLINT
 };
 
 inline bool operator==(const SIZE& a, const SIZE& b) {
@@ -128,7 +135,7 @@ inline CRect operator+(CRect rect, const POINT& by) {
 inline CRect operator-(CRect rect, const POINT& by) {
     return rect -= by;
 }
-// The common part, and the smallest rectangle around both.
+/// The common part, and the smallest rectangle around both.
 inline CRect operator&(CRect a, const RECT& b) {
     return a &= b;
 }
@@ -136,7 +143,7 @@ inline CRect operator|(CRect a, const RECT& b) {
     return a |= b;
 }
 
-// The same for plain rectangles. FALSE for a null pointer, and where the result is empty.
+/// The same for plain rectangles. FALSE for a null pointer, and where the result is empty.
 PLATFORM_API BOOL SetRect(RECT* rect, int left, int top, int right, int bottom);
 PLATFORM_API BOOL SetRectEmpty(RECT* rect);
 PLATFORM_API BOOL CopyRect(RECT* to, const RECT* from);

@@ -1,4 +1,5 @@
-// Maps from keys to values, in no order.
+/// @file
+/// Maps from keys to values, in no order.
 #pragma once
 
 #include <functional>
@@ -9,8 +10,8 @@
 #include <platform/linked_list.h>
 #include <platform/text.h>
 
-// What a key is found by. Texts, numbers, addresses and handles have one; for other types a program
-// specialises it.
+/// What a key is found by. Texts, numbers, addresses and handles have one; for other types a program
+/// specialises it.
 template <class Argument>
 UINT HashKey(Argument key) {
     using Key = std::remove_cvref_t<Argument>;
@@ -30,21 +31,21 @@ class CMap {
     bool IsEmpty() const { return pairs_.empty(); }
     void InitHashTable(UINT buckets) { pairs_.reserve(buckets); }
 
-    // False, and `value` as it was, for a key that is not there.
+    /// False, and `value` as it was, for a key that is not there.
     bool Lookup(KeyArgument key, Value& value) const {
         const auto found = pairs_.find(Key(key));
         if (found == pairs_.end()) return false;
         value = found->second;
         return true;
     }
-    // A key that is not there comes with a value of its own.
+    /// A key that is not there comes with a value of its own.
     Value& operator[](KeyArgument key) { return pairs_[Key(key)]; }
     void SetAt(KeyArgument key, ValueArgument value) { pairs_[Key(key)] = value; }
     bool RemoveKey(KeyArgument key) { return pairs_.erase(Key(key)) != 0; }
     void RemoveAll() { pairs_.clear(); }
 
     POSITION GetStartPosition() const { return pairs_.empty() ? nullptr : Of(&*pairs_.begin()); }
-    // The pair at a position, which moves on. The map may not grow on the way.
+    /// The pair at a position, which moves on. The map may not grow on the way.
     void GetNextAssoc(POSITION& at, Key& key, Value& value) const {
         if (!at) AfxThrowInvalidArgException();
         auto pair = pairs_.find(reinterpret_cast<const typename Pairs::value_type*>(at)->first);

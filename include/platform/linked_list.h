@@ -1,15 +1,16 @@
-// Lists whose elements keep their addresses, walked by positions.
+/// @file
+/// Lists whose elements keep their addresses, walked by positions.
 #pragma once
 
 #include <cstddef>
 
 #include <platform/collections.h>
 
-// A place in a collection: null behind the last element. It stays good until its element is removed.
+/// A place in a collection: null behind the last element. It stays good until its element is removed.
 struct PositionTag;
 using POSITION = PositionTag*;
 
-// A null position raises CInvalidArgException, as do the ends of an empty list.
+/// A null position raises CInvalidArgException, as do the ends of an empty list.
 template <class T, class Argument = const T&>
 class CList {
   public:
@@ -39,15 +40,17 @@ class CList {
 
     POSITION GetHeadPosition() const { return Of(head_); }
     POSITION GetTailPosition() const { return Of(tail_); }
-    // The element at a position, which moves on (back).
+    ///@{
+    /// The element at a position, which moves on (back).
     T& GetNext(POSITION& at) { return Walk(at, &Node::next); }
     const T& GetNext(POSITION& at) const { return Walk(at, &Node::next); }
+    ///@}
     T& GetPrev(POSITION& at) { return Walk(at, &Node::previous); }
     const T& GetPrev(POSITION& at) const { return Walk(at, &Node::previous); }
     T& GetAt(POSITION at) { return Checked(at)->value; }
     const T& GetAt(POSITION at) const { return Checked(at)->value; }
     void SetAt(POSITION at, Argument value) { Checked(at)->value = value; }
-    // Null when there is none, or `index` lies outside.
+    /// Null when there is none, or `index` lies outside.
     POSITION Find(Argument value, POSITION after = nullptr) const {
         Node* node = after ? Checked(after)->next : head_;
         while (node && !(node->value == value))

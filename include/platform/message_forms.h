@@ -1,5 +1,6 @@
-// The forms in which handlers of one message may be declared: each is called with what it takes. For the
-// lines of message maps.
+/// @file
+/// The forms in which handlers of one message may be declared: each is called with what it takes. For the
+/// lines of message maps.
 #pragma once
 
 #include <platform/device_objects.h>
@@ -9,7 +10,7 @@ class CWnd;
 
 namespace platform {
 
-// The object of a window, or null: what handlers are told of other windows.
+/// The object of a window, or null: what handlers are told of other windows.
 PLATFORM_API CWnd* ObjectOfParam(std::uint64_t window);
 
 constexpr UINT UpperWord(LPARAM value) {
@@ -22,7 +23,7 @@ LRESULT HandleOnCreate(Target& self, int (Class::*handler)(CREATESTRUCTW*), WPAR
     return (self.*handler)(&record);
 }
 
-// Identifiers are as wide as an address, or as older programs have them.
+/// Identifiers are as wide as an address, or as older programs have them.
 template <class Target, class Class, class Identifier>
 LRESULT HandleOnTimer(Target& self, void (Class::*handler)(Identifier), WPARAM w, LPARAM) {
     (self.*handler)(static_cast<Identifier>(w));

@@ -1,4 +1,5 @@
-// Message maps: which handler of a class takes which message.
+/// @file
+/// Message maps: which handler of a class takes which message.
 #pragma once
 
 #include <type_traits>
@@ -15,15 +16,15 @@ class CCmdTarget;
 // those of its bases, in the order of their lines; one handler gets it. A handler that wants what its base
 // does calls the base's handler or Default().
 
-// One line of a message map: which message, and the function that unpacks its parameters and calls the
-// handler. The result of a handler that returns nothing is 0.
+/// One line of a message map: which message, and the function that unpacks its parameters and calls the
+/// handler. The result of a handler that returns nothing is 0.
 struct AFX_MSGMAP_ENTRY {
     UINT message;
-    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);  // null ends the map
-    UINT command = 0;  // of WM_COMMAND: 0 for any, else this one without a notification
+    LRESULT (*handle)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);  ///< null ends the map
+    UINT command = 0;  ///< of WM_COMMAND: 0 for any, else this one without a notification
 };
 struct AFX_MSGMAP {
-    const AFX_MSGMAP* (*base)();  // null in the root's map
+    const AFX_MSGMAP* (*base)();  ///< null in the root's map
     const AFX_MSGMAP_ENTRY* entries;
 };
 
@@ -65,7 +66,7 @@ class PLATFORM_API CCmdTarget : public CObject {
     AFX_MSGMAP_LINE(id, self->handler(static_cast<UINT>(w), CPoint(GET_X_LPARAM(l), GET_Y_LPARAM(l))); \
                     return 0;)
 
-// A line for a message whose handler may be declared in more than one way.
+/// A line for a message whose handler may be declared in more than one way.
 #define AFX_FORM_LINE(id, handler) \
     AFX_MSGMAP_LINE(id, return platform::Handle##handler(*self, &ThisClass::handler, w, l);)
 #define AFX_KEY_LINE(id, handler) \
@@ -107,32 +108,32 @@ class PLATFORM_API CCmdTarget : public CObject {
 #define ON_WM_MBUTTONUP() AFX_POINT_LINE(WM_MBUTTONUP, OnMButtonUp)
 #define ON_WM_MBUTTONDBLCLK() AFX_POINT_LINE(WM_MBUTTONDBLCLK, OnMButtonDblClk)
 #define ON_WM_MOUSELEAVE() AFX_MSGMAP_LINE(WM_MOUSELEAVE, self->OnMouseLeave(); return 0;)
-// BOOL handler(UINT keys, short delta, CPoint screen); 120 for each notch, away from the user above 0
+/// BOOL handler(UINT keys, short delta, CPoint screen); 120 for each notch, away from the user above 0
 #define ON_WM_MOUSEWHEEL()         \
     AFX_MSGMAP_LINE(WM_MOUSEWHEEL, \
                     return self->OnMouseWheel(LOWORD(w), GET_WHEEL_DELTA_WPARAM(w), CPoint(l));)
-// void handler(CWnd* window, CPoint screen); the point is (-1, -1) when a key asked
+/// void handler(CWnd* window, CPoint screen); the point is (-1, -1) when a key asked
 #define ON_WM_CONTEXTMENU()                                                                        \
     AFX_MSGMAP_LINE(WM_CONTEXTMENU,                                                                \
                     self->OnContextMenu(CWnd::FromHandlePermanent(HWND::FromParam(w)), CPoint(l)); \
                     return 0;)
-// int handler(CWnd* topLevel, UINT hitTest, UINT message)
+/// int handler(CWnd* topLevel, UINT hitTest, UINT message)
 #define ON_WM_MOUSEACTIVATE()                                                                   \
     AFX_MSGMAP_LINE(WM_MOUSEACTIVATE, const auto words = static_cast<std::uint64_t>(l);         \
                     return self->OnMouseActivate(CWnd::FromHandlePermanent(HWND::FromParam(w)), \
                                                  LOWORD(words), HIWORD(words));)
-// void handler(UINT key), or (UINT key, UINT repeats, UINT flags): flags are the upper word of lParam
+/// void handler(UINT key), or (UINT key, UINT repeats, UINT flags): flags are the upper word of lParam
 #define ON_WM_KEYDOWN() AFX_KEY_LINE(WM_KEYDOWN, OnKeyDown)
 #define ON_WM_KEYUP() AFX_KEY_LINE(WM_KEYUP, OnKeyUp)
 #define ON_WM_CHAR() AFX_KEY_LINE(WM_CHAR, OnChar)
 #define ON_WM_SYSKEYDOWN() AFX_KEY_LINE(WM_SYSKEYDOWN, OnSysKeyDown)
 #define ON_WM_SYSKEYUP() AFX_KEY_LINE(WM_SYSKEYUP, OnSysKeyUp)
-// void handler(HDROP). A window of DragAcceptMoves has a handler that returns what it did: ON_MESSAGE.
+/// void handler(HDROP). A window of DragAcceptMoves has a handler that returns what it did: ON_MESSAGE.
 #define ON_WM_DROPFILES() AFX_MSGMAP_LINE(WM_DROPFILES, self->OnDropFiles(HDROP::FromParam(w)); return 0;)
-// LRESULT handler(WPARAM, LPARAM): the name alone, without an address
+/// LRESULT handler(WPARAM, LPARAM): the name alone, without an address
 #define ON_MESSAGE(id, handler) AFX_MSGMAP_LINE(id, return self->handler(w, l);)
-// void handler(), by its address (&Class::Name): Enter is the command IDOK, Escape IDCANCEL; a host may send
-// others.
+/// void handler(), by its address (`&Class::Name`): Enter is the command IDOK, Escape IDCANCEL; a host may
+/// send others.
 #define ON_COMMAND(id, handler)                           \
     {WM_COMMAND,                                          \
      [](CCmdTarget* target, WPARAM, LPARAM) -> LRESULT {  \

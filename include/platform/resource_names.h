@@ -1,13 +1,14 @@
-// The names that customary resource scripts are written with, besides those of <platform/resource_styles.h>:
-// the headers in customary/ include both. Most belong to controls, menus and keys, which are compiled and not
-// used.
+/// @file
+/// The names that customary resource scripts are written with, besides those of resource_styles.h:
+/// the headers in customary/ include both. Most belong to controls, menus and keys, which are compiled and
+/// not used.
 #pragma once
 
 #ifdef RC_INVOKED
 
 #include <platform/resource_styles.h>
 
-// Window styles
+/// Window styles
 #define WS_TILED 0x00000000L
 #define WS_GROUP 0x00020000L
 #define WS_SIZEBOX 0x00040000L
@@ -30,7 +31,7 @@
 #define WS_EX_STATICEDGE 0x00020000L
 #define WS_EX_COMPOSITED 0x02000000L
 
-// Dialogs
+/// Dialogs
 #define DS_ABSALIGN 0x01L
 #define DS_SYSMODAL 0x02L
 #define DS_3DLOOK 0x04L
@@ -44,7 +45,7 @@
 #define DS_CENTERMOUSE 0x1000L
 #define DS_CONTEXTHELP 0x2000L
 
-// Buttons
+/// Buttons
 #define BS_PUSHBUTTON 0x0L
 #define BS_DEFPUSHBUTTON 0x1L
 #define BS_CHECKBOX 0x2L
@@ -69,7 +70,7 @@
 #define BS_NOTIFY 0x4000L
 #define BS_FLAT 0x8000L
 
-// Edit fields
+/// Edit fields
 #define ES_LEFT 0x0L
 #define ES_CENTER 0x1L
 #define ES_RIGHT 0x2L
@@ -85,7 +86,7 @@
 #define ES_WANTRETURN 0x1000L
 #define ES_NUMBER 0x2000L
 
-// Static controls
+/// Static controls
 #define SS_LEFT 0x0L
 #define SS_CENTER 0x1L
 #define SS_RIGHT 0x2L
@@ -111,7 +112,7 @@
 #define SS_ENDELLIPSIS 0x4000L
 #define SS_PATHELLIPSIS 0x8000L
 
-// Lists
+/// Lists
 #define LBS_NOTIFY 0x1L
 #define LBS_SORT 0x2L
 #define LBS_MULTIPLESEL 0x8L
@@ -135,7 +136,7 @@
 #define SBS_HORZ 0x0L
 #define SBS_VERT 0x1L
 
-// Common controls
+/// Common controls
 #define LVS_ICON 0x0L
 #define LVS_REPORT 0x1L
 #define LVS_SMALLICON 0x2L
@@ -175,7 +176,7 @@
 #define UDS_ARROWKEYS 0x20L
 #define TCS_TABS 0x0L
 
-// Buttons that end a dialog
+/// Buttons that end a dialog
 #define IDABORT 3
 #define IDRETRY 4
 #define IDIGNORE 5
@@ -184,7 +185,7 @@
 #define IDCLOSE 8
 #define IDHELP 9
 
-// Languages
+/// Languages
 #define LANG_NEUTRAL 0x00
 #define LANG_CHINESE 0x04
 #define LANG_CZECH 0x05
@@ -220,7 +221,7 @@
 #define SUBLANG_PORTUGUESE_BRAZILIAN 0x01
 #define SUBLANG_PORTUGUESE 0x02
 
-// Versions
+/// Versions
 #define VS_VERSION_INFO 1
 #define VS_FFI_FILEFLAGSMASK 0x3FL
 #define VS_FF_DEBUG 0x1L
@@ -237,7 +238,7 @@
 #define VFT_DLL 0x2L
 #define VFT2_UNKNOWN 0x0L
 
-// Numbers that frameworks give
+/// Numbers that frameworks give
 #define AFX_IDS_APP_TITLE 0xE000
 #define AFX_IDS_IDLEMESSAGE 0xE001
 #define AFX_IDS_COMPANY_NAME 0xE002
@@ -261,7 +262,7 @@
 #define ID_VIEW_TOOLBAR 0xE800
 #define ID_VIEW_STATUS_BAR 0xE801
 
-// Keys of accelerators
+/// Keys of accelerators
 #define VK_BACK 0x08
 #define VK_TAB 0x09
 #define VK_RETURN 0x0D

@@ -1,9 +1,10 @@
-// The window styles and numbers that dialog templates are written with, for resource scripts:
-//
-//     #include <platform/resource_styles.h>
-//
-// at the top of an .rc file. The resource compiler sets RC_INVOKED; in C++ this header is empty, and the same
-// names come from <platform/window.h>.
+/// @file
+/// The window styles and numbers that dialog templates are written with, for resource scripts:
+///
+///     #include <platform/resource_styles.h>
+///
+/// at the top of an .rc file. The resource compiler sets RC_INVOKED; in C++ this header is empty, and the
+/// same names come from window.h.
 #pragma once
 
 #ifdef RC_INVOKED

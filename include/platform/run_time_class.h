@@ -1,4 +1,5 @@
-// Run-time class information: what an object is, and objects from their class alone.
+/// @file
+/// Run-time class information: what an object is, and objects from their class alone.
 #pragma once
 
 #include <platform/types.h>
@@ -8,10 +9,10 @@ class CObject;
 struct CRuntimeClass {
     const char* m_lpszClassName;
     const CRuntimeClass* m_pBaseClass;
-    CObject* (*m_pfnCreateObject)();  // null for a class that cannot be created by name
+    CObject* (*m_pfnCreateObject)();  ///< null for a class that cannot be created by name
 
     PLATFORM_API bool IsDerivedFrom(const CRuntimeClass* base) const;
-    // A new object of the class, owned by the caller; null when it cannot be created.
+    /// A new object of the class, owned by the caller; null when it cannot be created.
     CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
 };
 
@@ -38,7 +39,7 @@ class PLATFORM_API CObject {
     const CRuntimeClass* name::GetRuntimeClass() const {                           \
         return RUNTIME_CLASS(name);                                                \
     }
-// For a class with a default constructor whose objects may be made from its CRuntimeClass alone.
+/// For a class with a default constructor whose objects may be made from its CRuntimeClass alone.
 #define DECLARE_DYNCREATE(name) DECLARE_DYNAMIC(name) static CObject* CreateObject();
 #define IMPLEMENT_DYNCREATE(name, base)                                                       \
     CObject* name::CreateObject() {                                                           \

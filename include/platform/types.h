@@ -1,7 +1,8 @@
-// Integers, handles and plain records that every other header of the platform speaks in.
+/// @file
+/// Integers, handles and plain records that every other header of the platform speaks in.
 #pragma once
 
-// What hosts get wrong without seeing why.
+/// What hosts get wrong without seeing why.
 #if defined(_GLIBCXX_DEBUG) != defined(PLATFORM_DEBUG_CONTAINERS)
 #error \
     "_GLIBCXX_DEBUG changes the containers that a host and libQKUILib.so share: build both with it, or use -D_GLIBCXX_ASSERTIONS"
@@ -15,7 +16,7 @@
 #include <cstdint>
 #include <type_traits>
 
-// Marks what the shared library lets out; everything else stays hidden.
+/// Marks what the shared library lets out; everything else stays hidden.
 #define PLATFORM_API __attribute__((visibility("default")))
 
 using BYTE = std::uint8_t;
@@ -55,7 +56,7 @@ using LPLONG = LONG*;
 using LPINT = INT*;
 using HRESULT = std::int32_t;
 
-// One UTF-16 code unit, and terminated strings of them.
+/// One UTF-16 code unit, and terminated strings of them.
 using WCHAR = char16_t;
 using LPWSTR = char16_t*;
 using LPCWSTR = const char16_t*;
@@ -63,11 +64,11 @@ using PCWSTR = LPCWSTR;
 using TCHAR = WCHAR;
 using LPTSTR = LPWSTR;
 using LPCTSTR = LPCWSTR;
-// Bytes: UTF-8.
+/// Bytes: UTF-8.
 using LPSTR = char*;
 using LPCSTR = const char*;
 
-// A colour as 0x00BBGGRR.
+/// A colour as 0x00BBGGRR.
 using COLORREF = std::uint32_t;
 
 #ifndef TRUE
@@ -75,7 +76,7 @@ using COLORREF = std::uint32_t;
 #define FALSE 0
 #endif
 
-// Words of declarations that say nothing here.
+/// Words of declarations that say nothing here.
 #define WINAPI
 #define APIENTRY
 #define CALLBACK
@@ -88,14 +89,14 @@ using COLORREF = std::uint32_t;
 #define CONST const
 #endif
 
-// A handle is a value: an index into a table and the generation of its slot. A handle whose object is gone
-// is recognised as stale by every call that takes it; it never aliases a newer object. The empty handle
-// compares equal to nullptr and is false.
+/// A handle is a value: an index into a table and the generation of its slot. A handle whose object is gone
+/// is recognised as stale by every call that takes it; it never aliases a newer object. The empty handle
+/// compares equal to nullptr and is false.
 template <class Tag>
 class Handle {
   public:
     constexpr Handle() = default;
-    constexpr Handle(std::nullptr_t) {}  // NOLINT: hosts write `HWND window = nullptr`
+    constexpr Handle(std::nullptr_t) {}  ///< NOLINT: hosts write `HWND window = nullptr`
     constexpr Handle(std::uint32_t index, std::uint32_t generation)
         : index_(index), generation_(generation) {}
 
@@ -106,7 +107,7 @@ class Handle {
         return a.index_ == b.index_ && a.generation_ == b.generation_;
     }
 
-    // A handle as a message parameter, and back; the casts `(LPARAM)icon` and `(HWND)wParam` do the same.
+    /// A handle as a message parameter, and back; the casts `(LPARAM)icon` and `(HWND)wParam` do the same.
     constexpr std::uint64_t ToParam() const { return (std::uint64_t{generation_} << 32) | index_; }
     static constexpr Handle FromParam(std::uint64_t value) {
         return Handle(static_cast<std::uint32_t>(value), static_cast<std::uint32_t>(value >> 32));
@@ -123,7 +124,7 @@ class Handle {
 
   private:
     std::uint32_t index_ = 0;
-    std::uint32_t generation_ = 0;  // 0 only in the empty handle
+    std::uint32_t generation_ = 0;  ///< 0 only in the empty handle
 };
 
 using HWND = Handle<struct WindowTag>;
@@ -136,7 +137,7 @@ using HCURSOR = Handle<struct CursorTag>;
 using HICON = Handle<struct IconTag>;
 using HMONITOR = Handle<struct MonitorTag>;
 using HGLOBAL = Handle<struct GlobalTag>;
-using HDROP = HGLOBAL;  // a block of files, see <platform/ole.h>
+using HDROP = HGLOBAL;  ///< a block of files, see ole.h
 using HRSRC = Handle<struct ResourceTag>;
 using HMODULE = Handle<struct ModuleTag>;
 using HINSTANCE = HMODULE;
@@ -149,7 +150,7 @@ struct SIZE {
     LONG cx;
     LONG cy;
 };
-// Left and top are inside, right and bottom are the first outside.
+/// Left and top are inside, right and bottom are the first outside.
 struct RECT {
     LONG left;
     LONG top;
@@ -186,18 +187,18 @@ constexpr LONG MAKELONG(std::int64_t low, std::int64_t high) {
 constexpr WPARAM MAKEWPARAM(std::int64_t low, std::int64_t high) {
     return static_cast<WPARAM>(MAKELPARAM(low, high));
 }
-// The signed coordinates packed into the lParam of a pointer message.
+/// The signed coordinates packed into the lParam of a pointer message.
 constexpr int GET_X_LPARAM(LPARAM value) {
     return static_cast<std::int16_t>(value & 0xFFFF);
 }
 constexpr int GET_Y_LPARAM(LPARAM value) {
     return static_cast<std::int16_t>((value >> 16) & 0xFFFF);
 }
-// Of WM_MOUSEWHEEL.
+/// Of WM_MOUSEWHEEL.
 constexpr std::int16_t GET_WHEEL_DELTA_WPARAM(WPARAM value) {
     return static_cast<std::int16_t>(HIWORD(value));
 }
-constexpr int WHEEL_DELTA = 120;  // one notch
+constexpr int WHEEL_DELTA = 120;  ///< one notch
 constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
     return (red & 0xFF) | ((green & 0xFF) << 8) | ((blue & 0xFF) << 16);
 }
@@ -210,26 +211,28 @@ constexpr BYTE GetGValue(COLORREF colour) {
 constexpr BYTE GetBValue(COLORREF colour) {
     return static_cast<BYTE>(colour >> 16);
 }
-constexpr int MAX_PATH = 260;  // of many a buffer; paths may be longer
+constexpr int MAX_PATH = 260;  ///< of many a buffer; paths may be longer
 
-// The calling thread's last error: set by a call that fails, left alone by one that succeeds.
+///@{
+/// The calling thread's last error: set by a call that fails, left alone by one that succeeds.
 PLATFORM_API DWORD GetLastError();
 PLATFORM_API void SetLastError(DWORD error);
-// A short English sentence for an error code, for logs and test output; never null.
+///@}
+/// A short English sentence for an error code, for logs and test output; never null.
 PLATFORM_API const char* ErrorText(DWORD error);
 
 enum : DWORD {
     ERROR_SUCCESS = 0,
     ERROR_FILE_NOT_FOUND = 2,
-    ERROR_ACCESS_DENIED = 5,  // somebody else holds it
+    ERROR_ACCESS_DENIED = 5,  ///< somebody else holds it
     ERROR_INVALID_HANDLE = 6,
     ERROR_NOT_ENOUGH_MEMORY = 8,
     ERROR_BAD_FORMAT = 11,
     ERROR_INVALID_DATA = 13,
     ERROR_NOT_SUPPORTED = 50,
     ERROR_INVALID_PARAMETER = 87,
-    ERROR_MOD_NOT_FOUND = 126,        // a library that is loaded when needed
-    ERROR_CONNECTION_UNAVAIL = 1201,  // no display server can be reached, or it went away
+    ERROR_MOD_NOT_FOUND = 126,        ///< a library that is loaded when needed
+    ERROR_CONNECTION_UNAVAIL = 1201,  ///< no display server can be reached, or it went away
     ERROR_INVALID_WINDOW_HANDLE = 1400,
     ERROR_CANNOT_FIND_WND_CLASS = 1407,
     ERROR_WINDOW_OF_OTHER_THREAD = 1408,
@@ -237,7 +240,7 @@ enum : DWORD {
     ERROR_RESOURCE_DATA_NOT_FOUND = 1812,
     ERROR_RESOURCE_TYPE_NOT_FOUND = 1813,
     ERROR_RESOURCE_NAME_NOT_FOUND = 1814,
-    ERROR_INVALID_PIXEL_FORMAT = 2000,  // the display server has no pixels of 32 bits
+    ERROR_INVALID_PIXEL_FORMAT = 2000,  ///< the display server has no pixels of 32 bits
 };
 
 constexpr HRESULT S_OK = 0;

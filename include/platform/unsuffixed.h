@@ -1,4 +1,5 @@
-// The names without a suffix of types and functions whose text is UTF-16.
+/// @file
+/// The names without a suffix of types and functions whose text is UTF-16.
 #pragma once
 
 #include <algorithm>
@@ -41,7 +42,8 @@ inline LONG SetWindowLong(HWND window, int index, LONG value) {
 inline BOOL SetWindowText(HWND window, LPCWSTR text) {
     return SetWindowTextW(window, text);
 }
-// Cut to the buffer, with its terminator. Returns the length without it.
+///@{
+/// Cut to the buffer, with its terminator. Returns the length without it.
 inline int GetWindowText(HWND window, LPWSTR buffer, int size) {
     if (!buffer || size < 1) return 0;
     const CString text = GetWindowTextW(window).Left(size - 1);
@@ -51,6 +53,7 @@ inline int GetWindowText(HWND window, LPWSTR buffer, int size) {
 inline int GetWindowTextLength(HWND window) {
     return GetWindowTextW(window).GetLength();
 }
+///@}
 inline LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return SendMessageW(window, message, wParam, lParam);
 }
