@@ -15,7 +15,7 @@ namespace platform {
 namespace {
 
 // More than a user's settings take: a file of another size is no store, and is not read.
-constexpr off_t kMostBytes = 16 * 1024 * 1024;
+constexpr off_t kMostBytes = off_t{16} << 20;
 
 using Text = std::unique_ptr<char, decltype(&g_free)>;
 
