@@ -6,15 +6,15 @@
 #include <cstring>
 #include <memory>
 
-#include "gif_writer.h"
+#include "support/random_gif.h"
 
 namespace {
 
 using namespace Gdiplus;
-using fuzz::Animation;
-using fuzz::Bytes;
-using fuzz::Input;
-using fuzz::Screen;
+using kit::Bytes;
+using kit::RandomGif;
+using kit::RandomInput;
+using kit::Screen;
 
 // Damage can make hundreds of frames, and screens on which each costs much.
 constexpr UINT kMostFrames = 16;
@@ -74,11 +74,13 @@ struct Reached {
 
 class Player {
   public:
-    explicit Player(const Animation& animation) : animation_(animation), image_(Load(animation.bytes)) {}
+    explicit Player(const RandomGif& animation) : animation_(animation), image_(Load(animation.Written())) {
+        if (animation.IsSound()) screens_ = kit::ScreensOf(animation.Description());
+    }
 
-    void Play(Input& input) {
+    void Play(RandomInput& input) {
         const bool isGood = image_->GetLastStatus() == Ok;
-        Expect(isGood || !animation_.isSound);
+        Expect(isGood || !animation_.IsSound());
         if (!isGood) {
             Expect(image_->GetWidth() == 0 && image_->GetHeight() == 0);
             Expect(image_->GetFrameDimensionsCount() == 0);
@@ -91,10 +93,11 @@ class Player {
         Expect(width_ > 0 && height_ > 0 && count_ > 0);
         const std::vector<std::uint32_t> delays = DelaysOf(*image_);
         Expect(delays.empty() || delays.size() == count_);
-        if (animation_.isSound) {
-            Expect(width_ == animation_.width && height_ == animation_.height);
-            Expect(count_ == animation_.frames.size());
-            Expect(delays == (animation_.hasDelays ? animation_.delays : std::vector<std::uint32_t>()));
+        if (animation_.IsSound()) {
+            const kit::GifFile& wanted = animation_.Description();
+            Expect(width_ == static_cast<UINT>(wanted.width) && height_ == static_cast<UINT>(wanted.height));
+            Expect(count_ == wanted.images.size());
+            Expect(delays == kit::DelaysOf(wanted));
         }
         if (std::uint64_t{width_} * height_ > kMostPixels) {
             for (UINT frame = 0; frame < std::min(count_, 3U); ++frame)
@@ -105,7 +108,7 @@ class Player {
     }
 
   private:
-    void Wander(Input& input) {
+    void Wander(RandomInput& input) {
         const UINT frames = std::min(count_, kMostFrames);
         for (UINT frame = 0; frame < frames; ++frame)
             reached_.push_back(Reach(frame));
@@ -136,10 +139,10 @@ class Player {
         Look(*clone, cloneAt);
     }
     Reached Reach(UINT frame) const {
-        const std::unique_ptr<Bitmap> fresh = Load(animation_.bytes);
+        const std::unique_ptr<Bitmap> fresh = Load(animation_.Written());
         const Status status = fresh->SelectActiveFrame(&dimension_, frame);
         Reached reached{status, PixelsOf(*fresh), Stretched(*fresh)};
-        if (animation_.isSound) Expect(status == Ok && reached.pixels == animation_.frames[frame]);
+        if (animation_.IsSound()) Expect(status == Ok && reached.pixels == screens_[frame]);
         return reached;
     }
     void Look(Bitmap& image, UINT frame) const {
@@ -148,7 +151,8 @@ class Player {
         Expect(Stretched(image) == reached_[frame].stretched);
     }
 
-    const Animation& animation_;
+    const RandomGif& animation_;
+    std::vector<std::optional<Screen>> screens_;  // of a sound one
     std::unique_ptr<Bitmap> image_;
     FrameDimension dimension_{};
     UINT count_ = 0;
@@ -160,8 +164,8 @@ class Player {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Input input(data, size);
-    const Animation animation = fuzz::GifWriter(input).Write();
+    RandomInput input(data, size);
+    const RandomGif animation(input);
     Player(animation).Play(input);
     return 0;
 }

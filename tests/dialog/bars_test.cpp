@@ -1,7 +1,7 @@
 // Progress bars and scroll bars: the arithmetic in tables, the pictures, and the drag.
 #include <limits>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Check boxes and radio buttons: where mark and text lie, which colour, and what a click does.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // units.
 #include <algorithm>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

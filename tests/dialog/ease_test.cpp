@@ -1,5 +1,5 @@
 // What spares a host work: callables, UTF-8, one font, nine parts of one picture, positions of the content.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Pictures that lie, handles that are stale, resources that are missing.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

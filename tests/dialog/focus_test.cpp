@@ -1,7 +1,7 @@
 // Items under the keyboard, and the texts that show when the pointer rests on one.
 #include <algorithm>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

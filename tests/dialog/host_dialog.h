@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/gif.h"
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace host {
 

@@ -1,6 +1,5 @@
 // Still and animated images on the virtual clock.
-#include "kit/gif.h"
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

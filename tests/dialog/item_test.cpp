@@ -1,5 +1,5 @@
 // Items by themselves: defaults, rectangles, loading, and which frame of a strip a state shows.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

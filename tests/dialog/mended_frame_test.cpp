@@ -2,8 +2,7 @@
 #include <random>
 #include <utility>
 
-#include "kit/gif.h"
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

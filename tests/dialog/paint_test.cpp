@@ -1,5 +1,5 @@
 // What a frame shows, on every kind of window.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Hover, press, release, clicks, the hand cursor, window dragging and the rubber band.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "items/pieces.h"
 #include "items/state_image.h"
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Labels, captions and glowing texts: what they keep, where their ink lies, what is rendered again.
 #include <platform/gdi.h>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The dialog as a window: registry, background settings, styles, commands, keys.
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <platform/framework.h>
 #include <platform/headless.h>
 
-#include "framework/template_maker.h"
+#include "support/resource.h"
 
 constexpr UINT PlainTemplate = 101;
 
@@ -91,15 +91,15 @@ class DialogTest : public testing::Test {
         Headless::KeyUp(key);
     }
 
-    void UseTemplates(const std::vector<std::pair<unsigned, maker::Bytes>>& templates) {
+    void UseTemplates(const std::vector<std::pair<unsigned, kit::Bytes>>& templates) {
         module_.reset();
-        module_ = std::make_unique<maker::Module>(templates);
+        module_ = std::make_unique<kit::ResourceModule>(templates);
     }
     void UsePlainTemplate(DWORD extraStyle = 0) {
-        maker::Dialog dialog;
+        kit::Template dialog;
         dialog.style |= extraStyle;
-        UseTemplates({{PlainTemplate, maker::Pack(dialog)}});
+        UseTemplates({{PlainTemplate, kit::Pack(dialog)}});
     }
 
-    std::unique_ptr<maker::Module> module_;
+    std::unique_ptr<kit::ResourceModule> module_;
 };

@@ -30,7 +30,7 @@ class DialogTemplate : public DialogTest {
         description.lpszClassName = u"Counting";
         ASSERT_TRUE(RegisterClassW(&description));
     }
-    void Use(const maker::Dialog& dialog) { UseTemplates({{PlainTemplate, maker::Pack(dialog)}}); }
+    void Use(const kit::Template& dialog) { UseTemplates({{PlainTemplate, kit::Pack(dialog)}}); }
     static HWND Make(UINT id = PlainTemplate, HWND parent = {}, LPVOID parameter = nullptr) {
         SetLastError(ERROR_SUCCESS);
         return CreateDialogFromTemplate({}, MAKEINTRESOURCE(id), parent, u"Counting", parameter);
@@ -42,8 +42,8 @@ class DialogTemplate : public DialogTest {
     }
 };
 
-maker::Dialog Sample(bool extended) {
-    maker::Dialog dialog;
+kit::Template Sample(bool extended) {
+    kit::Template dialog;
     dialog.extended = extended;
     dialog.title = u"皮肤对话框";
     dialog.x = 10;
@@ -93,7 +93,7 @@ TEST_F(DialogTemplate, BuildsWindowAndControlsInUnitsOfNoFont) {
 }
 
 TEST_F(DialogTemplate, ShowsTheWindowAfterItsInitialisation) {
-    maker::Dialog dialog = Sample(true);
+    kit::Template dialog = Sample(true);
     dialog.style |= WS_VISIBLE;
     Use(dialog);
     shownAtInit = true;
@@ -115,7 +115,7 @@ TEST_F(DialogTemplate, UnitsGrowWithTheFont) {
                  {u"宋体", 9, 400, true}};
     for (const auto& one : cases) {
         SCOPED_TRACE(testing::Message() << one.points << " points");
-        maker::Dialog dialog = Sample(one.extended);
+        kit::Template dialog = Sample(one.extended);
         dialog.face = one.face;
         dialog.pointSize = one.points;
         dialog.weight = one.weight;
@@ -146,7 +146,7 @@ TEST_F(DialogTemplate, UnitsGrowWithTheFont) {
 TEST_F(DialogTemplate, BoldLettersAreWider) {
     int widths[2];
     for (const bool bold : {false, true}) {
-        maker::Dialog dialog;
+        kit::Template dialog;
         dialog.face = u"DejaVu Sans";
         dialog.pointSize = 24;
         dialog.weight = bold ? 700 : 400;
@@ -180,7 +180,7 @@ TEST_F(DialogTemplate, PlacesTheWindow) {
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
         owner.ShowWindow(one.ownerShown ? SW_SHOW : SW_HIDE);
-        maker::Dialog dialog;
+        kit::Template dialog;
         dialog.style = one.style;
         dialog.x = one.x;
         dialog.y = one.y;
@@ -198,21 +198,21 @@ TEST_F(DialogTemplate, PlacesTheWindow) {
 TEST_F(DialogTemplate, RefusesWhatItCannotBuild) {
     const struct {
         const char* name;
-        std::function<void(maker::Dialog&)> spoil;
+        std::function<void(kit::Template&)> spoil;
         DWORD error;
     } cases[] = {
-        {"an unknown number", [](maker::Dialog& d) { d.controls[1].atom = 0x99; }, ERROR_INVALID_DATA},
-        {"an unknown class", [](maker::Dialog& d) { d.controls[1].className = u"STATICS"; },
+        {"an unknown number", [](kit::Template& d) { d.controls[1].atom = 0x99; }, ERROR_INVALID_DATA},
+        {"an unknown class", [](kit::Template& d) { d.controls[1].className = u"STATICS"; },
          ERROR_INVALID_DATA},
-        {"negative width", [](maker::Dialog& d) { d.width = -1; }, ERROR_INVALID_DATA},
-        {"negative control", [](maker::Dialog& d) { d.controls[2].height = -3; }, ERROR_INVALID_DATA},
-        {"too wide", [](maker::Dialog& d) { d.width = 16384; }, ERROR_INVALID_DATA},
-        {"too high a control", [](maker::Dialog& d) { d.controls[0].height = 32000; }, ERROR_INVALID_DATA},
-        {"a child without a parent", [](maker::Dialog& d) { d.style = WS_CHILD; }, ERROR_SUCCESS},
+        {"negative width", [](kit::Template& d) { d.width = -1; }, ERROR_INVALID_DATA},
+        {"negative control", [](kit::Template& d) { d.controls[2].height = -3; }, ERROR_INVALID_DATA},
+        {"too wide", [](kit::Template& d) { d.width = 16384; }, ERROR_INVALID_DATA},
+        {"too high a control", [](kit::Template& d) { d.controls[0].height = 32000; }, ERROR_INVALID_DATA},
+        {"a child without a parent", [](kit::Template& d) { d.style = WS_CHILD; }, ERROR_SUCCESS},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
-        maker::Dialog dialog = Sample(true);
+        kit::Template dialog = Sample(true);
         one.spoil(dialog);
         Use(dialog);
         EXPECT_FALSE(Make());
@@ -222,7 +222,7 @@ TEST_F(DialogTemplate, RefusesWhatItCannotBuild) {
         EXPECT_NE(GetLastError(), DWORD{ERROR_SUCCESS});
         EXPECT_EQ(livingWindows, 0);
     }
-    maker::Dialog wide = Sample(true);
+    kit::Template wide = Sample(true);
     wide.width = 16383;
     Use(wide);
     const HWND widest = Make();
@@ -232,14 +232,14 @@ TEST_F(DialogTemplate, RefusesWhatItCannotBuild) {
 
 TEST_F(DialogTemplate, RefusesEveryTruncation) {
     for (const bool extended : {false, true}) {
-        maker::Dialog dialog = Sample(extended);
+        kit::Template dialog = Sample(extended);
         dialog.face = u"DejaVu Sans";
         dialog.pointSize = 9;
-        const maker::Bytes whole = maker::Pack(dialog);
-        std::vector<std::pair<unsigned, maker::Bytes>> templates;
+        const kit::Bytes whole = kit::Pack(dialog);
+        std::vector<std::pair<unsigned, kit::Bytes>> templates;
         for (std::size_t length = 0; length <= whole.size(); ++length)
             templates.push_back({static_cast<unsigned>(length) + 1,
-                                 maker::Bytes(whole.begin(), whole.begin() + static_cast<long>(length))});
+                                 kit::Bytes(whole.begin(), whole.begin() + static_cast<long>(length))});
         UseTemplates(templates);
         ASSERT_TRUE(module_->Handle());
         for (std::size_t length = 0; length <= whole.size(); ++length) {
@@ -271,7 +271,7 @@ TEST_F(DialogTemplate, MissingTemplatesAndWindows) {
     gone.DestroyWindow();
     EXPECT_FALSE(Make(PlainTemplate, stale));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_WINDOW_HANDLE});
-    const maker::Module pictures({{1, {1, 2, 3, 4}}}, 10);
+    const kit::ResourceModule pictures({{1, {1, 2, 3, 4}}}, 10);
     EXPECT_FALSE(Make());
     EXPECT_EQ(GetLastError(), DWORD{ERROR_RESOURCE_TYPE_NOT_FOUND});
 }

@@ -4,7 +4,7 @@
 #include <platform/headless_pages.h>
 
 #include "html/html_host.h"
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace html_test {
 namespace {

@@ -1,7 +1,7 @@
 // Lists and dialogs whose inner workings the tests may look at.
 #pragma once
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace kit {
 

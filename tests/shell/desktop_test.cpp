@@ -2,7 +2,7 @@
 #include <map>
 #include <string>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Keeping a window on top while the keys that show the desktop are pressed.
 #include <string>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

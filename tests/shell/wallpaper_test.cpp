@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace {
 

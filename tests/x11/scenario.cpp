@@ -3,7 +3,7 @@
 #include <fstream>
 #include <memory>
 
-#include "kit/skin.h"
+#include "support/skin.h"
 
 namespace scenario {
 

@@ -1,7 +1,6 @@
 #include <memory>
 
-#include "kit/gif.h"
-#include "kit/skin.h"
+#include "support/skin.h"
 #include "x11/scenario.h"
 
 namespace scenario {

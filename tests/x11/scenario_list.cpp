@@ -1,5 +1,5 @@
 
-#include "kit/skin.h"
+#include "support/skin.h"
 #include "x11/scenario.h"
 
 namespace scenario {

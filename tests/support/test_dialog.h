@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "kit/skin.h"
+#include "support/skin.h"
 
 namespace kit {
 

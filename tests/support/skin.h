@@ -8,6 +8,8 @@
 #include <platform/headless.h>
 #include <platform/text.h>
 
+#include "support/gif.h"
+
 namespace kit {
 
 // A picture file in the test's output folder; returns its path. Colours are premultiplied ARGB.
@@ -43,6 +45,23 @@ inline CString SaveBytes(const std::string& name, const std::string& bytes) {
         std::fclose(file);
     }
     return CString(path.c_str());
+}
+
+// An animated picture of one pixel: the item that shows it is filled with the colour of its frame.
+struct GifPixel {
+    std::uint32_t colour;  // 0xRRGGBB
+    int delay;             // hundredths of a second; -1 stores none
+};
+
+inline CString SaveGif(const std::string& name, const std::vector<GifPixel>& frames) {
+    GifFile file{1, 1, {}, -1, {}, true};
+    for (const GifPixel& frame : frames) {
+        GifImage& image = file.images.emplace_back(SolidGifImage(0, 0, 1, 1, 0));
+        image.palette = {frame.colour};
+        image.delay = frame.delay;
+    }
+    const Bytes bytes = Gif(file);
+    return SaveBytes(name + ".gif", std::string(bytes.begin(), bytes.end()));
 }
 
 constexpr std::uint32_t kNormal = 0xFF101010;
