@@ -26,7 +26,7 @@ bool IsKnown(const DialogControl& control) {
         u"SYSMONTHCAL32",     u"SYSTABCONTROL32", u"SYSTREEVIEW32",  u"MSCTLS_HOTKEY32", u"MSCTLS_PROGRESS32",
         u"MSCTLS_TRACKBAR32", u"MSCTLS_UPDOWN32",
     };
-    const CString name(control.ClassName());
+    const CString name(control.className);
     return std::any_of(std::begin(kClasses), std::end(kClasses),
                        [&](LPCWSTR known) { return name.CompareNoCase(known) == 0; });
 }
@@ -74,12 +74,11 @@ CRect PlaceOf(const DialogTemplate& dialog, const DialogBaseUnits& base, HWND pa
     return place;
 }
 
-// A control's picture, when its title is a number, is not shown.
 HWND CreateControl(const DialogControl& control, const DialogBaseUnits& base, HWND window, HINSTANCE module) {
     const CRect place = InPixels(control.place, base);
-    const CString title(control.title.Text());
-    return CreateWindowExW(control.exStyle, StaticClass, title, control.style | WS_CHILD, place.left,
-                           place.top, place.Width(), place.Height(), window, control.id, module, nullptr);
+    return CreateWindowExW(control.exStyle, StaticClass, control.title.c_str(), control.style | WS_CHILD,
+                           place.left, place.top, place.Width(), place.Height(), window, control.id, module,
+                           nullptr);
 }
 
 }  // namespace

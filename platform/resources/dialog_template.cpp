@@ -1,12 +1,13 @@
 #include "platform/resources/dialog_template.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
-#include <utility>
 
 #include <platform/window.h>
 
 #include "platform/base/byte_reader.h"
+#include "platform/resources/resource_name.h"
 
 namespace platform {
 namespace {
@@ -30,10 +31,12 @@ DialogUnits ReadPlace(ByteReader& reader) {
     return place;
 }
 
-// A menu or a window class, where an empty text says "none".
-ResourceName ReadOptionalName(ByteReader& reader) {
-    ResourceName name = ReadName(reader);
-    return !name.IsNumber() && name.Text().empty() ? ResourceName() : name;
+// The classes whose numbers templates may hold in place of their names, from 0x0080 on.
+std::u16string ClassOfNumber(WORD number) {
+    static constexpr std::array<const char16_t*, 6> kClasses = {u"BUTTON",  u"EDIT",      u"STATIC",
+                                                                u"LISTBOX", u"SCROLLBAR", u"COMBOBOX"};
+    const std::size_t index = std::size_t{number} - 0x0080;
+    return index < kClasses.size() ? kClasses[index] : u"";
 }
 
 DialogFont ReadFont(ByteReader& reader, bool extended) {
@@ -42,25 +45,23 @@ DialogFont ReadFont(ByteReader& reader, bool extended) {
     if (extended) {
         font.weight = Signed(reader.Word());
         font.italic = reader.Byte() != 0;
-        font.characterSet = reader.Byte();
+        reader.Skip(1);  // the character set: the face alone says what it has
     }
     font.face = reader.Text();
     return font;
 }
 
-std::vector<BYTE> ReadCreationData(ByteReader& reader, bool extended) {
-    std::size_t size = reader.Word();
+void SkipCreationData(ByteReader& reader, bool extended) {
+    const std::size_t size = reader.Word();
     // The classic size counts its own word.
-    if (!extended) size = std::max<std::size_t>(size, 2) - 2;
-    const std::span<const BYTE> data = reader.Bytes(size);
-    return {data.begin(), data.end()};
+    reader.Skip(extended ? size : std::max<std::size_t>(size, 2) - 2);
 }
 
 DialogControl ReadControl(ByteReader& reader, bool extended) {
     DialogControl control;
     reader.AlignToDword();
     if (extended) {
-        control.helpId = reader.Dword();
+        reader.Skip(4);  // a help identifier
         control.exStyle = reader.Dword();
         control.style = reader.Dword();
     } else {
@@ -69,43 +70,26 @@ DialogControl ReadControl(ByteReader& reader, bool extended) {
     }
     control.place = ReadPlace(reader);
     control.id = extended ? reader.Dword() : reader.Word();
-    control.windowClass = ReadName(reader);
-    control.title = ReadName(reader);
-    control.creationData = ReadCreationData(reader, extended);
+    const ResourceName windowClass = ReadName(reader);
+    control.className =
+        windowClass.IsNumber() ? ClassOfNumber(windowClass.Number()) : std::u16string(windowClass.Text());
+    control.title = ReadName(reader).Text();
+    SkipCreationData(reader, extended);
     return control;
 }
 
 }  // namespace
-
-std::u16string DialogControl::ClassName() const {
-    if (!windowClass.IsNumber()) return std::u16string(windowClass.Text());
-    switch (static_cast<ControlAtom>(windowClass.Number())) {
-        case ControlAtom::Button:
-            return u"BUTTON";
-        case ControlAtom::Edit:
-            return u"EDIT";
-        case ControlAtom::Static:
-            return u"STATIC";
-        case ControlAtom::ListBox:
-            return u"LISTBOX";
-        case ControlAtom::ScrollBar:
-            return u"SCROLLBAR";
-        case ControlAtom::ComboBox:
-            return u"COMBOBOX";
-    }
-    return {};
-}
 
 std::optional<DialogTemplate> ParseDialogTemplate(std::span<const std::byte> bytes) {
     ByteReader reader(bytes);
     DialogTemplate dialog;
     ByteReader ahead = reader;
     const WORD version = ahead.Word();
-    dialog.extended = ahead.Word() == kExtendedMark;
-    if (dialog.extended) {
+    const bool extended = ahead.Word() == kExtendedMark;
+    if (extended) {
         if (version != kExtendedVersion) return std::nullopt;
         reader = ahead;
-        dialog.helpId = reader.Dword();
+        reader.Skip(4);  // a help identifier
         dialog.exStyle = reader.Dword();
         dialog.style = reader.Dword();
     } else {
@@ -114,15 +98,16 @@ std::optional<DialogTemplate> ParseDialogTemplate(std::span<const std::byte> byt
     }
     const std::size_t count = reader.Word();
     dialog.place = ReadPlace(reader);
-    dialog.menu = ReadOptionalName(reader);
-    dialog.windowClass = ReadOptionalName(reader);
+    // Dialogs have no menus, and the window class is the caller's.
+    ReadName(reader);
+    ReadName(reader);
     dialog.title = reader.Text();
-    if (dialog.style & DS_SETFONT) dialog.font = ReadFont(reader, dialog.extended);
+    if (dialog.style & DS_SETFONT) dialog.font = ReadFont(reader, extended);
     // The count is a claim: it reserves nothing that the bytes could not hold.
     if (reader.Failed() || count > reader.Left() / kSmallestControl) return std::nullopt;
     dialog.controls.reserve(count);
     for (std::size_t i = 0; i < count && !reader.Failed(); ++i)
-        dialog.controls.push_back(ReadControl(reader, dialog.extended));
+        dialog.controls.push_back(ReadControl(reader, extended));
     if (reader.Failed()) return std::nullopt;
     return dialog;
 }

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include <platform/resources/resource_name.h>
 #include <platform/types.h>
 
 namespace platform {
@@ -29,41 +28,21 @@ struct DialogFont {
     int pointSize = 0;
     int weight = 0;  // 400 is normal, 700 is bold, 0 leaves it open
     bool italic = false;
-    int characterSet = 1;
-};
-
-// The numbers that stand for the window classes of common controls.
-enum class ControlAtom : WORD {
-    Button = 0x0080,
-    Edit = 0x0081,
-    Static = 0x0082,
-    ListBox = 0x0083,
-    ScrollBar = 0x0084,
-    ComboBox = 0x0085,
 };
 
 struct DialogControl {
     DWORD id = 0;  // 0xFFFF or 0xFFFFFFFF for "no identifier" (-1 in the template)
-    DWORD helpId = 0;
     DWORD style = 0;
     DWORD exStyle = 0;
     DialogUnits place;         // relative to the dialog's client area
-    ResourceName windowClass;  // a number is a ControlAtom (or unknown to us), a text is a class name
-    ResourceName title;        // a caption, or the number of an image resource
-    std::vector<BYTE> creationData;
-
-    // The class by its name: the text itself, or the name of a known atom ("STATIC"); empty for others.
-    std::u16string ClassName() const;
+    std::u16string className;  // also for one of the six classes that have numbers; empty for other numbers
+    std::u16string title;      // empty where the template names an image
 };
 
 struct DialogTemplate {
-    bool extended = false;  // DIALOGEX
-    DWORD helpId = 0;
     DWORD style = 0;
     DWORD exStyle = 0;
     DialogUnits place;
-    ResourceName menu;         // the number 0 for none
-    ResourceName windowClass;  // the number 0 for the dialog class
     std::u16string title;
     std::optional<DialogFont> font;
     std::vector<DialogControl> controls;  // in the order of the template

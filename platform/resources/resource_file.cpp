@@ -16,11 +16,7 @@ std::optional<ResourceEntry> ReadEntry(ByteReader& reader) {
     entry.type = ReadName(reader);
     entry.name = ReadName(reader);
     reader.AlignToDword();
-    reader.Dword();  // version of the data
-    reader.Word();   // memory flags, without meaning here
-    entry.language = reader.Word();
-    reader.Dword();  // version
-    reader.Dword();  // characteristics
+    reader.Skip(16);  // versions, flags without meaning here, language
     if (reader.Failed() || reader.Position() - start != headerSize) return std::nullopt;
     entry.data = std::as_bytes(reader.Bytes(dataSize));
     if (reader.Failed()) return std::nullopt;

@@ -14,7 +14,6 @@ namespace platform {
 struct ResourceEntry {
     ResourceName type;
     ResourceName name;
-    WORD language = 0;
     std::span<const std::byte> data;  // inside the bytes that were parsed
 };
 

@@ -36,6 +36,6 @@ class ResourceName {
 [[nodiscard]] std::string ShownName(const ResourceName& name);
 
 // The mark 0xFFFF and a number, or a terminated text.
-[[nodiscard]] ResourceName ReadName(ByteReader& reader);
+ResourceName ReadName(ByteReader& reader);
 
 }  // namespace platform

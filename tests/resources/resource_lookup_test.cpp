@@ -15,20 +15,21 @@
 
 namespace {
 
+using kit::Bytes;
+using kit::BytesOf;
+using kit::ResourceFile;
+
 std::string SourceFile(const std::string& name) {
-    return Characters(FileBytes(std::string(QKUI_TEST_DATA) + "/../resources/" + name));
+    return Characters(ViewOf(kit::ReadBytes(std::string(QKUI_TEST_DATA) + "/../resources/" + name)));
 }
 
 TEST(Embedded, EveryKindOfResourceIsFound) {
     const std::string picture = SourceFile("close.png");
-    const std::string page = SourceFile("help page.html");
     ASSERT_FALSE(picture.empty());
-    ASSERT_FALSE(page.empty());
-    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDB_CLOSE), u"PNG")), picture);
-    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDB_CLOSE), u"png")), picture);
-    EXPECT_EQ(Characters(Embedded(u"Logo", u"PNG")), picture);
-    EXPECT_EQ(Characters(Embedded(u"lOGO", u"Png")), picture);
-    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDH_HELP), RT_HTML)), page);
+    for (const LPCWSTR name : {LPCWSTR(MAKEINTRESOURCE(IDB_CLOSE)), LPCWSTR(u"Logo"), LPCWSTR(u"lOGO")})
+        for (const LPCWSTR type : {u"PNG", u"png"})
+            EXPECT_EQ(Characters(Embedded(name, type)), picture);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDH_HELP), RT_HTML)), SourceFile("help page.html"));
     EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_VARIANT), RT_RCDATA)), "first");
     EXPECT_FALSE(Embedded(MAKEINTRESOURCE(IDD_SETTINGS), RT_DIALOG).empty());
 }
@@ -41,18 +42,18 @@ TEST(Embedded, ScriptsAndProgramsAgreeOnStyles) {
         WS_CLIPSIBLINGS, WS_DISABLED,      WS_VISIBLE,        WS_MINIMIZE,      WS_CHILD,
         WS_POPUP,        WS_EX_TOPMOST,    WS_EX_TRANSPARENT, WS_EX_TOOLWINDOW, WS_EX_APPWINDOW,
         WS_EX_LAYERED,   WS_EX_NOACTIVATE, DS_SETFONT,        DS_MODALFRAME,    DS_CENTER};
-    ResourceWriter writer;
+    kit::ByteWriter writer;
     for (const DWORD style : expected)
-        writer.Little(style, 4);
-    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_STYLES), RT_RCDATA)), Characters(writer.bytes));
+        writer.Long(style);
+    EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(IDR_STYLES), RT_RCDATA)),
+              Characters(ViewOf(writer.Take())));
 }
 
 TEST(Lookup, WhatIsMissingIsNamed) {
-    struct Case {
+    const struct {
         LPCWSTR name, type;
         DWORD error;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {MAKEINTRESOURCE(999), u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
         {u"101", u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
         {u"", u"PNG", ERROR_RESOURCE_NAME_NOT_FOUND},
@@ -61,11 +62,11 @@ TEST(Lookup, WhatIsMissingIsNamed) {
         {MAKEINTRESOURCE(IDB_CLOSE), RT_BITMAP, ERROR_RESOURCE_TYPE_NOT_FOUND},
         {MAKEINTRESOURCE(IDB_CLOSE), nullptr, ERROR_RESOURCE_TYPE_NOT_FOUND},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(i);
+    for (const auto& one : cases) {
+        SCOPED_TRACE(&one - cases);
         SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(FindResourceW(nullptr, cases[i].name, cases[i].type));
-        EXPECT_EQ(GetLastError(), cases[i].error);
+        EXPECT_FALSE(FindResourceW(nullptr, one.name, one.type));
+        EXPECT_EQ(GetLastError(), one.error);
     }
 }
 
@@ -82,7 +83,7 @@ TEST(Lookup, FindingTwiceGivesTheSameHandles) {
 TEST(Module, HandlesGoStaleWithTheirModule) {
     const HMODULE host = AfxGetResourceHandle();
     ASSERT_TRUE(host);
-    const Bytes file = ResourceWriter().Opening().Entry(10, 7, u"", "seven").Entry(10, 0, u"None", "").bytes;
+    const Bytes file = ResourceFile().Add(10, 7, BytesOf("seven")).Add(10, u"None", {}).Take();
     const HMODULE module = RegisterModuleResources(file.data(), file.size());
     ASSERT_TRUE(module);
     EXPECT_TRUE(AfxGetResourceHandle() == host);
@@ -147,25 +148,23 @@ TEST(Module, IsNamedByItsFile) {
     const HMODULE host = AfxGetResourceHandle();
     EXPECT_TRUE(FileOf(host) == program);
     EXPECT_TRUE(ModuleFromAddress(reinterpret_cast<const void*>(&SourceFile)) == host);
-    const Bytes heap = ResourceWriter().Opening().bytes;
+    const Bytes heap = ResourceFile().Take();
     EXPECT_FALSE(ModuleFromAddress(heap.data()));
     EXPECT_FALSE(ModuleFromAddress(nullptr));
     const HMODULE loose = RegisterModuleResources(heap.data(), heap.size());
     char16_t buffer[4] = u"abc";
-    struct Case {
+    const struct {
         HMODULE module;
         LPWSTR buffer;
-        DWORD size;
-        DWORD error;
-    };
-    const Case cases[] = {
+        DWORD size, error;
+    } cases[] = {
         {loose, buffer, 4, ERROR_FILE_NOT_FOUND},
         {HMODULE(999, 1), buffer, 4, ERROR_INVALID_HANDLE},
         {host, buffer, 4, ERROR_INVALID_PARAMETER},
         {nullptr, buffer, static_cast<DWORD>(program.GetLength()), ERROR_INVALID_PARAMETER},
         {host, nullptr, 4096, ERROR_INVALID_PARAMETER},
     };
-    for (const Case& one : cases) {
+    for (const auto& one : cases) {
         EXPECT_EQ(GetModuleFileNameW(one.module, one.buffer, one.size), 0u);
         EXPECT_EQ(GetLastError(), one.error);
     }
@@ -174,7 +173,7 @@ TEST(Module, IsNamedByItsFile) {
 }
 
 TEST(Module, BareAndRefusedOnes) {
-    const Bytes empty = ResourceWriter().Opening().bytes;
+    const Bytes empty = ResourceFile().Take();
     const HMODULE bare = RegisterModuleResources(empty.data(), empty.size());
     ASSERT_TRUE(bare);
     EXPECT_FALSE(FindResourceW(bare, u"LOGO", u"PNG"));
