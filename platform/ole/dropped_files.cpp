@@ -15,25 +15,25 @@ std::span<const std::byte> BytesOf(const GlobalBlock& block) {
 }
 
 // Receivers ask for one path after the other, each of them twice: the list is not walked anew for that.
-struct LastAsked {
+struct LastQuery {
     HDROP drop;
     UINT index = 0;
-    std::size_t place = 0;
+    std::size_t position = 0;
 };
 
 // The path at an index; empty behind the last.
 CString PathAt(HDROP drop, const GlobalBlock& block, UINT index) {
-    static thread_local LastAsked last;
+    static thread_local LastQuery last;
     FileListReader reader(BytesOf(block));
     UINT at = 0;
     if (last.drop == drop && last.index <= index) {
         at = last.index;
-        reader.GoTo(last.place);
+        reader.Seek(last.position);
     }
     for (;; ++at) {
-        const std::size_t place = reader.Place();
+        const std::size_t position = reader.Position();
         CString path = reader.Next();
-        if (at == index) last = {drop, index, place};
+        if (at == index) last = {drop, index, position};
         if (at == index || path.IsEmpty()) return path;
     }
 }

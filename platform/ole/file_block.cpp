@@ -9,7 +9,7 @@ namespace {
 
 // Up to a terminator, which it passes. What the end of the block cuts off is no path.
 template <class Unit>
-std::basic_string<Unit> TakePath(std::span<const std::byte> block, std::size_t& at) {
+std::basic_string<Unit> ReadPath(std::span<const std::byte> block, std::size_t& at) {
     std::basic_string<Unit> path;
     while (block.size() - at >= sizeof(Unit)) {
         Unit unit;
@@ -23,19 +23,19 @@ std::basic_string<Unit> TakePath(std::span<const std::byte> block, std::size_t& 
 
 }  // namespace
 
-FileListReader::FileListReader(std::span<const std::byte> block) : block_(block), at_(block.size()) {
+FileListReader::FileListReader(std::span<const std::byte> block) : block_(block), position_(block.size()) {
     DROPFILES header{};
     if (block.size() < sizeof header) return;
     std::memcpy(&header, block.data(), sizeof header);
     if (header.pFiles < sizeof header || header.pFiles > block.size()) return;
     wide_ = header.fWide != 0;
-    at_ = header.pFiles;
+    position_ = header.pFiles;
 }
 
 CString FileListReader::Next() {
-    const CString path =
-        wide_ ? CString(TakePath<char16_t>(block_, at_).c_str()) : FromUtf8(TakePath<char>(block_, at_));
-    if (path.IsEmpty()) at_ = block_.size();
+    const CString path = wide_ ? CString(ReadPath<char16_t>(block_, position_).c_str())
+                               : FromUtf8(ReadPath<char>(block_, position_));
+    if (path.IsEmpty()) position_ = block_.size();
     return path;
 }
 

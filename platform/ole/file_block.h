@@ -17,19 +17,19 @@ class FileListReader {
     explicit FileListReader(std::span<const std::byte> block);
     // Empty at the end, where it stays.
     CString Next();
-    // Where it is, in bytes of the block, and back to such a place.
-    std::size_t Place() const { return at_; }
-    void GoTo(std::size_t place) { at_ = std::min(place, block_.size()); }
+    // In bytes of the block.
+    std::size_t Position() const { return position_; }
+    void Seek(std::size_t position) { position_ = std::min(position, block_.size()); }
 
   private:
     std::span<const std::byte> block_;
-    std::size_t at_;
+    std::size_t position_;
     bool wide_ = false;
 };
 
-// All that a receiver reads out of a block.
+// All paths of a block.
 std::vector<CString> FilesOf(std::span<const std::byte> block);
-// A new block of those files, dropped at a point of a window. The caller's to free; empty without memory.
+// A new block of those files, dropped at a point of a window. The caller frees it; empty without memory.
 HGLOBAL MakeFileBlock(const std::vector<CString>& paths, POINT point);
 
 }  // namespace platform

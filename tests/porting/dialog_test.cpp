@@ -179,28 +179,23 @@ TEST_F(PortingDialog, PaintsIconsAndPlaceholders) {
 
 TEST_F(PortingDialog, IsSizedByItsBorder) {
     const struct {
-        CPoint from;
+        CPoint place;
         UINT cursor;
-        CPoint by;
-        CRect result;
-    } cases[] = {
-        {{298, 180}, 32644, {40, 7}, {100, 100, 340, 250}},
-        {{101, 102}, 32642, {-10, -20}, {90, 80, 300, 250}},
-        {{298, 102}, 32643, {10, 20}, {100, 120, 310, 250}},
-        {{200, 248}, 32645, {9, 50}, {100, 100, 300, 300}},
-        // Not smaller and not larger than it says; the other edge stays.
-        {{102, 180}, 32644, {150, 0}, {180, 100, 300, 250}},
-        {{298, 180}, 32644, {480, 0}, {100, 100, 700, 250}},
-        {{200, 170}, 32649, {50, 50}, {100, 100, 300, 250}},
-    };
+    } cases[] = {{{298, 180}, 32644}, {{101, 102}, 32642}, {{200, 248}, 32645}, {{200, 170}, 32649}};
     for (const auto& one : cases) {
-        SCOPED_TRACE(testing::Message() << one.from.x << "," << one.from.y);
-        dialog_.MoveWindow(CRect(100, 100, 300, 250));
-        Headless::MovePointer(one.from.x, one.from.y);
+        Headless::MovePointer(one.place.x, one.place.y);
         EXPECT_EQ(Headless::CursorShown(), one.cursor);
-        Drag(one.from, one.from + one.by);
-        EXPECT_EQ(Place(), one.result);
     }
+    Drag({298, 102}, {308, 122});
+    EXPECT_EQ(Headless::CursorShown(), 32643U);
+    EXPECT_EQ(Place(), CRect(100, 120, 310, 250));
+    // Not smaller and not larger than it says; the other edge stays.
+    Drag({102, 180}, {252, 180});
+    EXPECT_EQ(Place(), CRect(190, 120, 310, 250));
+    Drag({308, 180}, {800, 180});
+    EXPECT_EQ(Place(), CRect(190, 120, 790, 250));
+    Drag({200, 170}, {250, 220});
+    EXPECT_EQ(Place(), CRect(190, 120, 790, 250));
 }
 
 TEST_F(PortingDialog, FillsTheMonitor) {

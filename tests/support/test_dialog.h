@@ -113,11 +113,10 @@ class TestButton : public QKButton {
 };
 
 inline void ExpectSame(const Headless::Picture& shown, const Headless::Picture& wanted) {
-    ASSERT_EQ(shown.width, wanted.width);
-    ASSERT_EQ(shown.height, wanted.height);
-    for (int y = 0; y < shown.height; ++y)
-        for (int x = 0; x < shown.width; ++x)
-            ASSERT_EQ(shown.At(x, y), wanted.At(x, y)) << std::hex << "at " << std::dec << x << ", " << y;
+    const Headless::Difference difference = Headless::Compare(shown, wanted);
+    const CPoint first(difference.place.left, difference.place.top);
+    ASSERT_EQ(difference.pixels, 0) << "around " << first.x << ", " << first.y << std::hex << " is "
+                                    << shown.At(first.x, first.y) << ", not " << wanted.At(first.x, first.y);
 }
 
 class HeadlessTest : public ::testing::Test {
