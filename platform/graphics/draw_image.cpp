@@ -8,13 +8,13 @@
 
 #include <platform/gdiplus.h>
 
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
 #include "platform/graphics/image_data.h"
+#include "platform/graphics/offscreen_layer.h"
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/resample.h"
 #include "platform/graphics/scaled_cache.h"
-#include "platform/graphics/side_picture.h"
 
 namespace platform {
 namespace {
@@ -67,27 +67,28 @@ struct Placed {
     bool copied;  // not blended
 };
 
-void Paint(Ground& ground, const CRect& rect, const Placed& placed) {
+void Paint(DrawTarget& target, const CRect& rect, const Placed& placed) {
     if (placed.copied)
-        ground.Paint(rect, [&](const CRect& part) {
-            CopyPixels(ground.Pixels(), part, placed.pixels, placed.left, placed.top);
+        target.Paint(rect, [&](const CRect& part) {
+            CopyPixels(target.Pixels(), part, placed.pixels, placed.left, placed.top);
         });
     else
-        ground.Paint(rect, [&](const CRect& part) {
-            BlendPixels(ground.Pixels(), part, placed.pixels, placed.left, placed.top);
+        target.Paint(rect, [&](const CRect& part) {
+            BlendPixels(target.Pixels(), part, placed.pixels, placed.left, placed.top);
         });
 }
 
-// One DrawImage on a ground. `to` is the destination on whole pixels of the surface.
+// One DrawImage on a target. `to` is the destination on whole pixels of the surface.
 class ImagePainter {
   public:
-    ImagePainter(Ground& ground, ImageData& image, const Placement& placement, const CRect& to, Filter filter)
-        : ground_(ground), image_(image), placement_(placement), to_(to), filter_(filter) {}
+    ImagePainter(DrawTarget& target, ImageData& image, const Placement& placement, const CRect& to,
+                 Filter filter)
+        : target_(target), image_(image), placement_(placement), to_(to), filter_(filter) {}
 
     Status Draw() {
         source_ = image_.Pixels();
-        facts_ = image_.Facts();
-        if (source_ == ground_.Share()) {
+        revision_ = image_.CurrentRevision();
+        if (source_ == target_.Share()) {
             // An image drawn onto itself shows what it showed before.
             source_ = Surface::CreateUnset(source_->Width(), source_->Height());
             if (!source_) return Gdiplus::OutOfMemory;
@@ -114,8 +115,8 @@ class ImagePainter {
         CRect covered = part;
         covered.OffsetRect(to_.left - sourceLeft, to_.top - sourceTop);
         const bool copied =
-            placement_.copies || (AreaOf(part) >= kWorthKnowing && facts_->IsOpaque(*source_, part));
-        Paint(ground_, covered, {*source_, to_.left - sourceLeft, to_.top - sourceTop, copied});
+            placement_.copies || (AreaOf(part) >= kWorthKnowing && revision_->IsOpaque(*source_, part));
+        Paint(target_, covered, {*source_, to_.left - sourceLeft, to_.top - sourceTop, copied});
         return FillOutside(covered);
     }
 
@@ -133,7 +134,7 @@ class ImagePainter {
         const CRect covered = Covered();
         if (covered.IsRectEmpty()) return FillOutside(CRect());
         CRect visible;
-        if (!visible.IntersectRect(covered, ground_.Box())) return FillOutside(covered);
+        if (!visible.IntersectRect(covered, target_.Box())) return FillOutside(covered);
 
         const CRect made = PartToMake(covered);
         std::optional<ScaledPicture> scaled = Cached(made, AreaOf(visible));
@@ -145,21 +146,21 @@ class ImagePainter {
             scaled = Make(ScalingOf(at));
         }
         if (!scaled->pixels) return Gdiplus::OutOfMemory;
-        Paint(ground_, visible, {*scaled->pixels, at.left, at.top, placement_.copies || scaled->opaque});
+        Paint(target_, visible, {*scaled->pixels, at.left, at.top, placement_.copies || scaled->opaque});
         return FillOutside(covered);
     }
 
     bool ScaleInPlace(const CRect& visible) {
         bool done = true;
-        ground_.Paint(visible, [&](const CRect& part) {
-            done = done && ResampleInto(ground_.Pixels(), part.left, part.top, *source_, ScalingOf(part));
+        target_.Paint(visible, [&](const CRect& part) {
+            done = done && ResampleInto(target_.Pixels(), part.left, part.top, *source_, ScalingOf(part));
         });
         return done;
     }
 
     // What to scale, in surface coordinates: all of it, or what the surface can show.
     CRect PartToMake(const CRect& covered) const {
-        const CRect surface(0, 0, ground_.Pixels().Width(), ground_.Pixels().Height());
+        const CRect surface(0, 0, target_.Pixels().Width(), target_.Pixels().Height());
         CRect shown;
         shown.IntersectRect(covered, surface);
         return AreaOf(covered) <= std::max(4 * AreaOf(shown), kAlwaysWhole) ? covered : shown;
@@ -206,7 +207,7 @@ class ImagePainter {
     std::optional<ScaledPicture> Cached(const CRect& part, std::int64_t shown) const {
         if (!Surface::IsPossible(part.Width(), part.Height()) || !ScaledCache::Get().Admits(AreaOf(part)))
             return {};
-        const ScaledKey key{facts_->Revision(), ScalingOf(part)};
+        const ScaledKey key{revision_->Id(), ScalingOf(part)};
         ScaledPicture scaled = ScaledCache::Get().Find(key);
         if (scaled.pixels) return scaled;
         if (placement_.copies && AreaOf(part) >= kWorthWaiting &&
@@ -214,7 +215,7 @@ class ImagePainter {
             return {};
         scaled = Make(key.scaling);
         if (scaled.pixels) {
-            facts_->NoteScaled();
+            revision_->NoteScaled();
             ScaledCache::Get().Insert(key, scaled);
         }
         return scaled;
@@ -225,11 +226,11 @@ class ImagePainter {
         if (placement_.wrap != Gdiplus::WrapModeClamp || placement_.outside.GetA() == 0) return Ok;
         const std::uint32_t pixel = Premultiply(placement_.outside.GetValue());
         const auto fill = [&](int left, int top, int right, int bottom) {
-            ground_.Paint(CRect(left, top, right, bottom), [&](const CRect& part) {
+            target_.Paint(CRect(left, top, right, bottom), [&](const CRect& part) {
                 if (placement_.copies)
-                    FillPixels(ground_.Pixels(), part, pixel);
+                    FillPixels(target_.Pixels(), part, pixel);
                 else
-                    BlendColor(ground_.Pixels(), part, pixel);
+                    BlendColor(target_.Pixels(), part, pixel);
             });
         };
         if (covered.IsRectEmpty()) {
@@ -243,14 +244,14 @@ class ImagePainter {
         return Ok;
     }
 
-    Ground& ground_;
+    DrawTarget& target_;
     ImageData& image_;
     const Placement& placement_;
     const CRect to_;
     const Filter filter_;
     bool showsTiles_ = false;
     std::shared_ptr<Surface> source_;
-    std::shared_ptr<PixelFacts> facts_;
+    std::shared_ptr<ImageRevision> revision_;
 };
 
 Filter FilterOf(const GraphicsData& graphics) {
@@ -299,12 +300,12 @@ std::shared_ptr<Surface> PartOf(const Surface& picture, const CRect& part) {
 
 // Turned or mirrored by the world transform: left to cairo, which gets the source rectangle as a picture of
 // its own and so cannot look beyond it.
-Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Placement placement) {
+Status DrawTurned(GraphicsData& graphics, DrawTarget& target, ImageData& image, Placement placement) {
     CRect whole(0, 0, image.Pixels()->Width(), image.Pixels()->Height());
     std::shared_ptr<Surface> piece;
     if (placement.ShowsTiles(whole.right, whole.bottom)) {
         piece =
-            TilesOf(*image.Pixels(), World(graphics, {0, 0}, ground.Scale()), FilterOf(graphics), placement);
+            TilesOf(*image.Pixels(), World(graphics, {0, 0}, target.Scale()), FilterOf(graphics), placement);
         if (!piece) return Gdiplus::OutOfMemory;
         whole = CRect(0, 0, piece->Width(), piece->Height());
     }
@@ -315,10 +316,10 @@ Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Plac
     if (!piece) piece = PartOf(*image.Pixels(), part);
     if (!piece) return Gdiplus::OutOfMemory;
 
-    SidePicture side;
-    const Status status = side.Prepare(graphics, ground, placement.to, 0, SidePicture::Kind::Pixels);
-    if (status != Ok || !side.Cairo()) return status;
-    cairo_t* const cairo = side.Cairo();
+    OffscreenLayer layer;
+    const Status status = layer.Prepare(graphics, target, placement.to, 0, OffscreenLayer::Kind::Pixels);
+    if (status != Ok || !layer.Cairo()) return status;
+    cairo_t* const cairo = layer.Cairo();
     cairo_translate(cairo, placement.to.left, placement.to.top);
     cairo_scale(cairo, placement.to.Width() / from.Width(), placement.to.Height() / from.Height());
     cairo_translate(cairo, -from.left, -from.top);
@@ -333,7 +334,7 @@ Status DrawTurned(GraphicsData& graphics, Ground& ground, ImageData& image, Plac
                                                           : CAIRO_FILTER_GOOD);
     cairo_fill(cairo);
     if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) return Gdiplus::GenericError;
-    side.BlendPixels(ground);
+    layer.BlendPixels(target);
     return Ok;
 }
 
@@ -343,26 +344,26 @@ Status DrawPicture(GraphicsData& graphics, const Gdiplus::Image* image, Placemen
     const int scale = image->Data()->Scale();
     placement.from = {placement.from.left * scale, placement.from.top * scale, placement.from.right * scale,
                       placement.from.bottom * scale};
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
     if (!(placement.to.Width() > 0) || !(placement.to.Height() > 0) || !(placement.from.Width() > 0) ||
-        !(placement.from.Height() > 0) || ground.Box().IsRectEmpty())
+        !(placement.from.Height() > 0) || target.Box().IsRectEmpty())
         return Ok;
-    const World world(graphics, ground);
+    const World world(graphics, target);
     const Box device = Transformed(world, placement.to);
     if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
     if (!world.IsUpright() || world.m11 < 0 || world.m22 < 0)
-        return DrawTurned(graphics, ground, *image->Data(), placement);
+        return DrawTurned(graphics, target, *image->Data(), placement);
     const CRect to = Rounded(device);
     CRect visible;
-    if (!visible.IntersectRect(to, ground.Box())) return Ok;
+    if (!visible.IntersectRect(to, target.Box())) return Ok;
     if (graphics.compositing == Gdiplus::CompositingModeSourceCopy) {
         // A format without alpha shows every picture as if it lay on black.
-        placement.copies = !ground.IsOpaqueFormat();
+        placement.copies = !target.IsOpaqueFormat();
         if (!placement.copies)
-            ground.Paint(visible, [&](const CRect& part) { FillPixels(ground.Pixels(), part, 0xFF000000); });
+            target.Paint(visible, [&](const CRect& part) { FillPixels(target.Pixels(), part, 0xFF000000); });
     }
-    return ImagePainter(ground, *image->Data(), placement, to, FilterOf(graphics)).Draw();
+    return ImagePainter(target, *image->Data(), placement, to, FilterOf(graphics)).Draw();
 }
 
 Box BoxOf(double x, double y, double width, double height) {

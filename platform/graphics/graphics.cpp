@@ -5,16 +5,16 @@
 #include <platform/gdiplus.h>
 
 #include "platform/graphics/device_context.h"
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
 #include "platform/graphics/image_data.h"
 #include "platform/graphics/pixel_rows.h"
 
 namespace Gdiplus {
 
+using platform::DrawTarget;
 using platform::GraphicsData;
-using platform::Ground;
 using platform::ImageData;
 
 Graphics::Graphics(HDC context) : data_(std::make_unique<GraphicsData>()) {
@@ -37,8 +37,8 @@ Graphics::~Graphics() {
 }
 
 INT Graphics::GetScale() const {
-    Ground ground;
-    return ground.Take(*data_) == Ok ? ground.Scale() : 1;
+    DrawTarget target;
+    return target.Take(*data_) == Ok ? target.Scale() : 1;
 }
 
 Status Graphics::Keep(Status status) const {
@@ -50,12 +50,12 @@ Status Graphics::GetLastStatus() const {
 }
 
 HDC Graphics::GetHDC() {
-    Ground ground;
-    if (Keep(ground.Take(*data_)) != Ok) return {};
+    DrawTarget target;
+    if (Keep(target.Take(*data_)) != Ok) return {};
     if (!data_->onImage) return data_->lent = data_->context;
     const std::shared_ptr<ImageData> image = data_->image.lock();
     image->BeginLending();
-    data_->lent = platform::MakeDeviceContext(ground.Share(), {0, 0}, platform::Region(ground.Box()));
+    data_->lent = platform::MakeDeviceContext(target.Share(), {0, 0}, platform::Region(target.Box()));
     return data_->lent;
 }
 
@@ -171,12 +171,12 @@ Status Graphics::ResetClip() {
 }
 
 Status Graphics::Clear(const Color& color) {
-    Ground ground;
-    if (Keep(ground.Take(*data_)) != Ok) return last_;
+    DrawTarget target;
+    if (Keep(target.Take(*data_)) != Ok) return last_;
     const ARGB value = color.GetValue();
-    const std::uint32_t pixel = ground.IsOpaqueFormat() ? value | 0xFF000000U : platform::Premultiply(value);
-    ground.Paint(ground.Box(),
-                 [&](const CRect& part) { platform::FillPixels(ground.Pixels(), part, pixel); });
+    const std::uint32_t pixel = target.IsOpaqueFormat() ? value | 0xFF000000U : platform::Premultiply(value);
+    target.Paint(target.Box(),
+                 [&](const CRect& part) { platform::FillPixels(target.Pixels(), part, pixel); });
     return Ok;
 }
 

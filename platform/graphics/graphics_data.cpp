@@ -1,12 +1,12 @@
 #include "platform/graphics/graphics_data.h"
 
-#include "platform/graphics/ground.h"
+#include "platform/graphics/draw_target.h"
 
 namespace platform {
 
 Gdiplus::Status GraphicsData::Check() {
-    Ground ground;
-    return ground.Take(*this);
+    DrawTarget target;
+    return target.Take(*this);
 }
 
 }  // namespace platform

@@ -9,10 +9,10 @@
 
 #include "platform/graphics/brush_paint.h"
 #include "platform/graphics/cairo_paint.h"
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
+#include "platform/graphics/offscreen_layer.h"
 #include "platform/graphics/pixel_rows.h"
-#include "platform/graphics/side_picture.h"
 
 namespace platform {
 namespace {
@@ -20,8 +20,8 @@ namespace {
 using Gdiplus::Ok;
 using Gdiplus::Status;
 
-void BlendBox(Ground& ground, const CRect& rect, std::uint32_t pixel) {
-    ground.Paint(rect, [&](const CRect& part) { BlendColor(ground.Pixels(), part, pixel); });
+void BlendBox(DrawTarget& target, const CRect& rect, std::uint32_t pixel) {
+    target.Paint(rect, [&](const CRect& part) { BlendColor(target.Pixels(), part, pixel); });
 }
 
 // A line is drawn around its middle. Without smoothing a pixel belongs to it when the pixel's corner does,
@@ -34,20 +34,20 @@ double StrokeShift(const GraphicsData& graphics) {
 // `margin`.
 template <class Draw>
 Status BlendShape(GraphicsData& graphics, const Box& box, double margin, const BrushPaint& paint, Draw draw) {
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
-    SidePicture shape;
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
+    OffscreenLayer shape;
     const Status status =
-        shape.Prepare(graphics, ground, box, margin,
-                      paint.IsColor() ? SidePicture::Kind::Coverage : SidePicture::Kind::Pixels);
+        shape.Prepare(graphics, target, box, margin,
+                      paint.IsColor() ? OffscreenLayer::Kind::Coverage : OffscreenLayer::Kind::Pixels);
     if (status != Ok || !shape.Cairo() || paint.IsClear()) return status;
     if (!paint.IsColor()) cairo_set_source(shape.Cairo(), paint.Pattern());
     draw(shape.Cairo());
     if (cairo_status(shape.Cairo()) != CAIRO_STATUS_SUCCESS) return Gdiplus::GenericError;
     if (paint.IsColor())
-        shape.BlendColor(ground, Premultiply(paint.Color().GetValue()));
+        shape.BlendColor(target, Premultiply(paint.Color().GetValue()));
     else
-        shape.BlendPixels(ground);
+        shape.BlendPixels(target);
     return Ok;
 }
 
@@ -74,17 +74,17 @@ Status BlendStroke(GraphicsData& graphics, const Gdiplus::Pen& pen, const Box& b
 Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& box) {
     const std::optional<BrushPaint> paint = BrushPaint::Of(brush);
     if (!paint || !IsDrawable(box)) return Gdiplus::InvalidParameter;
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
-    const World world(graphics, ground);
+    const World world(graphics, target);
     const Box device = Transformed(world, box);
     const auto isWhole = [](double edge) { return std::abs(edge - std::round(edge)) < 1.0 / 512; };
     const bool whole =
         isWhole(device.left) && isWhole(device.top) && isWhole(device.right) && isWhole(device.bottom);
     if (paint->IsColor() && world.IsUpright() && (whole || !graphics.IsSmooth())) {
         if (!IsDrawable(device)) return Gdiplus::InvalidParameter;
-        if (!paint->IsClear()) BlendBox(ground, Rounded(device), Premultiply(paint->Color().GetValue()));
+        if (!paint->IsClear()) BlendBox(target, Rounded(device), Premultiply(paint->Color().GetValue()));
         return Ok;
     }
     return BlendShape(graphics, box, 0, *paint, [&](cairo_t* cairo) {
@@ -94,23 +94,23 @@ Status FillBox(GraphicsData& graphics, const Gdiplus::Brush* brush, const Box& b
 }
 
 // The frame between two boxes, every pixel once, corners included.
-void BlendFrame(Ground& ground, const CRect& outer, const CRect& inner, std::uint32_t pixel) {
+void BlendFrame(DrawTarget& target, const CRect& outer, const CRect& inner, std::uint32_t pixel) {
     if (inner.IsRectEmpty()) {
-        BlendBox(ground, outer, pixel);
+        BlendBox(target, outer, pixel);
         return;
     }
-    BlendBox(ground, CRect(outer.left, outer.top, outer.right, inner.top), pixel);
-    BlendBox(ground, CRect(outer.left, inner.top, inner.left, inner.bottom), pixel);
-    BlendBox(ground, CRect(inner.right, inner.top, outer.right, inner.bottom), pixel);
-    BlendBox(ground, CRect(outer.left, inner.bottom, outer.right, outer.bottom), pixel);
+    BlendBox(target, CRect(outer.left, outer.top, outer.right, inner.top), pixel);
+    BlendBox(target, CRect(outer.left, inner.top, inner.left, inner.bottom), pixel);
+    BlendBox(target, CRect(inner.right, inner.top, outer.right, inner.bottom), pixel);
+    BlendBox(target, CRect(outer.left, inner.bottom, outer.right, outer.bottom), pixel);
 }
 
 Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& box) {
     if (!pen || !IsDrawable(box) || !IsNear(pen->GetWidth())) return Gdiplus::InvalidParameter;
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
     if (!(box.Width() > 0) || !(box.Height() > 0)) return Ok;
-    const World world(graphics, ground);
+    const World world(graphics, target);
     if (graphics.IsSmooth() || !world.IsUpright())
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
             cairo_rectangle(cairo, box.left, box.top, box.Width(), box.Height());
@@ -126,13 +126,13 @@ Status OutlineBox(GraphicsData& graphics, const Gdiplus::Pen* pen, const Box& bo
                      static_cast<int>(std::ceil(edges.right)), static_cast<int>(std::ceil(edges.bottom)));
     };
     if (pen->GetColor().GetA() != 0)
-        BlendFrame(ground, corners(outer), corners(inner), Premultiply(pen->GetColor().GetValue()));
+        BlendFrame(target, corners(outer), corners(inner), Premultiply(pen->GetColor().GetValue()));
     return Ok;
 }
 
 // A line one pixel wide, both ends included: one pixel for every step along its longer axis. Each pixel is
 // computed from the ends alone, so a clip cannot move it.
-void BlendThinLine(Ground& ground, double x1, double y1, double x2, double y2, std::uint32_t pixel) {
+void BlendThinLine(DrawTarget& target, double x1, double y1, double x2, double y2, std::uint32_t pixel) {
     const bool wide = std::abs(x2 - x1) >= std::abs(y2 - y1);
     if (!wide) {
         std::swap(x1, y1);
@@ -143,7 +143,7 @@ void BlendThinLine(Ground& ground, double x1, double y1, double x2, double y2, s
         std::swap(y1, y2);
     }
     const auto nearest = [](double position) { return static_cast<int>(std::floor(position + 0.5)); };
-    const CRect& box = ground.Box();
+    const CRect& box = target.Box();
     const int first = std::max(nearest(x1), wide ? box.left : box.top);
     const int last = std::min(nearest(x2), (wide ? box.right : box.bottom) - 1);
     const double slope = x2 > x1 ? (y2 - y1) / (x2 - x1) : 0;
@@ -153,7 +153,7 @@ void BlendThinLine(Ground& ground, double x1, double y1, double x2, double y2, s
         int end = start + 1;
         while (end <= last && across(end) == line)
             ++end;
-        BlendBox(ground, wide ? CRect(start, line, end, line + 1) : CRect(line, start, line + 1, end), pixel);
+        BlendBox(target, wide ? CRect(start, line, end, line + 1) : CRect(line, start, line + 1, end), pixel);
         start = end;
     }
 }
@@ -162,9 +162,9 @@ Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, d
                    double y2) {
     const Box box{std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
     if (!pen || !IsDrawable({x1, y1, x2, y2})) return Gdiplus::InvalidParameter;
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
-    const World world(graphics, ground);
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
+    const World world(graphics, target);
     const double scale = std::sqrt(std::abs(world.m11 * world.m22 - world.m12 * world.m21));
     if (graphics.IsSmooth() || pen->GetWidth() * scale > 1)
         return BlendStroke(graphics, *pen, box, [&](cairo_t* cairo) {
@@ -174,7 +174,7 @@ Status DrawSegment(GraphicsData& graphics, const Gdiplus::Pen* pen, double x1, d
     const Box ends{world.X(x1, y1), world.Y(x1, y1), world.X(x2, y2), world.Y(x2, y2)};
     if (!IsDrawable(ends)) return Gdiplus::InvalidParameter;
     if (pen->GetColor().GetA() != 0)
-        BlendThinLine(ground, ends.left, ends.top, ends.right, ends.bottom,
+        BlendThinLine(target, ends.left, ends.top, ends.right, ends.bottom,
                       Premultiply(pen->GetColor().GetValue()));
     return Ok;
 }

@@ -31,12 +31,12 @@ std::shared_ptr<Surface> FrameSource::Frame(int index) {
     return frame;
 }
 
-std::shared_ptr<PixelFacts> FrameSource::FactsOf(int index) {
+std::shared_ptr<ImageRevision> FrameSource::RevisionOf(int index) {
     const std::lock_guard lock(mutex_);
     const auto at = static_cast<std::size_t>(index);
-    if (facts_.size() <= at) facts_.resize(at + 1);
-    if (!facts_[at]) facts_[at] = std::make_shared<PixelFacts>(NextRevision());
-    return facts_[at];
+    if (revisions_.size() <= at) revisions_.resize(at + 1);
+    if (!revisions_[at]) revisions_[at] = std::make_shared<ImageRevision>(NextRevision());
+    return revisions_[at];
 }
 
 // In one block with its count: lists of icons clone images by the thousand.
@@ -64,7 +64,7 @@ std::shared_ptr<ImageData> ImageData::FromPicture(std::unique_ptr<EncodedPicture
     if (!first) return Failed(Gdiplus::UnknownImageFormat);
     std::shared_ptr<ImageData> image = New();
     image->source_ = std::move(source);
-    image->Show(std::move(first), image->FrameCount() > 1 ? image->source_->FactsOf(0) : nullptr);
+    image->Show(std::move(first), image->FrameCount() > 1 ? image->source_->RevisionOf(0) : nullptr);
     return image;
 }
 
@@ -78,13 +78,13 @@ std::shared_ptr<ImageData> ImageData::FromSurface(std::shared_ptr<Surface> surfa
     return image;
 }
 
-void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts) {
+void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<ImageRevision> revision) {
     pixels_ = std::move(surface);
     pixels_->SetScale(scale_);
     sharers_ = std::make_shared<int>(0);
     original_.reset();
-    facts_ = std::move(facts);
-    factsSince_ = facts_ ? pixels_->Revision() : 0;
+    revision_ = std::move(revision);
+    surfaceRevision_ = revision_ ? pixels_->Revision() : 0;
 }
 
 std::shared_ptr<ImageData> ImageData::Clone() {
@@ -96,12 +96,12 @@ std::shared_ptr<ImageData> ImageData::Clone() {
         if (!copy) return {};
         clone->Show(std::move(copy), nullptr);
     } else {
-        Facts();  // once for both
+        CurrentRevision();  // once for both
         clone->pixels_ = pixels_;
         clone->sharers_ = sharers_;
         clone->original_ = original_;
-        clone->facts_ = facts_;
-        clone->factsSince_ = factsSince_;
+        clone->revision_ = revision_;
+        clone->surfaceRevision_ = surfaceRevision_;
     }
     clone->format_ = format_;
     clone->source_ = source_;
@@ -129,7 +129,7 @@ std::shared_ptr<Surface> ImageData::Writable() {
         std::shared_ptr<Surface> copy = CopyOf(*pixels_);
         if (!copy) return {};
         // Until something is drawn, the copy shows what the clones show.
-        Show(std::move(copy), Facts());
+        Show(std::move(copy), CurrentRevision());
     }
     return pixels_;
 }
@@ -156,19 +156,19 @@ void ImageData::RestoreOpacity() {
     pixels_->Touch();
 }
 
-const std::shared_ptr<PixelFacts>& ImageData::Facts() {
-    if (!facts_ || factsSince_ != pixels_->Revision()) {
-        factsSince_ = pixels_->Revision();
-        facts_ = std::make_shared<PixelFacts>(factsSince_);
+const std::shared_ptr<ImageRevision>& ImageData::CurrentRevision() {
+    if (!revision_ || surfaceRevision_ != pixels_->Revision()) {
+        surfaceRevision_ = pixels_->Revision();
+        revision_ = std::make_shared<ImageRevision>(surfaceRevision_);
     }
-    return facts_;
+    return revision_;
 }
 
 bool ImageData::SelectFrame(int index) {
     if (!source_ || index == frame_) return IsGood();
     std::shared_ptr<Surface> frame = source_->Frame(index);
     if (!frame) return false;
-    Show(std::move(frame), source_->FactsOf(index));
+    Show(std::move(frame), source_->RevisionOf(index));
     frame_ = index;
     return true;
 }

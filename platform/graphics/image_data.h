@@ -10,7 +10,7 @@
 #include <platform/gdiplus.h>
 
 #include "platform/graphics/decode/picture.h"
-#include "platform/graphics/pixel_facts.h"
+#include "platform/graphics/image_revision.h"
 #include "platform/graphics/surface.h"
 
 namespace platform {
@@ -27,7 +27,7 @@ class FrameSource {
     std::shared_ptr<Surface> Frame(int index);
     // A frame shows the same pixels however often it comes round, so it keeps its revision, and with it the
     // scaled copies.
-    std::shared_ptr<PixelFacts> FactsOf(int index);
+    std::shared_ptr<ImageRevision> RevisionOf(int index);
 
   private:
     std::mutex mutex_;
@@ -35,7 +35,7 @@ class FrameSource {
     const int frameCount_;
     const std::vector<std::uint32_t> delays_;
     const int loopCount_;
-    std::vector<std::shared_ptr<PixelFacts>> facts_;
+    std::vector<std::shared_ptr<ImageRevision>> revisions_;
 };
 
 class ImageData {
@@ -88,8 +88,8 @@ class ImageData {
     void EndLending() { --lent_; }
 
     // Of the pixels as they are now.
-    const std::shared_ptr<PixelFacts>& Facts();
-    std::uint64_t Revision() { return IsGood() ? Facts()->Revision() : 0; }
+    const std::shared_ptr<ImageRevision>& CurrentRevision();
+    std::uint64_t Revision() { return IsGood() ? CurrentRevision()->Id() : 0; }
 
     // The frames of a picture that was decoded and not changed as a whole since; else one.
     const FrameSource* Frames() const { return source_.get(); }
@@ -99,15 +99,15 @@ class ImageData {
   private:
     ImageData() = default;
     static std::shared_ptr<ImageData> New();
-    void Show(std::shared_ptr<Surface> surface, std::shared_ptr<PixelFacts> facts);
+    void Show(std::shared_ptr<Surface> surface, std::shared_ptr<ImageRevision> revision);
 
     Gdiplus::Status loadStatus_ = Gdiplus::Ok;
     Gdiplus::PixelFormat format_ = Gdiplus::PixelFormat32bppARGB;
     std::shared_ptr<Surface> pixels_;
     std::shared_ptr<int> sharers_;  // held by every image that shows pixels_
     std::shared_ptr<ImageData> original_;
-    std::shared_ptr<PixelFacts> facts_;
-    std::uint64_t factsSince_ = 0;  // the surface's revision that facts_ speaks of
+    std::shared_ptr<ImageRevision> revision_;
+    std::uint64_t surfaceRevision_ = 0;  // the revision of the surface that revision_ stands for
     std::shared_ptr<FrameSource> source_;
     int frame_ = 0;
     int lent_ = 0;

@@ -10,8 +10,8 @@
 
 #include <platform/gdiplus.h>
 
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/string_argument.h"
@@ -79,11 +79,11 @@ CRect CutToLayout(CRect box, double x, double y, const TextFormat& format) {
     return box;
 }
 
-void Blend(Ground& ground, const CRect& visible, const Coverage& coverage, POINT origin,
+void Blend(DrawTarget& target, const CRect& visible, const Coverage& coverage, POINT origin,
            std::uint32_t pixel) {
-    ground.Paint(visible, [&](const CRect& part) {
+    target.Paint(visible, [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y) {
-            BlendCoverageRow(ground.Pixels().Row(y) + part.left, pixel,
+            BlendCoverageRow(target.Pixels().Row(y) + part.left, pixel,
                              coverage.At(part.left - origin.x, y - origin.y),
                              static_cast<std::size_t>(part.Width()));
         }
@@ -97,11 +97,11 @@ POINT Origin(double x, double y) {
 
 // Unscaled text stands on whole pixels and is painted through its coverage: what is kept from an earlier
 // drawing and what is rendered now cannot differ, wherever the clip cuts.
-Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
+Status DrawOnPixels(DrawTarget& target, const World& world, const TextJob& job) {
     const double x = world.dx + static_cast<double>(job.layout.X);
     const double y = world.dy + static_cast<double>(job.layout.Y);
     if (std::abs(x) > kFarthestText || std::abs(y) > kFarthestText) return Ok;
-    const CRect clip = CutToLayout(ground.Box(), x, y, job.format);
+    const CRect clip = CutToLayout(target.Box(), x, y, job.format);
     if (clip.IsRectEmpty() || job.text.empty() || job.color.GetA() == 0) return Ok;
 
     const std::shared_ptr<CachedText> text = job.Laid();
@@ -117,14 +117,14 @@ Status DrawOnPixels(Ground& ground, const World& world, const TextJob& job) {
         TextShaper::OfThread().Cache().CountCoverage(*text);
     }
     if (!text->coverage.IsEmpty()) {
-        Blend(ground, visible, text->coverage, origin, pixel);
+        Blend(target, visible, text->coverage, origin, pixel);
         return Ok;
     }
     CRect part = visible;
     part.OffsetRect(-origin.x, -origin.y);
     const Coverage once = Coverage::Render(*text->laid, part);
     if (once.IsEmpty()) return Gdiplus::OutOfMemory;
-    Blend(ground, visible, once, origin, pixel);
+    Blend(target, visible, once, origin, pixel);
     return Ok;
 }
 
@@ -140,7 +140,7 @@ void ClipToLayout(cairo_t* cairo, const CRect& ink, const TextFormat& format) {
 
 // Rendered for the whole surface, wherever the clip cuts: what lies under edges that do not follow the pixels
 // comes out differently in parts.
-Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
+Status DrawTransformed(DrawTarget& target, const World& world, const TextJob& job) {
     constexpr double kLeastArea = 1e-9;  // that a pixel may become
     if (std::abs(Area(world)) < kLeastArea) return Ok;
     const std::shared_ptr<CachedText> text = job.Laid();
@@ -151,9 +151,9 @@ Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
     if (ink.IsRectEmpty() || !IsDrawable(box)) return Ok;
     CRect around = Rounded(box);
     around.InflateRect(2, 2);
-    around.IntersectRect(around, CRect(0, 0, ground.Pixels().Width(), ground.Pixels().Height()));
+    around.IntersectRect(around, CRect(0, 0, target.Pixels().Width(), target.Pixels().Height()));
     CRect visible;
-    if (!visible.IntersectRect(around, ground.Box())) return Ok;
+    if (!visible.IntersectRect(around, target.Box())) return Ok;
     const Coverage coverage = Coverage::Render(around, [&](cairo_t* cairo) {
         const cairo_matrix_t matrix{world.m11, world.m12, world.m21, world.m22, world.dx, world.dy};
         cairo_transform(cairo, &matrix);
@@ -163,15 +163,15 @@ Status DrawTransformed(Ground& ground, const World& world, const TextJob& job) {
         text->laid->Show(cairo, Whole(std::floor(top - y)), Whole(std::ceil(bottom - y)));
     });
     if (coverage.IsEmpty()) return Gdiplus::OutOfMemory;
-    Blend(ground, visible, coverage, {0, 0}, Premultiply(job.color.GetValue()));
+    Blend(target, visible, coverage, {0, 0}, Premultiply(job.color.GetValue()));
     return Ok;
 }
 
 Status Draw(GraphicsData& graphics, const TextJob& job) try {
-    Ground ground;
-    if (const Status status = ground.Take(graphics); status != Ok) return status;
-    const World world(graphics, ground);
-    return MovesOnly(world) ? DrawOnPixels(ground, world, job) : DrawTransformed(ground, world, job);
+    DrawTarget target;
+    if (const Status status = target.Take(graphics); status != Ok) return status;
+    const World world(graphics, target);
+    return MovesOnly(world) ? DrawOnPixels(target, world, job) : DrawTransformed(target, world, job);
 } catch (const std::bad_alloc&) {
     return Gdiplus::OutOfMemory;
 }

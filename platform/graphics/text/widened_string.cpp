@@ -9,8 +9,8 @@
 
 #include <platform/gdiplus.h>
 
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/text/glyph_marks.h"
 #include "platform/graphics/text/string_argument.h"
@@ -44,10 +44,10 @@ class Sheet {
                 to[x] = static_cast<std::uint8_t>(std::min(to[x] + from[x], 255));
         }
     }
-    void Blend(Ground& ground, std::uint32_t pixel) const {
-        ground.Paint(part_, [&](const CRect& part) {
+    void Blend(DrawTarget& target, std::uint32_t pixel) const {
+        target.Paint(part_, [&](const CRect& part) {
             for (int y = part.top; y < part.bottom; ++y)
-                BlendCoverageRow(ground.Pixels().Row(y) + part.left, pixel,
+                BlendCoverageRow(target.Pixels().Row(y) + part.left, pixel,
                                  values_.data() + Offset(part.left, y),
                                  static_cast<std::size_t>(part.Width()));
         });
@@ -87,11 +87,11 @@ bool ForEachGlyph(const LaidText& text, const Add& add) {
 }
 
 // False where the marks of single glyphs cannot make up the text.
-bool DrawFromMarks(GraphicsData& graphics, Ground& ground, const LaidText& text, const Gdiplus::RectF& layout,
-                   const Gdiplus::Pen& pen) {
+bool DrawFromMarks(GraphicsData& graphics, DrawTarget& target, const LaidText& text,
+                   const Gdiplus::RectF& layout, const Gdiplus::Pen& pen) {
     constexpr int kMostPixels = 1 << 18;
-    const World world(graphics, ground);
-    const CRect& box = ground.Box();
+    const World world(graphics, target);
+    const CRect& box = target.Box();
     if (!world.IsUpright() || world.m11 != world.m22 || !(world.m11 > 0) || !graphics.IsSmooth() ||
         std::int64_t{box.Width()} * box.Height() > kMostPixels)
         return false;
@@ -113,8 +113,8 @@ bool DrawFromMarks(GraphicsData& graphics, Ground& ground, const LaidText& text,
     });
     if (!whole) return false;
     const std::uint32_t pixel = Premultiply(pen.GetColor().GetValue());
-    strokes.Blend(ground, pixel);
-    fills.Blend(ground, pixel);
+    strokes.Blend(target, pixel);
+    fills.Blend(target, pixel);
     return true;
 }
 
@@ -131,12 +131,12 @@ Status Graphics::DrawWidenedString(LPCWSTR text, INT length, const FontFamily* f
     const std::shared_ptr<platform::FontData> font =
         platform::FontData::Get(family->GetFamilyName().View(), emSize, style);
     if (!font) return Keep(InvalidParameter);
-    platform::Ground ground;
-    if (const Status status = ground.Take(*data_); status != Ok) return Keep(status);
-    if (ground.Box().IsRectEmpty()) return Keep(Ok);
+    platform::DrawTarget target;
+    if (const Status status = target.Take(*data_); status != Ok) return Keep(status);
+    if (target.Box().IsRectEmpty()) return Keep(Ok);
     const platform::TextFormat box(format, layout.Width, layout.Height);
     const auto cached = platform::TextShaper::OfThread().Cache().Get(*units, font, box);
-    if (platform::DrawFromMarks(*data_, ground, *cached->laid, layout, *pen)) return Keep(Ok);
+    if (platform::DrawFromMarks(*data_, target, *cached->laid, layout, *pen)) return Keep(Ok);
     GraphicsPath outline(FillModeAlternate);
     const SolidBrush brush(pen->GetColor());
     Status status = outline.AddString(text, length, family, style, emSize, layout, format);

@@ -1,4 +1,4 @@
-#include "platform/graphics/ground.h"
+#include "platform/graphics/draw_target.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 
 namespace platform {
 
-Gdiplus::Status Ground::Take(GraphicsData& graphics) {
+Gdiplus::Status DrawTarget::Take(GraphicsData& graphics) {
     if (graphics.status != Gdiplus::Ok) return graphics.status;
     if (graphics.lent) return Gdiplus::ObjectBusy;
     if (graphics.onImage) {
@@ -37,13 +37,13 @@ Gdiplus::Status Ground::Take(GraphicsData& graphics) {
     return Gdiplus::Ok;
 }
 
-Region Ground::Clip() const {
+Region DrawTarget::Clip() const {
     Region clip = region_ ? *region_ : Region(box_);
     if (region_) clip.Intersect(box_);
     return clip;
 }
 
-void Ground::Note(const CRect& touched) {
+void DrawTarget::Note(const CRect& touched) {
     surface_->Touch();
     if (context_) context_->Note(touched);
 }

@@ -1,4 +1,4 @@
-// What is known of pixels as long as they do not change.
+// One state of the pixels of an image, and what is known of it as long as they do not change.
 #pragma once
 
 #include <array>
@@ -13,16 +13,16 @@
 
 namespace platform {
 
-// Belongs to one revision of an image, and is shared by all clones that show it. Its end takes along the
+// Shared by all clones that show it. Its end takes along the
 // scaled copies that were made of these pixels.
-class PixelFacts {
+class ImageRevision {
   public:
-    explicit PixelFacts(std::uint64_t revision) : revision_(revision) {}
-    ~PixelFacts();
-    PixelFacts(const PixelFacts&) = delete;
-    PixelFacts& operator=(const PixelFacts&) = delete;
+    explicit ImageRevision(std::uint64_t id) : id_(id) {}
+    ~ImageRevision();
+    ImageRevision(const ImageRevision&) = delete;
+    ImageRevision& operator=(const ImageRevision&) = delete;
 
-    std::uint64_t Revision() const { return revision_; }
+    std::uint64_t Id() const { return id_; }
     // Whether no pixel of `part`, which lies inside, lets anything shine through. Looked up after the first
     // time; a strip has few frames, so few answers are kept.
     bool IsOpaque(const Surface& pixels, const CRect& part);
@@ -34,7 +34,7 @@ class PixelFacts {
         CRect part;
         bool opaque = false;
     };
-    const std::uint64_t revision_;
+    const std::uint64_t id_;
     std::atomic<bool> scaled_{false};
     std::mutex mutex_;
     bool wholeIsOpaque_ = false;

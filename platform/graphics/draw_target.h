@@ -14,7 +14,7 @@ namespace platform {
 class DeviceContext;
 struct GraphicsData;
 
-class Ground {
+class DrawTarget {
   public:
     // Not Ok for the reasons of GraphicsData::Check.
     Gdiplus::Status Take(GraphicsData& graphics);
@@ -65,9 +65,9 @@ struct World {
     double m11, m12, m21, m22, dx, dy;
 
     World(const GraphicsData& graphics, POINT origin, int scale);
-    // On a ground.
-    World(const GraphicsData& graphics, const Ground& ground)
-        : World(graphics, ground.Origin(), ground.Scale()) {}
+    // On a target.
+    World(const GraphicsData& graphics, const DrawTarget& target)
+        : World(graphics, target.Origin(), target.Scale()) {}
     bool IsUpright() const { return m12 == 0 && m21 == 0; }
     double X(double x, double y) const { return x * m11 + y * m21 + dx; }
     double Y(double x, double y) const { return x * m12 + y * m22 + dy; }

@@ -1,4 +1,4 @@
-#include "platform/graphics/side_picture.h"
+#include "platform/graphics/offscreen_layer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +19,7 @@ std::int64_t AreaOf(const CRect& rect) {
 
 }  // namespace
 
-SidePicture::~SidePicture() {
+OffscreenLayer::~OffscreenLayer() {
     if (cairo_) cairo_destroy(cairo_);
     if (surface_) {
         cairo_surface_finish(surface_);
@@ -27,10 +27,10 @@ SidePicture::~SidePicture() {
     }
 }
 
-Gdiplus::Status SidePicture::Prepare(const GraphicsData& graphics, const Ground& ground, const Box& box,
-                                     double margin, Kind kind) {
+Gdiplus::Status OffscreenLayer::Prepare(const GraphicsData& graphics, const DrawTarget& target,
+                                        const Box& box, double margin, Kind kind) {
     // Without the origin of the context, so that the same shape gives the same pixels in every context.
-    const World world(graphics, {0, 0}, ground.Scale());
+    const World world(graphics, {0, 0}, target.Scale());
     const Box device = Transformed(world, box);
     const double reach = margin * (std::hypot(world.m11, world.m21) + std::hypot(world.m12, world.m22)) + 2;
     if (!IsNear(device.left) || !IsNear(device.top) || !IsNear(device.right) || !IsNear(device.bottom) ||
@@ -40,10 +40,10 @@ Gdiplus::Status SidePicture::Prepare(const GraphicsData& graphics, const Ground&
                    static_cast<int>(std::floor(device.top - reach)),
                    static_cast<int>(std::ceil(device.right + reach)),
                    static_cast<int>(std::ceil(device.bottom + reach)));
-    place_.OffsetRect(ground.Origin().x, ground.Origin().y);
+    place_.OffsetRect(target.Origin().x, target.Origin().y);
     CRect seen;
-    if (!seen.IntersectRect(place_, ground.Box())) return Gdiplus::Ok;
-    const CRect surface(0, 0, ground.Pixels().Width(), ground.Pixels().Height());
+    if (!seen.IntersectRect(place_, target.Box())) return Gdiplus::Ok;
+    const CRect surface(0, 0, target.Pixels().Width(), target.Pixels().Height());
     if (AreaOf(place_) > std::max(4 * AreaOf(surface), kAlwaysWhole)) place_.IntersectRect(place_, surface);
     if (!MakeRoom(kind)) return Gdiplus::OutOfMemory;
 
@@ -51,14 +51,14 @@ Gdiplus::Status SidePicture::Prepare(const GraphicsData& graphics, const Ground&
                                 world.m12,
                                 world.m21,
                                 world.m22,
-                                world.dx + ground.Origin().x - place_.left,
-                                world.dy + ground.Origin().y - place_.top};
+                                world.dx + target.Origin().x - place_.left,
+                                world.dy + target.Origin().y - place_.top};
     cairo_set_matrix(cairo_, &matrix);
     cairo_set_antialias(cairo_, graphics.IsSmooth() ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
     return Gdiplus::Ok;
 }
 
-bool SidePicture::MakeRoom(Kind kind) {
+bool OffscreenLayer::MakeRoom(Kind kind) {
     const cairo_format_t format = kind == Kind::Coverage ? CAIRO_FORMAT_A8 : CAIRO_FORMAT_ARGB32;
     stride_ = cairo_format_stride_for_width(format, place_.Width());
     if (stride_ <= 0) return false;
@@ -71,24 +71,24 @@ bool SidePicture::MakeRoom(Kind kind) {
     return cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
 }
 
-void SidePicture::BlendColor(Ground& ground, std::uint32_t pixel) {
+void OffscreenLayer::BlendColor(DrawTarget& target, std::uint32_t pixel) {
     cairo_surface_flush(surface_);
     const auto* const values = static_cast<const std::uint8_t*>(memory_.get());
-    ground.Paint(place_, [&](const CRect& part) {
+    target.Paint(place_, [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y)
-            BlendCoverageRow(ground.Pixels().Row(y) + part.left, pixel,
+            BlendCoverageRow(target.Pixels().Row(y) + part.left, pixel,
                              values + std::ptrdiff_t{y - place_.top} * stride_ + (part.left - place_.left),
                              static_cast<std::size_t>(part.Width()));
     });
 }
 
-void SidePicture::BlendPixels(Ground& ground) {
+void OffscreenLayer::BlendPixels(DrawTarget& target) {
     cairo_surface_flush(surface_);
     const auto* const bytes = static_cast<const std::byte*>(memory_.get());
-    ground.Paint(place_, [&](const CRect& part) {
+    target.Paint(place_, [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y)
             BlendRow(
-                ground.Pixels().Row(y) + part.left,
+                target.Pixels().Row(y) + part.left,
                 reinterpret_cast<const std::uint32_t*>(bytes + std::ptrdiff_t{y - place_.top} * stride_) +
                     (part.left - place_.left),
                 static_cast<std::size_t>(part.Width()));

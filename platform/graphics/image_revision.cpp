@@ -1,4 +1,4 @@
-#include "platform/graphics/pixel_facts.h"
+#include "platform/graphics/image_revision.h"
 
 #include "platform/graphics/pixel_rows.h"
 #include "platform/graphics/scaled_cache.h"
@@ -14,11 +14,11 @@ bool ScanOpaque(const Surface& pixels, const CRect& part) {
 
 }  // namespace
 
-PixelFacts::~PixelFacts() {
-    if (scaled_.load(std::memory_order_relaxed)) ScaledCache::Get().Drop(revision_);
+ImageRevision::~ImageRevision() {
+    if (scaled_.load(std::memory_order_relaxed)) ScaledCache::Get().Drop(id_);
 }
 
-bool PixelFacts::IsOpaque(const Surface& pixels, const CRect& part) {
+bool ImageRevision::IsOpaque(const Surface& pixels, const CRect& part) {
     const std::lock_guard lock(mutex_);
     if (wholeIsOpaque_) return true;
     for (const Answer& answer : answers_)

@@ -1,4 +1,4 @@
-// Pixels aside, that cairo draws a shape into before the platform's loops blend it. Cairo never sees the
+// A layer that cairo draws a shape into before the platform's loops blend it. Cairo never sees the
 // clip, so a partial repaint cannot differ from a full one by the rounding of an edge that the clip cut.
 #pragma once
 
@@ -10,30 +10,30 @@
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
+#include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
-#include "platform/graphics/ground.h"
 
 namespace platform {
 
-class SidePicture {
+class OffscreenLayer {
   public:
     enum class Kind { Coverage, Pixels };
 
-    SidePicture() = default;
-    ~SidePicture();
-    SidePicture(const SidePicture&) = delete;
-    SidePicture& operator=(const SidePicture&) = delete;
+    OffscreenLayer() = default;
+    ~OffscreenLayer();
+    OffscreenLayer(const OffscreenLayer&) = delete;
+    OffscreenLayer& operator=(const OffscreenLayer&) = delete;
 
     // Makes room for what lies inside `box`, a rectangle of the world, and `margin` world units around it.
     // Ok without room when none of it can be seen; InvalidParameter beyond cairo's coordinates.
-    Gdiplus::Status Prepare(const GraphicsData& graphics, const Ground& ground, const Box& box, double margin,
-                            Kind kind);
+    Gdiplus::Status Prepare(const GraphicsData& graphics, const DrawTarget& target, const Box& box,
+                            double margin, Kind kind);
     // Null without room. Carries the world transform and the smoothing.
     cairo_t* Cairo() const { return cairo_; }
 
     // Blends what was drawn: through its coverage, or as it is.
-    void BlendColor(Ground& ground, std::uint32_t pixel);
-    void BlendPixels(Ground& ground);
+    void BlendColor(DrawTarget& target, std::uint32_t pixel);
+    void BlendPixels(DrawTarget& target);
 
   private:
     bool MakeRoom(Kind kind);
