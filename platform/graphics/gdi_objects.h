@@ -35,8 +35,8 @@ struct TextState {
     std::shared_ptr<const GdiFont> font;  // null for the system's
     HFONT fontHandle;
     COLORREF colour = 0x000000;
-    COLORREF ground = 0xFFFFFF;
-    int groundMode = OPAQUE;
+    COLORREF background = 0xFFFFFF;
+    int backgroundMode = OPAQUE;
     int stretchMode = COLORONCOLOR;
 };
 

@@ -37,7 +37,7 @@ CString TextOf(LPCWSTR text, int length, UINT format) {
 }
 
 Gdiplus::StringFormat FormatOf(UINT format) {
-    Gdiplus::StringFormat laid(
+    Gdiplus::StringFormat layoutFormat(
         (format & DT_RTLREADING ? Gdiplus::StringFormatFlagsDirectionRightToLeft : 0) |
         (format & DT_WORDBREAK && !(format & DT_SINGLELINE) ? 0 : Gdiplus::StringFormatFlagsNoWrap) |
         (format & DT_NOCLIP ? Gdiplus::StringFormatFlagsNoClip : 0));
@@ -46,15 +46,16 @@ Gdiplus::StringFormat FormatOf(UINT format) {
     const auto side = [&](bool right) {
         return right != swapped ? Gdiplus::StringAlignmentFar : Gdiplus::StringAlignmentNear;
     };
-    laid.SetAlignment(format & DT_CENTER ? Gdiplus::StringAlignmentCenter : side((format & DT_RIGHT) != 0));
-    laid.SetTrimming(format & DT_END_ELLIPSIS    ? Gdiplus::StringTrimmingEllipsisCharacter
-                     : format & DT_WORD_ELLIPSIS ? Gdiplus::StringTrimmingEllipsisWord
-                                                 : Gdiplus::StringTrimmingNone);
+    layoutFormat.SetAlignment(format & DT_CENTER ? Gdiplus::StringAlignmentCenter
+                                                 : side((format & DT_RIGHT) != 0));
+    layoutFormat.SetTrimming(format & DT_END_ELLIPSIS    ? Gdiplus::StringTrimmingEllipsisCharacter
+                             : format & DT_WORD_ELLIPSIS ? Gdiplus::StringTrimmingEllipsisWord
+                                                         : Gdiplus::StringTrimmingNone);
     if (format & DT_SINGLELINE)
-        laid.SetLineAlignment(format & DT_VCENTER  ? Gdiplus::StringAlignmentCenter
-                              : format & DT_BOTTOM ? Gdiplus::StringAlignmentFar
-                                                   : Gdiplus::StringAlignmentNear);
-    return laid;
+        layoutFormat.SetLineAlignment(format & DT_VCENTER  ? Gdiplus::StringAlignmentCenter
+                                      : format & DT_BOTTOM ? Gdiplus::StringAlignmentFar
+                                                           : Gdiplus::StringAlignmentNear);
+    return layoutFormat;
 }
 
 Gdiplus::Font FontOf(HDC context, const TextState& state) {
@@ -74,10 +75,11 @@ int Up(float length) {
 
 // The size of a text, wrapped at a width where that is not 0.
 CSize SizeOf(const CString& text, const Gdiplus::Font& font, int width, UINT format) {
-    const Gdiplus::StringFormat laid = FormatOf((format & (DT_WORDBREAK | DT_SINGLELINE)) | DT_NOCLIP);
-    const Gdiplus::RectF box =
-        Gdiplus::GetTextExtent(text, text.GetLength(), &font, {0, 0, static_cast<float>(width), 0}, &laid)
-            .box;
+    const Gdiplus::StringFormat layoutFormat =
+        FormatOf((format & (DT_WORDBREAK | DT_SINGLELINE)) | DT_NOCLIP);
+    const Gdiplus::RectF box = Gdiplus::GetTextExtent(text, text.GetLength(), &font,
+                                                      {0, 0, static_cast<float>(width), 0}, &layoutFormat)
+                                   .box;
     return {Up(box.Width), Up(box.Height)};
 }
 
@@ -158,11 +160,11 @@ COLORREF GetTextColor(HDC context) {
 }
 
 COLORREF SetBkColor(HDC context, COLORREF colour) {
-    return Exchange(context, &TextState::ground, colour, CLR_INVALID);
+    return Exchange(context, &TextState::background, colour, CLR_INVALID);
 }
 
 int SetBkMode(HDC context, int mode) {
-    if (mode == TRANSPARENT || mode == OPAQUE) return Exchange(context, &TextState::groundMode, mode, 0);
+    if (mode == TRANSPARENT || mode == OPAQUE) return Exchange(context, &TextState::backgroundMode, mode, 0);
     SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
 }
@@ -197,17 +199,17 @@ int DrawTextW(HDC context, LPCWSTR text, int length, RECT* rect, UINT format) {
     if (drawn.IsEmpty() || (place.IsRectEmpty() && !(format & DT_NOCLIP))) return size.cy;
     if (!found->IsMemory() || found->Bitmap()) {
         Gdiplus::Graphics graphics(context);
-        if (state.groundMode == OPAQUE) {
+        if (state.backgroundMode == OPAQUE) {
             CRect shown = box;
             if (!(format & DT_NOCLIP)) shown &= place;
-            const Gdiplus::SolidBrush ground(Opaque(state.ground));
-            graphics.FillRectangle(&ground, shown.left, shown.top, shown.Width(), shown.Height());
+            const Gdiplus::SolidBrush background(Opaque(state.background));
+            graphics.FillRectangle(&background, shown.left, shown.top, shown.Width(), shown.Height());
         }
         const Gdiplus::SolidBrush ink(Opaque(state.colour));
-        const Gdiplus::StringFormat laid = FormatOf(format);
+        const Gdiplus::StringFormat layoutFormat = FormatOf(format);
         const Gdiplus::RectF layout = Gdiplus::ToReal(
             Gdiplus::Rect(place.left, place.top, std::max(place.Width(), 0), std::max(place.Height(), 0)));
-        graphics.DrawString(drawn, drawn.GetLength(), &font, layout, &laid, &ink);
+        graphics.DrawString(drawn, drawn.GetLength(), &font, layout, &layoutFormat, &ink);
     }
     return box.bottom - place.top;
 }

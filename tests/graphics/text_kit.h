@@ -37,10 +37,10 @@ struct Box {
     }
 };
 
-inline std::shared_ptr<const platform::LaidText> Laid(
+inline std::shared_ptr<const platform::TextLayout> Laid(
     std::u16string_view text, const Box& box = {},
     const std::shared_ptr<platform::FontData>& font = TestFont()) {
-    return platform::LaidText::LayOut(text, *font, box.Format());
+    return platform::TextLayout::LayOut(text, *font, box.Format());
 }
 
 inline int WidthOf(std::u16string_view text, const std::shared_ptr<platform::FontData>& font = TestFont()) {
@@ -48,7 +48,7 @@ inline int WidthOf(std::u16string_view text, const std::shared_ptr<platform::Fon
 }
 
 // What each line says, without the blanks at its end.
-inline std::vector<std::u16string> LinesOf(const platform::LaidText& laid) {
+inline std::vector<std::u16string> LinesOf(const platform::TextLayout& laid) {
     std::vector<std::u16string> lines;
     for (const platform::TextLine& line : laid.Lines()) {
         const std::string_view all = pango_layout_get_text(line.layout.get());
@@ -70,7 +70,7 @@ inline std::vector<std::string> InUtf8(const std::vector<std::u16string>& lines)
 }
 
 // Around every pixel with coverage, in the text's coordinates; all zero for none.
-inline CRect PaintedBox(const platform::LaidText& laid) {
+inline CRect PaintedBox(const platform::TextLayout& laid) {
     if (laid.Ink().IsRectEmpty()) return CRect();
     CRect around = laid.Ink();
     around.InflateRect(8, 8);

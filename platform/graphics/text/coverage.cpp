@@ -6,7 +6,7 @@
 
 namespace platform {
 
-Coverage Coverage::Render(const LaidText& text, const CRect& part) {
+Coverage Coverage::Render(const TextLayout& text, const CRect& part) {
     return Render(part, [&](cairo_t* target) { text.Show(target, part.top, part.bottom); });
 }
 

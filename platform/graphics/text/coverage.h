@@ -12,14 +12,14 @@
 
 namespace platform {
 
-class LaidText;
+class TextLayout;
 
 class Coverage {
   public:
     Coverage() = default;  // empty
     // A part of a text's ink, in the text's coordinates; parts of one text show the same values as the whole.
     // Empty without memory.
-    static Coverage Render(const LaidText& text, const CRect& part);
+    static Coverage Render(const TextLayout& text, const CRect& part);
     // A part of whatever `draw` draws, in its coordinates.
     static Coverage Render(const CRect& part, const std::function<void(cairo_t*)>& draw);
 

@@ -37,7 +37,7 @@ struct TextJob {
     TextFormat format;
     Gdiplus::Color color;
 
-    std::shared_ptr<CachedText> Laid() const {
+    std::shared_ptr<CachedText> Layout() const {
         return TextShaper::OfThread().Cache().Get(text, font, format);
     }
 };
@@ -104,16 +104,16 @@ Status DrawOnPixels(DrawTarget& target, const World& world, const TextJob& job) 
     const CRect clip = CutToLayout(target.Box(), x, y, job.format);
     if (clip.IsRectEmpty() || job.text.empty() || job.color.GetA() == 0) return Ok;
 
-    const std::shared_ptr<CachedText> text = job.Laid();
+    const std::shared_ptr<CachedText> text = job.Layout();
     const POINT origin = Origin(x, y);
-    const CRect ink = text->laid->Ink();
+    const CRect ink = text->layout->Ink();
     CRect visible = ink;
     visible.OffsetRect(origin.x, origin.y);
     if (!visible.IntersectRect(visible, clip)) return Ok;
 
     const std::uint32_t pixel = Premultiply(job.color.GetValue());
     if (text->coverage.IsEmpty() && std::int64_t{ink.Width()} * ink.Height() <= kMostKeptCoverage) {
-        text->coverage = Coverage::Render(*text->laid, ink);
+        text->coverage = Coverage::Render(*text->layout, ink);
         TextShaper::OfThread().Cache().CountCoverage(*text);
     }
     if (!text->coverage.IsEmpty()) {
@@ -122,7 +122,7 @@ Status DrawOnPixels(DrawTarget& target, const World& world, const TextJob& job) 
     }
     CRect part = visible;
     part.OffsetRect(-origin.x, -origin.y);
-    const Coverage once = Coverage::Render(*text->laid, part);
+    const Coverage once = Coverage::Render(*text->layout, part);
     if (once.IsEmpty()) return Gdiplus::OutOfMemory;
     Blend(target, visible, once, origin, pixel);
     return Ok;
@@ -143,10 +143,10 @@ void ClipToLayout(cairo_t* cairo, const CRect& ink, const TextFormat& format) {
 Status DrawTransformed(DrawTarget& target, const World& world, const TextJob& job) {
     constexpr double kLeastArea = 1e-9;  // that a pixel may become
     if (std::abs(Area(world)) < kLeastArea) return Ok;
-    const std::shared_ptr<CachedText> text = job.Laid();
+    const std::shared_ptr<CachedText> text = job.Layout();
     const auto x = static_cast<double>(job.layout.X);
     const auto y = static_cast<double>(job.layout.Y);
-    const CRect ink = text->laid->Ink();
+    const CRect ink = text->layout->Ink();
     const Box box = Transformed(world, {x + ink.left, y + ink.top, x + ink.right, y + ink.bottom});
     if (ink.IsRectEmpty() || !IsDrawable(box)) return Ok;
     CRect around = Rounded(box);
@@ -160,7 +160,7 @@ Status DrawTransformed(DrawTarget& target, const World& world, const TextJob& jo
         cairo_translate(cairo, x, y);
         ClipToLayout(cairo, ink, job.format);
         const auto [top, bottom] = RowsUnder(world, around);
-        text->laid->Show(cairo, Whole(std::floor(top - y)), Whole(std::ceil(bottom - y)));
+        text->layout->Show(cairo, Whole(std::floor(top - y)), Whole(std::ceil(bottom - y)));
     });
     if (coverage.IsEmpty()) return Gdiplus::OutOfMemory;
     Blend(target, visible, coverage, {0, 0}, Premultiply(job.color.GetValue()));
@@ -179,7 +179,7 @@ Status Draw(GraphicsData& graphics, const TextJob& job) try {
 // Throws std::bad_alloc.
 Gdiplus::TextExtent Measure(std::u16string_view text, const std::shared_ptr<FontData>& font,
                             const Gdiplus::RectF& layout, const TextFormat& format) {
-    const auto laid = TextShaper::OfThread().Cache().Get(text, font, format)->laid;
+    const auto laid = TextShaper::OfThread().Cache().Get(text, font, format)->layout;
     Gdiplus::TextExtent extent;
     extent.box = laid->Box();
     extent.box.X += layout.X;

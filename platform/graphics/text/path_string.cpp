@@ -26,7 +26,7 @@ Status GraphicsPath::AddString(LPCWSTR text, INT length, const FontFamily* famil
     if (!font) return InvalidParameter;
     const platform::TextFormat box(format, layout.Width, layout.Height);
     const auto laid = platform::TextShaper::OfThread().Cache().Get(*units, font, box);
-    laid->laid->AddOutline(data_->outline, static_cast<double>(layout.X), static_cast<double>(layout.Y));
+    laid->layout->AddOutline(data_->outline, static_cast<double>(layout.X), static_cast<double>(layout.Y));
     return cairo_status(data_->outline) == CAIRO_STATUS_SUCCESS ? Ok : OutOfMemory;
 } catch (const std::bad_alloc&) {
     return OutOfMemory;

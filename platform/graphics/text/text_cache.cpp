@@ -33,7 +33,7 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
         return value;
     }
     auto value = std::make_shared<CachedText>();
-    value->laid = LaidText::LayOut(text, *font, format);
+    value->layout = TextLayout::LayOut(text, *font, format);
     ++Gdiplus::Counters().textLayouts;
 
     Entry& entry = entries_.emplace_front();
@@ -41,10 +41,10 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
     entry.key = KeyView{entry.text, font->revision, format};
     entry.font = font;
     entry.value = value;
-    entry.bytes = sizeof(Entry) + text.size() * sizeof(char16_t) + value->laid->Bytes();
+    entry.bytes = sizeof(Entry) + text.size() * sizeof(char16_t) + value->layout->Bytes();
     byKey_.emplace(entry.key, entries_.begin());
     bytes_ += entry.bytes;
-    HoldFaces(*value->laid);
+    HoldFaces(*value->layout);
     Trim();
     return value;
 } catch (const std::bad_alloc&) {
@@ -52,13 +52,13 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
     throw;
 }
 
-void TextCache::HoldFaces(const LaidText& laid) {
-    for (const TextFace& face : laid.Faces())
+void TextCache::HoldFaces(const TextLayout& layout) {
+    for (const TextFace& face : layout.Faces())
         if (faces_[face.font.get()]++ == 0) bytes_ += kFaceBytes;
 }
 
-void TextCache::ReleaseFaces(const LaidText& laid) {
-    for (const TextFace& face : laid.Faces()) {
+void TextCache::ReleaseFaces(const TextLayout& layout) {
+    for (const TextFace& face : layout.Faces()) {
         const auto held = faces_.find(face.font.get());
         if (--held->second > 0) continue;
         faces_.erase(held);
@@ -79,7 +79,7 @@ void TextCache::Trim() {
     while (bytes_ > limit && !entries_.empty()) {
         const Entry& oldest = entries_.back();
         bytes_ -= oldest.bytes;
-        ReleaseFaces(*oldest.value->laid);
+        ReleaseFaces(*oldest.value->layout);
         byKey_.erase(oldest.key);
         entries_.pop_back();
     }

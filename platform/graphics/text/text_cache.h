@@ -1,4 +1,4 @@
-// The texts of one thread laid out lately, with their coverage once they were drawn.
+// The text layouts of one thread, the latest ones, with their coverage once they were drawn.
 #pragma once
 
 #include <pango/pango.h>
@@ -12,15 +12,15 @@
 
 #include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/font_data.h"
-#include "platform/graphics/text/text_box.h"
+#include "platform/graphics/text/text_format.h"
 
 namespace platform {
 
-class LaidText;
+class TextLayout;
 
 // Lives on in the hands of its holder when the cache has dropped it.
 struct CachedText {
-    std::shared_ptr<const LaidText> laid;
+    std::shared_ptr<const TextLayout> layout;
     Coverage coverage;  // of the whole ink; empty until the text is drawn unscaled
 };
 
@@ -60,8 +60,8 @@ class TextCache {
     };
     using Entries = std::list<Entry>;
 
-    void HoldFaces(const LaidText& laid);
-    void ReleaseFaces(const LaidText& laid);
+    void HoldFaces(const TextLayout& layout);
+    void ReleaseFaces(const TextLayout& layout);
     void Trim();
 
     Entries entries_;  // the latest first

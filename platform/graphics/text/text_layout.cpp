@@ -6,7 +6,7 @@
 
 namespace platform {
 
-int LaidText::UnknownGlyphs() const {
+int TextLayout::UnknownGlyphs() const {
     int count = 0;
     for (const TextLine& line : lines_) {
         for (const GSList* at = line.line->runs; at != nullptr; at = at->next) {
@@ -21,7 +21,7 @@ int LaidText::UnknownGlyphs() const {
 
 // add(x, y, width, height), in the text's coordinates.
 template <class Add>
-void LaidText::ForEachRule(const TextLine& line, const Add& add) const {
+void TextLayout::ForEachRule(const TextLine& line, const Add& add) const {
     for (const TextRule& rule : {rules_.under, rules_.through}) {
         if (rule.thickness > 0 && line.ruled > 0) {
             add(line.left + line.indent, line.baseline + rule.top, line.ruled, rule.thickness);
@@ -29,7 +29,7 @@ void LaidText::ForEachRule(const TextLine& line, const Add& add) const {
     }
 }
 
-void LaidText::Show(cairo_t* target, int top, int bottom) const {
+void TextLayout::Show(cairo_t* target, int top, int bottom) const {
     const auto first = std::partition_point(
         lines_.begin(), lines_.end(), [&](const TextLine& line) { return line.baseline + below_ <= top; });
     for (auto at = first; at != lines_.end() && at->baseline - above_ < bottom; ++at) {
@@ -42,7 +42,7 @@ void LaidText::Show(cairo_t* target, int top, int bottom) const {
     }
 }
 
-void LaidText::AddOutline(cairo_t* target, double x, double y) const {
+void TextLayout::AddOutline(cairo_t* target, double x, double y) const {
     // A glyph's outline costs a hundred times its place in a line.
     constexpr int kMostGlyphs = 20'000;
     int glyphs = 0;

@@ -11,7 +11,7 @@
 #include <platform/geometry.h>
 
 #include "platform/graphics/text/font_data.h"
-#include "platform/graphics/text/text_box.h"
+#include "platform/graphics/text/text_format.h"
 #include "platform/graphics/text/text_shaper.h"
 
 namespace platform {
@@ -35,10 +35,10 @@ struct TextFace {
 };
 
 // All coordinates are whole pixels from the top left of the box.
-class LaidText {
+class TextLayout {
   public:
-    static std::shared_ptr<const LaidText> LayOut(std::u16string_view text, const FontData& font,
-                                                  const TextFormat& format);
+    static std::shared_ptr<const TextLayout> LayOut(std::u16string_view text, const FontData& font,
+                                                    const TextFormat& format);
 
     // The box of the lines, cut to the layout's box where the format clips.
     const Gdiplus::RectF& Box() const { return box_; }
@@ -59,8 +59,8 @@ class LaidText {
     void AddOutline(cairo_t* target, double x, double y) const;
 
   private:
-    friend class TextSetter;
-    LaidText() = default;
+    friend class LineBreaker;
+    TextLayout() = default;
     template <class Add>
     void ForEachRule(const TextLine& line, const Add& add) const;
 

@@ -11,7 +11,7 @@
 #include "platform/base/thread_service.h"
 #include "platform/graphics/counters.h"
 #include "platform/graphics/text/font_configuration.h"
-#include "platform/graphics/text/glyph_marks.h"
+#include "platform/graphics/text/glyph_masks.h"
 
 namespace platform {
 namespace {
@@ -85,7 +85,7 @@ TextShaper::TextShaper()
       leftToRight_(MakeContext(fonts_.get(), PANGO_DIRECTION_LTR)),
       rightToLeft_(MakeContext(fonts_.get(), PANGO_DIRECTION_RTL)),
       marks_(leftToRight_.get()),
-      glyphMarks_(std::make_unique<GlyphMarksCache>()) {}
+      glyphMasks_(std::make_unique<GlyphMaskCache>()) {}
 
 TextShaper::~TextShaper() = default;
 

@@ -39,7 +39,7 @@ struct TextRules {
     TextRule through;
 };
 
-class GlyphMarksCache;
+class GlyphMaskCache;
 
 class TextShaper {
   public:
@@ -80,7 +80,7 @@ class TextShaper {
     }
 
     TextCache& Cache() { return cache_; }
-    GlyphMarksCache& Marks() { return *glyphMarks_; }
+    GlyphMaskCache& Masks() { return *glyphMasks_; }
 
   private:
     ObjectPtr<PangoFontMap> fonts_;
@@ -89,7 +89,7 @@ class TextShaper {
     MarkFallback marks_;
     std::unordered_set<unsigned> fontsInUse_;  // hashes of what they look like
     TextCache cache_;
-    std::unique_ptr<GlyphMarksCache> glyphMarks_;
+    std::unique_ptr<GlyphMaskCache> glyphMasks_;
     std::uint64_t work_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// Text widened by a pen, from marks that are kept for each glyph.
+// Text widened by a pen, from masks that are kept for each glyph.
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 #include "platform/graphics/draw_target.h"
 #include "platform/graphics/graphics_data.h"
 #include "platform/graphics/pixel_rows.h"
-#include "platform/graphics/text/glyph_marks.h"
+#include "platform/graphics/text/glyph_masks.h"
 #include "platform/graphics/text/string_argument.h"
 #include "platform/graphics/text/text_layout.h"
 #include "platform/graphics/text/text_shaper.h"
@@ -23,22 +23,22 @@ namespace {
 using Gdiplus::Ok;
 using Gdiplus::Status;
 
-// Coverage of a part of a surface. Where marks of two glyphs meet, they add up: beside each other they do not
+// Coverage of a part of a surface. Where masks of two glyphs meet, they add up: beside each other they do not
 // lie on top of each other.
-class Sheet {
+class CoverageSheet {
   public:
-    explicit Sheet(const CRect& part)
+    explicit CoverageSheet(const CRect& part)
         : part_(part),
           values_(static_cast<std::size_t>(part.Width()) * static_cast<std::size_t>(part.Height())) {}
 
-    void Add(const CRect& box, const std::vector<std::uint8_t>& marks, POINT origin) {
+    void Add(const CRect& box, const std::vector<std::uint8_t>& mask, POINT origin) {
         CRect placed = box;
         placed.OffsetRect(origin.x, origin.y);
         CRect inside;
         if (!inside.IntersectRect(placed, part_)) return;
         for (int y = inside.top; y < inside.bottom; ++y) {
             const std::uint8_t* const from =
-                marks.data() + std::ptrdiff_t{y - placed.top} * placed.Width() + (inside.left - placed.left);
+                mask.data() + std::ptrdiff_t{y - placed.top} * placed.Width() + (inside.left - placed.left);
             std::uint8_t* const to = values_.data() + Offset(inside.left, y);
             for (int x = 0; x < inside.Width(); ++x)
                 to[x] = static_cast<std::uint8_t>(std::min(to[x] + from[x], 255));
@@ -64,7 +64,7 @@ class Sheet {
 // Calls add(face, glyph, x, y) for the origin of each glyph with ink, from the text's corner; false when
 // there is more to the text than such glyphs.
 template <class Add>
-bool ForEachGlyph(const LaidText& text, const Add& add) {
+bool ForEachGlyph(const TextLayout& text, const Add& add) {
     if (text.HasRules() || text.UnknownGlyphs() > 0) return false;
     for (const TextLine& line : text.Lines()) {
         double x = line.left + line.indent;
@@ -86,8 +86,8 @@ bool ForEachGlyph(const LaidText& text, const Add& add) {
     return true;
 }
 
-// False where the marks of single glyphs cannot make up the text.
-bool DrawFromMarks(GraphicsData& graphics, DrawTarget& target, const LaidText& text,
+// False where the masks of single glyphs cannot make up the text.
+bool DrawFromMasks(GraphicsData& graphics, DrawTarget& target, const TextLayout& text,
                    const Gdiplus::RectF& layout, const Gdiplus::Pen& pen) {
     constexpr int kMostPixels = 1 << 18;
     const World world(graphics, target);
@@ -95,20 +95,20 @@ bool DrawFromMarks(GraphicsData& graphics, DrawTarget& target, const LaidText& t
     if (!world.IsUpright() || world.m11 != world.m22 || !(world.m11 > 0) || !graphics.IsSmooth() ||
         std::int64_t{box.Width()} * box.Height() > kMostPixels)
         return false;
-    Sheet strokes(box);
-    Sheet fills(box);
-    GlyphMarksCache& cache = TextShaper::OfThread().Marks();
+    CoverageSheet strokes(box);
+    CoverageSheet fills(box);
+    GlyphMaskCache& cache = TextShaper::OfThread().Masks();
     const bool whole = ForEachGlyph(text, [&](PangoFont* face, PangoGlyph glyph, double x, double y) {
         const double atX = world.X(x + static_cast<double>(layout.X), 0);
         const double atY = world.Y(0, y + static_cast<double>(layout.Y));
         if (!(std::abs(atX) < kFarthest) || !(std::abs(atY) < kFarthest)) return false;
         const POINT pixel{static_cast<int>(std::floor(atX)), static_cast<int>(std::floor(atY))};
         const double width = std::max({0.0, static_cast<double>(pen.GetWidth()), 1.0 / world.m11});
-        const GlyphMarks* const marks =
+        const GlyphMask* const mask =
             cache.Get(face, {glyph, world.m11, atX - pixel.x, atY - pixel.y, width});
-        if (!marks) return false;
-        strokes.Add(marks->box, marks->stroke, pixel);
-        fills.Add(marks->box, marks->fill, pixel);
+        if (!mask) return false;
+        strokes.Add(mask->box, mask->stroke, pixel);
+        fills.Add(mask->box, mask->fill, pixel);
         return true;
     });
     if (!whole) return false;
@@ -136,7 +136,7 @@ Status Graphics::DrawWidenedString(LPCWSTR text, INT length, const FontFamily* f
     if (target.Box().IsRectEmpty()) return Keep(Ok);
     const platform::TextFormat box(format, layout.Width, layout.Height);
     const auto cached = platform::TextShaper::OfThread().Cache().Get(*units, font, box);
-    if (platform::DrawFromMarks(*data_, target, *cached->laid, layout, *pen)) return Keep(Ok);
+    if (platform::DrawFromMasks(*data_, target, *cached->layout, layout, *pen)) return Keep(Ok);
     GraphicsPath outline(FillModeAlternate);
     const SolidBrush brush(pen->GetColor());
     Status status = outline.AddString(text, length, family, style, emSize, layout, format);

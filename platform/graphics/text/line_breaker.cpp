@@ -3,8 +3,8 @@
 #include <cmath>
 #include <string>
 
-#include "platform/graphics/text/text_fit.h"
 #include "platform/graphics/text/text_layout.h"
+#include "platform/graphics/text/text_trimmer.h"
 #include "platform/graphics/text/utf8_cut.h"
 
 namespace platform {
@@ -77,9 +77,9 @@ std::string Normalise(std::u16string_view text) {
 
 }  // namespace
 
-class TextSetter {
+class LineBreaker {
   public:
-    TextSetter(const FontData& font, const TextFormat& format)
+    LineBreaker(const FontData& font, const TextFormat& format)
         : font_(font),
           format_(format),
           shaper_(TextShaper::OfThread()),
@@ -87,10 +87,10 @@ class TextSetter {
           workBefore_(shaper_.Work()) {
         shaper_.Use(font);
         fontReach_ = shaper_.ReachOf(font);
-        laid_->rules_ = shaper_.RulesOf(font);
+        layout_->rules_ = shaper_.RulesOf(font);
     }
 
-    std::shared_ptr<const LaidText> Set(std::u16string_view text) {
+    std::shared_ptr<const TextLayout> Break(std::u16string_view text) {
         const std::string utf8 = Normalise(text);
         std::string_view rest = utf8;
         while (!full_ && !text.empty()) {
@@ -102,9 +102,9 @@ class TextSetter {
         if (full_) TrimLastLine();
         Place();
         // What the shaping library keeps for a character, a line and a layout.
-        laid_->bytes_ =
-            sizeof(LaidText) + utf8.size() * 64 + laid_->lines_.size() * (sizeof(TextLine) + 2048);
-        return laid_;
+        layout_->bytes_ =
+            sizeof(TextLayout) + utf8.size() * 64 + layout_->lines_.size() * (sizeof(TextLine) + 2048);
+        return layout_;
     }
 
   private:
@@ -127,11 +127,11 @@ class TextSetter {
         return layout;
     }
 
-    std::string Fit(std::string_view text, bool moreFollows) const {
+    std::string Trimmed(std::string_view text, bool moreFollows) const {
         const int width = width_ > 0 ? static_cast<int>(width_) : kMostPixels;
-        return FitText(text, shaper_, font_,
-                       FitRequest{width, kLongestLine / 2, format_.TrimsAtWords(), format_.HasEllipsis(),
-                                  moreFollows, format_.RightToLeft()});
+        return TrimText(text, shaper_, font_,
+                        TrimRequest{width, kLongestLine / 2, format_.TrimsAtWords(), format_.HasEllipsis(),
+                                    moreFollows, format_.RightToLeft()});
     }
 
     void SetParagraph(std::string_view paragraph) {
@@ -199,7 +199,7 @@ class TextSetter {
         LayoutPtr layout;
         if (!trims || paragraph.size() <= kShort) layout = Shape(StartOf(paragraph, most), false);
         if (trims && (!layout || WidthOf(layout.get()) > width_))
-            layout = Shape(Fit(paragraph, false), false);
+            layout = Shape(Trimmed(paragraph, false), false);
         AddLine(layout, pango_layout_get_line_readonly(layout.get(), 0), {paragraph, 0, true});
     }
 
@@ -212,11 +212,11 @@ class TextSetter {
     // Half lines are shown, unless the format says otherwise or an ellipsis would be what is cut in half.
     bool HasRoomFor(const LineReach& reach) const {
         if (height_ >= kMostPixels) return false;
-        if (shaper_.Work() - workBefore_ > kMostWork && !laid_->lines_.empty()) return false;
+        if (shaper_.Work() - workBefore_ > kMostWork && !layout_->lines_.empty()) return false;
         if (!format_.LimitsHeight()) return true;
         const auto used = static_cast<float>(height_);
         if (format_.WholeLines()) return used + static_cast<float>(reach.Height()) <= format_.height;
-        if (laid_->lines_.empty()) return true;
+        if (layout_->lines_.empty()) return true;
         if (format_.HasEllipsis()) return used + static_cast<float>(reach.Height()) <= format_.height;
         return used < format_.height;
     }
@@ -229,11 +229,11 @@ class TextSetter {
         }
         last_ = source;
         height_ += measured.reach.Height();
-        laid_->lines_.push_back(measured);
+        layout_->lines_.push_back(measured);
     }
 
     const LineReach& ReachOf(PangoFont* face) {
-        std::vector<TextFace>& faces = laid_->faces_;
+        std::vector<TextFace>& faces = layout_->faces_;
         const auto found = std::find_if(faces.begin(), faces.end(),
                                         [face](const TextFace& known) { return known.font.get() == face; });
         if (found != faces.end()) return found->reach;
@@ -267,7 +267,7 @@ class TextSetter {
             measured.ink = CRect(ink.x - 1, ink.y - 1, ink.x + ink.width + 1, ink.y + ink.height + 1);
         }
         measured.ruled = logical.width;
-        for (const TextRule& rule : {laid_->rules_.under, laid_->rules_.through}) {
+        for (const TextRule& rule : {layout_->rules_.under, layout_->rules_.through}) {
             if (rule.thickness == 0 || measured.ruled == 0) continue;
             measured.reach.Include({-rule.top, rule.top + rule.thickness});
             measured.ink.UnionRect(measured.ink,
@@ -279,15 +279,15 @@ class TextSetter {
     }
 
     void TrimLastLine() {
-        if (laid_->lines_.empty() || format_.trimming == Gdiplus::StringTrimmingNone) return;
+        if (layout_->lines_.empty() || format_.trimming == Gdiplus::StringTrimmingNone) return;
         const bool atCharacters = format_.trimming == Gdiplus::StringTrimmingCharacter && format_.Wraps();
         // A line that was wrapped ends at a word already, and one that was not is already trimmed.
         if (!format_.HasEllipsis() && !(atCharacters && !last_.endsParagraph)) return;
-        const std::string text = Fit(last_.paragraph.substr(last_.start), format_.HasEllipsis());
+        const std::string text = Trimmed(last_.paragraph.substr(last_.start), format_.HasEllipsis());
         const LayoutPtr layout = Shape(text, false);
-        height_ -= laid_->lines_.back().reach.Height();
-        laid_->lines_.back() = Measure(layout, pango_layout_get_line_readonly(layout.get(), 0));
-        height_ += laid_->lines_.back().reach.Height();
+        height_ -= layout_->lines_.back().reach.Height();
+        layout_->lines_.back() = Measure(layout, pango_layout_get_line_readonly(layout.get(), 0));
+        height_ += layout_->lines_.back().reach.Height();
     }
 
     // How far something of `size` stands from the start of a space; the space may be smaller, or nothing.
@@ -314,7 +314,7 @@ class TextSetter {
         int y = top;
         int left = kMostPixels;
         int right = -kMostPixels;
-        for (TextLine& line : laid_->lines_) {
+        for (TextLine& line : layout_->lines_) {
             line.left = Offset(alignment, width_, line.width);
             line.baseline = y + line.reach.ascent;
             y += line.reach.Height();
@@ -322,11 +322,11 @@ class TextSetter {
             right = std::max(right, line.left + line.width);
             if (line.ink.IsRectEmpty()) continue;
             line.ink.OffsetRect(line.left + line.indent, line.baseline);
-            laid_->above_ = std::max(laid_->above_, line.baseline - line.ink.top);
-            laid_->below_ = std::max(laid_->below_, line.ink.bottom - line.baseline);
-            laid_->ink_.UnionRect(laid_->ink_, line.ink);
+            layout_->above_ = std::max(layout_->above_, line.baseline - line.ink.top);
+            layout_->below_ = std::max(layout_->below_, line.ink.bottom - line.baseline);
+            layout_->ink_.UnionRect(layout_->ink_, line.ink);
         }
-        if (!laid_->lines_.empty()) SetBox(CRect(left, top, right, y));
+        if (!layout_->lines_.empty()) SetBox(CRect(left, top, right, y));
     }
 
     void SetBox(const CRect& lines) {
@@ -342,7 +342,7 @@ class TextSetter {
             top = std::clamp(top, 0.0F, format_.height);
             bottom = std::clamp(bottom, 0.0F, format_.height);
         }
-        laid_->box_ = Gdiplus::RectF(left, top, right - left, bottom - top);
+        layout_->box_ = Gdiplus::RectF(left, top, right - left, bottom - top);
     }
 
     const FontData& font_;
@@ -354,12 +354,12 @@ class TextSetter {
     int height_ = 0;     // of the lines so far
     bool full_ = false;  // there is text for which the box has no room
     LineSource last_;
-    std::shared_ptr<LaidText> laid_ = std::shared_ptr<LaidText>(new LaidText);
+    std::shared_ptr<TextLayout> layout_ = std::shared_ptr<TextLayout>(new TextLayout);
 };
 
-std::shared_ptr<const LaidText> LaidText::LayOut(std::u16string_view text, const FontData& font,
-                                                 const TextFormat& format) {
-    return TextSetter(font, format).Set(text);
+std::shared_ptr<const TextLayout> TextLayout::LayOut(std::u16string_view text, const FontData& font,
+                                                     const TextFormat& format) {
+    return LineBreaker(font, format).Break(text);
 }
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/graphics/text/glyph_marks.h"
+#include "platform/graphics/text/glyph_masks.h"
 
 #include <pango/pangocairo.h>
 
@@ -39,7 +39,7 @@ std::vector<std::uint8_t> Cut(const Coverage& coverage, const CRect& part) {
 }
 
 // The outline is taken unscaled, as a path of a whole text takes it, and scaled then.
-bool Render(PangoFont* face, const GlyphPlace& place, GlyphMarks& marks) {
+bool Render(PangoFont* face, const GlyphKey& place, GlyphMask& mask) {
     cairo_scaled_font_t* const font =
         PANGO_IS_CAIRO_FONT(face) ? pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(face)) : nullptr;
     if (!font) return false;
@@ -76,23 +76,23 @@ bool Render(PangoFont* face, const GlyphPlace& place, GlyphMarks& marks) {
     });
     cairo_path_destroy(outline);
     if (stroke.IsEmpty() || fill.IsEmpty()) return false;
-    marks.box.UnionRect(Inked(stroke, box), Inked(fill, box));
-    marks.stroke = Cut(stroke, marks.box);
-    marks.fill = Cut(fill, marks.box);
+    mask.box.UnionRect(Inked(stroke, box), Inked(fill, box));
+    mask.stroke = Cut(stroke, mask.box);
+    mask.fill = Cut(fill, mask.box);
     return true;
 }
 
 }  // namespace
 
-const GlyphMarks* GlyphMarksCache::Get(PangoFont* face, const GlyphPlace& place) {
+const GlyphMask* GlyphMaskCache::Get(PangoFont* face, const GlyphKey& place) {
     constexpr std::size_t kOverhead = 160;  // of a kept glyph, besides its coverage
     const auto known = faces_.find(face);
     if (known != faces_.end())
-        if (const auto found = known->second.marks.find(place); found != known->second.marks.end())
+        if (const auto found = known->second.masks.find(place); found != known->second.masks.end())
             return &found->second;
-    GlyphMarks marks;
-    if (!Render(face, place, marks)) return nullptr;
-    const std::size_t bytes = marks.stroke.size() + marks.fill.size() + kOverhead;
+    GlyphMask mask;
+    if (!Render(face, place, mask)) return nullptr;
+    const std::size_t bytes = mask.stroke.size() + mask.fill.size() + kOverhead;
     if (bytes_ + bytes > DrawingCacheLimit().load(std::memory_order_relaxed) / 8) {
         faces_.clear();
         bytes_ = 0;
@@ -103,7 +103,7 @@ const GlyphMarks* GlyphMarksCache::Get(PangoFont* face, const GlyphPlace& place)
         bytes_ += TextCache::kFaceBytes;
     }
     bytes_ += bytes;
-    return &kept.marks.emplace(place, std::move(marks)).first->second;
+    return &kept.masks.emplace(place, std::move(mask)).first->second;
 }
 
 }  // namespace platform

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-struct FitRequest {
+struct TrimRequest {
     int width;                // pixels
     std::size_t mostBytes;    // of the text, that are looked at
     bool atWords;             // cut between words, where one word fits at all
@@ -20,7 +20,7 @@ struct FitRequest {
 
 // The longest start of `text` (UTF-8, one paragraph) that fits, the ellipsis included. Without an ellipsis it
 // keeps at least one character; with one, at least that.
-std::string FitText(std::string_view text, TextShaper& shaper, const FontData& font,
-                    const FitRequest& request);
+std::string TrimText(std::string_view text, TextShaper& shaper, const FontData& font,
+                     const TrimRequest& request);
 
 }  // namespace platform

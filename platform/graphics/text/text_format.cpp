@@ -1,4 +1,4 @@
-#include "platform/graphics/text/text_box.h"
+#include "platform/graphics/text/text_format.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "platform/graphics/text/text_fit.h"
+#include "platform/graphics/text/text_trimmer.h"
 
 #include <algorithm>
 #include <vector>
@@ -10,16 +10,16 @@ namespace {
 
 constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
 
-class Fitter {
+class Trimmer {
   public:
-    Fitter(std::string_view text, TextShaper& shaper, const FontData& font, const FitRequest& request)
+    Trimmer(std::string_view text, TextShaper& shaper, const FontData& font, const TrimRequest& request)
         : text_(text),
           request_(request),
           shaper_(shaper),
           font_(font),
           layout_(shaper.MakeLayout(font, request.rightToLeft)) {}
 
-    std::string Fit() {
+    std::string Trim() {
         // Only as much of a very long text is looked at as can matter.
         for (std::size_t look = 512;; look *= 4) {
             const std::string_view part = StartOf(text_, std::min(look, request_.mostBytes));
@@ -85,7 +85,7 @@ class Fitter {
     }
 
     std::string_view text_;
-    FitRequest request_;
+    TrimRequest request_;
     TextShaper& shaper_;
     const FontData& font_;
     ObjectPtr<PangoLayout> layout_;
@@ -95,9 +95,9 @@ class Fitter {
 
 }  // namespace
 
-std::string FitText(std::string_view text, TextShaper& shaper, const FontData& font,
-                    const FitRequest& request) {
-    return Fitter(text, shaper, font, request).Fit();
+std::string TrimText(std::string_view text, TextShaper& shaper, const FontData& font,
+                     const TrimRequest& request) {
+    return Trimmer(text, shaper, font, request).Trim();
 }
 
 }  // namespace platform
