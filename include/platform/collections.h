@@ -6,27 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include <platform/exception.h>
 #include <platform/text.h>
 #include <platform/types.h>
-
-/// The root of what the platform throws. Exceptions are thrown by value and caught by reference.
-class PLATFORM_API CException {
-  public:
-    CException() = default;
-    CException(const CException&) = default;
-    CException& operator=(const CException&) = default;
-    virtual ~CException();
-    /// One English sentence, valid as long as the exception.
-    virtual const char* What() const noexcept = 0;
-};
-
-class PLATFORM_API CInvalidArgException : public CException {
-  public:
-    ~CInvalidArgException() override;
-    const char* What() const noexcept override;
-};
-
-[[noreturn]] PLATFORM_API void AfxThrowInvalidArgException();
 
 /// An array that grows. Elements move when it grows: keep positions, not addresses.
 /// The second parameter, the type that elements are handed in as elsewhere, changes nothing.

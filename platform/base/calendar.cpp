@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-#include <platform/collections.h>
+#include <platform/exception.h>
 
 namespace {
 

@@ -1,5 +1,4 @@
-// The exceptions of the collections and of text.
-#include <platform/collections.h>
+#include <platform/exception.h>
 
 CException::~CException() = default;
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <memory>
 
-#include <platform/resources.h>
+#include <platform/memory.h>
 #include <platform/types.h>
 
 namespace platform {

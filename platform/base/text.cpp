@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <platform/collections.h>
+#include <platform/exception.h>
 
 #include "platform/base/ascii.h"
 #include "platform/base/unicode.h"

@@ -9,8 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include <platform/memory.h>
 #include <platform/ole.h>
-#include <platform/resources.h>
 
 #include "platform/base/global_memory.h"
 

@@ -1,4 +1,6 @@
-#include <gdk-pixbuf/gdk-pixbuf.h>
+#include <cairo.h>
+
+#include <new>
 
 #include "platform/graphics/decode/picture.h"
 #include "platform/graphics/pixel_rows.h"
@@ -6,46 +8,26 @@
 namespace platform {
 namespace {
 
-struct Release {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
-std::unique_ptr<GdkPixbuf, Release> StraightCopy(const Surface& surface) {
-    std::unique_ptr<GdkPixbuf, Release> pixels(
-        gdk_pixbuf_new(GDK_COLORSPACE_RGB, TRUE, 8, surface.Width(), surface.Height()));
-    if (!pixels) return nullptr;
-    guint8* row = gdk_pixbuf_get_pixels(pixels.get());
-    const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixels.get());
-    std::vector<std::uint32_t> straight(static_cast<std::size_t>(surface.Width()));
-    for (int y = 0; y < surface.Height(); ++y, row += stride) {
-        UnpremultiplyRow(straight.data(), surface.Row(y), straight.size());
-        guint8* out = row;
-        for (const std::uint32_t pixel : straight) {
-            out[0] = static_cast<guint8>(pixel >> 16);
-            out[1] = static_cast<guint8>(pixel >> 8);
-            out[2] = static_cast<guint8>(pixel);
-            out[3] = static_cast<guint8>(pixel >> 24);
-            out += 4;
-        }
-    }
-    return pixels;
+cairo_status_t Append(void* bytes, const unsigned char* data, unsigned length) try {
+    auto& all = *static_cast<std::vector<std::uint8_t>*>(bytes);
+    all.insert(all.end(), data, data + length);
+    return CAIRO_STATUS_SUCCESS;
+} catch (const std::bad_alloc&) {
+    return CAIRO_STATUS_NO_MEMORY;
 }
 
 }  // namespace
 
 std::vector<std::uint8_t> EncodePng(const Surface& surface) {
-    const std::unique_ptr<GdkPixbuf, Release> pixels = StraightCopy(surface);
-    if (!pixels) return {};
-    gchar* data = nullptr;
-    gsize length = 0;
-    GError* error = nullptr;
-    if (!gdk_pixbuf_save_to_buffer(pixels.get(), &data, &length, "png", &error, nullptr)) {
-        g_error_free(error);
+    // Cairo divides by alpha as Unpremultiply does, but wraps where a channel is above it.
+    const std::shared_ptr<Surface> clamped = Surface::CreateUnset(surface.Width(), surface.Height());
+    if (!clamped) return {};
+    for (int y = 0; y < surface.Height(); ++y)
+        ClampPremultipliedRow(clamped->Row(y), surface.Row(y), static_cast<std::size_t>(surface.Width()));
+    std::vector<std::uint8_t> bytes;
+    if (cairo_surface_write_to_png_stream(clamped->Cairo(), &Append, &bytes) != CAIRO_STATUS_SUCCESS)
         return {};
-    }
-    const std::unique_ptr<gchar, decltype(&g_free)> owned(data, &g_free);
-    const auto* first = reinterpret_cast<const std::uint8_t*>(data);
-    return std::vector<std::uint8_t>(first, first + length);
+    return bytes;
 }
 
 }  // namespace platform
