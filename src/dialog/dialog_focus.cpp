@@ -8,7 +8,7 @@ void CQKDialogBase::SetTabKeys(int enable) {
 }
 
 int CQKDialogBase::SetFocusItem(QKItemBase* item) {
-    if (item && !(GetQKItem(item) && QKTabFocus::CanHave(*item))) return 0;
+    if (item && !(GetQKItem(item) && qkui::TabFocus::CanHave(*item))) return 0;
     ShowFocus(item, true);
     return 1;
 }
@@ -27,7 +27,7 @@ CRect CQKDialogBase::FocusFrame() const {
     if (!item || !IsWindow(m_hWnd) || !HitRect(item, rect)) return {};
     CRect client;
     GetClientRect(client);
-    return QKTabFocus::Outside(rect, client);
+    return qkui::TabFocus::Outside(rect, client);
 }
 
 void CQKDialogBase::ShowFocus(QKItemBase* item, bool shown) {
@@ -46,7 +46,7 @@ void CQKDialogBase::PressTakesFocus(CPoint point) {
     QKItemBase* pressed = GetFocusItem();
     for (QKItemBase* item : m_arItems) {
         CRect rect;
-        if (QKTabFocus::CanHave(*item) && HitRect(item, rect) && rect.PtInRect(point)) pressed = item;
+        if (qkui::TabFocus::CanHave(*item) && HitRect(item, rect) && rect.PtInRect(point)) pressed = item;
     }
     ShowFocus(pressed, false);
 }
@@ -67,7 +67,7 @@ bool CQKDialogBase::TakeFocusKey(const MSG& message) {
 }
 
 void CQKDialogBase::ClickItem(QKItemBase* item) {
-    const QKAlive dialog(*this);
+    const qkui::Alive dialog(*this);
     bool changed = false;
     if (!CompleteClick(item, ClickedBy::Key, changed)) return;
     m_bMinimized = 0;

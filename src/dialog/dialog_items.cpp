@@ -6,7 +6,7 @@
 #include <qkui/items/scroll_bar.h>
 #include <qkui/items/static_text.h>
 #include <qkui/items/text_button.h>
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 namespace {
 
@@ -14,14 +14,14 @@ template <class Compose>
 void Paint(HDC dc, const QKItemBase* item, Compose compose) {
     if (!item->IsShow()) return;
     Gdiplus::Graphics graphics(dc);
-    QKPiecePainter painter(graphics);
+    qkui::OperationPainter painter(graphics);
     compose(painter);
 }
 
 }  // namespace
 
 void CQKDialogBase::DrawButton(HDC dc, QKButton* button) {
-    Paint(dc, button, [button](QKPieces& pieces) {
+    Paint(dc, button, [button](qkui::OperationSink& pieces) {
         switch (button->GetType()) {
             case QKUI_TEXTBUTTON:
                 return static_cast<QKTextButton*>(button)->Compose(pieces);
@@ -35,15 +35,15 @@ void CQKDialogBase::DrawButton(HDC dc, QKButton* button) {
 }
 
 void CQKDialogBase::DrawStaticText(HDC dc, QKStaticText* text) {
-    Paint(dc, text, [text](QKPieces& pieces) { text->Compose(pieces); });
+    Paint(dc, text, [text](qkui::OperationSink& pieces) { text->Compose(pieces); });
 }
 
 void CQKDialogBase::DrawCheckBoxText(HDC dc, QKCheckBox* box) {
-    Paint(dc, box, [box](QKPieces& pieces) { box->ComposeText(pieces); });
+    Paint(dc, box, [box](qkui::OperationSink& pieces) { box->ComposeText(pieces); });
 }
 
 void CQKDialogBase::DrawImage(HDC dc, QKImage* image) {
-    Paint(dc, image, [image](QKPieces& pieces) { image->Compose(pieces); });
+    Paint(dc, image, [image](qkui::OperationSink& pieces) { image->Compose(pieces); });
 }
 
 void CQKDialogBase::DrawGifImage(HDC dc, QKImage* image) {
@@ -51,9 +51,9 @@ void CQKDialogBase::DrawGifImage(HDC dc, QKImage* image) {
 }
 
 void CQKDialogBase::DrawProgress(HDC dc, QKProgress* progress) {
-    Paint(dc, progress, [progress](QKPieces& pieces) { progress->Compose(pieces); });
+    Paint(dc, progress, [progress](qkui::OperationSink& pieces) { progress->Compose(pieces); });
 }
 
 void CQKDialogBase::DrawVScroll(HDC dc, QKVScrollBar* bar) {
-    Paint(dc, bar, [bar](QKPieces& pieces) { bar->Compose(pieces); });
+    Paint(dc, bar, [bar](qkui::OperationSink& pieces) { bar->Compose(pieces); });
 }

@@ -5,12 +5,12 @@
 #include <qkui/items/nine_parts.h>
 #include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
-#include "dialog/dialog_frame.h"
-#include "dialog/piece_inputs.h"
+#include "dialog/backing_store.h"
+#include "dialog/recorder.h"
 #include "dialog/tab_focus.h"
-#include "dialog/window_frame.h"
 #include "dialog/window_paint.h"
-#include "items/pieces.h"
+#include "dialog/window_store.h"
+#include "items/draw_operations.h"
 #include "list/list_node.h"
 #include "list/uninterrupted.h"
 
@@ -23,22 +23,22 @@ bool CatchesPointer(const QKItemBase* item) {
     return item->IsShow() && !item->GetTranMouseOver();
 }
 
-void AddBounds(const QKItemBase& item, QKPieceBounds& bounds) {
+void AddBounds(const QKItemBase& item, qkui::OperationBounds& bounds) {
     if (CatchesPointer(&item)) {
         CRect rect;
         item.GetRect(&rect);
         bounds.Include(rect);
     }
-    QKComposeItem(item, bounds);
+    qkui::RecordItem(item, bounds);
 }
 
-void DescribeItem(const QKItemBase& item, QKFrameInputs& inputs) {
+void DescribeItem(const QKItemBase& item, qkui::DisplayList& inputs) {
     inputs.Begin();
     CRect catching;
     if (CatchesPointer(&item)) item.GetRect(&catching);
     inputs.Add(CatchesPointer(&item));
     inputs.Add(catching);
-    QKPieceInputs pieces(inputs);
+    qkui::Recorder pieces(inputs);
     AddBounds(item, pieces);
     inputs.Touches(pieces.Touched());
 }
@@ -48,7 +48,7 @@ Gdiplus::Rect AsRect(const CRect& rect) {
 }
 
 // All that a context may draw on.
-class Drawable : public QKRegion {
+class Drawable : public qkui::Region {
   public:
     explicit Drawable(HDC dc) {
         GetDrawableRgn(dc, *this);
@@ -56,7 +56,7 @@ class Drawable : public QKRegion {
     }
     bool Meets(const CRect& rect) const {
         CRect inside;
-        return inside.IntersectRect(rect, box_) && QKRegion::Meets(rect);
+        return inside.IntersectRect(rect, box_) && qkui::Region::Meets(rect);
     }
 
   private:
@@ -66,8 +66,8 @@ class Drawable : public QKRegion {
 }  // namespace
 
 void CQKDialogBase::OnPaint() {
-    const QKAlive alive(*this);
-    const QKWindowPaint paint(m_hWnd);  // erases first: a call into the host
+    const qkui::Alive alive(*this);
+    const qkui::WindowPaint paint(m_hWnd);  // erases first: a call into the host
     if (!alive || m_nLayStyle == LAY_OPAQUE) return;
     CRect window;
     GetWindowRect(window);
@@ -88,8 +88,8 @@ void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
     if (!IsWindow(m_hWnd)) return;
     const QKUninterrupted uninterrupted;
     if (PaintInPlace(dc, width, height)) return;
-    if (!m_pFrame) m_pFrame = std::make_unique<QKFrame>();
-    QKFrame& frame = *m_pFrame;
+    if (!m_pFrame) m_pFrame = std::make_unique<qkui::BackingStore>();
+    qkui::BackingStore& frame = *m_pFrame;
     if (!frame.Prepare(dc, width, height)) return OnQKPaint(dc, width, height);
     frame.TakeSurroundings();
     DescribeFrame(frame.Record());
@@ -101,7 +101,7 @@ void CQKDialogBase::PaintThroughFrame(HDC dc, int width, int height) {
 
 // Straight into the window, which is the frame then.
 bool CQKDialogBase::PaintInPlace(HDC dc, int width, int height) {
-    QKWindowFrame& frame = *m_pWindowFrame;
+    qkui::WindowStore& frame = *m_pWindowFrame;
     if (!frame.Meet(m_hWnd, dc, width, height)) return false;
     DescribeFrame(frame.Record());
     std::vector<CRect> bounds;
@@ -136,7 +136,7 @@ std::vector<CRect> CQKDialogBase::ItemBounds() const {
     std::vector<CRect> rects;
     rects.reserve(static_cast<std::size_t>(m_arItems.GetSize()));
     for (const QKItemBase* item : m_arItems) {
-        QKPieceBounds bounds;
+        qkui::OperationBounds bounds;
         AddBounds(*item, bounds);
         rects.push_back(bounds.Touched());
     }
@@ -163,7 +163,7 @@ void CQKDialogBase::Compose(HDC dc, CSize size, Under under, std::vector<CRect>&
         graphics.FillRectangle(&catching, 0, 0, client.Width(), client.Height());
 
     const Drawable drawable(dc);
-    QKPiecePainter painter(graphics);
+    qkui::OperationPainter painter(graphics);
     auto bounds = itemBounds.begin();
     for (QKItemBase* item : m_arItems) {
         if (drawable.Meets(*bounds++)) {
@@ -172,7 +172,7 @@ void CQKDialogBase::Compose(HDC dc, CSize size, Under under, std::vector<CRect>&
                 item->GetRect(&rect);
                 graphics.FillRectangle(&catching, rect);
             }
-            QKComposeItem(*item, painter);
+            qkui::RecordItem(*item, painter);
         }
         if (item->GetType() == QKUI_LISTCTRL) PaintList(graphics, dc, static_cast<QKListCtrl&>(*item));
     }
@@ -184,7 +184,7 @@ void CQKDialogBase::Compose(HDC dc, CSize size, Under under, std::vector<CRect>&
 void CQKDialogBase::PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list) {
     if (!list.IsShow()) return;
     const Drawable drawable(dc);
-    QKPiecePainter painter(graphics);
+    qkui::OperationPainter painter(graphics);
     if (list.IsScrolling()) graphics.SetClip(AsRect(list.View()));
     for (QKListNode* node : list.DrawnIn(drawable.Box())) {
         if (drawable.Meets(list.Clipped(list.TouchedBy(*node)))) list.ComposeEntry(*node, painter);
@@ -214,7 +214,7 @@ void CQKDialogBase::DrawBackground(Gdiplus::Graphics& graphics, CSize client, Un
     }
     if (!m_pBackImage || client.cx < 1 || client.cy < 1) return;
     if (!m_pBackParts->IsEmpty())
-        return m_pBackParts->Draw(graphics, *m_pBackImage, QKRectF(CRect(CPoint(0, 0), client)));
+        return m_pBackParts->Draw(graphics, *m_pBackImage, qkui::ToRectF(CRect(CPoint(0, 0), client)));
     Gdiplus::ImageAttributes attributes;
     attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY, Gdiplus::Color(0xFF000000), FALSE);
     const Gdiplus::Rect source = BackgroundSource(client.cx, client.cy);
@@ -253,7 +253,7 @@ void CQKDialogBase::DrawBand(Gdiplus::Graphics& graphics) {
 }
 
 // Of a band that grows, only the edges and what is new inside them are drawn again.
-void CQKDialogBase::DescribeBand(QKFrameInputs& inputs) const {
+void CQKDialogBase::DescribeBand(qkui::DisplayList& inputs) const {
     if (!m_bSelRect || !m_bSelecting) return;
     constexpr int kEdge = 1;  // pixels that an outline may reach to either side
     const CRect& band = m_rcSel;
@@ -273,12 +273,12 @@ void CQKDialogBase::DescribeBand(QKFrameInputs& inputs) const {
 }
 
 // Everything that OnQKPaint reads must be told here, or a later frame would keep what it should redraw.
-void CQKDialogBase::DescribeFrame(QKFrameRecord& frame) const {
+void CQKDialogBase::DescribeFrame(qkui::Damage& frame) const {
     const CRect whole(0, 0, frame.Width(), frame.Height());
     CRect client;
     GetClientRect(client);
     SettleScrolling();
-    QKFrameInputs& inputs = frame.NewInputs();
+    qkui::DisplayList& inputs = frame.NewInputs();
     inputs.Begin();
     inputs.Touches(whole);
     inputs.Add(client);

@@ -48,10 +48,10 @@ int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
         point.y == item->m_ptLast.y)
         return 0;
     auto* bar = static_cast<QKVScrollBar*>(item);
-    bar->SetBarPos(QKSum(bar->m_nPos, QKDifference(point.y, bar->m_ptLast.y)));
+    bar->SetBarPos(qkui::Sum(bar->m_nPos, qkui::Difference(point.y, bar->m_ptLast.y)));
     bar->m_ptLast = point;
     FollowThumb(bar);
-    const QKAlive dragged(*this, item);
+    const qkui::Alive dragged(*this, item);
     const auto scrolled = bar->m_pScrolled;
     if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
     if (dragged && scrolled) (*scrolled)(bar->GetScrollPos());
@@ -64,8 +64,8 @@ int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint poin
     if (item->m_nType == QKUI_VSCROLLBAR && !static_cast<QKVScrollBar*>(item)->ptOnBar(point)) return 0;
     item->m_nStatus = QKItemBase::QK_MOUSEDOWN;
     item->m_ptLast = point;
-    const QKAlive dialog(*this);
-    const QKAlive pressed(*this, item);
+    const qkui::Alive dialog(*this);
+    const qkui::Alive pressed(*this, item);
     UpdateViewRect(rect);
     if (!dialog) return 1;
     SetCapture(m_hWnd);
@@ -75,7 +75,7 @@ int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint poin
 
 // Of one group at most one radio button stays checked by clicks.
 void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     const unsigned int group = static_cast<const QKRadio*>(radio)->GetGroupID();
     for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
         if (m_arItems[i] == radio || m_arItems[i]->m_nType != QKUI_RADIO) continue;
@@ -98,7 +98,7 @@ bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
         return true;
     }
     if (item->m_nType != QKUI_RADIO || static_cast<QKRadio*>(item)->m_bCheck) return false;
-    const QKAlive alive(*this, item);
+    const qkui::Alive alive(*this, item);
     UncheckOthers(item);
     if (alive) static_cast<QKRadio*>(item)->m_bCheck = 1;
     return true;
@@ -107,8 +107,8 @@ bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
 // The check and the host's function. False when the item, the window or the dialog itself did not outlive
 // them: the release then touches none of them any more.
 bool CQKDialogBase::CompleteClick(QKItemBase* item, ClickedBy by, bool& changed) {
-    const QKAlive dialog(*this);
-    const QKAlive clicked(*this, item);
+    const qkui::Alive dialog(*this);
+    const qkui::Alive clicked(*this, item);
     changed = ToggleCheck(item);
     if (clicked && (by == ClickedBy::Key || item == m_pDownItem)) item->CallClicked();
     if (!dialog || !IsWindow(m_hWnd)) return false;
@@ -163,15 +163,15 @@ void CQKDialogBase::DragWindowOrCapture(CPoint point) {
 }
 
 void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
         if (!TakesPointer(item)) continue;
         if (item->m_nType == QKUI_LISTCTRL) {
             auto* list = static_cast<QKListCtrl*>(item);
-            const QKAlive pressed(*this, list->m_lstItems);
+            const qkui::Alive pressed(*this, list->m_lstItems);
             list->GetRect(&rect);
             const bool taken = MoveLDownList(list, rect, point);
             if (!alive) return;
@@ -193,8 +193,8 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
 // list whatever that says, and starts the rubber band over every kind of list.
 void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     enum { kNobody, kItem, kList } taker = kNobody;
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     for (INT_PTR i = m_arItems.GetSize() - 1; taker == kNobody && i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
@@ -237,7 +237,7 @@ const QKItemBase* CQKDialogBase::TippedItem(CPoint point) const {
 }
 
 void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     BeginPress(point);
     if (!alive) return;
     OnLbuttonClkDown(flags, point);
@@ -245,7 +245,7 @@ void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
 }
 
 void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     BeginPress(point);
     if (!alive) return;
     OnLbuttonDbClkDown(flags, point);
@@ -263,8 +263,8 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     TrackMouseEvent(&leave);
     m_pTips->PointerOver(m_bSelecting ? nullptr : TippedItem(point), m_hWnd, m_pDefaultFont);
 
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     int changed = 0;
     if (QKItemBase* captured = CapturedItem()) {
         CRect rect;
@@ -300,7 +300,7 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
 
 // The release that drops the files never comes here: the press that they were dragged by is over then.
 int CQKDialogBase::DragOut() {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     const int moved = DoDropSource();
     if (!alive || GetKeyState(VK_LBUTTON) < 0) return moved;
     if (QKItemBase* pressed = CapturedItem()) {
@@ -314,7 +314,7 @@ int CQKDialogBase::DragOut() {
 
 void CQKDialogBase::OnMouseLeave() {
     m_pTips->PointerOver(nullptr, m_hWnd, nullptr);
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
@@ -336,8 +336,8 @@ void CQKDialogBase::EndPress() {
 }
 
 void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     try {
         for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
             QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
@@ -375,7 +375,7 @@ QKListCtrl* CQKDialogBase::TopmostList() {
 }
 
 void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     if (QKListCtrl* list = TopmostList()) {
         CRect rect;
         list->GetRect(&rect);
@@ -385,8 +385,8 @@ void CQKDialogBase::OnRButtonUp(UINT flags, CPoint point) {
 }
 
 void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     if (QKListCtrl* list = TopmostList()) {
         CRect rect;
         list->GetRect(&rect);

@@ -4,7 +4,7 @@
 
 #include <qkui/items/gif_image.h>
 #include "dialog/alive.h"
-#include "dialog/dialog_frame.h"
+#include "dialog/backing_store.h"
 #include "list/uninterrupted.h"
 
 namespace {
@@ -29,11 +29,12 @@ class WindowContext {
 // frame of its own, or delete the dialog, and then the frame goes at the end of the loan.
 class FrameLoan {
   public:
-    FrameLoan(std::unique_ptr<QKFrame>& home, QKFrame*& handedOut, const QKAlive& owner)
+    FrameLoan(std::unique_ptr<qkui::BackingStore>& home, qkui::BackingStore*& handedOut,
+              const qkui::Alive& owner)
         : home_(home),
           handedOut_(handedOut),
           owner_(owner),
-          frame_(home ? std::move(home) : std::make_unique<QKFrame>()),
+          frame_(home ? std::move(home) : std::make_unique<qkui::BackingStore>()),
           outer_(std::exchange(handedOut, frame_.get())) {}
     ~FrameLoan() {
         if (IsOwnerGone()) return;
@@ -43,15 +44,15 @@ class FrameLoan {
     }
     FrameLoan(const FrameLoan&) = delete;
     FrameLoan& operator=(const FrameLoan&) = delete;
-    QKFrame& Frame() const { return *frame_; }
+    qkui::BackingStore& Frame() const { return *frame_; }
     bool IsOwnerGone() const { return !owner_; }
 
   private:
-    std::unique_ptr<QKFrame>& home_;
-    QKFrame*& handedOut_;
-    const QKAlive owner_;
-    std::unique_ptr<QKFrame> frame_;
-    QKFrame* const outer_;
+    std::unique_ptr<qkui::BackingStore>& home_;
+    qkui::BackingStore*& handedOut_;
+    const qkui::Alive owner_;
+    std::unique_ptr<qkui::BackingStore> frame_;
+    qkui::BackingStore* const outer_;
 };
 
 }  // namespace
@@ -92,7 +93,7 @@ void CQKDialogBase::CallBackInvalidate() {}
 // Every image that runs on the timer goes on by a frame, each for its own delay: with several on one timer
 // the last one's delay holds.
 void CQKDialogBase::OnTimer(UINT_PTR id) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     for (INT_PTR i = 0; m_bHasGif && i < m_arItems.GetSize(); ++i) {
         if (m_arItems[i]->GetType() != QKUI_GIFIMAGE) continue;
         auto* image = static_cast<QKGifImage*>(m_arItems[i]);
@@ -109,8 +110,8 @@ void CQKDialogBase::PushLayeredFrame(const CRect& window) {
     const WindowContext windowContext(m_hWnd);
     const POINT position = window.TopLeft();
     const SIZE size = window.Size();
-    const FrameLoan loan(m_pFrame, m_pHandedOut, QKAlive(*this));
-    QKFrame& frame = loan.Frame();
+    const FrameLoan loan(m_pFrame, m_pHandedOut, qkui::Alive(*this));
+    qkui::BackingStore& frame = loan.Frame();
     if (!frame.Prepare(windowContext.Get(), size.cx, size.cy)) return;
     frame.HandOut(m_pBackCache.get());
     DrawSurface(frame.Context(), size.cx, size.cy, 1);
@@ -134,7 +135,7 @@ void CQKDialogBase::PushLayeredFrame(const CRect& window) {
 // the host drew on it first, or has the frame on it already: then the frame goes on top of what is there.
 void CQKDialogBase::PaintHandedOut(int width, int height) {
     const QKUninterrupted uninterrupted;
-    QKFrame& frame = *m_pHandedOut;
+    qkui::BackingStore& frame = *m_pHandedOut;
     const bool untouched = frame.TakeBack();
     frame.TakeSurroundings();
     DescribeFrame(frame.Record());

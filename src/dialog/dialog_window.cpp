@@ -2,10 +2,10 @@
 #include <qkui/items/nine_parts.h>
 #include <qkui/items/resource_image.h>
 #include "dialog/alive.h"
-#include "dialog/dialog_frame.h"
+#include "dialog/backing_store.h"
 #include "dialog/item_tips.h"
 #include "dialog/tab_focus.h"
-#include "dialog/window_frame.h"
+#include "dialog/window_store.h"
 
 namespace {
 
@@ -37,10 +37,10 @@ END_MESSAGE_MAP()
 CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
     : CDialog(templateId, parent),
       m_pBackParts(std::make_unique<QKNineParts>()),
-      m_pFocus(std::make_unique<QKTabFocus>()),
-      m_pTips(std::make_unique<QKItemTips>()),
-      m_pFrame(std::make_unique<QKFrame>()),
-      m_pWindowFrame(std::make_unique<QKWindowFrame>()) {}
+      m_pFocus(std::make_unique<qkui::TabFocus>()),
+      m_pTips(std::make_unique<qkui::ItemTips>()),
+      m_pFrame(std::make_unique<qkui::BackingStore>()),
+      m_pWindowFrame(std::make_unique<qkui::WindowStore>()) {}
 
 CQKDialogBase::~CQKDialogBase() = default;
 
@@ -52,7 +52,7 @@ BOOL CQKDialogBase::OnInitDialog() {
 void CQKDialogBase::DoDataExchange(CDataExchange*) {}
 
 void CQKDialogBase::OnDestroy() {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     CDialog::OnDestroy();
     if (alive) m_arItems.RemoveAll();
 }
@@ -195,7 +195,7 @@ void CQKDialogBase::OnMove(int x, int y) {
 }
 
 void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     CDialog::OnActivate(state, other, minimised);
     if (!alive || state != WA_INACTIVE) return;
     m_pTips->Hide();

@@ -6,6 +6,8 @@
 #include <qkui/items/item_base.h>
 #include "dialog/window_paint.h"
 
+namespace qkui {
+
 namespace {
 
 constexpr LPCWSTR kClassName = u"QKTooltip";
@@ -38,14 +40,14 @@ CPoint PlaceBeside(POINT pointer, CSize size) {
 
 }  // namespace
 
-QKItemTips::~QKItemTips() {
+ItemTips::~ItemTips() {
     if (!window_) return;
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
 }
 
-LRESULT QKItemTips::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const tips = reinterpret_cast<QKItemTips*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+LRESULT ItemTips::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const tips = reinterpret_cast<ItemTips*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (tips) {
         switch (message) {
             case WM_TIMER:
@@ -68,7 +70,7 @@ LRESULT QKItemTips::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM l
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-bool QKItemTips::MakeWindow(HWND owner) {
+bool ItemTips::MakeWindow(HWND owner) {
     if (window_ && owner_ == owner) return true;
     if (window_) DestroyWindow(window_);
     WNDCLASSW description;
@@ -82,7 +84,7 @@ bool QKItemTips::MakeWindow(HWND owner) {
     return static_cast<bool>(window_);
 }
 
-void QKItemTips::PointerOver(const QKItemBase* item, HWND owner, const std::shared_ptr<Gdiplus::Font>& font) {
+void ItemTips::PointerOver(const QKItemBase* item, HWND owner, const std::shared_ptr<Gdiplus::Font>& font) {
     if (item && item->GetTooltip().IsEmpty()) item = nullptr;
     if (item == item_ && (!item || item->GetTooltip() == text_)) {
         if (waiting_) SetTimer(window_, kDelay, kRest, nullptr);  // it does not rest yet
@@ -98,7 +100,7 @@ void QKItemTips::PointerOver(const QKItemBase* item, HWND owner, const std::shar
     SetTimer(window_, kDelay, shown ? kNextRest : kRest, nullptr);
 }
 
-void QKItemTips::Hide() {
+void ItemTips::Hide() {
     waiting_ = false;
     if (!window_) return;
     KillTimer(window_, kDelay);
@@ -106,13 +108,13 @@ void QKItemTips::Hide() {
     ShowWindow(window_, SW_HIDE);
 }
 
-void QKItemTips::Tick(UINT_PTR timer) {
+void ItemTips::Tick(UINT_PTR timer) {
     const bool rested = timer == kDelay && waiting_;
     Hide();
     if (rested && IsWindowVisible(owner_) && IsWindowEnabled(owner_) && !GetCapture()) Show();
 }
 
-void QKItemTips::Show() {
+void ItemTips::Show() {
     if (!font_) font_ = std::make_shared<Gdiplus::Font>(u"宋体", 9.0F);
     const Gdiplus::StringFormat format;
     const Gdiplus::RectF most(0, 0, kLongestLine, 0);
@@ -128,8 +130,8 @@ void QKItemTips::Show() {
     SetTimer(window_, kEnough, kReading, nullptr);
 }
 
-void QKItemTips::Paint() {
-    const QKWindowPaint paint(window_);
+void ItemTips::Paint() {
+    const WindowPaint paint(window_);
     Gdiplus::Graphics graphics(paint.Context());
     CRect client;
     GetClientRect(window_, client);
@@ -144,3 +146,5 @@ void QKItemTips::Paint() {
                                        static_cast<float>(client.Height() - 2 * kPadY)),
                         &format, &ink);
 }
+
+}  // namespace qkui

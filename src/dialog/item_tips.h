@@ -8,12 +8,14 @@
 
 class QKItemBase;
 
-class QKItemTips {
+namespace qkui {
+
+class ItemTips {
   public:
-    QKItemTips() = default;
-    ~QKItemTips();
-    QKItemTips(const QKItemTips&) = delete;
-    QKItemTips& operator=(const QKItemTips&) = delete;
+    ItemTips() = default;
+    ~ItemTips();
+    ItemTips(const ItemTips&) = delete;
+    ItemTips& operator=(const ItemTips&) = delete;
 
     // The pointer moved over an item of the window `owner`, or over none (null). `font` (null: a label's at
     // first) is what the text is shown in.
@@ -35,3 +37,5 @@ class QKItemTips {
     CString text_;
     std::shared_ptr<Gdiplus::Font> font_;
 };
+
+}  // namespace qkui

@@ -8,19 +8,23 @@
 
 class QKListCtrl;
 
+namespace qkui {
+
 // Made when an event begins. It looks at those lists of the dialog that have a function for it.
-class QKSelectionWatch {
+class SelectionWatch {
   public:
-    explicit QKSelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>& items);
+    explicit SelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>& items);
     // Calls the functions of those whose selection is no longer what it was. Anything may be gone afterwards.
     void Tell();
 
   private:
     struct Watched {
         QKListCtrl* list;
-        QKAlive alive;
+        Alive alive;
         std::uint64_t before;
     };
     CQKDialogBase& dialog_;
     std::vector<Watched> watched_;
 };
+
+}  // namespace qkui

@@ -1,5 +1,7 @@
 #include "dialog/tab_focus.h"
 
+namespace qkui {
+
 namespace {
 
 // A line of white around two of the colour, so that one of them shows on any background.
@@ -21,7 +23,7 @@ void FillSides(Gdiplus::Graphics& graphics, const Gdiplus::Color& color, const C
 
 }  // namespace
 
-bool QKTabFocus::CanHave(const QKItemBase& item) {
+bool TabFocus::CanHave(const QKItemBase& item) {
     switch (item.GetType()) {
         case QKUI_BUTTON:
         case QKUI_TEXTBUTTON:
@@ -33,13 +35,13 @@ bool QKTabFocus::CanHave(const QKItemBase& item) {
     }
 }
 
-QKItemBase* QKTabFocus::Item(const CArray<QKItemBase*>& items) const {
+QKItemBase* TabFocus::Item(const CArray<QKItemBase*>& items) const {
     for (INT_PTR i = 0; item_ && i < items.GetSize(); ++i)
         if (items[i] == item_) return CanHave(*item_) ? item_ : nullptr;
     return nullptr;
 }
 
-QKItemBase* QKTabFocus::Next(const CArray<QKItemBase*>& items, bool backwards) const {
+QKItemBase* TabFocus::Next(const CArray<QKItemBase*>& items, bool backwards) const {
     const INT_PTR count = items.GetSize();
     INT_PTR at = backwards ? count : -1;  // nobody: before the first, or behind the last
     for (INT_PTR i = 0; i < count; ++i)
@@ -53,7 +55,7 @@ QKItemBase* QKTabFocus::Next(const CArray<QKItemBase*>& items, bool backwards) c
     return nullptr;
 }
 
-CRect QKTabFocus::Outside(const CRect& item, const CRect& client) {
+CRect TabFocus::Outside(const CRect& item, const CRect& client) {
     constexpr int kReach = kGap + kLine + kHalo;
     CRect outside(item);
     outside.InflateRect(kReach, kReach);
@@ -62,9 +64,11 @@ CRect QKTabFocus::Outside(const CRect& item, const CRect& client) {
     return visible;
 }
 
-void QKTabFocus::Draw(Gdiplus::Graphics& graphics, const CRect& outside) const {
+void TabFocus::Draw(Gdiplus::Graphics& graphics, const CRect& outside) const {
     FillSides(graphics, Gdiplus::Color(kHaloColor), outside, kHalo);
     CRect line(outside);
     line.DeflateRect(kHalo, kHalo);
     if (line.Width() > 2 * kLine && line.Height() > 2 * kLine) FillSides(graphics, color_, line, kLine);
 }
+
+}  // namespace qkui

@@ -5,7 +5,9 @@
 
 #include <qkui/dialog/dialog_base.h>
 
-class QKTabFocus {
+namespace qkui {
+
+class TabFocus {
   public:
     void Enable(bool enable) { enabled_ = enable; }
     bool IsEnabled() const { return enabled_; }
@@ -35,3 +37,5 @@ class QKTabFocus {
     QKItemBase* item_ = nullptr;  // compared, and used only while it is registered
     Gdiplus::Color color_{0xFF3399FF};
 };
+
+}  // namespace qkui

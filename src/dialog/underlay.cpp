@@ -8,13 +8,15 @@
 #include <cstddef>
 #include <cstring>
 
+namespace qkui {
+
 namespace {
 
-std::uint32_t* At(const QKUnderlay::Pixels& surface, int x, int y) {
+std::uint32_t* At(const Underlay::Pixels& surface, int x, int y) {
     return surface.first + static_cast<std::ptrdiff_t>(y) * surface.width + x;
 }
 
-void Clear(const QKUnderlay::Pixels& surface, const CRect& rect) {
+void Clear(const Underlay::Pixels& surface, const CRect& rect) {
     const std::size_t bytes = static_cast<std::size_t>(rect.Width()) * sizeof(std::uint32_t);
     for (int y = rect.top; y < rect.bottom; ++y)
         std::memset(At(surface, rect.left, y), 0, bytes);
@@ -22,13 +24,13 @@ void Clear(const QKUnderlay::Pixels& surface, const CRect& rect) {
 
 }  // namespace
 
-void QKUnderlay::Restore(const Pixels& surface, const CRect& rect) const {
+void Underlay::Restore(const Pixels& surface, const CRect& rect) const {
     if (cache_ && Width() == surface.width) return CopyRows(surface, rect);
     Clear(surface, rect);
     if (cache_) CopySheared(surface, rect);
 }
 
-void QKUnderlay::CopyRows(const Pixels& surface, const CRect& rect) const {
+void Underlay::CopyRows(const Pixels& surface, const CRect& rect) const {
     const int top = std::clamp(surface.height - Height(), rect.top, rect.bottom);
     Clear(surface, CRect(rect.left, rect.top, rect.right, top));
     if (top == rect.bottom) return;
@@ -36,7 +38,7 @@ void QKUnderlay::CopyRows(const Pixels& surface, const CRect& rect) const {
     Copy(from, At(surface, rect.left, rect.bottom - 1), -surface.width);
 }
 
-void QKUnderlay::CopySheared(const Pixels& surface, const CRect& rect) const {
+void Underlay::CopySheared(const Pixels& surface, const CRect& rect) const {
     const std::int64_t width = Width();
     const std::int64_t count = width * Height();
     for (int y = rect.top; y < rect.bottom; ++y) {
@@ -53,7 +55,7 @@ void QKUnderlay::CopySheared(const Pixels& surface, const CRect& rect) const {
 }
 
 // `stride` in pixels.
-void QKUnderlay::Copy(const Gdiplus::Rect& from, std::uint32_t* to, int stride) const {
+void Underlay::Copy(const Gdiplus::Rect& from, std::uint32_t* to, int stride) const {
     Gdiplus::BitmapData data = {};
     data.Width = static_cast<UINT>(from.Width);
     data.Height = static_cast<UINT>(from.Height);
@@ -64,3 +66,5 @@ void QKUnderlay::Copy(const Gdiplus::Rect& from, std::uint32_t* to, int stride) 
                      Gdiplus::PixelFormat32bppPARGB, &data);
     cache_->UnlockBits(&data);
 }
+
+}  // namespace qkui

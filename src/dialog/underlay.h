@@ -7,7 +7,9 @@
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
-class QKUnderlay {
+namespace qkui {
+
+class Underlay {
   public:
     // The memory of a surface: premultiplied words, top-down, without gaps.
     struct Pixels {
@@ -34,3 +36,5 @@ class QKUnderlay {
 
     std::unique_ptr<Gdiplus::Bitmap> cache_;
 };
+
+}  // namespace qkui

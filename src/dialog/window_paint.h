@@ -3,12 +3,14 @@
 
 #include <platform/window.h>
 
-class QKWindowPaint {
+namespace qkui {
+
+class WindowPaint {
   public:
-    explicit QKWindowPaint(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
-    ~QKWindowPaint() { EndPaint(window_, &paint_); }
-    QKWindowPaint(const QKWindowPaint&) = delete;
-    QKWindowPaint& operator=(const QKWindowPaint&) = delete;
+    explicit WindowPaint(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
+    ~WindowPaint() { EndPaint(window_, &paint_); }
+    WindowPaint(const WindowPaint&) = delete;
+    WindowPaint& operator=(const WindowPaint&) = delete;
     HDC Context() const { return context_; }
 
   private:
@@ -16,3 +18,5 @@ class QKWindowPaint {
     PAINTSTRUCT paint_;
     const HDC context_;
 };
+
+}  // namespace qkui

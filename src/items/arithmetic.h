@@ -5,23 +5,27 @@
 #include <cstdint>
 #include <limits>
 
-inline int QKSaturate(std::int64_t value) {
+namespace qkui {
+
+inline int Saturate(std::int64_t value) {
     using Limits = std::numeric_limits<int>;
     return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
 template <class... Ints>
-int QKSum(Ints... values) {
-    return QKSaturate((std::int64_t{values} + ...));
+int Sum(Ints... values) {
+    return Saturate((std::int64_t{values} + ...));
 }
 
-inline int QKDifference(int a, int b) {
-    return QKSaturate(std::int64_t{a} - b);
+inline int Difference(int a, int b) {
+    return Saturate(std::int64_t{a} - b);
 }
 
 // Cut towards zero; what is no number is 0.
-inline int QKWhole(double value) {
+inline int Whole(double value) {
     using Limits = std::numeric_limits<int>;
     if (!(value > Limits::min())) return value <= Limits::min() ? Limits::min() : 0;
     return value < Limits::max() ? static_cast<int>(value) : Limits::max();
 }
+
+}  // namespace qkui

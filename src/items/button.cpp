@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 QKButton::QKButton() : QKButton(QKUI_BUTTON) {}
 
@@ -57,8 +57,9 @@ QKButton::Cut QKButton::GetFrameCut() const {
     return cut;
 }
 
-void QKButton::Compose(QKPieces& pieces) const {
+void QKButton::Compose(qkui::OperationSink& pieces) const {
     const Cut cut = GetFrameCut();
     if (!cut.source.IsRectEmpty())
-        pieces.Add({m_pImage, QKRectF(CRect(cut.destination, cut.source.Size())), QKRectF(cut.source)});
+        pieces.Add(
+            {m_pImage, qkui::ToRectF(CRect(cut.destination, cut.source.Size())), qkui::ToRectF(cut.source)});
 }

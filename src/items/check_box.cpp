@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "items/arithmetic.h"
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 QKCheckBox::QKCheckBox() : QKCheckBox(QKUI_CHECKBOX) {}
 
@@ -36,15 +36,15 @@ Gdiplus::Color& QKCheckBox::GetTextStateColor() {
     return m_crTextState;
 }
 
-void QKCheckBox::Compose(QKPieces& pieces) const {
+void QKCheckBox::Compose(qkui::OperationSink& pieces) const {
     QKButton::Compose(pieces);
     if (!m_pImage || !m_bCheck || !m_pCheckImage) return;
     const Cut cut = GetFrameCut();
-    const Gdiplus::RectF mark = QKWholeImage(m_pCheckImage.get());
+    const Gdiplus::RectF mark = qkui::WholeImage(m_pCheckImage.get());
     const int left =
-        QKSum(cut.destination.x, QKDifference(cut.source.Width(), static_cast<int>(mark.Width)) / 2);
-    const int top =
-        QKSum(cut.destination.y, QKDifference(cut.source.Height(), static_cast<int>(mark.Height)) / 2);
+        qkui::Sum(cut.destination.x, qkui::Difference(cut.source.Width(), static_cast<int>(mark.Width)) / 2);
+    const int top = qkui::Sum(cut.destination.y,
+                              qkui::Difference(cut.source.Height(), static_cast<int>(mark.Height)) / 2);
     pieces.Add({m_pCheckImage.get(),
                 {static_cast<float>(left), static_cast<float>(top), mark.Width, mark.Height},
                 mark});
@@ -64,9 +64,9 @@ Gdiplus::RectF QKCheckBox::TextLayout() const {
     return layout;
 }
 
-void QKCheckBox::ComposeText(QKPieces& pieces) const {
+void QKCheckBox::ComposeText(qkui::OperationSink& pieces) const {
     if (!GetText()) return;
-    QKTextPiece piece = TextPiece(TextLayout());
+    qkui::TextOperation piece = TextPiece(TextLayout());
     piece.color = StateColor();
     pieces.Add(piece);
 }

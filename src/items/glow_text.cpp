@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include <qkui/dialog/dialog_base.h>
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 namespace {
 
@@ -16,12 +16,12 @@ int Reduced(float length, float factor) {
 
 }  // namespace
 
-Gdiplus::RectF QKGlowRect(const Gdiplus::RectF& rect) {
+Gdiplus::RectF qkui::GlowRect(const Gdiplus::RectF& rect) {
     return {rect.X, rect.Y, std::trunc(rect.Width), std::trunc(rect.Height)};
 }
 
-void QKDrawGlow(Gdiplus::Graphics& graphics, const QKGlow& glow, const Gdiplus::RectF& layout,
-                const Gdiplus::RectF& destination) {
+void qkui::DrawGlow(Gdiplus::Graphics& graphics, const qkui::Glow& glow, const Gdiplus::RectF& layout,
+                    const Gdiplus::RectF& destination) {
     const int width = Reduced(destination.Width, glow.factor);
     const int height = Reduced(destination.Height, glow.factor);
     if (width < 1 || height < 1) return;
@@ -38,7 +38,7 @@ void QKDrawGlow(Gdiplus::Graphics& graphics, const QKGlow& glow, const Gdiplus::
     onSmall.DrawWidenedString(glow.text, -1, &family, glow.font.GetStyle(), std::trunc(glow.font.GetSize()),
                               layout, &glow.format, &pen);
 
-    const Gdiplus::RectF whole = QKWholeImage(&small);
+    const Gdiplus::RectF whole = qkui::WholeImage(&small);
     graphics.DrawImage(&small, destination, 0, 0, whole.Width, whole.Height, Gdiplus::UnitPixel);
 }
 
@@ -46,9 +46,9 @@ void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, const CString& t
                                    const Gdiplus::Font& font, const Gdiplus::StringFormat& format,
                                    const Gdiplus::Color& textColor, const Gdiplus::Color& glowColor,
                                    const Gdiplus::RectF& rect, const Gdiplus::PointF& origin, float factor) {
-    const Gdiplus::RectF place = QKGlowRect(rect);
-    QKDrawGlow(*graphics, {text, font, format, glowColor, factor},
-               {origin.X, origin.Y, rect.Width, rect.Height}, place);
+    const Gdiplus::RectF place = qkui::GlowRect(rect);
+    qkui::DrawGlow(*graphics, {text, font, format, glowColor, factor},
+                   {origin.X, origin.Y, rect.Width, rect.Height}, place);
     const Gdiplus::SolidBrush brush(textColor);
     graphics->DrawString(text, -1, &font, place, &format, &brush);
 }

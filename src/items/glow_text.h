@@ -4,7 +4,9 @@
 #include <platform/gdiplus.h>
 #include <platform/types.h>
 
-struct QKGlow {
+namespace qkui {
+
+struct Glow {
     LPCWSTR text;
     const Gdiplus::Font& font;
     const Gdiplus::StringFormat& format;
@@ -15,8 +17,10 @@ struct QKGlow {
 // Draws the glow of a text into the rectangle (left, top, width, height). The text is laid into `layout`,
 // seen from that rectangle's corner. The size of the font is taken as whole pixels, whatever its unit. A
 // factor that leaves no pixel draws nothing.
-void QKDrawGlow(Gdiplus::Graphics& graphics, const QKGlow& glow, const Gdiplus::RectF& layout,
-                const Gdiplus::RectF& destination);
+void DrawGlow(Gdiplus::Graphics& graphics, const Glow& glow, const Gdiplus::RectF& layout,
+              const Gdiplus::RectF& destination);
 
 // A layout rectangle as glowing texts take it: from its corner, with its size cut to whole pixels.
-Gdiplus::RectF QKGlowRect(const Gdiplus::RectF& rect);
+Gdiplus::RectF GlowRect(const Gdiplus::RectF& rect);
+
+}  // namespace qkui

@@ -1,6 +1,6 @@
 #include <qkui/items/image.h>
 
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 QKImage::QKImage(QKUIType type) : QKItemBase(type) {}
 
@@ -14,10 +14,10 @@ int QKImage::SetImage(LPCWSTR path) {
     return m_pImage != nullptr;
 }
 
-void QKImage::Compose(QKPieces& pieces) const {
+void QKImage::Compose(qkui::OperationSink& pieces) const {
     if (!m_pImage) return;
     Gdiplus::RectF place;
     GetRect(&place);
     if (!m_parts.IsEmpty()) return m_parts.Compose(*m_pImage, place, pieces);
-    pieces.Add({m_pImage.get(), place, QKWholeImage(m_pImage.get()), Gdiplus::WrapModeTileFlipXY});
+    pieces.Add({m_pImage.get(), place, qkui::WholeImage(m_pImage.get()), Gdiplus::WrapModeTileFlipXY});
 }

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 QKItemText::QKItemText(float fontSize, Gdiplus::Unit unit)
     : m_pFont(std::make_shared<Gdiplus::Font>(u"宋体", fontSize, Gdiplus::FontStyleRegular, unit)) {}
@@ -43,6 +43,6 @@ void QKItemText::SetTextFormat(Gdiplus::StringAlignment alignment) {
     m_format.SetAlignment(alignment);
 }
 
-QKTextPiece QKItemText::TextPiece(const Gdiplus::RectF& layout) const {
+qkui::TextOperation QKItemText::TextPiece(const Gdiplus::RectF& layout) const {
     return {GetText(), GetTextLen(), m_pFont.get(), layout, &m_format, m_crText};
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ void QKNineParts::Cut(Gdiplus::Image& picture) {
     }
 }
 
-void QKNineParts::Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, QKPieces& pieces) {
+void QKNineParts::Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, qkui::OperationSink& pieces) {
     Cut(picture);
     const auto columns =
         Places(rect.X, rect.Width, Cuts(static_cast<int>(picture.GetWidth()), margins_.left, margins_.right));
@@ -54,11 +54,11 @@ void QKNineParts::Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, Q
         const Gdiplus::RectF to(columns[column], rows[row], columns[column + 1] - columns[column],
                                 rows[row + 1] - rows[row]);
         if (to.Width > 0 && to.Height > 0)
-            pieces.Add({parts_[i].get(), to, QKWholeImage(parts_[i].get()), Gdiplus::WrapModeTileFlipXY});
+            pieces.Add({parts_[i].get(), to, qkui::WholeImage(parts_[i].get()), Gdiplus::WrapModeTileFlipXY});
     }
 }
 
 void QKNineParts::Draw(Gdiplus::Graphics& graphics, Gdiplus::Image& picture, const Gdiplus::RectF& rect) {
-    QKPiecePainter painter(graphics);
+    qkui::OperationPainter painter(graphics);
     Compose(picture, rect, painter);
 }

@@ -1,7 +1,7 @@
 #include <qkui/items/progress.h>
 
 #include "items/arithmetic.h"
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 QKProgress::QKProgress() : QKItemBase(QKUI_PROGRESS) {}
 
@@ -32,17 +32,17 @@ CRect QKProgress::GetFilledRect() const {
     const unsigned int room = static_cast<unsigned int>(m_nWidth) - 2 * border;
     const unsigned int product = room * (m_nPos - m_nMin);
     const double filled = static_cast<double>(product) / (m_nMax - m_nMin);
-    return {CPoint(QKSum(m_nX, m_nBorder), QKSum(m_nY, m_nBorder)),
+    return {CPoint(qkui::Sum(m_nX, m_nBorder), qkui::Sum(m_nY, m_nBorder)),
             CSize(static_cast<int>(static_cast<unsigned int>(filled)),
                   static_cast<int>(static_cast<unsigned int>(m_nHeight) - 2 * border))};
 }
 
-void QKProgress::Compose(QKPieces& pieces) const {
+void QKProgress::Compose(qkui::OperationSink& pieces) const {
     if (m_pBackImage) {
         Gdiplus::RectF place;
         GetRect(&place);
-        pieces.Add({m_pBackImage.get(), place, QKWholeImage(m_pBackImage.get())});
+        pieces.Add({m_pBackImage.get(), place, qkui::WholeImage(m_pBackImage.get())});
     }
     if (m_pBarImage)
-        pieces.Add({m_pBarImage.get(), QKRectF(GetFilledRect()), QKWholeImage(m_pBarImage.get())});
+        pieces.Add({m_pBarImage.get(), qkui::ToRectF(GetFilledRect()), qkui::WholeImage(m_pBarImage.get())});
 }

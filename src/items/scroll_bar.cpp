@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "items/arithmetic.h"
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 namespace {
 
@@ -110,8 +110,8 @@ int QKVScrollBar::GetPos() const {
 }
 
 int QKVScrollBar::ptOnBar(const POINT& point) const {
-    const CRect thumb(CPoint(m_nX, QKSum(m_nY, m_nPos)),
-                      CSize(m_nWidth, QKSum(m_nBarHeight, kThumbExtension)));
+    const CRect thumb(CPoint(m_nX, qkui::Sum(m_nY, m_nPos)),
+                      CSize(m_nWidth, qkui::Sum(m_nBarHeight, kThumbExtension)));
     return thumb.PtInRect(point);
 }
 
@@ -120,32 +120,32 @@ void QKVScrollBar::SetVBarCallBack(const QKVScrollCallbacks* callbacks) {
     m_pfnPosition = callbacks ? callbacks->pfnPosition : nullptr;
 }
 
-void QKVScrollBar::Compose(QKPieces& pieces) const {
+void QKVScrollBar::Compose(qkui::OperationSink& pieces) const {
     if (m_pTrackImage) {
         Gdiplus::RectF place;
         GetRect(&place);
-        pieces.Add({m_pTrackImage.get(), place, QKWholeImage(m_pTrackImage.get())});
+        pieces.Add({m_pTrackImage.get(), place, qkui::WholeImage(m_pTrackImage.get())});
     }
     if (HasCaps() && m_pMiddleImage && m_nPos >= 0 && m_nPos <= m_nMax && m_nMax > 0) ComposeThumb(pieces);
 }
 
 // All three parts show the frame at the middle strip's offset, and none is centred on its own width: cap
 // strips are as high and wide as the middle's. A middle wider than the bar lands far outside of it.
-void QKVScrollBar::ComposeThumb(QKPieces& pieces) const {
+void QKVScrollBar::ComposeThumb(qkui::OperationSink& pieces) const {
     const unsigned int height = m_pMiddleImage->GetHeight();
     const unsigned int offset = m_nStatus == QK_MOUSEON     ? height / 3
                                 : m_nStatus == QK_MOUSEDOWN ? 2 * height / 3
                                                             : 0;
     const unsigned int margin = static_cast<unsigned int>(m_nWidth) - m_pMiddleImage->GetWidth();
     const auto left = static_cast<int>(static_cast<unsigned int>(m_nX) + (margin >> 1U));
-    int top = QKSum(m_nY, m_nPos);
+    int top = qkui::Sum(m_nY, m_nPos);
     const auto add = [&](const Picture& strip, int drawn, int cut, Gdiplus::WrapMode wrap) {
         const auto width = static_cast<float>(strip->GetWidth());
         pieces.Add({strip.get(),
                     {static_cast<float>(left), static_cast<float>(top), width, static_cast<float>(drawn)},
                     {0, static_cast<float>(offset), width, static_cast<float>(cut)},
                     wrap});
-        top = QKSum(top, drawn);
+        top = qkui::Sum(top, drawn);
     };
     const int topCap = FrameHeight(m_pTopImage);
     const int bottomCap = FrameHeight(m_pBottomImage);

@@ -93,7 +93,7 @@ int CQKDialogBase::DoDropSource() {
         COleDataSource source;
         source.CacheGlobalData(CF_HDROP, block.Release());
         CarryFirstIcon(source);
-        const QKAlive alive(*this);
+        const qkui::Alive alive(*this);
         const DROPEFFECT effect = source.DoDragDrop(DROPEFFECT_COPY | DROPEFFECT_MOVE);
         return alive && effect == DROPEFFECT_MOVE ? DeleteSelectedFiles() : 0;
     });

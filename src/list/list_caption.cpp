@@ -6,8 +6,8 @@
 
 #include <qkui/dialog/dialog_base.h>
 #include "items/arithmetic.h"
+#include "items/draw_operations.h"
 #include "items/glow_text.h"
-#include "items/pieces.h"
 #include "list/list_text.h"
 
 std::unique_ptr<Gdiplus::Image> QKRenderCaption(std::u16string_view text, const QKCaptionLook& look,
@@ -21,8 +21,9 @@ std::unique_ptr<Gdiplus::Image> QKRenderCaption(std::u16string_view text, const 
     Gdiplus::Graphics graphics(caption.get());
     graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
     graphics.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
-    QKDrawGlow(graphics, {whole, look.font, look.format, look.glow, look.factor},
-               {std::trunc(look.origin.X), std::trunc(look.origin.Y), inside.Width, inside.Height}, inside);
+    qkui::DrawGlow(graphics, {whole, look.font, look.format, look.glow, look.factor},
+                   {std::trunc(look.origin.X), std::trunc(look.origin.Y), inside.Width, inside.Height},
+                   inside);
     const Gdiplus::SolidBrush brush(look.text);
     graphics.DrawString(whole, -1, &look.font, inside, &look.format, &brush);
     return caption;
@@ -32,8 +33,8 @@ void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entr
                                    const Gdiplus::Font& font, const Gdiplus::StringFormat& format,
                                    const Gdiplus::Color& textColor, const Gdiplus::Color& glowColor,
                                    const Gdiplus::RectF& rect, const Gdiplus::PointF& origin, float factor) {
-    const Gdiplus::RectF place = QKGlowRect(rect);
-    const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
+    const Gdiplus::RectF place = qkui::GlowRect(rect);
+    const SIZE size = {qkui::Whole(place.Width), qkui::Whole(place.Height)};
     if (!entry->pTextImage || text.View() != QKTextOf(entry->szTextCath)) {
         delete std::exchange(entry->pTextImage, nullptr);
         QKSetText(entry->szTextCath, text.View());  // a longer text is cut, and so never found equal
@@ -43,6 +44,6 @@ void CQKDialogBase::DrawShadowText(Gdiplus::Graphics* graphics, QKListItem* entr
     }
     Gdiplus::Image* const caption = entry->pTextImage;
     if (!caption) return;
-    QKPiecePainter painter(*graphics);
-    painter.Add(QKImagePiece{caption, place, QKWholeImage(caption)});
+    qkui::OperationPainter painter(*graphics);
+    painter.Add(qkui::ImageOperation{caption, place, qkui::WholeImage(caption)});
 }

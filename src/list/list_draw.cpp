@@ -3,21 +3,21 @@
 
 #include <qkui/dialog/dialog_base.h>
 #include <qkui/list/list_ctrl.h>
-#include "dialog/piece_inputs.h"
+#include "dialog/recorder.h"
 #include "items/arithmetic.h"
+#include "items/draw_operations.h"
 #include "items/glow_text.h"
-#include "items/pieces.h"
-#include "items/state_image.h"
+#include "items/nine_patch.h"
 #include "list/list_caption.h"
 #include "list/list_entries.h"
 
 namespace {
 
 void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
-                  QKPieces& pieces) {
+                  qkui::OperationSink& pieces) {
     std::array<Gdiplus::Image*, 9> images;
     std::transform(frame.begin(), frame.end(), images.begin(), [](const auto& image) { return image.get(); });
-    QKComposeStateImage(images.data(), QKRectF(rect), pieces);
+    qkui::RecordNinePatch(images.data(), qkui::ToRectF(rect), pieces);
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ std::vector<QKListNode*> QKListCtrl::DrawnIn(const CRect& area) {
     return drawn;
 }
 
-void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
+void QKListCtrl::ComposeEntry(QKListNode& node, qkui::OperationSink& pieces) {
     const QKEntryRects rects = m_lstItems->RectsOf(node);
     const bool showsText = node.ShowsText();
     // A selected entry with the focus has the frame twice: that is how the current one stands out.
@@ -63,29 +63,30 @@ void QKListCtrl::ComposeEntry(QKListNode& node, QKPieces& pieces) {
     if (node.mouse == QK_MOUSEDOWN) ComposeFrame(m_pDownImage, frame, pieces);
 
     if (Gdiplus::Image* const icon = node.Icon())
-        pieces.Add(QKImagePiece{icon, QKRectF(QKIconBox(Metrics(), rects.cell)), QKWholeImage(icon)});
+        pieces.Add(qkui::ImageOperation{icon, qkui::ToRectF(QKIconBox(Metrics(), rects.cell)),
+                                        qkui::WholeImage(icon)});
 
     if (!showsText || node.Text().empty()) return;
     const int height = node.focus == 0 ? rects.focus.Height() : rects.caption.Height();
     const Gdiplus::RectF place =
-        QKRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
+        qkui::ToRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
     Gdiplus::Image* caption = CaptionOf(
         node, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
-    if (caption) pieces.Add(QKImagePiece{caption, place, QKWholeImage(caption)});
+    if (caption) pieces.Add(qkui::ImageOperation{caption, place, qkui::WholeImage(caption)});
 }
 
-void QKListCtrl::DescribeEntry(QKListNode& node, QKFrameInputs& inputs) {
+void QKListCtrl::DescribeEntry(QKListNode& node, qkui::DisplayList& inputs) {
     if (m_scroll.on) inputs.Add(View());
     std::optional<QKListEntries::Picture> picture = m_lstItems->KnownPicture(node);
     if (picture) {
         m_lstItems->Captions().Seen(node, nullptr);
     } else if (node.IsUsual()) {
-        QKPieceBounds bounds;
+        qkui::OperationBounds bounds;
         ComposeEntry(node, bounds);
         picture = m_lstItems->KeepPicture(node, bounds.Touched());
     }
     if (!picture) {
-        QKPieceInputs pieces(inputs);
+        qkui::Recorder pieces(inputs);
         ComposeEntry(node, pieces);
         return inputs.Touches(Clipped(pieces.Touched()));
     }
@@ -97,7 +98,7 @@ void QKListCtrl::DescribeEntry(QKListNode& node, QKFrameInputs& inputs) {
 
 CRect QKListCtrl::TouchedBy(QKListNode& node) {
     if (const auto picture = m_lstItems->KnownPicture(node)) return picture->touched;
-    QKPieceBounds bounds;
+    qkui::OperationBounds bounds;
     ComposeEntry(node, bounds);
     return bounds.Touched();
 }
@@ -114,7 +115,7 @@ Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& pl
         return node.Caption();
     }
     if (!m_pFont) return nullptr;
-    const SIZE size = {QKWhole(place.Width), QKWhole(place.Height)};
+    const SIZE size = {qkui::Whole(place.Width), qkui::Whole(place.Height)};
     const QKEntryLook::Rendering rendering = captions.RenderingFor(node, showsText, {size, trimming, 0});
     m_format.SetTrimming(rendering.trimming);
     entries.TakeCaption(

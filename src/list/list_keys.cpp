@@ -116,17 +116,19 @@ int QKListCtrl::Beside(int from, Way way) {
     const bool hasLines = m_nListType == QKLT_LIST ? vertical : vertical == (m_nArrange != 0);
 
     const auto ahead = [&](const CRect& other) {
-        return sign * (vertical ? QKDifference(other.top, cell.top) : QKDifference(other.left, cell.left));
+        return sign *
+               (vertical ? qkui::Difference(other.top, cell.top) : qkui::Difference(other.left, cell.left));
     };
     const auto aside = [&](const CRect& other) {
-        return std::abs(vertical ? QKDifference(other.left, cell.left) : QKDifference(other.top, cell.top));
+        return std::abs(vertical ? qkui::Difference(other.left, cell.left)
+                                 : qkui::Difference(other.top, cell.top));
     };
     for (const bool ownLine : {true, false}) {
         if (!ownLine && !hasLines) break;
         for (std::int64_t depth = 2 * std::int64_t{vertical ? LineSize().cy : LineSize().cx};; depth *= 2) {
             CRect area = ownLine ? cell : all;
             const int begin = vertical ? cell.top : cell.left;
-            const int reach = QKSaturate(begin + sign * depth);
+            const int reach = qkui::Saturate(begin + sign * depth);
             (vertical ? area.top : area.left) = sign > 0 ? begin : reach;
             (vertical ? area.bottom : area.right) = sign > 0 ? reach : begin;
             std::tuple<int, int> nearest;
@@ -153,17 +155,18 @@ int QKListCtrl::APageFrom(int from, Way way) {
     CRect client, seen;
     GetClientRect(m_hParent, client);
     seen.IntersectRect(View(), client);
-    const int page = QKDifference(seen.Height(), cell.Height());
+    const int page = qkui::Difference(seen.Height(), cell.Height());
     CRect area = cell;
     if (way == Way::PageDown)
-        area.bottom = QKSum(cell.top, page, 1);
+        area.bottom = qkui::Sum(cell.top, page, 1);
     else
-        area.top = QKDifference(cell.top, page);
+        area.top = qkui::Difference(cell.top, page);
     int best = kNowhere;
     int farthest = 0;
     for (const QKListNode* node : m_lstItems->HitBy(area)) {
         const int top = m_lstItems->CellOf(*node).top;
-        const int ahead = way == Way::PageDown ? QKDifference(top, cell.top) : QKDifference(cell.top, top);
+        const int ahead =
+            way == Way::PageDown ? qkui::Difference(top, cell.top) : qkui::Difference(cell.top, top);
         if (ahead <= farthest || ahead > page) continue;
         farthest = ahead;
         best = m_lstItems->PositionOf(*node);
@@ -258,8 +261,8 @@ QKListCtrl* CQKDialogBase::KeyList() {
 bool CQKDialogBase::HandleListKey(UINT key) {
     QKListCtrl* list = KeyList();
     if (!list || list->GetCount() == 0) return false;
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     if (key == 'A' && IsHeld(VK_CONTROL))
         list->SelectAll();
     else if (key == VK_SPACE ? !SelectFocused(*list) : !MoveFocus(*list, key))

@@ -37,8 +37,8 @@ QKListMeasure QKListCtrl::Measure() const {
 
 // The cells that the settings make; nothing for a list too small for the first one.
 std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
-    const int stepX = QKSum(m_nWIner, m_nItemWidth);
-    const int stepY = QKSum(m_nHIner, m_nItemHeight);
+    const int stepX = qkui::Sum(m_nWIner, m_nItemWidth);
+    const int stepY = qkui::Sum(m_nHIner, m_nItemHeight);
     const int length = columns ? m_nHeight : m_nWidth;
     QKCellGrid grid = {
         Corner(), {m_nItemWidth, m_nItemHeight}, columns ? stepY : stepX, columns ? stepX : stepY, columns, 0,
@@ -52,9 +52,9 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
 std::optional<QKCellGrid> QKListCtrl::LayoutGrid() const {
     if (m_nListType != QKLT_LIST) return Grid(m_nArrange == 0);
     const int inset = m_scroll.on ? QKIconOverhang(Metrics()) : 0;
-    return QKCellGrid{CPoint(QKSum(Corner().x, inset), Corner().y),
-                      {QKDifference(m_nWidth, inset), m_nItemHeight},
-                      QKSum(m_nHIner, m_nItemHeight),
+    return QKCellGrid{CPoint(qkui::Sum(Corner().x, inset), Corner().y),
+                      {qkui::Difference(m_nWidth, inset), m_nItemHeight},
+                      qkui::Sum(m_nHIner, m_nItemHeight),
                       0,  // one column without end
                       true,
                       0,
@@ -96,8 +96,8 @@ void QKListCtrl::Grow(const CRect& cell) {
     if (m_scroll.on) return;
     const CRect list(CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight));
     if (list.bottom >= cell.bottom && list.right >= cell.right) return;
-    if (list.bottom < cell.bottom) m_nHeight = QKDifference(cell.bottom, m_nY);
-    if (list.right < cell.right) m_nWidth = QKDifference(cell.right, m_nX);
+    if (list.bottom < cell.bottom) m_nHeight = qkui::Difference(cell.bottom, m_nY);
+    if (list.right < cell.right) m_nWidth = qkui::Difference(cell.right, m_nX);
     m_nStatus = QK_NORMAL;
 }
 
@@ -194,8 +194,8 @@ void QKListCtrl::ReSetPos(int full) {
         for (int i = 0; i < m_lstItems->Count(); ++i) {
             QKListNode& node = m_lstItems->Node(i);
             auto [cell, caption, hit, focus] = m_lstItems->RectsOf(node);
-            cell.bottom = QKSum(cell.top, m_nItemHeight);
-            caption.top = QKSum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
+            cell.bottom = qkui::Sum(cell.top, m_nItemHeight);
+            caption.top = qkui::Sum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
             caption.bottom = cell.bottom;
             m_lstItems->Place(node, cell, caption, m_hParent ? &measure : nullptr);
         }
@@ -234,13 +234,15 @@ void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
 }
 
 int QKListCtrl::GetListMaxHeight() {
-    return QKWithinMemory(
-        0, [this] { return m_scroll.on ? Content().cy : QKDifference(m_lstItems->LowestBottom(), m_nY); });
+    return QKWithinMemory(0, [this] {
+        return m_scroll.on ? Content().cy : qkui::Difference(m_lstItems->LowestBottom(), m_nY);
+    });
 }
 
 int QKListCtrl::GetListMaxWidth() {
-    return QKWithinMemory(
-        0, [this] { return m_scroll.on ? Content().cx : QKDifference(m_lstItems->RightmostRight(), m_nX); });
+    return QKWithinMemory(0, [this] {
+        return m_scroll.on ? Content().cx : qkui::Difference(m_lstItems->RightmostRight(), m_nX);
+    });
 }
 
 void QKListCtrl::SetListType(QKListType type) {

@@ -22,38 +22,38 @@ Gdiplus::RectF CaptionBox(const QKCaptionStyle& style, std::u16string_view text,
 
 CRect GridRect(const CRect& cell, const CRect& caption, float captionHeight) {
     return {cell.left, cell.top, cell.right,
-            QKWhole(static_cast<float>(caption.top) + captionHeight + kBelowCaption)};
+            qkui::Whole(static_cast<float>(caption.top) + captionHeight + kBelowCaption)};
 }
 
 CRect RowRect(const CRect& cell, float right) {
-    CRect rect(cell.left, cell.top, QKWhole(right), QKSum(cell.bottom, kBelowRow));
-    if (rect.Width() < kLeastRow) rect.right = QKSum(rect.left, kLeastRow);
+    CRect rect(cell.left, cell.top, qkui::Whole(right), qkui::Sum(cell.bottom, kBelowRow));
+    if (rect.Width() < kLeastRow) rect.right = qkui::Sum(rect.left, kLeastRow);
     return rect;
 }
 
 // Where a row's caption starts, and a margin after it.
 float RowCaption(const QKListMetrics& m, const CRect& cell, int margin) {
-    return static_cast<float>(QKSum(m.imageWidth, margin, cell.left));
+    return static_cast<float>(qkui::Sum(m.imageWidth, margin, cell.left));
 }
 
 }  // namespace
 
 CRect QKGridCaptionCell(const QKListMetrics& m, const CRect& cell) {
-    return {cell.left, QKSum(cell.top, m.imageHeight, m.innerTop, m.textGap), cell.right, cell.bottom};
+    return {cell.left, qkui::Sum(cell.top, m.imageHeight, m.innerTop, m.textGap), cell.right, cell.bottom};
 }
 
 CRect QKCaptionCell(const QKListMetrics& m, const CRect& cell) {
     if (m.Rows())
-        return {QKSum(cell.left, kCaptionLeft, m.imageWidth), QKSum(cell.top, kCaptionTop),
-                QKSaturate(std::int64_t{cell.right} - m.imageWidth - kCaptionLeft), cell.bottom};
+        return {qkui::Sum(cell.left, kCaptionLeft, m.imageWidth), qkui::Sum(cell.top, kCaptionTop),
+                qkui::Saturate(std::int64_t{cell.right} - m.imageWidth - kCaptionLeft), cell.bottom};
     return QKGridCaptionCell(m, cell);
 }
 
 // By the cell's width as it is set, not as it is: in rows that is -1, and the box starts left of the row.
 CRect QKIconBox(const QKListMetrics& m, const CRect& cell) {
-    return {
-        CPoint(QKSum(QKDifference(m.itemWidth, m.imageWidth) / 2, cell.left), QKSum(cell.top, m.innerTop)),
-        CSize(m.imageWidth, m.imageHeight)};
+    return {CPoint(qkui::Sum(qkui::Difference(m.itemWidth, m.imageWidth) / 2, cell.left),
+                   qkui::Sum(cell.top, m.innerTop)),
+            CSize(m.imageWidth, m.imageHeight)};
 }
 
 int QKIconOverhang(const QKListMetrics& m) {

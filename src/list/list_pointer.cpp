@@ -83,7 +83,7 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 
 // The click function belongs to the entry under the release, wherever the press was.
 int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const QKAlive alive(*this, list->m_lstItems);
+    const qkui::Alive alive(*this, list->m_lstItems);
     QKListEntries& entries = *list->m_lstItems;
     POINT at = point;  // the host's function may change it
     int hot = kNothingHit;
@@ -120,7 +120,7 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
 // Afterwards the first focused entry loses the focus, and that is as a rule the double-clicked one: what a
 // double click opens is no longer the list's business.
 int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const QKAlive alive(*this, list->m_lstItems);
+    const qkui::Alive alive(*this, list->m_lstItems);
     QKListEntries& entries = *list->m_lstItems;
     int pressed = 0;
     for (QKListNode* node : list->HitBy(point)) {

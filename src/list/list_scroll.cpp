@@ -16,8 +16,8 @@ constexpr int kWheelRows = 3;  // to a notch, where cells are rows
 
 // How far a view must move to the left or up, at the least, to show a span; its beginning where it is longer.
 int Uncover(int begin, int end, int viewBegin, int viewEnd) {
-    const int by = std::min(0, QKDifference(viewEnd, end));
-    return QKSum(begin, by) < viewBegin ? QKDifference(viewBegin, begin) : by;
+    const int by = std::min(0, qkui::Difference(viewEnd, end));
+    return qkui::Sum(begin, by) < viewBegin ? qkui::Difference(viewBegin, begin) : by;
 }
 
 }  // namespace
@@ -51,8 +51,8 @@ CRect QKListCtrl::Clipped(const CRect& rect) const {
 CSize QKListCtrl::Content() {
     const std::optional<CPoint> end = m_lstItems->ContentEnd();
     if (!end) return {0, 0};
-    CSize size(QKDifference(end->x, m_scroll.content.x), QKDifference(end->y, m_scroll.content.y));
-    if (size.cy > m_nHeight) size.cy = QKSum(size.cy, std::max(m_nHIner, 0));
+    CSize size(qkui::Difference(end->x, m_scroll.content.x), qkui::Difference(end->y, m_scroll.content.y));
+    if (size.cy > m_nHeight) size.cy = qkui::Sum(size.cy, std::max(m_nHIner, 0));
     return size;
 }
 
@@ -60,8 +60,8 @@ CSize QKListCtrl::GetScrollMax() {
     return QKWithinMemory(CSize(), [this] {
         if (!m_scroll.on) return CSize();
         const CSize content = Content();
-        return CSize(std::max(QKDifference(content.cx, m_nWidth), 0),
-                     std::max(QKDifference(content.cy, m_nHeight), 0));
+        return CSize(std::max(qkui::Difference(content.cx, m_nWidth), 0),
+                     std::max(qkui::Difference(content.cy, m_nHeight), 0));
     });
 }
 
@@ -82,8 +82,8 @@ bool QKListCtrl::ScrollTo(CPoint position) {
         const QKUninterrupted uninterrupted;
         const CSize most = GetScrollMax();
         const CPoint now = GetScrollPosNow();
-        const CPoint by(QKDifference(now.x, std::clamp<int>(position.x, 0, most.cx)),
-                        QKDifference(now.y, std::clamp<int>(position.y, 0, most.cy)));
+        const CPoint by(qkui::Difference(now.x, std::clamp<int>(position.x, 0, most.cx)),
+                        qkui::Difference(now.y, std::clamp<int>(position.y, 0, most.cy)));
         if (by == CPoint()) return false;
         m_lstItems->Scroll(by);
         m_scroll.content.Offset(by);
@@ -96,7 +96,7 @@ bool QKListCtrl::ScrollTo(CPoint position) {
 void QKListCtrl::MoveView(const CRect& rect) {
     const CPoint position = GetScrollPosNow();
     QKItemBase::SetRect(&rect);
-    m_scroll.content = CPoint(QKDifference(m_nX, position.x), QKDifference(m_nY, position.y));
+    m_scroll.content = CPoint(qkui::Difference(m_nX, position.x), qkui::Difference(m_nY, position.y));
 }
 
 int QKListCtrl::EnsureVisible(int index) {
@@ -109,10 +109,10 @@ int QKListCtrl::EnsureVisible(int index) {
         const CRect cell = m_lstItems->CellOf(node);
         const CRect view = View();
         const CPoint now = GetScrollPosNow();
-        return ScrollTo(
-                   CPoint(QKDifference(now.x, Uncover(cell.left, cell.right, view.left, view.right)),
-                          QKDifference(now.y, Uncover(cell.top, QKSum(cell.bottom, std::max(m_nHIner, 0)),
-                                                      view.top, view.bottom))))
+        return ScrollTo(CPoint(
+                   qkui::Difference(now.x, Uncover(cell.left, cell.right, view.left, view.right)),
+                   qkui::Difference(now.y, Uncover(cell.top, qkui::Sum(cell.bottom, std::max(m_nHIner, 0)),
+                                                   view.top, view.bottom))))
                    ? 1
                    : 0;
     });
@@ -120,7 +120,7 @@ int QKListCtrl::EnsureVisible(int index) {
 
 // From an entry to the next one, across and down.
 CSize QKListCtrl::LineSize() const {
-    return {std::max(QKSum(m_nItemWidth, m_nWIner), 1), std::max(QKSum(m_nItemHeight, m_nHIner), 1)};
+    return {std::max(qkui::Sum(m_nItemWidth, m_nWIner), 1), std::max(qkui::Sum(m_nItemHeight, m_nHIner), 1)};
 }
 
 // Turns the wheel: up and down, or sideways where nothing lies below.
@@ -130,13 +130,13 @@ bool QKListCtrl::Turn(int delta) {
     const int line = down ? LineSize().cy : LineSize().cx;
     const int page = std::max(down ? m_nHeight : m_nWidth, 1);
     const int notch =
-        std::min(QKSaturate(std::int64_t{line} * (m_nListType == QKLT_LIST ? kWheelRows : 1)), page);
+        std::min(qkui::Saturate(std::int64_t{line} * (m_nListType == QKLT_LIST ? kWheelRows : 1)), page);
     if ((m_scroll.wheel < 0) != (delta > 0)) m_scroll.wheel = 0;  // turned back
     const std::int64_t turned = m_scroll.wheel - std::int64_t{delta} * notch;
     m_scroll.wheel = static_cast<int>(turned % WHEEL_DELTA);
-    const int by = QKSaturate(turned / WHEEL_DELTA);
+    const int by = qkui::Saturate(turned / WHEEL_DELTA);
     const CPoint now = GetScrollPos();
-    return ScrollTo(down ? CPoint(now.x, QKSum(now.y, by)) : CPoint(QKSum(now.x, by), now.y));
+    return ScrollTo(down ? CPoint(now.x, qkui::Sum(now.y, by)) : CPoint(qkui::Sum(now.x, by), now.y));
 }
 
 // ---- The bar
@@ -150,7 +150,7 @@ void QKListCtrl::ShowOnBar() {
     QKVScrollBar& bar = *m_scroll.bar;
     const int most = GetScrollMax().cy;
     const int position = GetScrollPosNow().y;
-    bar.SetBarLength(std::max(m_nHeight, 1), std::max(QKSum(m_nHeight, most), 1));
+    bar.SetBarLength(std::max(m_nHeight, 1), std::max(qkui::Sum(m_nHeight, most), 1));
     if (bar.GetScrollPos() != position || bar.GetBarPos() > bar.GetMax()) bar.SetScrollPos(position);
 }
 

@@ -54,7 +54,7 @@ void CQKDialogBase::ShowScrolled(QKListCtrl& list) {
     CRect rect, barPlace;
     list.GetRect(&rect);
     if (const QKVScrollBar* bar = BarOf(list)) bar->GetRect(&barPlace);
-    const QKAlive alive(*this);
+    const qkui::Alive alive(*this);
     UpdateViewRect(rect);
     if (alive && !barPlace.IsRectEmpty() && m_nLayStyle != LAY_OPAQUE) UpdateViewRect(barPlace);
 }
@@ -64,8 +64,8 @@ BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
     ScreenToClient(&point);
     QKListCtrl* list = ScrollingListAt(point);
     if (!list || !list->Turn(delta)) return CDialog::OnMouseWheel(flags, delta, screen);
-    const QKAlive alive(*this);
-    QKSelectionWatch watch(*this, m_arItems);
+    const qkui::Alive alive(*this);
+    qkui::SelectionWatch watch(*this, m_arItems);
     // Other entries lie under the pointer now, and in the band.
     if (!CapturedItem()) MoveOnList(list, list->View(), point);
     if (m_bSelRect && m_bSelecting) {

@@ -2,8 +2,8 @@
 #include <array>
 #include <map>
 
-#include "items/pieces.h"
-#include "items/state_image.h"
+#include "items/draw_operations.h"
+#include "items/nine_patch.h"
 #include "support/test_dialog.h"
 
 namespace {
@@ -15,12 +15,12 @@ struct Piece {
     bool mirrored;  // beyond its source, which keeps a stretched edge clean
 };
 
-struct Recorder final : QKPieces {
-    void Add(const QKImagePiece& piece) override {
+struct Recorder final : qkui::OperationSink {
+    void Add(const qkui::ImageOperation& piece) override {
         pieces[piece.image] = {piece.destination, piece.source, piece.wrap == Gdiplus::WrapModeTileFlipXY};
         order.push_back(piece.image);
     }
-    void Add(const QKTextPiece&) override {}
+    void Add(const qkui::TextOperation&) override {}
     std::map<Gdiplus::Image*, Piece> pieces;
     std::vector<Gdiplus::Image*> order;
 };
@@ -94,7 +94,7 @@ TEST(StateImage, PlacesNinePieces) {
             ++count;
         }
         Recorder recorder;
-        QKComposeStateImage(images.data(), c.rect, recorder);
+        qkui::RecordNinePatch(images.data(), c.rect, recorder);
         EXPECT_EQ(recorder.order.size(), count);
         for (const auto& [index, rects] : c.wanted) {
             SCOPED_TRACE(index);
@@ -111,7 +111,7 @@ TEST(StateImage, PlacesNinePieces) {
         }
     }
     Recorder nothing;
-    QKComposeStateImage(nullptr, RectF(0, 0, 10, 10), nothing);
+    qkui::RecordNinePatch(nullptr, RectF(0, 0, 10, 10), nothing);
     EXPECT_TRUE(nothing.order.empty());
 }
 

@@ -10,16 +10,20 @@
 
 #include <qkui/items/item_base.h>
 
+namespace qkui {
+class Alive;
+class BackingStore;
+class Damage;
+class DisplayList;
+class ItemTips;
+class TabFocus;
+class WindowStore;
+}  // namespace qkui
+
 class COleDataSource;
-class QKItemTips;
 class QKNineParts;
-class QKTabFocus;
 class QKButton;
 class QKCheckBox;
-class QKFrame;
-class QKFrameInputs;
-class QKFrameRecord;
-class QKWindowFrame;
 class QKImage;
 class QKListCtrl;
 class QKProgress;
@@ -308,7 +312,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     int m_bMinimized = 0;  // from MinQKDlg to the next release over an item
 
   private:
-    friend class QKAlive;
+    friend class qkui::Alive;
 
     // Where an item takes the pointer; false for kinds that never do.
     static bool HitRect(const QKItemBase* item, CRect& rect);
@@ -365,8 +369,8 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void MakeBackCache();
     void DrawBand(Gdiplus::Graphics& graphics);
     void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
-    void DescribeFrame(QKFrameRecord& frame) const;
-    void DescribeBand(QKFrameInputs& inputs) const;
+    void DescribeFrame(qkui::Damage& frame) const;
+    void DescribeBand(qkui::DisplayList& inputs) const;
     void PaintThroughFrame(HDC dc, int width, int height);
     bool PaintInPlace(HDC dc, int width, int height);
     bool CoversAll(int width, int height) const;
@@ -376,10 +380,11 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     const QKListCtrl* m_pKeyList = nullptr;  // pressed last; it may be gone
     std::shared_ptr<Gdiplus::Font> m_pDefaultFont;
     std::unique_ptr<QKNineParts> m_pBackParts;
-    std::unique_ptr<QKTabFocus> m_pFocus;
-    std::unique_ptr<QKItemTips> m_pTips;
-    std::unique_ptr<QKFrame> m_pFrame;  // the off-screen frame, kept between paints; null while handed out
-    std::unique_ptr<QKWindowFrame> m_pWindowFrame;                   // the one that the window itself shows
-    QKFrame* m_pHandedOut = nullptr;                                 // what a DrawSurface is to draw on now
+    std::unique_ptr<qkui::TabFocus> m_pFocus;
+    std::unique_ptr<qkui::ItemTips> m_pTips;
+    std::unique_ptr<qkui::BackingStore>
+        m_pFrame;  // the off-screen frame, kept between paints; null while handed out
+    std::unique_ptr<qkui::WindowStore> m_pWindowFrame;               // the one that the window itself shows
+    qkui::BackingStore* m_pHandedOut = nullptr;                      // what a DrawSurface is to draw on now
     std::shared_ptr<const void> m_pLife = std::make_shared<char>();  // expires with the object
 };

@@ -4,7 +4,9 @@
 #include <qkui/items/frame_strip.h>
 #include <qkui/items/item_base.h>
 
-class QKPieces;
+namespace qkui {
+class OperationSink;
+}  // namespace qkui
 
 class PLATFORM_API QKButton : public QKItemBase {
   public:
@@ -56,7 +58,7 @@ class PLATFORM_API QKButton : public QKItemBase {
     };
     // An empty source when there is nothing to draw.
     Cut GetFrameCut() const;
-    void Compose(QKPieces& pieces) const;
+    void Compose(qkui::OperationSink& pieces) const;
 
   protected:
     QKFrameStrip Strip() const;

@@ -47,9 +47,9 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
     Gdiplus::Color& GetTextStateColor();
 
     // Frame and mark.
-    void Compose(QKPieces& pieces) const;
+    void Compose(qkui::OperationSink& pieces) const;
     // The text starts right of the whole strip, not of one frame of it, and is centred on the frame's height.
-    void ComposeText(QKPieces& pieces) const;
+    void ComposeText(qkui::OperationSink& pieces) const;
 
   private:
     Gdiplus::Color StateColor() const;

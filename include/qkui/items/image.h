@@ -6,7 +6,9 @@
 #include <qkui/items/item_base.h>
 #include <qkui/items/nine_parts.h>
 
-class QKPieces;
+namespace qkui {
+class OperationSink;
+}  // namespace qkui
 
 // Its aspect ratio is not kept. Copies share the picture, which lives as long as one of them holds it.
 class PLATFORM_API QKImage : public QKItemBase {
@@ -28,7 +30,7 @@ class PLATFORM_API QKImage : public QKItemBase {
     Gdiplus::Image* GetImage() const { return m_pImage.get(); }
     void DestroyImag() { m_pImage.reset(); }
 
-    void Compose(QKPieces& pieces) const;
+    void Compose(qkui::OperationSink& pieces) const;
 
   protected:
     std::shared_ptr<Gdiplus::Image> m_pImage;

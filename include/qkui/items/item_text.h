@@ -6,7 +6,9 @@
 #include <platform/gdiplus.h>
 #include <platform/text.h>
 
-struct QKTextPiece;
+namespace qkui {
+struct TextOperation;
+}  // namespace qkui
 
 class PLATFORM_API QKItemText {
   public:
@@ -46,7 +48,7 @@ class PLATFORM_API QKItemText {
 
     static Gdiplus::Color WithoutFullAlpha(const Gdiplus::Color& color);
     // Whole, in the item's colour.
-    QKTextPiece TextPiece(const Gdiplus::RectF& layout) const;
+    qkui::TextOperation TextPiece(const Gdiplus::RectF& layout) const;
 
   private:
     CString m_strText;

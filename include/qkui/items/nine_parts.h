@@ -7,7 +7,9 @@
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
-class QKPieces;
+namespace qkui {
+class OperationSink;
+}  // namespace qkui
 
 // Corners are drawn at their own size, edges stretched along the sides, the centre both ways. The parts are
 // cut when they are first drawn, and again when the picture has changed. Copies share them.
@@ -23,7 +25,7 @@ class PLATFORM_API QKNineParts {
     // Draws `picture` as a frame into `rect`. In one smaller than its corners, these lie over each other.
     void Draw(Gdiplus::Graphics& graphics, Gdiplus::Image& picture, const Gdiplus::RectF& rect);
     // The pieces of that.
-    void Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, QKPieces& pieces);
+    void Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, qkui::OperationSink& pieces);
 
   private:
     void Cut(Gdiplus::Image& picture);

@@ -5,7 +5,9 @@
 
 #include <qkui/items/item_base.h>
 
-class QKPieces;
+namespace qkui {
+class OperationSink;
+}  // namespace qkui
 
 // Takes no pointer. A position outside the range shows the track alone, and so does an empty range. Copies
 // share the pictures.
@@ -38,7 +40,7 @@ class PLATFORM_API QKProgress : public QKItemBase {
     // Where the bar is stretched to now; empty when it does not show.
     CRect GetFilledRect() const;
 
-    void Compose(QKPieces& pieces) const;
+    void Compose(qkui::OperationSink& pieces) const;
 
   private:
     std::shared_ptr<Gdiplus::Image> m_pBackImage;

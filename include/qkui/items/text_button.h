@@ -9,5 +9,5 @@
 class PLATFORM_API QKTextButton : public QKButton, public QKItemText {
   public:
     QKTextButton();
-    void Compose(QKPieces& pieces) const;
+    void Compose(qkui::OperationSink& pieces) const;
 };

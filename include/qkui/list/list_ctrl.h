@@ -16,16 +16,19 @@
 #include <qkui/list/list_keys.h>
 #include <qkui/list/list_scroll.h>
 
+namespace qkui {
+class DisplayList;
+class OperationSink;
+class SelectionWatch;
+}  // namespace qkui
+
 class QKListEntries;
-class QKFrameInputs;
-class QKPieces;
 struct QKCellGrid;
 struct QKCellPlace;
 struct QKListLayout;
 struct QKListMeasure;
 struct QKListMetrics;
 struct QKListNode;
-class QKSelectionWatch;
 
 // How a list behaves.
 enum QKListMode : int {
@@ -353,13 +356,13 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void BeginFrame();
     SIZE LargestFrame() const;
     std::vector<QKListNode*> DrawnIn(const CRect& area);
-    void ComposeEntry(QKListNode& node, QKPieces& pieces);
+    void ComposeEntry(QKListNode& node, qkui::OperationSink& pieces);
     // Adds the numbers and the pixels of an entry's picture to a step that was begun.
-    void DescribeEntry(QKListNode& node, QKFrameInputs& inputs);
+    void DescribeEntry(QKListNode& node, qkui::DisplayList& inputs);
     CRect TouchedBy(QKListNode& node);
     Gdiplus::Image* CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
                               Gdiplus::StringTrimming trimming);
 
     friend class CQKDialogBase;
-    friend class QKSelectionWatch;
+    friend class qkui::SelectionWatch;
 };

@@ -6,17 +6,19 @@
 
 #include <platform/gdi.h>
 
-#include "dialog/frame_inputs.h"
-#include "dialog/owned_region.h"
+#include "dialog/display_list.h"
+#include "dialog/region.h"
 
-class QKFrameRecord {
+namespace qkui {
+
+class Damage {
   public:
     // The inputs of the coming frame, to be filled in; then TakeInputs finds what they make stale.
-    QKFrameInputs& NewInputs();
+    DisplayList& NewInputs();
     void TakeInputs();
 
     // What does not show the current inputs yet, and the whole of the surface that it lies in.
-    const QKRegion& Stale() const { return stale_; }
+    const Region& Stale() const { return stale_; }
     void AddStale(HRGN region);
     void MakeAllStale();
     void Resize(int width, int height);  // all is stale then
@@ -34,25 +36,25 @@ class QKFrameRecord {
 
     int width_ = 0;
     int height_ = 0;
-    QKFrameInputs current_;
-    QKFrameInputs coming_;
-    QKRegion stale_;
+    DisplayList current_;
+    DisplayList coming_;
+    Region stale_;
     std::uint64_t seal_ = 0;  // the surface's revision
 };
 
 // The part of a record's surface that is to be composed again. While it lasts, the context is confined to
 // that part; then it has its clip again. The part counts as current once it is Done.
-class QKFrameRepair {
+class PartialRepaint {
   public:
     // What is stale in `wanted` (null: everywhere) is composed as far as `drawable` reaches, which lives on.
-    QKFrameRepair(QKFrameRecord& record, HDC context, HRGN wanted, HRGN drawable);
-    ~QKFrameRepair();
-    QKFrameRepair(const QKFrameRepair&) = delete;
-    QKFrameRepair& operator=(const QKFrameRepair&) = delete;
+    PartialRepaint(Damage& record, HDC context, HRGN wanted, HRGN drawable);
+    ~PartialRepaint();
+    PartialRepaint(const PartialRepaint&) = delete;
+    PartialRepaint& operator=(const PartialRepaint&) = delete;
 
     // False when nothing is stale there.
     bool IsNeeded() const { return needed_; }
-    const QKRegion& Part() const { return part_; }
+    const Region& Part() const { return part_; }
     // Calls compose(band) for one band of the part's rows after another, the context confined to it: what is
     // drawn first is then still near the processor when the rest is drawn on it.
     template <class Compose>
@@ -61,7 +63,7 @@ class QKFrameRepair {
         const int rows = std::max(kBandPixels / box.Width(), 1);
         if (box.Height() < 2 * rows) return compose(part_);
         for (int top = box.top; top < box.bottom; top += rows) {
-            const QKRegion band;
+            const Region band;
             band.Set(CRect(box.left, top, box.right, std::min(top + rows, box.bottom)));
             CombineRgn(band, band, part_, RGN_AND);
             Confine(band);
@@ -74,11 +76,13 @@ class QKFrameRepair {
     static constexpr int kBandPixels = 1 << 18;
     void Confine(HRGN to) const;
 
-    QKFrameRecord& record_;
+    Damage& record_;
     const HDC context_;
     const HRGN drawable_;
-    QKRegion part_;
-    QKRegion clip_;
+    Region part_;
+    Region clip_;
     bool needed_ = false;
     bool hadClip_ = false;
 };
+
+}  // namespace qkui

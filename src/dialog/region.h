@@ -4,12 +4,14 @@
 #include <platform/gdi.h>
 #include <platform/geometry.h>
 
-class QKRegion {
+namespace qkui {
+
+class Region {
   public:
-    QKRegion() : handle_(CreateRectRgn(0, 0, 0, 0)) {}
-    ~QKRegion() { DeleteObject(handle_); }
-    QKRegion(const QKRegion&) = delete;
-    QKRegion& operator=(const QKRegion&) = delete;
+    Region() : handle_(CreateRectRgn(0, 0, 0, 0)) {}
+    ~Region() { DeleteObject(handle_); }
+    Region(const Region&) = delete;
+    Region& operator=(const Region&) = delete;
 
     operator HRGN() const { return handle_; }
 
@@ -33,3 +35,5 @@ class QKRegion {
   private:
     HRGN handle_;
 };
+
+}  // namespace qkui

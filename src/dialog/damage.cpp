@@ -1,40 +1,42 @@
-#include "dialog/frame_record.h"
+#include "dialog/damage.h"
 
 #include <utility>
 
-QKFrameInputs& QKFrameRecord::NewInputs() {
+namespace qkui {
+
+DisplayList& Damage::NewInputs() {
     coming_.Clear();
     return coming_;
 }
 
-void QKFrameRecord::TakeInputs() {
-    QKFrameInputs::Difference(current_, coming_, stale_);
+void Damage::TakeInputs() {
+    DisplayList::Difference(current_, coming_, stale_);
     std::swap(current_, coming_);
-    const QKRegion whole;
+    const Region whole;
     whole.Set(Whole());
     CombineRgn(stale_, stale_, whole, RGN_AND);
 }
 
-void QKFrameRecord::AddStale(HRGN region) {
+void Damage::AddStale(HRGN region) {
     CombineRgn(stale_, stale_, region, RGN_OR);
 }
 
-void QKFrameRecord::MakeAllStale() {
+void Damage::MakeAllStale() {
     stale_.Set(Whole());
 }
 
-void QKFrameRecord::Resize(int width, int height) {
+void Damage::Resize(int width, int height) {
     width_ = width;
     height_ = height;
     MakeAllStale();
 }
 
-void QKFrameRecord::Seal(HRGN part, HDC context) {
+void Damage::Seal(HRGN part, HDC context) {
     CombineRgn(stale_, stale_, part, RGN_DIFF);
     seal_ = GetSurfaceRevision(context);
 }
 
-QKFrameRepair::QKFrameRepair(QKFrameRecord& record, HDC context, HRGN wanted, HRGN drawable)
+PartialRepaint::PartialRepaint(Damage& record, HDC context, HRGN wanted, HRGN drawable)
     : record_(record), context_(context), drawable_(drawable) {
     CombineRgn(part_, record.Stale(), wanted, wanted ? RGN_AND : RGN_COPY);
     needed_ = !part_.Box().IsRectEmpty();
@@ -43,12 +45,14 @@ QKFrameRepair::QKFrameRepair(QKFrameRecord& record, HDC context, HRGN wanted, HR
     Confine(part_);
 }
 
-void QKFrameRepair::Confine(HRGN to) const {
-    const QKRegion confined;
+void PartialRepaint::Confine(HRGN to) const {
+    const Region confined;
     CombineRgn(confined, to, drawable_, RGN_AND);
     SelectClipRgn(context_, confined);
 }
 
-QKFrameRepair::~QKFrameRepair() {
+PartialRepaint::~PartialRepaint() {
     if (needed_) SelectClipRgn(context_, hadClip_ ? HRGN(clip_) : HRGN());
 }
+
+}  // namespace qkui

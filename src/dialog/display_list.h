@@ -8,9 +8,11 @@
 #include <platform/gdi.h>
 #include <platform/geometry.h>
 
+namespace qkui {
+
 // What one frame is drawn from: a list of steps in drawing order, each with the numbers that its picture
 // depends on and the rectangle that it may touch. Equal numbers mean an equal picture.
-class QKFrameInputs {
+class DisplayList {
   public:
     void Clear();
     // Begins a step; Add and Touches belong to it.
@@ -23,7 +25,7 @@ class QKFrameInputs {
     void Fills(const RECT& rect);
 
     // Adds to `region` what differs between the two frames.
-    static void Difference(const QKFrameInputs& before, const QKFrameInputs& after, HRGN region);
+    static void Difference(const DisplayList& before, const DisplayList& after, HRGN region);
 
   private:
     struct Step {
@@ -31,9 +33,11 @@ class QKFrameInputs {
         CRect touched;
         bool fills = false;
     };
-    bool SameNumbers(const QKFrameInputs& other, std::size_t step) const;
+    bool SameNumbers(const DisplayList& other, std::size_t step) const;
     std::size_t End(std::size_t step) const;
 
     std::vector<std::uint64_t> values_;
     std::vector<Step> steps_;
 };
+
+}  // namespace qkui

@@ -1,20 +1,22 @@
-#include "dialog/piece_inputs.h"
+#include "dialog/recorder.h"
 
 #include <bit>
 #include <cstdint>
 #include <utility>
 
-void QKPieceInputs::Add(const QKImagePiece& piece) {
-    QKPieceBounds::Add(piece);
+namespace qkui {
+
+void Recorder::Add(const ImageOperation& piece) {
+    OperationBounds::Add(piece);
     inputs_.Add(piece.image->GetRevision());
     Add(piece.destination);
     Add(piece.source);
     inputs_.Add(static_cast<std::uint64_t>(piece.wrap));
 }
 
-void QKPieceInputs::Add(const QKTextPiece& piece) {
+void Recorder::Add(const TextOperation& piece) {
     if (!piece.text) return;
-    QKPieceBounds::Add(piece);
+    OperationBounds::Add(piece);
     Add(std::u16string_view(piece.text, static_cast<std::size_t>(piece.length)));
     inputs_.Add(piece.font ? piece.font->GetRevision() : 0);
     Add(piece.layout);
@@ -26,13 +28,13 @@ void QKPieceInputs::Add(const QKTextPiece& piece) {
     inputs_.Add(piece.color.GetValue());
 }
 
-void QKPieceInputs::Add(const Gdiplus::RectF& rect) {
+void Recorder::Add(const Gdiplus::RectF& rect) {
     for (const float value : {rect.X, rect.Y, rect.Width, rect.Height})
         inputs_.Add(std::bit_cast<std::uint32_t>(value));
 }
 
 // Four units to a number.
-void QKPieceInputs::Add(std::u16string_view text) {
+void Recorder::Add(std::u16string_view text) {
     inputs_.Add(text.size());
     std::uint64_t number = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -40,3 +42,5 @@ void QKPieceInputs::Add(std::u16string_view text) {
         if (i % 4 == 3 || i + 1 == text.size()) inputs_.Add(std::exchange(number, 0));
     }
 }
+
+}  // namespace qkui

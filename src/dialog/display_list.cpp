@@ -1,46 +1,48 @@
-#include "dialog/frame_inputs.h"
+#include "dialog/display_list.h"
 
 #include <algorithm>
 
-#include "dialog/owned_region.h"
+#include "dialog/region.h"
 
-void QKFrameInputs::Clear() {
+namespace qkui {
+
+void DisplayList::Clear() {
     values_.clear();
     steps_.clear();
 }
 
-void QKFrameInputs::Begin() {
+void DisplayList::Begin() {
     steps_.push_back({values_.size(), CRect()});
 }
 
-void QKFrameInputs::Add(const RECT& rect) {
+void DisplayList::Add(const RECT& rect) {
     for (const LONG value : {rect.left, rect.top, rect.right, rect.bottom})
         values_.push_back(static_cast<std::uint64_t>(value));
 }
 
-void QKFrameInputs::Touches(const RECT& rect) {
+void DisplayList::Touches(const RECT& rect) {
     CRect& touched = steps_.back().touched;
     touched.UnionRect(CRect(touched), rect);
 }
 
-void QKFrameInputs::Fills(const RECT& rect) {
+void DisplayList::Fills(const RECT& rect) {
     steps_.back().touched = rect;
     steps_.back().fills = true;
 }
 
-std::size_t QKFrameInputs::End(std::size_t step) const {
+std::size_t DisplayList::End(std::size_t step) const {
     return step + 1 < steps_.size() ? steps_[step + 1].first : values_.size();
 }
 
-bool QKFrameInputs::SameNumbers(const QKFrameInputs& other, std::size_t step) const {
-    const auto at = [](const QKFrameInputs& inputs, std::size_t index) {
+bool DisplayList::SameNumbers(const DisplayList& other, std::size_t step) const {
+    const auto at = [](const DisplayList& inputs, std::size_t index) {
         return inputs.values_.begin() + static_cast<std::ptrdiff_t>(index);
     };
     return std::equal(at(*this, steps_[step].first), at(*this, End(step)),
                       at(other, other.steps_[step].first), at(other, other.End(step)));
 }
 
-void QKFrameInputs::Difference(const QKFrameInputs& before, const QKFrameInputs& after, HRGN region) {
+void DisplayList::Difference(const DisplayList& before, const DisplayList& after, HRGN region) {
     // A region of many rectangles costs more than the pixels it saves: beyond this many, their box counts.
     constexpr std::size_t kMaxRects = 32;
     std::vector<CRect> changed;
@@ -52,7 +54,7 @@ void QKFrameInputs::Difference(const QKFrameInputs& before, const QKFrameInputs&
     };
     const std::size_t steps = std::max(before.steps_.size(), after.steps_.size());
     const auto addUncommon = [&](const CRect& a, const CRect& b) {
-        const QKRegion first, second;
+        const Region first, second;
         first.Set(a);
         second.Set(b);
         CombineRgn(first, first, second, RGN_XOR);
@@ -71,9 +73,11 @@ void QKFrameInputs::Difference(const QKFrameInputs& before, const QKFrameInputs&
         if (is) add(is->touched);
     }
     if (changed.empty()) return;
-    const QKRegion rect;
+    const Region rect;
     for (const CRect& touched : changed) {
         rect.Set(touched);
         CombineRgn(region, region, rect, RGN_OR);
     }
 }
+
+}  // namespace qkui

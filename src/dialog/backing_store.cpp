@@ -1,12 +1,14 @@
-#include "dialog/dialog_frame.h"
+#include "dialog/backing_store.h"
 
 #include <utility>
 
-QKFrame::~QKFrame() {
+namespace qkui {
+
+BackingStore::~BackingStore() {
     Release();
 }
 
-void QKFrame::Release() {
+void BackingStore::Release() {
     SetFirstUseProc(context_, nullptr, nullptr);
     SelectObject(context_, HBITMAP());
     DeleteObject(bitmap_);
@@ -17,7 +19,7 @@ void QKFrame::Release() {
     record_.Resize(0, 0);
 }
 
-bool QKFrame::Prepare(HDC compatible, int width, int height) {
+bool BackingStore::Prepare(HDC compatible, int width, int height) {
     // The host may have taken the bitmap out, and may even have deleted one of the two.
     const bool mine = bitmap_ && SelectObject(context_, bitmap_) == bitmap_;
     const int scale = GetDeviceScale(compatible);
@@ -43,34 +45,34 @@ bool QKFrame::Prepare(HDC compatible, int width, int height) {
     return true;
 }
 
-void QKFrame::HandOut(const Gdiplus::Bitmap* under) {
+void BackingStore::HandOut(const Gdiplus::Bitmap* under) {
     SelectClipRgn(context_, HRGN());
     underlay_.Take(under);
-    untouched_ = SetFirstUseProc(context_, &QKFrame::StartOver, this);
+    untouched_ = SetFirstUseProc(context_, &BackingStore::StartOver, this);
 }
 
-bool QKFrame::TakeBack() {
+bool BackingStore::TakeBack() {
     SetFirstUseProc(context_, nullptr, nullptr);
     return std::exchange(untouched_, false);
 }
 
-void QKFrame::Withdraw() {
+void BackingStore::Withdraw() {
     TakeBack();
     underlay_.Take(nullptr);
 }
 
 // Somebody wants the surface before the frame is on it.
-void QKFrame::StartOver(void* frame) {
-    QKFrame& self = *static_cast<QKFrame*>(frame);
+void BackingStore::StartOver(void* frame) {
+    BackingStore& self = *static_cast<BackingStore*>(frame);
     self.untouched_ = false;
     self.record_.BreakSeal();
     self.MakeAllStale();
     self.RestoreUnderlay(self.record_.Stale());
 }
 
-void QKFrame::RestoreUnderlay(const QKRegion& region) {
-    const QKUnderlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width() * scale_,
-                                    record_.Height() * scale_};
+void BackingStore::RestoreUnderlay(const Region& region) {
+    const Underlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width() * scale_,
+                                  record_.Height() * scale_};
     region.ForEachRect([&](const CRect& rect) {
         underlay_.Restore(
             pixels, CRect(rect.left * scale_, rect.top * scale_, rect.right * scale_, rect.bottom * scale_));
@@ -78,18 +80,20 @@ void QKFrame::RestoreUnderlay(const QKRegion& region) {
     GdiFlush();
 }
 
-void QKFrame::TakeSurroundings() {
+void BackingStore::TakeSurroundings() {
     if (!record_.IsSealed(context_) || underlay_.Revision() != underlayRevision_) MakeAllStale();
     underlayRevision_ = underlay_.Revision();
-    const QKRegion now;
+    const Region now;
     GetDrawableRgn(context_, now);
     CombineRgn(drawable_, drawable_, now, RGN_XOR);
     record_.AddStale(drawable_);
     drawable_.Copy(now);
 }
 
-CRect QKFrame::TakeChanges() {
+CRect BackingStore::TakeChanges() {
     const CRect mended = std::exchange(changed_, CRect());
     const bool sealed = !untouched_ && record_.IsSealed(context_);
     return sealed ? mended : CRect(0, 0, record_.Width(), record_.Height());
 }
+
+}  // namespace qkui

@@ -4,24 +4,26 @@
 
 #include <platform/gdiplus.h>
 
-#include "dialog/frame_record.h"
+#include "dialog/damage.h"
 
-class QKWindowFrame {
+namespace qkui {
+
+class WindowStore {
   public:
     // Whether a context of the window has a surface of `width` by `height` that is the dialog's alone. Once
     // somebody else drew on it, it is not, until its size changes.
     bool Meet(HWND window, HDC context, int width, int height);
 
-    QKFrameRecord& Record() { return record_; }
+    Damage& Record() { return record_; }
 
     // What is stale where the context can be drawn on is composed again, from nothing unless it covers all.
     template <class Compose>
     void Mend(HDC context, bool coversAll, Compose compose) {
-        const QKRegion drawable;
+        const Region drawable;
         GetDrawableRgn(context, drawable);
-        QKFrameRepair repair(record_, context, drawable, drawable);
+        PartialRepaint repair(record_, context, drawable, drawable);
         if (!repair.IsNeeded()) return;
-        repair.InBands([&](const QKRegion&) {
+        repair.InBands([&](const Region&) {
             if (!coversAll) Gdiplus::Graphics(context).Clear(Gdiplus::Color(0));
             compose();
         });
@@ -30,7 +32,9 @@ class QKWindowFrame {
     }
 
   private:
-    QKFrameRecord record_;
+    Damage record_;
     bool met_ = false;  // something was composed
     bool shared_ = false;
 };
+
+}  // namespace qkui

@@ -6,23 +6,25 @@
 
 #include <platform/gdi.h>
 
-#include "dialog/frame_record.h"
+#include "dialog/damage.h"
 #include "dialog/underlay.h"
 
+namespace qkui {
+
 // The frame's pixels: a memory context with a bitmap in it.
-class QKFrame {
+class BackingStore {
   public:
-    QKFrame() = default;
-    ~QKFrame();
-    QKFrame(const QKFrame&) = delete;
-    QKFrame& operator=(const QKFrame&) = delete;
+    BackingStore() = default;
+    ~BackingStore();
+    BackingStore(const BackingStore&) = delete;
+    BackingStore& operator=(const BackingStore&) = delete;
 
     // Makes the frame `width` by `height` units of `compatible`; a new size makes all of it stale, and so
     // does a host that did not leave the context as it was. False without memory.
     bool Prepare(HDC compatible, int width, int height);
 
     HDC Context() const { return context_; }
-    QKFrameRecord& Record() { return record_; }
+    Damage& Record() { return record_; }
 
     // Gives the context to a host as if it held a fresh surface that shows `under` (null: nothing) and has no
     // clip. Its pixels are the last frame's until somebody wants them: only then are they made what they are
@@ -39,9 +41,9 @@ class QKFrame {
     // again, confined to the clip that the context has.
     template <class Compose>
     void Mend(HRGN wanted, Compose compose) {
-        QKFrameRepair repair(record_, context_, wanted, drawable_);
+        PartialRepaint repair(record_, context_, wanted, drawable_);
         if (!repair.IsNeeded()) return;
-        repair.InBands([&](const QKRegion& band) {
+        repair.InBands([&](const Region& band) {
             RestoreUnderlay(band);
             compose();
         });
@@ -57,17 +59,19 @@ class QKFrame {
   private:
     static void StartOver(void* frame);
     void Release();
-    void RestoreUnderlay(const QKRegion& region);
+    void RestoreUnderlay(const Region& region);
 
     HDC context_;
     HBITMAP bitmap_;
     void* bits_ = nullptr;    // top-down
     int scale_ = 1;           // pixels to a unit
     bool untouched_ = false;  // since HandOut
-    QKUnderlay underlay_;
-    QKFrameRecord record_;
+    Underlay underlay_;
+    Damage record_;
     // What the frame was last composed in.
     std::uint64_t underlayRevision_ = 0;
-    QKRegion drawable_;
+    Region drawable_;
     CRect changed_;  // mended since TakeChanges
 };
+
+}  // namespace qkui

@@ -1,10 +1,10 @@
-#include "items/state_image.h"
+#include "items/nine_patch.h"
 
 #include <algorithm>
 #include <array>
 
 #include <qkui/dialog/dialog_base.h>
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 namespace {
 
@@ -17,11 +17,11 @@ enum Part { kTopLeft, kTop, kTopRight, kLeft, kCentre, kRight, kBottomLeft, kBot
 
 class Frame {
   public:
-    Frame(Gdiplus::Image* const* images, const Gdiplus::RectF& rect, QKPieces& pieces)
+    Frame(Gdiplus::Image* const* images, const Gdiplus::RectF& rect, qkui::OperationSink& pieces)
         : images_(images), rect_(rect), pieces_(pieces) {
         for (std::size_t i = 0; i < sizes_.size(); ++i) {
             if (!images[i]) continue;
-            const Gdiplus::RectF whole = QKWholeImage(images[i]);
+            const Gdiplus::RectF whole = qkui::WholeImage(images[i]);
             sizes_[i] = {whole.Width, whole.Height};
         }
     }
@@ -44,13 +44,14 @@ class Frame {
   private:
     Gdiplus::Image* const* images_;
     const Gdiplus::RectF& rect_;
-    QKPieces& pieces_;
+    qkui::OperationSink& pieces_;
     std::array<Extent, 9> sizes_;
 };
 
 }  // namespace
 
-void QKComposeStateImage(Gdiplus::Image* const* images, const Gdiplus::RectF& rect, QKPieces& pieces) {
+void qkui::RecordNinePatch(Gdiplus::Image* const* images, const Gdiplus::RectF& rect,
+                           qkui::OperationSink& pieces) {
     if (!images) return;
     Frame frame(images, rect, pieces);
     const auto& [x, y, width, height] = rect;
@@ -77,8 +78,8 @@ void QKComposeStateImage(Gdiplus::Image* const* images, const Gdiplus::RectF& re
 
 void CQKDialogBase::DrawStateImage(Gdiplus::Graphics* graphics, Gdiplus::Image** images,
                                    const Gdiplus::RectF& rect) {
-    QKPiecePainter painter(*graphics);
-    QKComposeStateImage(images, rect, painter);
+    qkui::OperationPainter painter(*graphics);
+    qkui::RecordNinePatch(images, rect, painter);
 }
 
 void CQKDialogBase::DrawStateImage(Gdiplus::Graphics* graphics, Gdiplus::Bitmap** images,

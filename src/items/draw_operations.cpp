@@ -1,4 +1,4 @@
-#include "items/pieces.h"
+#include "items/draw_operations.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,8 @@
 #include <qkui/items/scroll_bar.h>
 #include <qkui/items/static_text.h>
 #include <qkui/items/text_button.h>
+
+namespace qkui {
 
 namespace {
 
@@ -27,23 +29,23 @@ bool IsWhole(const Gdiplus::RectF& rect) {
     return whole(rect.X) && whole(rect.Y) && whole(rect.Width) && whole(rect.Height);
 }
 
-bool ClipsToLayout(const QKTextPiece& piece) {
+bool ClipsToLayout(const TextOperation& piece) {
     return (piece.format->GetFormatFlags() & Gdiplus::StringFormatFlagsNoClip) == 0 &&
            piece.layout.Width > 0 && piece.layout.Height > 0;
 }
 
 }  // namespace
 
-Gdiplus::RectF QKWholeImage(const Gdiplus::Image* image) {
+Gdiplus::RectF WholeImage(const Gdiplus::Image* image) {
     return {0, 0, static_cast<float>(image->GetWidth()), static_cast<float>(image->GetHeight())};
 }
 
-Gdiplus::RectF QKRectF(const CRect& rect) {
+Gdiplus::RectF ToRectF(const CRect& rect) {
     return {static_cast<float>(rect.left), static_cast<float>(rect.top), static_cast<float>(rect.Width()),
             static_cast<float>(rect.Height())};
 }
 
-void QKComposeItem(const QKItemBase& item, QKPieces& pieces) {
+void RecordItem(const QKItemBase& item, OperationSink& pieces) {
     if (!item.IsShow()) return;
     switch (item.GetType()) {
         case QKUI_STATICTEXT:
@@ -68,7 +70,7 @@ void QKComposeItem(const QKItemBase& item, QKPieces& pieces) {
     }
 }
 
-void QKPiecePainter::Add(const QKImagePiece& piece) {
+void OperationPainter::Add(const ImageOperation& piece) {
     Gdiplus::ImageAttributes attributes;
     attributes.SetWrapMode(piece.wrap, Gdiplus::Color(0xFF000000));
     graphics_.DrawImage(piece.image, piece.destination, piece.source.X, piece.source.Y, piece.source.Width,
@@ -76,13 +78,13 @@ void QKPiecePainter::Add(const QKImagePiece& piece) {
                         piece.wrap == Gdiplus::WrapModeClamp ? nullptr : &attributes);
 }
 
-void QKPiecePainter::Add(const QKTextPiece& piece) {
+void OperationPainter::Add(const TextOperation& piece) {
     if (!piece.text) return;
     const Gdiplus::SolidBrush brush(piece.color);
     graphics_.DrawString(piece.text, piece.length, piece.font, piece.layout, piece.format, &brush);
 }
 
-void QKPieceBounds::Add(const QKImagePiece& piece) {
+void OperationBounds::Add(const ImageOperation& piece) {
     if (!(piece.destination.Width > 0) || !(piece.destination.Height > 0)) return;
     CRect rect = WholePixels(piece.destination);
     // Between pixels the smoothed edge may reach one further.
@@ -90,7 +92,7 @@ void QKPieceBounds::Add(const QKImagePiece& piece) {
     Include(rect);
 }
 
-void QKPieceBounds::Add(const QKTextPiece& piece) {
+void OperationBounds::Add(const TextOperation& piece) {
     if (!piece.text || piece.length == 0 || piece.color.GetA() == 0) return;
     if (ClipsToLayout(piece)) {
         Include(WholePixels(piece.layout));
@@ -100,3 +102,5 @@ void QKPieceBounds::Add(const QKTextPiece& piece) {
         Gdiplus::GetTextExtent(piece.text, piece.length, piece.font, piece.layout, piece.format).ink;
     Include(CRect(CPoint(ink.X, ink.Y), CSize(ink.Width, ink.Height)));
 }
+
+}  // namespace qkui

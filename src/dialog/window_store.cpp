@@ -1,9 +1,11 @@
-#include "dialog/window_frame.h"
+#include "dialog/window_store.h"
 
 #include <platform/window.h>
 
+namespace qkui {
+
 // A child window lies somewhere in a surface of others.
-bool QKWindowFrame::Meet(HWND window, HDC context, int width, int height) {
+bool WindowStore::Meet(HWND window, HDC context, int width, int height) {
     if (WindowFromDC(context) != window || (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD)) return false;
     CRect own;
     GetWindowRect(window, own);
@@ -15,3 +17,5 @@ bool QKWindowFrame::Meet(HWND window, HDC context, int width, int height) {
     if (met_ && !record_.IsSealed(context)) shared_ = true;
     return !shared_;
 }
+
+}  // namespace qkui

@@ -11,9 +11,11 @@
 
 class QKItemBase;
 
+namespace qkui {
+
 // A part of an image and where it is stretched to; the two may be of one size. There is always an
 // image; an empty destination draws nothing.
-struct QKImagePiece {
+struct ImageOperation {
     Gdiplus::Image* image;
     Gdiplus::RectF destination;
     Gdiplus::RectF source;
@@ -21,7 +23,7 @@ struct QKImagePiece {
     Gdiplus::WrapMode wrap = Gdiplus::WrapModeClamp;
 };
 
-struct QKTextPiece {
+struct TextOperation {
     LPCWSTR text;  // null draws nothing
     int length;
     const Gdiplus::Font* font;
@@ -30,42 +32,44 @@ struct QKTextPiece {
     Gdiplus::Color color;
 };
 
-class QKPieces {
+class OperationSink {
   public:
-    virtual void Add(const QKImagePiece& piece) = 0;
-    virtual void Add(const QKTextPiece& piece) = 0;
+    virtual void Add(const ImageOperation& piece) = 0;
+    virtual void Add(const TextOperation& piece) = 0;
 
   protected:
-    ~QKPieces() = default;
+    ~OperationSink() = default;
 };
 
 // The whole of an image.
-PLATFORM_API Gdiplus::RectF QKWholeImage(const Gdiplus::Image* image);
+PLATFORM_API Gdiplus::RectF WholeImage(const Gdiplus::Image* image);
 // Whole numbers as floats.
-PLATFORM_API Gdiplus::RectF QKRectF(const CRect& rect);
+PLATFORM_API Gdiplus::RectF ToRectF(const CRect& rect);
 
 // The pieces of any item but a list, by its kind; none while it is hidden.
-PLATFORM_API void QKComposeItem(const QKItemBase& item, QKPieces& pieces);
+PLATFORM_API void RecordItem(const QKItemBase& item, OperationSink& pieces);
 
 // Paints pieces.
-class QKPiecePainter final : public QKPieces {
+class OperationPainter final : public OperationSink {
   public:
-    explicit QKPiecePainter(Gdiplus::Graphics& graphics) : graphics_(graphics) {}
-    void Add(const QKImagePiece& piece) override;
-    void Add(const QKTextPiece& piece) override;
+    explicit OperationPainter(Gdiplus::Graphics& graphics) : graphics_(graphics) {}
+    void Add(const ImageOperation& piece) override;
+    void Add(const TextOperation& piece) override;
 
   private:
     Gdiplus::Graphics& graphics_;
 };
 
 // Finds the pixels that pieces may touch.
-class QKPieceBounds : public QKPieces {
+class OperationBounds : public OperationSink {
   public:
-    void Add(const QKImagePiece& piece) override;
-    void Add(const QKTextPiece& piece) override;
+    void Add(const ImageOperation& piece) override;
+    void Add(const TextOperation& piece) override;
     void Include(const CRect& rect) { touched_.UnionRect(CRect(touched_), rect); }
     const CRect& Touched() const { return touched_; }
 
   private:
     CRect touched_;
 };
+
+}  // namespace qkui
