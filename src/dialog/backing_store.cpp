@@ -16,14 +16,14 @@ void BackingStore::Release() {
     bitmap_ = nullptr;
     context_ = nullptr;
     bits_ = nullptr;
-    record_.Resize(0, 0);
+    damage_.Resize(0, 0);
 }
 
 bool BackingStore::Prepare(HDC compatible, int width, int height) {
     // The host may have taken the bitmap out, and may even have deleted one of the two.
     const bool mine = bitmap_ && SelectObject(context_, bitmap_) == bitmap_;
     const int scale = GetDeviceScale(compatible);
-    if (mine && scale == scale_ && width == record_.Width() && height == record_.Height()) return true;
+    if (mine && scale == scale_ && width == damage_.Width() && height == damage_.Height()) return true;
     if (context_) Release();
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
@@ -41,7 +41,7 @@ bool BackingStore::Prepare(HDC compatible, int width, int height) {
     SetBitmapScale(bitmap_, scale);
     scale_ = scale;
     SelectObject(context_, bitmap_);
-    record_.Resize(width, height);
+    damage_.Resize(width, height);
     return true;
 }
 
@@ -65,14 +65,14 @@ void BackingStore::Withdraw() {
 void BackingStore::StartOver(void* frame) {
     BackingStore& self = *static_cast<BackingStore*>(frame);
     self.untouched_ = false;
-    self.record_.BreakSeal();
-    self.MakeAllStale();
-    self.RestoreUnderlay(self.record_.Stale());
+    self.damage_.Void();
+    self.damage_.AddAll();
+    self.RestoreUnderlay(self.damage_.Area());
 }
 
 void BackingStore::RestoreUnderlay(const Region& region) {
-    const Underlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), record_.Width() * scale_,
-                                  record_.Height() * scale_};
+    const Underlay::Pixels pixels{static_cast<std::uint32_t*>(bits_), damage_.Width() * scale_,
+                                  damage_.Height() * scale_};
     region.ForEachRect([&](const CRect& rect) {
         underlay_.Restore(
             pixels, CRect(rect.left * scale_, rect.top * scale_, rect.right * scale_, rect.bottom * scale_));
@@ -81,19 +81,19 @@ void BackingStore::RestoreUnderlay(const Region& region) {
 }
 
 void BackingStore::TakeSurroundings() {
-    if (!record_.IsSealed(context_) || underlay_.Revision() != underlayRevision_) MakeAllStale();
+    if (!damage_.IsValid(context_) || underlay_.Revision() != underlayRevision_) damage_.AddAll();
     underlayRevision_ = underlay_.Revision();
     const Region now;
     GetDrawableRgn(context_, now);
     CombineRgn(drawable_, drawable_, now, RGN_XOR);
-    record_.AddStale(drawable_);
+    damage_.Add(drawable_);
     drawable_.Copy(now);
 }
 
 CRect BackingStore::TakeChanges() {
-    const CRect mended = std::exchange(changed_, CRect());
-    const bool sealed = !untouched_ && record_.IsSealed(context_);
-    return sealed ? mended : CRect(0, 0, record_.Width(), record_.Height());
+    const CRect changed = std::exchange(changed_, CRect());
+    const bool valid = !untouched_ && damage_.IsValid(context_);
+    return valid ? changed : CRect(0, 0, damage_.Width(), damage_.Height());
 }
 
 }  // namespace qkui

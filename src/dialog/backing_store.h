@@ -19,12 +19,12 @@ class BackingStore {
     BackingStore(const BackingStore&) = delete;
     BackingStore& operator=(const BackingStore&) = delete;
 
-    // Makes the frame `width` by `height` units of `compatible`; a new size makes all of it stale, and so
-    // does a host that did not leave the context as it was. False without memory.
+    // Makes the frame `width` by `height` units of `compatible`; a new size damages all of it, and so does
+    // a host that did not leave the context as it was. False without memory.
     bool Prepare(HDC compatible, int width, int height);
 
     HDC Context() const { return context_; }
-    Damage& Record() { return record_; }
+    Damage& Damaged() { return damage_; }
 
     // Gives the context to a host as if it held a fresh surface that shows `under` (null: nothing) and has no
     // clip. Its pixels are the last frame's until somebody wants them: only then are they made what they are
@@ -34,27 +34,27 @@ class BackingStore {
     void Withdraw();
     bool LiesOnPicture() const { return underlay_.Revision() != 0; }
 
-    // Before the record takes its inputs: what the context's clip, the picture under the frame and drawing of
-    // others make stale.
+    // Before the damage takes a list: adds what the context's clip, the picture under the frame and drawing
+    // of others make of it.
     void TakeSurroundings();
-    // What is stale in `wanted` (null: everywhere) starts from what lies under the frame and is composed
+    // What is damaged in `wanted` (null: everywhere) starts from what lies under the frame and is composed
     // again, confined to the clip that the context has.
     template <class Compose>
-    void Mend(HRGN wanted, Compose compose) {
-        PartialRepaint repair(record_, context_, wanted, drawable_);
-        if (!repair.IsNeeded()) return;
-        repair.InBands([&](const Region& band) {
+    void Repaint(HRGN wanted, const Compose& compose) {
+        if (damage_.IsEmpty()) return;
+        PartialRepaint repaint(damage_, context_, wanted, drawable_);
+        if (!repaint.IsNeeded()) return;
+        repaint.InBands([&](const Region& band) {
             RestoreUnderlay(band);
             compose();
         });
-        repair.Done();
-        changed_.UnionRect(CRect(changed_), repair.Part().Box());
+        repaint.Done();
+        changed_.UnionRect(CRect(changed_), repaint.Part().Box());
     }
 
     // The rectangle outside of which no pixel has changed since the last call. Whoever could not show it
-    // makes all stale.
+    // damages all.
     CRect TakeChanges();
-    void MakeAllStale() { record_.MakeAllStale(); }
 
   private:
     static void StartOver(void* frame);
@@ -67,11 +67,11 @@ class BackingStore {
     int scale_ = 1;           // pixels to a unit
     bool untouched_ = false;  // since HandOut
     Underlay underlay_;
-    Damage record_;
+    Damage damage_;
     // What the frame was last composed in.
     std::uint64_t underlayRevision_ = 0;
     Region drawable_;
-    CRect changed_;  // mended since TakeChanges
+    CRect changed_;  // repainted since TakeChanges
 };
 
 }  // namespace qkui

@@ -1,45 +1,51 @@
 #include "dialog/damage.h"
 
 #include <utility>
+#include <vector>
 
 namespace qkui {
 
-DisplayList& Damage::NewInputs() {
+DisplayList& Damage::NewList() {
     coming_.Clear();
     return coming_;
 }
 
-void Damage::TakeInputs() {
-    DisplayList::Difference(current_, coming_, stale_);
+void Damage::TakeList() {
+    const std::vector<CRect> differing = DisplayList::Difference(current_, coming_);
     std::swap(current_, coming_);
-    const Region whole;
-    whole.Set(Whole());
-    CombineRgn(stale_, stale_, whole, RGN_AND);
+    const Region rect;
+    for (const CRect& one : differing) {
+        rect.Set(one);
+        Add(rect);
+    }
 }
 
-void Damage::AddStale(HRGN region) {
-    CombineRgn(stale_, stale_, region, RGN_OR);
+void Damage::Add(HRGN region) {
+    const Region inside;
+    inside.Set(Whole());
+    CombineRgn(inside, inside, region, RGN_AND);
+    empty_ = CombineRgn(area_, area_, inside, RGN_OR) == NULLREGION;
 }
 
-void Damage::MakeAllStale() {
-    stale_.Set(Whole());
+void Damage::AddAll() {
+    area_.Set(Whole());
+    empty_ = Whole().IsRectEmpty();
 }
 
 void Damage::Resize(int width, int height) {
     width_ = width;
     height_ = height;
-    MakeAllStale();
+    AddAll();
 }
 
-void Damage::Seal(HRGN part, HDC context) {
-    CombineRgn(stale_, stale_, part, RGN_DIFF);
-    seal_ = GetSurfaceRevision(context);
+void Damage::Repainted(HRGN part, HDC context) {
+    empty_ = CombineRgn(area_, area_, part, RGN_DIFF) == NULLREGION;
+    revision_ = GetSurfaceRevision(context);
 }
 
-PartialRepaint::PartialRepaint(Damage& record, HDC context, HRGN wanted, HRGN drawable)
-    : record_(record), context_(context), drawable_(drawable) {
-    CombineRgn(part_, record.Stale(), wanted, wanted ? RGN_AND : RGN_COPY);
-    needed_ = !part_.Box().IsRectEmpty();
+PartialRepaint::PartialRepaint(Damage& damage, HDC context, HRGN wanted, HRGN drawable)
+    : damage_(damage), context_(context), drawable_(drawable) {
+    needed_ = CombineRgn(part_, damage.Area(), wanted, wanted ? RGN_AND : RGN_COPY) > NULLREGION;
     if (!needed_) return;
     hadClip_ = GetClipRgn(context_, clip_) == 1;
     Confine(part_);

@@ -13,23 +13,25 @@ namespace qkui {
 
 class Damage {
   public:
-    // The inputs of the coming frame, to be filled in; then TakeInputs finds what they make stale.
-    DisplayList& NewInputs();
-    void TakeInputs();
+    // The list of the coming frame, to be filled in; then TakeList finds what it makes differ.
+    DisplayList& NewList();
+    void TakeList();
+    const DisplayList& List() const { return current_; }
 
-    // What does not show the current inputs yet, and the whole of the surface that it lies in.
-    const Region& Stale() const { return stale_; }
-    void AddStale(HRGN region);
-    void MakeAllStale();
-    void Resize(int width, int height);  // all is stale then
+    // What does not show the list yet, and the size of the surface that it lies in.
+    const Region& Area() const { return area_; }
+    bool IsEmpty() const { return empty_; }
+    void Add(HRGN region);
+    void AddAll();
+    void Resize(int width, int height);  // all is damaged then
     int Width() const { return width_; }
     int Height() const { return height_; }
 
-    // `part` of the surface behind `context` shows the current inputs now. Whoever draws on it afterwards
-    // breaks the seal.
-    void Seal(HRGN part, HDC context);
-    void BreakSeal() { seal_ = 0; }
-    bool IsSealed(HDC context) const { return seal_ != 0 && GetSurfaceRevision(context) == seal_; }
+    // `part` of the surface behind `context` shows the list now. That is void as soon as somebody else draws
+    // on it.
+    void Repainted(HRGN part, HDC context);
+    void Void() { revision_ = 0; }
+    bool IsValid(HDC context) const { return revision_ != 0 && GetSurfaceRevision(context) == revision_; }
 
   private:
     CRect Whole() const { return {0, 0, width_, height_}; }
@@ -38,21 +40,23 @@ class Damage {
     int height_ = 0;
     DisplayList current_;
     DisplayList coming_;
-    Region stale_;
-    std::uint64_t seal_ = 0;  // the surface's revision
+    Region area_;
+    bool empty_ = true;
+    std::uint64_t revision_ = 0;  // of the surface, when it was last repainted
 };
 
-// The part of a record's surface that is to be composed again. While it lasts, the context is confined to
-// that part; then it has its clip again. The part counts as current once it is Done.
+// The part of a damaged surface that is to be composed again. While it lasts, the context is confined to that
+// part; then it has its clip again. The damage is gone once it is Done.
 class PartialRepaint {
   public:
-    // What is stale in `wanted` (null: everywhere) is composed as far as `drawable` reaches, which lives on.
-    PartialRepaint(Damage& record, HDC context, HRGN wanted, HRGN drawable);
+    // What is damaged in `wanted` (null: everywhere) is composed as far as `drawable` reaches, which lives
+    // on.
+    PartialRepaint(Damage& damage, HDC context, HRGN wanted, HRGN drawable);
     ~PartialRepaint();
     PartialRepaint(const PartialRepaint&) = delete;
     PartialRepaint& operator=(const PartialRepaint&) = delete;
 
-    // False when nothing is stale there.
+    // False when nothing is damaged there.
     bool IsNeeded() const { return needed_; }
     const Region& Part() const { return part_; }
     // Calls compose(band) for one band of the part's rows after another, the context confined to it: what is
@@ -70,13 +74,13 @@ class PartialRepaint {
             compose(band);
         }
     }
-    void Done() { record_.Seal(part_, context_); }
+    void Done() { damage_.Repainted(part_, context_); }
 
   private:
     static constexpr int kBandPixels = 1 << 18;
     void Confine(HRGN to) const;
 
-    Damage& record_;
+    Damage& damage_;
     const HDC context_;
     const HRGN drawable_;
     Region part_;

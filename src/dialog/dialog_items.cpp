@@ -1,49 +1,44 @@
 // The drawing routines of the items, one for each kind, as hosts may call them on a context of their own.
 #include <qkui/dialog/dialog_base.h>
-#include <qkui/items/check_box.h>
-#include <qkui/items/image.h>
-#include <qkui/items/progress.h>
-#include <qkui/items/scroll_bar.h>
-#include <qkui/items/static_text.h>
-#include <qkui/items/text_button.h>
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 namespace {
 
-template <class Compose>
-void Paint(HDC dc, const QKItemBase* item, Compose compose) {
-    if (!item->IsShow()) return;
+template <class Item>
+void Paint(HDC dc, const Item& item) {
+    if (!item.IsShow()) return;
     Gdiplus::Graphics graphics(dc);
     qkui::OperationPainter painter(graphics);
-    compose(painter);
+    qkui::ItemAccess::Record(item, painter);
 }
 
 }  // namespace
 
 void CQKDialogBase::DrawButton(HDC dc, QKButton* button) {
-    Paint(dc, button, [button](qkui::OperationSink& pieces) {
-        switch (button->GetType()) {
-            case QKUI_TEXTBUTTON:
-                return static_cast<QKTextButton*>(button)->Compose(pieces);
-            case QKUI_CHECKBOX:
-            case QKUI_RADIO:
-                return static_cast<QKCheckBox*>(button)->Compose(pieces);
-            default:
-                return button->Compose(pieces);
-        }
-    });
-}
-
-void CQKDialogBase::DrawStaticText(HDC dc, QKStaticText* text) {
-    Paint(dc, text, [text](qkui::OperationSink& pieces) { text->Compose(pieces); });
+    switch (button->GetType()) {
+        case QKUI_TEXTBUTTON:
+            return Paint(dc, static_cast<const QKTextButton&>(*button));
+        case QKUI_CHECKBOX:
+        case QKUI_RADIO:
+            return Paint(dc, static_cast<const QKCheckBox&>(*button));
+        default:
+            return Paint(dc, *button);
+    }
 }
 
 void CQKDialogBase::DrawCheckBoxText(HDC dc, QKCheckBox* box) {
-    Paint(dc, box, [box](qkui::OperationSink& pieces) { box->ComposeText(pieces); });
+    if (!box->IsShow()) return;
+    Gdiplus::Graphics graphics(dc);
+    qkui::OperationPainter painter(graphics);
+    qkui::ItemAccess::RecordText(*box, painter);
+}
+
+void CQKDialogBase::DrawStaticText(HDC dc, QKStaticText* text) {
+    Paint(dc, *text);
 }
 
 void CQKDialogBase::DrawImage(HDC dc, QKImage* image) {
-    Paint(dc, image, [image](qkui::OperationSink& pieces) { image->Compose(pieces); });
+    Paint(dc, *image);
 }
 
 void CQKDialogBase::DrawGifImage(HDC dc, QKImage* image) {
@@ -51,9 +46,9 @@ void CQKDialogBase::DrawGifImage(HDC dc, QKImage* image) {
 }
 
 void CQKDialogBase::DrawProgress(HDC dc, QKProgress* progress) {
-    Paint(dc, progress, [progress](qkui::OperationSink& pieces) { progress->Compose(pieces); });
+    Paint(dc, *progress);
 }
 
 void CQKDialogBase::DrawVScroll(HDC dc, QKVScrollBar* bar) {
-    Paint(dc, bar, [bar](qkui::OperationSink& pieces) { bar->Compose(pieces); });
+    Paint(dc, *bar);
 }

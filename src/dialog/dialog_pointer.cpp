@@ -1,21 +1,20 @@
 // The pointer: which item an event reaches, what it does to the item's state, and when a click completes.
-#include <qkui/items/check_box.h>
-#include <qkui/items/scroll_bar.h>
 #include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
 #include "dialog/item_tips.h"
 #include "dialog/selection_watch.h"
 #include "items/arithmetic.h"
+#include "items/item_access.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. Every refresh is a
 // call into the host, and so is default processing.
 
 bool CQKDialogBase::TakesPointer(const QKItemBase* item) {
-    return item->m_bShow && item->m_bEnable;
+    return item->IsShow() && item->GetEnable();
 }
 
 bool CQKDialogBase::HitRect(const QKItemBase* item, CRect& rect) {
-    switch (item->m_nType) {
+    switch (item->GetType()) {
         case QKUI_BUTTON:
         case QKUI_TEXTBUTTON:
             static_cast<const QKButton*>(item)->GetButtonRect(rect);
@@ -31,45 +30,47 @@ bool CQKDialogBase::HitRect(const QKItemBase* item, CRect& rect) {
 }
 
 int CQKDialogBase::MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point) {
-    if (item->m_bCapture) return DragThumb(item, point);
+    if (item->GetCaptrue()) return DragThumb(item, point);
     const bool inside = rect.PtInRect(point);
-    if (inside && item->m_bHand) SetCursor(LoadCursorW(nullptr, IDC_HAND));
+    if (inside && item->GetMouseMoveHand()) SetCursor(LoadCursorW(nullptr, IDC_HAND));
     // A pressed item keeps its look outside its rectangle, too.
     const QKItemBase::QK_STATUS status = inside ? QKItemBase::QK_MOUSEON : QKItemBase::QK_NORMAL;
-    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN || item->m_nStatus == status) return 0;
-    item->m_nStatus = status;
+    if (item->GetStatus() == QKItemBase::QK_MOUSEDOWN || item->GetStatus() == status) return 0;
+    item->SetStatus(status);
     return 1;
 }
 
 // The thumb follows the pointer as far as its travel goes. Of all captured items only a scroll bar moves. The
 // host's function may end the dialog or the bar: neither is touched after it.
 int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
-    if (item->m_nType != QKUI_VSCROLLBAR || item->m_nStatus != QKItemBase::QK_MOUSEDOWN ||
-        point.y == item->m_ptLast.y)
+    using qkui::ItemAccess;
+    POINT& pressedAt = ItemAccess::PressedAt(*item);
+    if (item->GetType() != QKUI_VSCROLLBAR || item->GetStatus() != QKItemBase::QK_MOUSEDOWN ||
+        point.y == pressedAt.y)
         return 0;
     auto* bar = static_cast<QKVScrollBar*>(item);
-    bar->SetBarPos(qkui::Sum(bar->m_nPos, qkui::Difference(point.y, bar->m_ptLast.y)));
-    bar->m_ptLast = point;
+    bar->SetBarPos(qkui::Sum(bar->GetBarPos(), qkui::Difference(point.y, pressedAt.y)));
+    pressedAt = point;
     FollowThumb(bar);
     const qkui::Alive dragged(*this, item);
-    const auto scrolled = bar->m_pScrolled;
-    if (bar->m_pfnPosition) bar->m_pfnPosition(bar->m_nPos, bar->m_pArgument);
-    if (dragged && scrolled) (*scrolled)(bar->GetScrollPos());
+    const ItemAccess::Dragged calls = ItemAccess::CallsOf(*bar);
+    if (calls.position) calls.position(bar->GetBarPos(), calls.argument);
+    if (dragged && calls.scrolled) (*calls.scrolled)(bar->GetScrollPos());
     return 1;
 }
 
 int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint point) {
-    if (!rect.PtInRect(point) || item->m_nStatus == QKItemBase::QK_MOUSEDOWN) return 0;
+    if (!rect.PtInRect(point) || item->GetStatus() == QKItemBase::QK_MOUSEDOWN) return 0;
     m_pDownItem = item;  // a scroll bar pressed beside its thumb, too
-    if (item->m_nType == QKUI_VSCROLLBAR && !static_cast<QKVScrollBar*>(item)->ptOnBar(point)) return 0;
-    item->m_nStatus = QKItemBase::QK_MOUSEDOWN;
-    item->m_ptLast = point;
+    if (item->GetType() == QKUI_VSCROLLBAR && !static_cast<QKVScrollBar*>(item)->ptOnBar(point)) return 0;
+    item->SetStatus(QKItemBase::QK_MOUSEDOWN);
+    qkui::ItemAccess::PressedAt(*item) = point;
     const qkui::Alive dialog(*this);
     const qkui::Alive pressed(*this, item);
     UpdateViewRect(rect);
     if (!dialog) return 1;
     SetCapture(m_hWnd);
-    if (pressed) item->m_bCapture = 1;
+    if (pressed) item->SetCaptrue(1);
     return 1;
 }
 
@@ -78,10 +79,10 @@ void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
     const qkui::Alive alive(*this);
     const unsigned int group = static_cast<const QKRadio*>(radio)->GetGroupID();
     for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
-        if (m_arItems[i] == radio || m_arItems[i]->m_nType != QKUI_RADIO) continue;
+        if (m_arItems[i] == radio || m_arItems[i]->GetType() != QKUI_RADIO) continue;
         auto* other = static_cast<QKRadio*>(m_arItems[i]);
-        if (other->GetGroupID() != group || !other->m_bCheck) continue;
-        other->m_bCheck = 0;
+        if (other->GetGroupID() != group || !other->GetCheck()) continue;
+        other->SetCheck(0);
         if (m_nLayStyle == LAY_OPAQUE) continue;  // the clicked one refreshes everything
         CRect rect;
         other->GetRect(&rect);
@@ -92,15 +93,15 @@ void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
 
 // What a completed click does to the item's check; true when it changed. The item may be gone afterwards.
 bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
-    if (item->m_nType == QKUI_CHECKBOX) {
+    if (item->GetType() == QKUI_CHECKBOX) {
         auto* box = static_cast<QKCheckBox*>(item);
-        box->m_bCheck = !box->m_bCheck;
+        box->SetCheck(!box->GetCheck());
         return true;
     }
-    if (item->m_nType != QKUI_RADIO || static_cast<QKRadio*>(item)->m_bCheck) return false;
+    if (item->GetType() != QKUI_RADIO || static_cast<QKRadio*>(item)->GetCheck()) return false;
     const qkui::Alive alive(*this, item);
     UncheckOthers(item);
-    if (alive) static_cast<QKRadio*>(item)->m_bCheck = 1;
+    if (alive) static_cast<QKRadio*>(item)->SetCheck(1);
     return true;
 }
 
@@ -110,7 +111,7 @@ bool CQKDialogBase::CompleteClick(QKItemBase* item, ClickedBy by, bool& changed)
     const qkui::Alive dialog(*this);
     const qkui::Alive clicked(*this, item);
     changed = ToggleCheck(item);
-    if (clicked && (by == ClickedBy::Key || item == m_pDownItem)) item->CallClicked();
+    if (clicked && (by == ClickedBy::Key || item == m_pDownItem)) qkui::ItemAccess::CallClicked(*item);
     if (!dialog || !IsWindow(m_hWnd)) return false;
     if (clicked) return true;
     m_bMinimized = 0;  // this was the release that MinQKDlg waited for
@@ -119,29 +120,29 @@ bool CQKDialogBase::CompleteClick(QKItemBase* item, ClickedBy by, bool& changed)
 
 int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point) {
     if (!rect.PtInRect(point)) {
-        if (item->m_nStatus == QKItemBase::QK_NORMAL) return 0;
-        item->m_nStatus = QKItemBase::QK_NORMAL;
+        if (item->GetStatus() == QKItemBase::QK_NORMAL) return 0;
+        item->SetStatus(QKItemBase::QK_NORMAL);
         UpdateViewRect(rect);
         return 1;
     }
 
     bool changed = false;
-    if (item->m_nStatus == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, ClickedBy::Pointer, changed))
+    if (item->GetStatus() == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, ClickedBy::Pointer, changed))
         return 0;
 
     const bool minimized = m_bMinimized == 1;
     m_bMinimized = 0;
     // A window that was just minimised is no longer under the pointer.
     const QKItemBase::QK_STATUS status = minimized ? QKItemBase::QK_NORMAL : QKItemBase::QK_MOUSEON;
-    if (item->m_nStatus == status && !changed) return 0;
-    item->m_nStatus = status;
+    if (item->GetStatus() == status && !changed) return 0;
+    item->SetStatus(status);
     UpdateViewRect(rect);
     return 1;
 }
 
 int CQKDialogBase::MoveLeaveItem(QKItemBase* item, const CRect& rect) {
-    if (item->m_nStatus == QKItemBase::QK_NORMAL) return 0;
-    item->m_nStatus = QKItemBase::QK_NORMAL;
+    if (item->GetStatus() == QKItemBase::QK_NORMAL) return 0;
+    item->SetStatus(QKItemBase::QK_NORMAL);
     UpdateViewRect(rect);
     return 1;
 }
@@ -169,7 +170,7 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
         if (!TakesPointer(item)) continue;
-        if (item->m_nType == QKUI_LISTCTRL) {
+        if (item->GetType() == QKUI_LISTCTRL) {
             auto* list = static_cast<QKListCtrl*>(item);
             const qkui::Alive pressed(*this, list->m_lstItems);
             list->GetRect(&rect);
@@ -198,8 +199,8 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; taker == kNobody && i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        if (!TakesPointer(item) || item->m_nType == QKUI_VSCROLLBAR) continue;
-        if (item->m_nType == QKUI_LISTCTRL) {
+        if (!TakesPointer(item) || item->GetType() == QKUI_VSCROLLBAR) continue;
+        if (item->GetType() == QKUI_LISTCTRL) {
             item->GetRect(&rect);
             if (MoveLDBClickList(static_cast<QKListCtrl*>(item), rect, point)) taker = kList;
             if (!alive) return;
@@ -254,7 +255,7 @@ void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
 
 QKItemBase* CQKDialogBase::CapturedItem() {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
-        if (TakesPointer(m_arItems[i]) && m_arItems[i]->m_bCapture) return m_arItems[i];
+        if (TakesPointer(m_arItems[i]) && m_arItems[i]->GetCaptrue()) return m_arItems[i];
     return nullptr;
 }
 
@@ -277,7 +278,7 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
             QKItemBase* item = m_arItems[i];
             CRect rect;
             if (!TakesPointer(item)) continue;
-            if (item->m_nType == QKUI_LISTCTRL) {
+            if (item->GetType() == QKUI_LISTCTRL) {
                 item->GetRect(&rect);
                 changed |= MoveOnList(static_cast<QKListCtrl*>(item), rect, point);
             } else if (HitRect(item, rect)) {
@@ -318,7 +319,7 @@ void CQKDialogBase::OnMouseLeave() {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         QKItemBase* item = m_arItems[i];
         CRect rect;
-        const bool followsPointer = item->m_nType != QKUI_VSCROLLBAR;
+        const bool followsPointer = item->GetType() != QKUI_VSCROLLBAR;
         if (followsPointer && TakesPointer(item) && HitRect(item, rect)) MoveLeaveItem(item, rect);
         if (!alive) return;
     }
@@ -330,7 +331,7 @@ void CQKDialogBase::EndPress() {
     m_bSelecting = 0;
     m_bDragOut = 0;
     for (QKItemBase* item : m_arItems)
-        item->m_bCapture = 0;
+        item->SetCaptrue(0);
     m_pDownItem = nullptr;
     ReleaseCapture();  // last: it ends a move of the window, and the host hears of that
 }
@@ -343,7 +344,7 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
             QKItemBase* item = m_arItems[i];  // raises when a callback shrank the registry below i
             CRect rect;
             if (!TakesPointer(item)) continue;
-            if (item->m_nType == QKUI_LISTCTRL) {
+            if (item->GetType() == QKUI_LISTCTRL) {
                 item->GetRect(&rect);
                 MoveUpList(static_cast<QKListCtrl*>(item), rect, point);
             } else if (HitRect(item, rect)) {
@@ -369,7 +370,7 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
 // The right button concerns the topmost list alone.
 QKListCtrl* CQKDialogBase::TopmostList() {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
-        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && TakesPointer(m_arItems[i]))
+        if (m_arItems[i]->GetType() == QKUI_LISTCTRL && TakesPointer(m_arItems[i]))
             return static_cast<QKListCtrl*>(m_arItems[i]);
     return nullptr;
 }

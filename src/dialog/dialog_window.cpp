@@ -2,10 +2,9 @@
 #include <qkui/items/nine_parts.h>
 #include <qkui/items/resource_image.h>
 #include "dialog/alive.h"
-#include "dialog/backing_store.h"
+#include "dialog/frame_painter.h"
 #include "dialog/item_tips.h"
 #include "dialog/tab_focus.h"
-#include "dialog/window_store.h"
 
 namespace {
 
@@ -39,8 +38,7 @@ CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
       m_pBackParts(std::make_unique<QKNineParts>()),
       m_pFocus(std::make_unique<qkui::TabFocus>()),
       m_pTips(std::make_unique<qkui::ItemTips>()),
-      m_pFrame(std::make_unique<qkui::BackingStore>()),
-      m_pWindowFrame(std::make_unique<qkui::WindowStore>()) {}
+      m_pPainter(std::make_unique<qkui::FramePainter>(*this)) {}
 
 CQKDialogBase::~CQKDialogBase() = default;
 

@@ -7,6 +7,6 @@
 template <class Visit>
 void CQKDialogBase::ForEachList(Visit visit) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i)
-        if (m_arItems[i]->m_nType == QKUI_LISTCTRL && m_arItems[i]->m_bShow)
+        if (m_arItems[i]->GetType() == QKUI_LISTCTRL && m_arItems[i]->IsShow())
             visit(static_cast<QKListCtrl&>(*m_arItems[i]));
 }

@@ -10,11 +10,11 @@ bool WindowStore::Meet(HWND window, HDC context, int width, int height) {
     CRect own;
     GetWindowRect(window, own);
     if (own.Width() != width || own.Height() != height) return false;
-    if (record_.Width() != width || record_.Height() != height) {
+    if (damage_.Width() != width || damage_.Height() != height) {
         shared_ = met_ = false;
-        record_.Resize(width, height);
+        damage_.Resize(width, height);
     }
-    if (met_ && !record_.IsSealed(context)) shared_ = true;
+    if (met_ && !damage_.IsValid(context)) shared_ = true;
     return !shared_;
 }
 

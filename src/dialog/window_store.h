@@ -14,25 +14,27 @@ class WindowStore {
     // somebody else drew on it, it is not, until its size changes.
     bool Meet(HWND window, HDC context, int width, int height);
 
-    Damage& Record() { return record_; }
+    Damage& Damaged() { return damage_; }
 
-    // What is stale where the context can be drawn on is composed again, from nothing unless it covers all.
+    // What is damaged where the context can be drawn on is composed again, from nothing unless that covers
+    // all.
     template <class Compose>
-    void Mend(HDC context, bool coversAll, Compose compose) {
+    void Repaint(HDC context, bool coversAll, const Compose& compose) {
+        if (damage_.IsEmpty()) return;
         const Region drawable;
         GetDrawableRgn(context, drawable);
-        PartialRepaint repair(record_, context, drawable, drawable);
-        if (!repair.IsNeeded()) return;
-        repair.InBands([&](const Region&) {
+        PartialRepaint repaint(damage_, context, drawable, drawable);
+        if (!repaint.IsNeeded()) return;
+        repaint.InBands([&](const Region&) {
             if (!coversAll) Gdiplus::Graphics(context).Clear(Gdiplus::Color(0));
             compose();
         });
-        repair.Done();
+        repaint.Done();
         met_ = true;
     }
 
   private:
-    Damage record_;
+    Damage damage_;
     bool met_ = false;  // something was composed
     bool shared_ = false;
 };

@@ -1,8 +1,7 @@
 #include <qkui/items/button.h>
 
-#include <algorithm>
-
-#include "items/draw_operations.h"
+#include "items/item_access.h"
+#include "items/sprite_strip.h"
 
 QKButton::QKButton() : QKButton(QKUI_BUTTON) {}
 
@@ -33,33 +32,15 @@ bool QKButton::Replace(QKBT_IMGS images, QKBT_TYPE layout) {
     return true;
 }
 
-QKFrameStrip QKButton::Strip() const {
-    return {static_cast<int>(m_pImage->GetWidth()), static_cast<int>(m_pImage->GetHeight()),
-            std::max<int>(m_nImages, 1), m_nLayout != QKBT_HORIZONTAL};
-}
-
 void QKButton::GetButtonRect(CRect& rect) const {
     if (m_pImage)
-        rect = CRect(CPoint(m_nX, m_nY), Strip().FrameSize());
+        rect = CRect(CPoint(m_nX, m_nY), qkui::StripOf(*this).FrameSize());
     else
         GetRect(&rect);
 }
 
-QKButton::Cut QKButton::GetFrameCut() const {
-    Cut cut;
-    cut.destination = CPoint(m_nX, m_nY);
-    if (!m_bShow || !m_pImage) return cut;
-    const QKFrameStrip strip = Strip();
-    CSize size = strip.FrameSize();
-    if (m_nButtonHeight != -1) size.cy = m_nButtonHeight;
-    const int offset = QKFrameOffset(strip, {m_nStatus, m_bActive != 0, m_bEnable != 0});
-    cut.source = CRect(strip.vertical ? CPoint(0, offset) : CPoint(offset, 0), size);
-    return cut;
-}
-
-void QKButton::Compose(qkui::OperationSink& pieces) const {
-    const Cut cut = GetFrameCut();
-    if (!cut.source.IsRectEmpty())
-        pieces.Add(
-            {m_pImage, qkui::ToRectF(CRect(cut.destination, cut.source.Size())), qkui::ToRectF(cut.source)});
+void qkui::ItemAccess::Record(const QKButton& button, OperationSink& sink) {
+    const Sprite sprite = SpriteOf(button);
+    if (!sprite.source.IsRectEmpty())
+        sink.Add({button.GetImage(), ToRectF(sprite.Place()), ToRectF(sprite.source)});
 }

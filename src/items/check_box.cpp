@@ -3,7 +3,8 @@
 #include <utility>
 
 #include "items/arithmetic.h"
-#include "items/draw_operations.h"
+#include "items/item_access.h"
+#include "items/sprite_strip.h"
 
 QKCheckBox::QKCheckBox() : QKCheckBox(QKUI_CHECKBOX) {}
 
@@ -36,37 +37,35 @@ Gdiplus::Color& QKCheckBox::GetTextStateColor() {
     return m_crTextState;
 }
 
-void QKCheckBox::Compose(qkui::OperationSink& pieces) const {
-    QKButton::Compose(pieces);
-    if (!m_pImage || !m_bCheck || !m_pCheckImage) return;
-    const Cut cut = GetFrameCut();
-    const Gdiplus::RectF mark = qkui::WholeImage(m_pCheckImage.get());
-    const int left =
-        qkui::Sum(cut.destination.x, qkui::Difference(cut.source.Width(), static_cast<int>(mark.Width)) / 2);
-    const int top = qkui::Sum(cut.destination.y,
-                              qkui::Difference(cut.source.Height(), static_cast<int>(mark.Height)) / 2);
-    pieces.Add({m_pCheckImage.get(),
-                {static_cast<float>(left), static_cast<float>(top), mark.Width, mark.Height},
-                mark});
+void qkui::ItemAccess::Record(const QKCheckBox& box, OperationSink& sink) {
+    Record(static_cast<const QKButton&>(box), sink);
+    Gdiplus::Image* const check = box.m_pCheckImage.get();
+    if (!box.GetImage() || !box.GetCheck() || !check) return;
+    const CRect frame = SpriteOf(box).Place();
+    const Gdiplus::RectF mark = WholeImage(check);
+    const int left = Sum(frame.left, Difference(frame.Width(), static_cast<int>(mark.Width)) / 2);
+    const int top = Sum(frame.top, Difference(frame.Height(), static_cast<int>(mark.Height)) / 2);
+    sink.Add({check, {static_cast<float>(left), static_cast<float>(top), mark.Width, mark.Height}, mark});
 }
 
-Gdiplus::RectF QKCheckBox::TextLayout() const {
+// The text starts right of the whole strip, not of one frame of it, and is centred on the frame's height.
+void qkui::ItemAccess::RecordText(const QKCheckBox& box, OperationSink& sink) {
+    if (!box.GetText()) return;
     Gdiplus::RectF layout;
-    GetRect(&layout);
-    if (!m_pImage) return layout;
-    layout.X += static_cast<float>(m_pImage->GetWidth());
-    // Measured without the item's format, whatever that makes of the text.
-    const float text = Gdiplus::GetTextExtent(GetText(), GetTextLen(), GetFont(), layout, nullptr).box.Height;
-    CRect frame;
-    GetButtonRect(frame);
-    layout.Y += (static_cast<float>(frame.Height()) - text) * 0.5F + static_cast<float>(m_nTextTop);
-    layout.X += static_cast<float>(m_nTextLeft);
-    return layout;
-}
-
-void QKCheckBox::ComposeText(qkui::OperationSink& pieces) const {
-    if (!GetText()) return;
-    qkui::TextOperation piece = TextPiece(TextLayout());
-    piece.color = StateColor();
-    pieces.Add(piece);
+    box.GetRect(&layout);
+    if (const Gdiplus::Image* const strip = box.GetImage()) {
+        layout.X += static_cast<float>(strip->GetWidth());
+        // Measured without the item's format, whatever that makes of the text.
+        const float text =
+            Gdiplus::GetTextExtent(box.GetText(), box.GetTextLen(), box.GetFont(), layout, nullptr)
+                .box.Height;
+        CRect frame;
+        box.GetButtonRect(frame);
+        layout.Y +=
+            (static_cast<float>(frame.Height()) - text) * 0.5F + static_cast<float>(box.GetTextInerTop());
+        layout.X += static_cast<float>(box.GetTextInerLeft());
+    }
+    TextOperation text = TextOf(box, layout);
+    text.color = box.StateColor();
+    sink.Add(text);
 }

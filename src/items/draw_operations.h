@@ -1,15 +1,13 @@
-// What the picture of an item is made of: parts of images and laid-out texts, in drawing order. An item tells
-// its pieces once; they are painted, counted as the pixels that it touches, or noted as what its picture
-// depends on, and none of the three can disagree.
+// What the picture of an item is made of: parts of images and laid-out texts, in drawing order. An item says
+// its operations once; they are painted, counted as the pixels that it touches, or recorded, and none of
+// these can disagree.
 #pragma once
-
-#include <cstdint>
-#include <utility>
 
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
 class QKItemBase;
+class QKItemText;
 
 namespace qkui {
 
@@ -34,8 +32,8 @@ struct TextOperation {
 
 class OperationSink {
   public:
-    virtual void Add(const ImageOperation& piece) = 0;
-    virtual void Add(const TextOperation& piece) = 0;
+    virtual void Add(const ImageOperation& operation) = 0;
+    virtual void Add(const TextOperation& operation) = 0;
 
   protected:
     ~OperationSink() = default;
@@ -45,26 +43,27 @@ class OperationSink {
 PLATFORM_API Gdiplus::RectF WholeImage(const Gdiplus::Image* image);
 // Whole numbers as floats.
 PLATFORM_API Gdiplus::RectF ToRectF(const CRect& rect);
+// An item's text, all of it, in the item's colour.
+TextOperation TextOf(const QKItemText& item, const Gdiplus::RectF& layout);
 
-// The pieces of any item but a list, by its kind; none while it is hidden.
-PLATFORM_API void RecordItem(const QKItemBase& item, OperationSink& pieces);
+// The operations of any item but a list, by its kind; none while it is hidden.
+PLATFORM_API void RecordItem(const QKItemBase& item, OperationSink& sink);
 
-// Paints pieces.
 class OperationPainter final : public OperationSink {
   public:
     explicit OperationPainter(Gdiplus::Graphics& graphics) : graphics_(graphics) {}
-    void Add(const ImageOperation& piece) override;
-    void Add(const TextOperation& piece) override;
+    void Add(const ImageOperation& operation) override;
+    void Add(const TextOperation& operation) override;
 
   private:
     Gdiplus::Graphics& graphics_;
 };
 
-// Finds the pixels that pieces may touch.
+// Finds the pixels that operations may touch.
 class OperationBounds : public OperationSink {
   public:
-    void Add(const ImageOperation& piece) override;
-    void Add(const TextOperation& piece) override;
+    void Add(const ImageOperation& operation) override;
+    void Add(const TextOperation& operation) override;
     void Include(const CRect& rect) { touched_.UnionRect(CRect(touched_), rect); }
     const CRect& Touched() const { return touched_; }
 

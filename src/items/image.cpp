@@ -1,6 +1,6 @@
 #include <qkui/items/image.h>
 
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 QKImage::QKImage(QKUIType type) : QKItemBase(type) {}
 
@@ -14,10 +14,11 @@ int QKImage::SetImage(LPCWSTR path) {
     return m_pImage != nullptr;
 }
 
-void QKImage::Compose(qkui::OperationSink& pieces) const {
-    if (!m_pImage) return;
+void qkui::ItemAccess::Record(const QKImage& image, OperationSink& sink) {
+    Gdiplus::Image* const picture = image.m_pImage.get();
+    if (!picture) return;
     Gdiplus::RectF place;
-    GetRect(&place);
-    if (!m_parts.IsEmpty()) return m_parts.Compose(*m_pImage, place, pieces);
-    pieces.Add({m_pImage.get(), place, qkui::WholeImage(m_pImage.get()), Gdiplus::WrapModeTileFlipXY});
+    image.GetRect(&place);
+    if (!image.m_parts.IsEmpty()) return Record(image.m_parts, *picture, place, sink);
+    sink.Add({picture, place, WholeImage(picture), Gdiplus::WrapModeTileFlipXY});
 }

@@ -43,6 +43,7 @@ void QKItemText::SetTextFormat(Gdiplus::StringAlignment alignment) {
     m_format.SetAlignment(alignment);
 }
 
-qkui::TextOperation QKItemText::TextPiece(const Gdiplus::RectF& layout) const {
-    return {GetText(), GetTextLen(), m_pFont.get(), layout, &m_format, m_crText};
+qkui::TextOperation qkui::TextOf(const QKItemText& item, const Gdiplus::RectF& layout) {
+    return {item.GetText(), item.GetTextLen(), item.GetFont(),
+            layout,         &item.GetFormat(), item.GetTextColor()};
 }

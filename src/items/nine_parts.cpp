@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 namespace {
 
@@ -42,23 +42,26 @@ void QKNineParts::Cut(Gdiplus::Image& picture) {
     }
 }
 
-void QKNineParts::Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, qkui::OperationSink& pieces) {
-    Cut(picture);
+void qkui::ItemAccess::Record(QKNineParts& parts, Gdiplus::Image& picture, const Gdiplus::RectF& rect,
+                              OperationSink& sink) {
+    parts.Cut(picture);
+    const RECT& margins = parts.margins_;
     const auto columns =
-        Places(rect.X, rect.Width, Cuts(static_cast<int>(picture.GetWidth()), margins_.left, margins_.right));
-    const auto rows = Places(rect.Y, rect.Height,
-                             Cuts(static_cast<int>(picture.GetHeight()), margins_.top, margins_.bottom));
-    for (std::size_t i = 0; i < parts_.size(); ++i) {
-        if (!parts_[i]) continue;
+        Places(rect.X, rect.Width, Cuts(static_cast<int>(picture.GetWidth()), margins.left, margins.right));
+    const auto rows =
+        Places(rect.Y, rect.Height, Cuts(static_cast<int>(picture.GetHeight()), margins.top, margins.bottom));
+    for (std::size_t i = 0; i < parts.parts_.size(); ++i) {
+        if (!parts.parts_[i]) continue;
         const std::size_t column = i % 3, row = i / 3;
         const Gdiplus::RectF to(columns[column], rows[row], columns[column + 1] - columns[column],
                                 rows[row + 1] - rows[row]);
         if (to.Width > 0 && to.Height > 0)
-            pieces.Add({parts_[i].get(), to, qkui::WholeImage(parts_[i].get()), Gdiplus::WrapModeTileFlipXY});
+            sink.Add(
+                {parts.parts_[i].get(), to, WholeImage(parts.parts_[i].get()), Gdiplus::WrapModeTileFlipXY});
     }
 }
 
 void QKNineParts::Draw(Gdiplus::Graphics& graphics, Gdiplus::Image& picture, const Gdiplus::RectF& rect) {
     qkui::OperationPainter painter(graphics);
-    Compose(picture, rect, painter);
+    qkui::ItemAccess::Record(*this, picture, rect, painter);
 }

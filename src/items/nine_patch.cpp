@@ -17,8 +17,8 @@ enum Part { kTopLeft, kTop, kTopRight, kLeft, kCentre, kRight, kBottomLeft, kBot
 
 class Frame {
   public:
-    Frame(Gdiplus::Image* const* images, const Gdiplus::RectF& rect, qkui::OperationSink& pieces)
-        : images_(images), rect_(rect), pieces_(pieces) {
+    Frame(Gdiplus::Image* const* images, const Gdiplus::RectF& rect, qkui::OperationSink& sink)
+        : images_(images), rect_(rect), sink_(sink) {
         for (std::size_t i = 0; i < sizes_.size(); ++i) {
             if (!images[i]) continue;
             const Gdiplus::RectF whole = qkui::WholeImage(images[i]);
@@ -32,11 +32,11 @@ class Frame {
 
     void Corner(Part part, float x, float y) {
         const auto [width, height] = sizes_[part];
-        if (images_[part]) pieces_.Add({images_[part], {x, y, width, height}, {0, 0, width, height}});
+        if (images_[part]) sink_.Add({images_[part], {x, y, width, height}, {0, 0, width, height}});
     }
     void Stretched(Part part, const Gdiplus::RectF& to, float sourceHeight) {
         if (images_[part])
-            pieces_.Add(
+            sink_.Add(
                 {images_[part], to, {0, 0, sizes_[part].width, sourceHeight}, Gdiplus::WrapModeTileFlipXY});
     }
     void Stretched(Part part, const Gdiplus::RectF& to) { Stretched(part, to, sizes_[part].height); }
@@ -44,16 +44,16 @@ class Frame {
   private:
     Gdiplus::Image* const* images_;
     const Gdiplus::RectF& rect_;
-    qkui::OperationSink& pieces_;
+    qkui::OperationSink& sink_;
     std::array<Extent, 9> sizes_;
 };
 
 }  // namespace
 
 void qkui::RecordNinePatch(Gdiplus::Image* const* images, const Gdiplus::RectF& rect,
-                           qkui::OperationSink& pieces) {
+                           qkui::OperationSink& sink) {
     if (!images) return;
-    Frame frame(images, rect, pieces);
+    Frame frame(images, rect, sink);
     const auto& [x, y, width, height] = rect;
     const auto size = [&](Part part) -> const Extent& { return frame.Size(part); };
 

@@ -1,7 +1,7 @@
 #include <qkui/items/progress.h>
 
 #include "items/arithmetic.h"
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 QKProgress::QKProgress() : QKItemBase(QKUI_PROGRESS) {}
 
@@ -37,12 +37,12 @@ CRect QKProgress::GetFilledRect() const {
                   static_cast<int>(static_cast<unsigned int>(m_nHeight) - 2 * border))};
 }
 
-void QKProgress::Compose(qkui::OperationSink& pieces) const {
-    if (m_pBackImage) {
+void qkui::ItemAccess::Record(const QKProgress& progress, OperationSink& sink) {
+    if (Gdiplus::Image* const track = progress.m_pBackImage.get()) {
         Gdiplus::RectF place;
-        GetRect(&place);
-        pieces.Add({m_pBackImage.get(), place, qkui::WholeImage(m_pBackImage.get())});
+        progress.GetRect(&place);
+        sink.Add({track, place, WholeImage(track)});
     }
-    if (m_pBarImage)
-        pieces.Add({m_pBarImage.get(), qkui::ToRectF(GetFilledRect()), qkui::WholeImage(m_pBarImage.get())});
+    if (Gdiplus::Image* const bar = progress.m_pBarImage.get())
+        sink.Add({bar, ToRectF(progress.GetFilledRect()), WholeImage(bar)});
 }

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "items/arithmetic.h"
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 namespace {
 
@@ -120,37 +120,39 @@ void QKVScrollBar::SetVBarCallBack(const QKVScrollCallbacks* callbacks) {
     m_pfnPosition = callbacks ? callbacks->pfnPosition : nullptr;
 }
 
-void QKVScrollBar::Compose(qkui::OperationSink& pieces) const {
-    if (m_pTrackImage) {
+void qkui::ItemAccess::Record(const QKVScrollBar& bar, OperationSink& sink) {
+    if (Gdiplus::Image* const track = bar.m_pTrackImage.get()) {
         Gdiplus::RectF place;
-        GetRect(&place);
-        pieces.Add({m_pTrackImage.get(), place, qkui::WholeImage(m_pTrackImage.get())});
+        bar.GetRect(&place);
+        sink.Add({track, place, WholeImage(track)});
     }
-    if (HasCaps() && m_pMiddleImage && m_nPos >= 0 && m_nPos <= m_nMax && m_nMax > 0) ComposeThumb(pieces);
+    if (bar.HasCaps() && bar.m_pMiddleImage && bar.m_nPos >= 0 && bar.m_nPos <= bar.m_nMax && bar.m_nMax > 0)
+        RecordThumb(bar, sink);
 }
 
 // All three parts show the frame at the middle strip's offset, and none is centred on its own width: cap
 // strips are as high and wide as the middle's. A middle wider than the bar lands far outside of it.
-void QKVScrollBar::ComposeThumb(qkui::OperationSink& pieces) const {
-    const unsigned int height = m_pMiddleImage->GetHeight();
-    const unsigned int offset = m_nStatus == QK_MOUSEON     ? height / 3
-                                : m_nStatus == QK_MOUSEDOWN ? 2 * height / 3
-                                                            : 0;
-    const unsigned int margin = static_cast<unsigned int>(m_nWidth) - m_pMiddleImage->GetWidth();
-    const auto left = static_cast<int>(static_cast<unsigned int>(m_nX) + (margin >> 1U));
-    int top = qkui::Sum(m_nY, m_nPos);
-    const auto add = [&](const Picture& strip, int drawn, int cut, Gdiplus::WrapMode wrap) {
+void qkui::ItemAccess::RecordThumb(const QKVScrollBar& bar, OperationSink& sink) {
+    const unsigned int height = bar.m_pMiddleImage->GetHeight();
+    const unsigned int offset = bar.m_nStatus == QKItemBase::QK_MOUSEON     ? height / 3
+                                : bar.m_nStatus == QKItemBase::QK_MOUSEDOWN ? 2 * height / 3
+                                                                            : 0;
+    const unsigned int margin = static_cast<unsigned int>(bar.m_nWidth) - bar.m_pMiddleImage->GetWidth();
+    const auto left = static_cast<int>(static_cast<unsigned int>(bar.m_nX) + (margin >> 1U));
+    int top = Sum(bar.m_nY, bar.m_nPos);
+    const auto add = [&](const auto& strip, int drawn, int cut, Gdiplus::WrapMode wrap) {
         const auto width = static_cast<float>(strip->GetWidth());
-        pieces.Add({strip.get(),
-                    {static_cast<float>(left), static_cast<float>(top), width, static_cast<float>(drawn)},
-                    {0, static_cast<float>(offset), width, static_cast<float>(cut)},
-                    wrap});
-        top = qkui::Sum(top, drawn);
+        sink.Add({strip.get(),
+                  {static_cast<float>(left), static_cast<float>(top), width, static_cast<float>(drawn)},
+                  {0, static_cast<float>(offset), width, static_cast<float>(cut)},
+                  wrap});
+        top = Sum(top, drawn);
     };
-    const int topCap = FrameHeight(m_pTopImage);
-    const int bottomCap = FrameHeight(m_pBottomImage);
-    add(m_pTopImage, topCap, topCap, Gdiplus::WrapModeClamp);
+    const int topCap = bar.FrameHeight(bar.m_pTopImage);
+    const int bottomCap = bar.FrameHeight(bar.m_pBottomImage);
+    add(bar.m_pTopImage, topCap, topCap, Gdiplus::WrapModeClamp);
     // A pixel short of the frame, so that the stretch never mixes in the next one.
-    add(m_pMiddleImage, m_nBarHeight, FrameHeight(m_pMiddleImage) - 1, Gdiplus::WrapModeTileFlipY);
-    add(m_pBottomImage, bottomCap, bottomCap, Gdiplus::WrapModeClamp);
+    add(bar.m_pMiddleImage, bar.m_nBarHeight, bar.FrameHeight(bar.m_pMiddleImage) - 1,
+        Gdiplus::WrapModeTileFlipY);
+    add(bar.m_pBottomImage, bottomCap, bottomCap, Gdiplus::WrapModeClamp);
 }

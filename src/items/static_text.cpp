@@ -1,11 +1,11 @@
 #include <qkui/items/static_text.h>
 
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 QKStaticText::QKStaticText() : QKItemBase(QKUI_STATICTEXT), QKItemText(9, Gdiplus::UnitPoint) {}
 
-void QKStaticText::Compose(qkui::OperationSink& pieces) const {
+void qkui::ItemAccess::Record(const QKStaticText& text, OperationSink& sink) {
     Gdiplus::RectF layout;
-    GetRect(&layout);
-    pieces.Add(TextPiece(layout));
+    text.GetRect(&layout);
+    sink.Add(TextOf(text, layout));
 }

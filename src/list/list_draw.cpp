@@ -3,6 +3,7 @@
 
 #include <qkui/dialog/dialog_base.h>
 #include <qkui/list/list_ctrl.h>
+#include "dialog/frame_painter.h"
 #include "dialog/recorder.h"
 #include "items/arithmetic.h"
 #include "items/draw_operations.h"
@@ -126,6 +127,5 @@ Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& pl
 }
 
 void CQKDialogBase::DrawListCtrl(HDC dc, QKListCtrl* list) {
-    Gdiplus::Graphics graphics(dc);
-    PaintList(graphics, dc, *list);
+    m_pPainter->PaintList(dc, *list);
 }

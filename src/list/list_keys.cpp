@@ -249,7 +249,7 @@ bool CQKDialogBase::MoveFocus(QKListCtrl& list, UINT key) {
 QKListCtrl* CQKDialogBase::KeyList() {
     QKListCtrl* topmost = nullptr;
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
-        if (m_arItems[i]->m_nType != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
+        if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
         auto* list = static_cast<QKListCtrl*>(m_arItems[i]);
         if (!list->m_keys.on) continue;
         if (list == m_pKeyList) return list;

@@ -178,7 +178,7 @@ int CQKDialogBase::MoveRUpList(QKListCtrl* list, const CRect&, CPoint point) {
 bool CQKDialogBase::DropListFocus() {
     bool changed = false;
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
-        if (m_arItems[i]->m_nType != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
+        if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
         QKListEntries& entries = *static_cast<QKListCtrl*>(m_arItems[i])->m_lstItems;
         if (entries.Focused().empty()) continue;
         entries.SetFocus(**entries.Focused().begin(), 1);

@@ -13,14 +13,14 @@
 QKVScrollBar* CQKDialogBase::BarOf(const QKListCtrl& list) const {
     if (!list.m_scroll.on) return nullptr;
     for (QKItemBase* item : m_arItems)
-        if (item == list.m_scroll.bar && item->m_nType == QKUI_VSCROLLBAR) return list.m_scroll.bar;
+        if (item == list.m_scroll.bar && item->GetType() == QKUI_VSCROLLBAR) return list.m_scroll.bar;
     return nullptr;
 }
 
 // Lists end at the end of their contents, and bars say where they are.
 void CQKDialogBase::SettleScrolling() const {
     for (QKItemBase* item : m_arItems) {
-        if (item->m_nType != QKUI_LISTCTRL) continue;
+        if (item->GetType() != QKUI_LISTCTRL) continue;
         auto& list = static_cast<QKListCtrl&>(*item);
         if (!list.m_scroll.on) continue;
         list.KeepInRange();
@@ -38,11 +38,11 @@ void CQKDialogBase::FollowThumb(const QKVScrollBar* bar) {
 // The topmost list that scrolls, by the place of its own or of its bar.
 QKListCtrl* CQKDialogBase::ScrollingListAt(CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
-        if (m_arItems[i]->m_nType != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
+        if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
         auto* list = static_cast<QKListCtrl*>(m_arItems[i]);
         if (!list->m_scroll.on) continue;
         CRect barPlace;
-        if (const QKVScrollBar* bar = BarOf(*list); bar && bar->m_bShow) bar->GetRect(&barPlace);
+        if (const QKVScrollBar* bar = BarOf(*list); bar && bar->IsShow()) bar->GetRect(&barPlace);
         if (list->View().PtInRect(point) || barPlace.PtInRect(point)) return list;
     }
     return nullptr;
@@ -82,7 +82,7 @@ BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
 // The list that scrolls and that the band began in.
 QKListCtrl* CQKDialogBase::BandList() const {
     for (QKItemBase* item : m_arItems) {
-        if (item->m_nType != QKUI_LISTCTRL) continue;
+        if (item->GetType() != QKUI_LISTCTRL) continue;
         auto* list = static_cast<QKListCtrl*>(item);
         if (list->m_scroll.on && list->m_scroll.hasBand) return list;
     }
@@ -92,9 +92,9 @@ QKListCtrl* CQKDialogBase::BandList() const {
 void CQKDialogBase::BeginBandAt(CPoint point) {
     bool begun = false;
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
-        if (m_arItems[i]->m_nType != QKUI_LISTCTRL) continue;
+        if (m_arItems[i]->GetType() != QKUI_LISTCTRL) continue;
         auto& list = static_cast<QKListCtrl&>(*m_arItems[i]);
-        list.m_scroll.hasBand = !begun && list.m_scroll.on && list.m_bShow && list.View().PtInRect(point);
+        list.m_scroll.hasBand = !begun && list.m_scroll.on && list.IsShow() && list.View().PtInRect(point);
         list.m_scroll.carried = CPoint();
         begun = begun || list.m_scroll.hasBand;
     }

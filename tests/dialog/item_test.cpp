@@ -1,4 +1,5 @@
 // Items by themselves: defaults, rectangles, loading, and which frame of a strip a state shows.
+#include "items/sprite_strip.h"
 #include "support/test_dialog.h"
 
 namespace {
@@ -65,9 +66,9 @@ TEST(FrameStrip, OffsetOfEveryState) {
         SCOPED_TRACE(testing::Message()
                      << c.count << " frames of " << c.length << ", vertical " << c.vertical << ", status "
                      << c.status << ", active " << c.active << ", enabled " << c.enabled);
-        const QKFrameStrip strip = {c.vertical ? 9 : c.length, c.vertical ? c.length : 9, c.count,
+        const qkui::SpriteStrip strip = {c.vertical ? 9 : c.length, c.vertical ? c.length : 9, c.count,
                                     c.vertical};
-        EXPECT_EQ(QKFrameOffset(strip, {c.status, c.active, c.enabled}), c.offset);
+        EXPECT_EQ(qkui::SpriteOffset(strip, {c.status, c.active, c.enabled}), c.offset);
     }
 }
 
@@ -86,12 +87,12 @@ TEST(Button, HitRectangleIsOneFrameWhateverTheDrawnHeight) {
     button.SetButtonHeight(4);
     button.GetButtonRect(rect);
     EXPECT_EQ(rect, CRect(5, 6, 26, 16));
-    EXPECT_EQ(button.GetFrameCut().source, CRect(0, 0, 21, 4));
+    EXPECT_EQ(qkui::SpriteOf(button).source, CRect(0, 0, 21, 4));
 
     EXPECT_EQ(button.SetImage(u"/nowhere/at/all.png", QKButton::QKBT_IMGS_3, QKButton::QKBT_VERTICAL), 1);
     button.GetButtonRect(rect);
     EXPECT_EQ(rect, CRect(5, 6, 5, 6));
-    EXPECT_TRUE(button.GetFrameCut().source.IsRectEmpty());
+    EXPECT_TRUE(qkui::SpriteOf(button).source.IsRectEmpty());
 }
 
 TEST(Button, LoadsFromResourcesAndRefusesWhatIsNotThere) {

@@ -12,12 +12,9 @@
 
 namespace qkui {
 class Alive;
-class BackingStore;
-class Damage;
-class DisplayList;
+class FramePainter;
 class ItemTips;
 class TabFocus;
-class WindowStore;
 }  // namespace qkui
 
 class COleDataSource;
@@ -313,6 +310,7 @@ class PLATFORM_API CQKDialogBase : public CDialog {
 
   private:
     friend class qkui::Alive;
+    friend class qkui::FramePainter;
 
     // Where an item takes the pointer; false for kinds that never do.
     static bool HitRect(const QKItemBase* item, CRect& rect);
@@ -358,33 +356,11 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void ClickItem(QKItemBase* item);
     const QKItemBase* TippedItem(CPoint point) const;
 
-    bool HasCachedBackground() const { return m_bBackCache && m_pBackCache; }
-    Gdiplus::Rect BackgroundSource(int clientWidth, int clientHeight) const;
-    // What a frame is composed on: pixels that it lies on top of, or some that it takes the place of.
-    enum class Under { Pixels, Nothing };
-    // `itemBounds`, empty at first, is kept from band to band of one frame.
-    void Compose(HDC dc, CSize size, Under under, std::vector<CRect>& itemBounds);
-    std::vector<CRect> ItemBounds() const;
-    void DrawBackground(Gdiplus::Graphics& graphics, CSize client, Under under) const;
-    void MakeBackCache();
-    void DrawBand(Gdiplus::Graphics& graphics);
-    void PaintList(Gdiplus::Graphics& graphics, HDC dc, QKListCtrl& list);
-    void DescribeFrame(qkui::Damage& frame) const;
-    void DescribeBand(qkui::DisplayList& inputs) const;
-    void PaintThroughFrame(HDC dc, int width, int height);
-    bool PaintInPlace(HDC dc, int width, int height);
-    bool CoversAll(int width, int height) const;
-    void PushLayeredFrame(const CRect& window);
-    void PaintHandedOut(int width, int height);
-
     const QKListCtrl* m_pKeyList = nullptr;  // pressed last; it may be gone
     std::shared_ptr<Gdiplus::Font> m_pDefaultFont;
     std::unique_ptr<QKNineParts> m_pBackParts;
     std::unique_ptr<qkui::TabFocus> m_pFocus;
     std::unique_ptr<qkui::ItemTips> m_pTips;
-    std::unique_ptr<qkui::BackingStore>
-        m_pFrame;  // the off-screen frame, kept between paints; null while handed out
-    std::unique_ptr<qkui::WindowStore> m_pWindowFrame;               // the one that the window itself shows
-    qkui::BackingStore* m_pHandedOut = nullptr;                      // what a DrawSurface is to draw on now
+    std::unique_ptr<qkui::FramePainter> m_pPainter;
     std::shared_ptr<const void> m_pLife = std::make_shared<char>();  // expires with the object
 };

@@ -1,12 +1,7 @@
 // An image button: one picture holds a frame for each of its states.
 #pragma once
 
-#include <qkui/items/frame_strip.h>
 #include <qkui/items/item_base.h>
-
-namespace qkui {
-class OperationSink;
-}  // namespace qkui
 
 class PLATFORM_API QKButton : public QKItemBase {
   public:
@@ -51,17 +46,7 @@ class PLATFORM_API QKButton : public QKItemBase {
     // has no picture. Width and height of the item do not matter to a button with a picture.
     void GetButtonRect(CRect& rect) const;
 
-    // What the button draws now: a part of the strip and the place it goes to, both of one size.
-    struct Cut {
-        CRect source;
-        CPoint destination;
-    };
-    // An empty source when there is nothing to draw.
-    Cut GetFrameCut() const;
-    void Compose(qkui::OperationSink& pieces) const;
-
   protected:
-    QKFrameStrip Strip() const;
     // Takes the new shape of the strip and frees the old one; false refuses.
     bool Replace(QKBT_IMGS images, QKBT_TYPE layout);
 

@@ -46,14 +46,8 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
     // The colour for the status as it is now.
     Gdiplus::Color& GetTextStateColor();
 
-    // Frame and mark.
-    void Compose(qkui::OperationSink& pieces) const;
-    // The text starts right of the whole strip, not of one frame of it, and is centred on the frame's height.
-    void ComposeText(qkui::OperationSink& pieces) const;
-
   private:
     Gdiplus::Color StateColor() const;
-    Gdiplus::RectF TextLayout() const;
 
     std::shared_ptr<Gdiplus::Image> m_pCheckImage;
     int m_nTextTop = 0;
@@ -63,7 +57,7 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
     Gdiplus::Color m_crTextState{0xFEFFFFFF};
     int m_bCheck = 0;
 
-    friend class CQKDialogBase;
+    friend struct qkui::ItemAccess;
 };
 
 // A check box that a click only checks: the other radio buttons of its dialog with the same group identifier

@@ -6,10 +6,6 @@
 #include <qkui/items/item_base.h>
 #include <qkui/items/nine_parts.h>
 
-namespace qkui {
-class OperationSink;
-}  // namespace qkui
-
 // Its aspect ratio is not kept. Copies share the picture, which lives as long as one of them holds it.
 class PLATFORM_API QKImage : public QKItemBase {
   public:
@@ -30,11 +26,11 @@ class PLATFORM_API QKImage : public QKItemBase {
     Gdiplus::Image* GetImage() const { return m_pImage.get(); }
     void DestroyImag() { m_pImage.reset(); }
 
-    void Compose(qkui::OperationSink& pieces) const;
-
   protected:
     std::shared_ptr<Gdiplus::Image> m_pImage;
 
   private:
     mutable QKNineParts m_parts;  // cut when they are drawn
+
+    friend struct qkui::ItemAccess;
 };

@@ -9,6 +9,10 @@
 #include <platform/text.h>
 #include <platform/types.h>
 
+namespace qkui {
+struct ItemAccess;
+}  // namespace qkui
+
 // The kind of an item, fixed by its class. The dialog draws it and hands it the pointer by this number;
 // other numbers are neither drawn nor reached by the pointer.
 enum QKUIType : int {
@@ -140,5 +144,5 @@ class PLATFORM_API QKItemBase {
     CString m_strTooltip;
     int m_bTabStop = 1;
 
-    friend class CQKDialogBase;
+    friend struct qkui::ItemAccess;
 };

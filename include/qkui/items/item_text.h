@@ -6,10 +6,6 @@
 #include <platform/gdiplus.h>
 #include <platform/text.h>
 
-namespace qkui {
-struct TextOperation;
-}  // namespace qkui
-
 class PLATFORM_API QKItemText {
   public:
     // Copies have the text, share the font until one gets another, and have a format of their own.
@@ -47,8 +43,6 @@ class PLATFORM_API QKItemText {
     ~QKItemText() = default;
 
     static Gdiplus::Color WithoutFullAlpha(const Gdiplus::Color& color);
-    // Whole, in the item's colour.
-    qkui::TextOperation TextPiece(const Gdiplus::RectF& layout) const;
 
   private:
     CString m_strText;

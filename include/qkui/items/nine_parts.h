@@ -8,7 +8,7 @@
 #include <platform/geometry.h>
 
 namespace qkui {
-class OperationSink;
+struct ItemAccess;
 }  // namespace qkui
 
 // Corners are drawn at their own size, edges stretched along the sides, the centre both ways. The parts are
@@ -24,8 +24,6 @@ class PLATFORM_API QKNineParts {
 
     // Draws `picture` as a frame into `rect`. In one smaller than its corners, these lie over each other.
     void Draw(Gdiplus::Graphics& graphics, Gdiplus::Image& picture, const Gdiplus::RectF& rect);
-    // The pieces of that.
-    void Compose(Gdiplus::Image& picture, const Gdiplus::RectF& rect, qkui::OperationSink& pieces);
 
   private:
     void Cut(Gdiplus::Image& picture);
@@ -34,4 +32,6 @@ class PLATFORM_API QKNineParts {
     std::uint64_t revision_ = 0;  // of the picture that the parts were cut from
     RECT cutAt_ = {0, 0, 0, 0};
     std::array<std::shared_ptr<Gdiplus::Bitmap>, 9> parts_;  // row by row; null where there is nothing
+
+    friend struct qkui::ItemAccess;
 };

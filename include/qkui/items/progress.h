@@ -5,10 +5,6 @@
 
 #include <qkui/items/item_base.h>
 
-namespace qkui {
-class OperationSink;
-}  // namespace qkui
-
 // Takes no pointer. A position outside the range shows the track alone, and so does an empty range. Copies
 // share the pictures.
 class PLATFORM_API QKProgress : public QKItemBase {
@@ -40,8 +36,6 @@ class PLATFORM_API QKProgress : public QKItemBase {
     // Where the bar is stretched to now; empty when it does not show.
     CRect GetFilledRect() const;
 
-    void Compose(qkui::OperationSink& pieces) const;
-
   private:
     std::shared_ptr<Gdiplus::Image> m_pBackImage;
     std::shared_ptr<Gdiplus::Image> m_pBarImage;
@@ -49,4 +43,6 @@ class PLATFORM_API QKProgress : public QKItemBase {
     unsigned int m_nMin = 0;
     unsigned int m_nMax = 100;
     int m_nBorder = 1;
+
+    friend struct qkui::ItemAccess;
 };

@@ -7,10 +7,6 @@
 
 #include <qkui/items/item_base.h>
 
-namespace qkui {
-class OperationSink;
-}  // namespace qkui
-
 // What a scroll bar calls while its thumb is dragged. `position` is the thumb's offset in pixels, 0 to the
 // bar's maximum; QKVScrollBar::GetPos turns it into a position of the content. It may close the dialog or
 // remove the bar.
@@ -73,13 +69,10 @@ class PLATFORM_API QKVScrollBar : public QKItemBase {
     // Copies argument and function; null removes them.
     void SetVBarCallBack(const QKVScrollCallbacks* callbacks);
 
-    void Compose(qkui::OperationSink& pieces) const;
-
   private:
     using Picture = std::shared_ptr<Gdiplus::Image>;
     bool HasCaps() const { return m_pTopImage && m_pBottomImage; }
     int FrameHeight(const Picture& strip) const;
-    void ComposeThumb(qkui::OperationSink& pieces) const;
     void SetThumb(int position);
 
     LPVOID m_pArgument = nullptr;
@@ -97,5 +90,5 @@ class PLATFORM_API QKVScrollBar : public QKItemBase {
     int m_nTotal = 0;
     static constexpr unsigned int m_nFrames = 3;
 
-    friend class CQKDialogBase;
+    friend struct qkui::ItemAccess;
 };

@@ -9,5 +9,4 @@
 class PLATFORM_API QKTextButton : public QKButton, public QKItemText {
   public:
     QKTextButton();
-    void Compose(qkui::OperationSink& pieces) const;
 };

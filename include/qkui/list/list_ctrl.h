@@ -18,6 +18,7 @@
 
 namespace qkui {
 class DisplayList;
+class FramePainter;
 class OperationSink;
 class SelectionWatch;
 }  // namespace qkui
@@ -364,5 +365,6 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
                               Gdiplus::StringTrimming trimming);
 
     friend class CQKDialogBase;
+    friend class qkui::FramePainter;
     friend class qkui::SelectionWatch;
 };

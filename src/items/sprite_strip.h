@@ -3,7 +3,11 @@
 
 #include <platform/geometry.h>
 
-struct PLATFORM_API QKFrameStrip {
+class QKButton;
+
+namespace qkui {
+
+struct PLATFORM_API SpriteStrip {
     int width;  // of the whole picture
     int height;
     int count;      // frames; at least 1
@@ -14,7 +18,7 @@ struct PLATFORM_API QKFrameStrip {
 };
 
 // What decides which frame a button shows. `status` is a QKItemBase::QK_STATUS.
-struct QKFrameState {
+struct SpriteState {
     int status;
     bool active;
     bool enabled;
@@ -24,4 +28,18 @@ struct QKFrameState {
 //
 // The pressed frame starts at twice the rounded step, not at the rounded double of it. Side by side, an
 // active button of four frames shows its hover frame under the pointer; stacked, it keeps its active frame.
-PLATFORM_API int QKFrameOffset(const QKFrameStrip& strip, const QKFrameState& state);
+PLATFORM_API int SpriteOffset(const SpriteStrip& strip, const SpriteState& state);
+
+// The strip of a button that has a picture.
+SpriteStrip StripOf(const QKButton& button);
+
+// What a button draws now: a part of its strip and the place it goes to, both of one size. An empty source
+// when there is nothing to draw.
+struct Sprite {
+    CRect source;
+    CPoint destination;
+    CRect Place() const { return {destination, source.Size()}; }
+};
+PLATFORM_API Sprite SpriteOf(const QKButton& button);
+
+}  // namespace qkui
