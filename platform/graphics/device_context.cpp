@@ -108,11 +108,6 @@ void NoteDrawn(HDC context, const RECT& surfaceRect) {
     if (const auto found = ShareContext(context)) found->Note(surfaceRect);
 }
 
-const Region* FindRegion(HRGN region) {
-    const std::lock_guard lock(Gdi().mutex);
-    return Gdi().regions.Find(region);
-}
-
 std::optional<Region> TakeRegion(HRGN region) {
     std::shared_ptr<Region> taken;
     {

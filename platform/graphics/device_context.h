@@ -33,8 +33,7 @@ std::optional<Target> TargetOf(HDC context);
 Region DrawnRegion(HDC context);
 void NoteDrawn(HDC context, const RECT& surfaceRect);
 
-// The region behind a handle; null when stale. TakeRegion also makes the handle stale.
-const Region* FindRegion(HRGN region);
+// The region behind a handle, which is stale afterwards; empty when it is so already.
 std::optional<Region> TakeRegion(HRGN region);
 
 }  // namespace platform

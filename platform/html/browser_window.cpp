@@ -63,7 +63,7 @@ BOOL BrowserWindow::Open(CHtmlView& view) {
 }
 
 bool BrowserWindow::MakePage(CHtmlView& view) {
-    if (WindowsAreHeadless()) {
+    if (!CanEmbedWindows()) {
         browser_ = CComPtr<Browser>(new Browser(view, m_hWnd, CString(u"script")));
         browser_->SetPage(MakeScriptedPage(m_hWnd, *browser_));
         return true;

@@ -6,20 +6,20 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include <platform/geometry.h>
-#include <platform/ole.h>
 #include <platform/text.h>
 #include <platform/types.h>
 
 #include "platform/graphics/region.h"
 #include "platform/graphics/surface.h"
+#include "platform/window/compositing.h"
 #include "platform/window/embedding.h"
+#include "platform/window/window_events.h"
 
 namespace platform {
 
@@ -27,24 +27,7 @@ class FileDragger;
 class FileReceiver;
 class ForeignWindows;
 class KeyWatch;
-struct FileDrop;
 class TextClipboard;
-
-// How the pixels of a window become visible.
-struct Compositing {
-    enum class Mode {
-        Nothing,   // layered and not fed yet: invisible, and the pointer passes
-        Opaque,    // alpha channel ignored
-        ColorKey,  // opaque, but pixels whose colour is `key` are left out
-        Constant,  // opaque pixels under `alpha`; `alpha` with a key: both
-        PerPixel   // premultiplied pixels under `alpha`
-    };
-    Mode mode = Mode::Opaque;
-    std::uint32_t key = 0;  // 0x00RRGGBB
-    std::uint8_t alpha = 255;
-    bool hasKey = false;  // with Constant
-    friend bool operator==(const Compositing&, const Compositing&) = default;
-};
 
 // What a window system must know of a window besides its pixels. The core sends the whole record again when
 // any of it changes.
@@ -57,12 +40,11 @@ struct WindowTraits {
     SIZE least{0, 0};
     SIZE most{32767, 32767};
     bool topmost = false;
-    bool toolWindow = false;  // not in task lists
-    bool activates = true;    // takes the focus when shown or clicked
-    bool takesFiles = false;  // that are dropped somewhere on it
-    bool dialog = true;       // transient for its owner
-    bool modal = false;       // its owner is disabled while it shows
-    HWND owner;
+    bool toolWindow = false;                              // not in task lists
+    bool activates = true;                                // takes the focus when shown or clicked
+    bool takesFiles = false;                              // that are dropped somewhere on it
+    bool modal = false;                                   // its owner is disabled while it shows
+    HWND owner;                                           // it stays above that, as a dialog does
     std::array<std::shared_ptr<const Surface>, 2> icons;  // large and small, or null
     CString title;                                        // last, since copying it may fail
     friend bool operator==(const WindowTraits&, const WindowTraits&) = default;
@@ -93,8 +75,6 @@ enum class CursorShape {
     Count
 };
 
-using KeySet = std::bitset<256>;  // by virtual key
-
 // A part of the screen with a display of its own.
 struct Monitor {
     CRect whole;
@@ -102,67 +82,23 @@ struct Monitor {
     friend bool operator==(const Monitor&, const Monitor&) = default;
 };
 
-// Modifier and button state that accompanies pointer and key events.
-struct InputState {
-    bool shift = false, control = false, alt = false;
-    bool left = false, middle = false, right = false;
-};
-
-// Where a window system reports events: the core. Every call names the top-level concerned. Handles may be
-// stale by then; the sink ignores those. Times are milliseconds of the window system's clock.
-class WindowEvents {
-  public:
-    virtual ~WindowEvents() = default;
-    // `window` is empty when the pointer is over none of ours (only while it is captured or watched).
-    virtual void PointerMoved(HWND window, POINT screen, InputState state, std::uint64_t time) = 0;
-    virtual void PointerLeft(HWND window) = 0;
-    // Buttons: 1 left, 2 middle, 3 right.
-    virtual void PointerButton(HWND window, int button, bool down, POINT screen, InputState state,
-                               std::uint64_t time) = 0;
-    virtual void PointerWheel(HWND window, int delta, POINT screen, InputState state, std::uint64_t time) = 0;
-    // `character` is the UTF-16 text of the key (may be 0); repeats come as further downs.
-    virtual void Key(HWND window, UINT virtualKey, bool down, char16_t character, InputState state,
-                     std::uint64_t time) = 0;
-    // All the keys that are down, after a time in which the keyboard was somebody else's; none when that
-    // begins.
-    virtual void KeysHeld(const KeySet& keys) = 0;
-    virtual void FocusChanged(HWND window, bool focused) = 0;
-    virtual void Placed(HWND window, const RECT& screen) = 0;  // moved or sized by the outside
-    virtual void Exposed(HWND window,
-                         const Region& region) = 0;  // the display lost these pixels of the surface
-    virtual void MinimisedChanged(HWND window, bool minimised) = 0;
-    // A window manager has maximised the window, or no longer does. Its new place is reported besides.
-    virtual void MaximisedChanged(HWND /*window*/, bool /*maximised*/) {}
-    virtual void CloseRequested(HWND window) = 0;
-    virtual void GrabLost(HWND window) = 0;
-    virtual void SystemDestroyed(HWND window) = 0;  // somebody else destroyed the native window
-    // While the keyboard is watched: any key, whoever has the keyboard. `held` are those down after it,
-    // `scanCode` is the window system's own number of the key.
-    virtual void KeySeen(UINT /*virtualKey*/, UINT /*scanCode*/, bool /*down*/, const KeySet& /*held*/,
-                         std::uint64_t /*time*/) {}
-    // A window lies on the screen again: the other program's window that it was put into is gone.
-    virtual void PutOut(HWND /*window*/) {}
-    // Files are held over a window: what would be done with them there, of what is wanted. No event, but a
-    // question that is answered at once, and that nobody hears of.
-    virtual DROPEFFECT FilesOver(HWND /*window*/, POINT /*screen*/, DROPEFFECT /*wanted*/) {
-        return DROPEFFECT_NONE;
-    }
-    virtual void FilesDropped(HWND /*window*/, FileDrop&& /*drop*/) {}
-    // The connection is gone for good. No further call of the window system does anything.
-    virtual void ConnectionLost() = 0;
+// What window systems differ in, besides the abilities that have an interface of their own.
+struct Capabilities {
+    bool embedsWindows = false;  // of other libraries
 };
 
 class WindowSystem {
   public:
     virtual ~WindowSystem() = default;
+    virtual Capabilities Can() const { return {}; }
 
     // ---- life. `rect` in screen coordinates. The window starts hidden.
     [[nodiscard]] virtual bool Create(HWND window, const RECT& rect, const WindowTraits& traits) = 0;
     virtual void Destroy(HWND window) = 0;
     virtual void SetTraits(HWND window, const WindowTraits& traits) = 0;
 
-    // ---- place
-    virtual void Place(HWND window, const RECT& rect) = 0;
+    // ---- bounds, visibility, order
+    virtual void SetBounds(HWND window, const RECT& rect) = 0;
     virtual void Show(HWND window, Visibility visibility) = 0;
     virtual void Restack(HWND window, StackPlace place, HWND reference) = 0;
     virtual void Activate(HWND window) = 0;  // raises it and asks for the focus

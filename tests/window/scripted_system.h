@@ -66,7 +66,7 @@ class ScriptedSystem : public platform::WindowSystem {
         traits[window.ToParam()] = changed;
         Log("traits");
     }
-    void Place(HWND, const RECT&) override { Log("place"); }
+    void SetBounds(HWND, const RECT&) override { Log("place"); }
     void Show(HWND, platform::Visibility visibility) override {
         static const char* const names[] = {"hide", "show", "show-inactive", "minimise", "restore"};
         Log(names[static_cast<int>(visibility)]);

@@ -101,11 +101,11 @@ TEST_F(SystemTest, AWindowIsIntroducedWithItsTraits) {
     const HWND owner = Create(WS_POPUP | WS_CAPTION | WS_MINIMIZEBOX, {}, WS_EX_TOPMOST | WS_EX_TOOLWINDOW);
     platform::WindowTraits traits = System().traits[owner.ToParam()];
     EXPECT_TRUE(traits.decorated && traits.minimizable && traits.topmost && traits.toolWindow);
-    EXPECT_FALSE(traits.dialog || traits.modal);
+    EXPECT_FALSE(traits.modal);
     EXPECT_TRUE(traits.title == u"t");
     const HWND dialog = Create(WS_POPUP, owner, WS_EX_NOACTIVATE);
     traits = System().traits[dialog.ToParam()];
-    EXPECT_TRUE(traits.dialog && traits.topmost) << "over a topmost owner";
+    EXPECT_TRUE(traits.owner == owner && traits.topmost) << "over a topmost owner";
     EXPECT_FALSE(traits.decorated || traits.activates || traits.modal);
     EXPECT_EQ(traits.owner, owner);
     EnableWindow(owner, FALSE);
@@ -159,7 +159,7 @@ TEST_F(SystemTest, OnlyWhatWasDrawnIsPresented) {
     EXPECT_EQ(System().presented, Region(RECT{8, 6, 10, 12}));
     // Pixels that the display lost are shown again without a paint.
     heard.clear();
-    System().events.Exposed(window, Region(RECT{1, 2, 3, 4}));
+    System().events.Notify(platform::event::Exposed{window, Region(RECT{1, 2, 3, 4})});
     Settle();
     EXPECT_EQ(System().presented, Region(RECT{1, 2, 3, 4}));
     EXPECT_EQ(Count(window, WM_PAINT), 0);
@@ -248,12 +248,16 @@ TEST_F(SystemTest, MovesThatWaitAreOne) {
     pressed.left = true;
     auto& events = System().events;
     for (int i = 0; i < 50; ++i)
-        events.PointerMoved(window, POINT{105 + i % 20, 110}, {}, 1);
+        events.Notify(platform::event::Pointer{
+            platform::event::Pointer::Moved, window, POINT{105 + i % 20, 110}, {}, 1});
     PostMessageW(window, WM_USER, 0, 0);
-    events.PointerMoved(window, POINT{107, 111}, {}, 2);
-    events.PointerButton(window, 1, true, POINT{107, 111}, {}, 3);
-    events.PointerMoved(window, POINT{109, 111}, pressed, 4);
-    events.PointerMoved(window, POINT{110, 112}, pressed, 5);
+    events.Notify(platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{107, 111}, {}, 2});
+    events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Button, window, POINT{107, 111}, {}, 3, 1, true});
+    events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{109, 111}, pressed, 4});
+    events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{110, 112}, pressed, 5});
     Settle();
     std::string order;
     for (const Heard& one : heard)
@@ -273,8 +277,8 @@ TEST_F(SystemTest, EventsComeInTheirTurn) {
         if (message == WM_KEYDOWN) EnableWindow(window, FALSE);
         return false;
     };
-    System().events.Key(window, 'A', true, u'a', {}, 1);
-    System().events.Key(window, 'B', true, u'b', {}, 1);
+    System().events.Notify(platform::event::Key{window, 'A', true, u'a', {}, 1});
+    System().events.Notify(platform::event::Key{window, 'B', true, u'b', {}, 1});
     EXPECT_TRUE(heard.empty()) << "nothing runs while the system reports";
     Settle();
     EXPECT_EQ(Count(window, WM_KEYDOWN), 1);
@@ -287,8 +291,8 @@ TEST_F(SystemTest, TheOutsidePlacesMinimisesAndDestroys) {
     Settle();
     heard.clear();
     auto& events = System().events;
-    events.Placed(window, RECT{1, 2, 3, 4});
-    events.Placed(window, RECT{200, 210, 260, 250});
+    events.Notify(platform::event::BoundsChanged{window, RECT{1, 2, 3, 4}});
+    events.Notify(platform::event::BoundsChanged{window, RECT{200, 210, 260, 250}});
     Settle();
     RECT rect;
     GetWindowRect(window, &rect);
@@ -297,26 +301,26 @@ TEST_F(SystemTest, TheOutsidePlacesMinimisesAndDestroys) {
     EXPECT_EQ(Count(window, WM_SIZE), 1);
     EXPECT_EQ(Count(window, WM_PAINT), 1);
     EXPECT_EQ(System().TakeLog().find("place"), std::string::npos) << "not told back what it said";
-    events.MinimisedChanged(window, true);
+    events.Notify(platform::event::MinimisedChanged{window, true});
     Settle();
     EXPECT_TRUE(IsIconic(window));
-    events.MinimisedChanged(window, false);
+    events.Notify(platform::event::MinimisedChanged{window, false});
     Settle();
     EXPECT_FALSE(IsIconic(window));
     EXPECT_EQ(System().TakeLog().find("minimise"), std::string::npos);
     SetCapture(window);
-    events.GrabLost(window);
+    events.Notify(platform::event::GrabLost{window});
     Settle();
     EXPECT_EQ(GetCapture(), HWND());
     System().TakeLog();
-    events.SystemDestroyed(window);
+    events.Notify(platform::event::SystemDestroyed{window});
     Settle();
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(Count(window, WM_NCDESTROY), 1);
     EXPECT_EQ(System().TakeLog(), "") << "nothing is asked of a native window that is gone";
-    events.PointerMoved(window, POINT{0, 0}, {}, 1);
-    events.Exposed(window, Region(RECT{0, 0, 9, 9}));
-    events.CloseRequested(window);
+    events.Notify(platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{0, 0}, {}, 1});
+    events.Notify(platform::event::Exposed{window, Region(RECT{0, 0, 9, 9})});
+    events.Notify(platform::event::CloseRequested{window});
     Settle();
 }
 
@@ -328,20 +332,20 @@ TEST_F(SystemTest, FocusThatArrivesLateIsNoNews) {
     heard.clear();
     auto& events = System().events;
     // The server is still at the first request.
-    events.FocusChanged(one, true);
+    events.Notify(platform::event::FocusChanged{one, true});
     Settle();
     EXPECT_EQ(GetActiveWindow(), two);
-    events.FocusChanged(one, false);
-    events.FocusChanged(two, true);
+    events.Notify(platform::event::FocusChanged{one, false});
+    events.Notify(platform::event::FocusChanged{two, true});
     Settle();
     EXPECT_EQ(Count(one, WM_ACTIVATE) + Count(two, WM_ACTIVATE), 0);
     // The user goes to another program and back to the first window.
-    events.FocusChanged(two, false);
+    events.Notify(platform::event::FocusChanged{two, false});
     Settle();
     EXPECT_EQ(GetActiveWindow(), HWND());
     EXPECT_EQ(GetFocus(), HWND());
     EXPECT_EQ(Count(two, WM_KILLFOCUS), 1);
-    events.FocusChanged(one, true);
+    events.Notify(platform::event::FocusChanged{one, true});
     Settle();
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(GetFocus(), one);
@@ -351,19 +355,19 @@ TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
     const HWND one = Create();
     const HWND two = Create();
     ShowWindow(one, SW_SHOW);
-    System().events.FocusChanged(one, true);
+    System().events.Notify(platform::event::FocusChanged{one, true});
     Settle();
     SetActiveWindow(two);
     ShowWindow(two, SW_SHOW);
     EXPECT_EQ(GetActiveWindow(), two);
     // Nothing is reported: the window manager left the focus where it was. A key shows where that is.
     System().now += 1000;
-    System().events.Key(one, 'A', true, u'a', {}, System().now);
+    System().events.Notify(platform::event::Key{one, 'A', true, u'a', {}, System().now});
     Settle();
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(Count(one, WM_KEYDOWN), 1);
     // And so does waiting, also when another program has it.
-    System().events.FocusChanged(one, false);
+    System().events.Notify(platform::event::FocusChanged{one, false});
     Settle();
     System().TakeLog();
     EXPECT_TRUE(SetForegroundWindow(two));
@@ -375,7 +379,7 @@ TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
     System().TakeLog();
     const HWND modal = Create(WS_POPUP | WS_VISIBLE, one);
     EnableWindow(one, FALSE);
-    System().events.FocusChanged(one, true);
+    System().events.Notify(platform::event::FocusChanged{one, true});
     System().now += 1000;
     for (int i = 0; i < 3; ++i) {
         Settle();
@@ -391,21 +395,21 @@ TEST_F(SystemTest, AWindowIsActiveOnceItCanBe) {
     auto& events = System().events;
     for (const bool minimised : {true, false}) {
         SCOPED_TRACE(minimised ? "minimised" : "disabled");
-        events.FocusChanged(window, true);
+        events.Notify(platform::event::FocusChanged{window, true});
         Settle();
         EXPECT_EQ(GetActiveWindow(), window);
         if (minimised)
-            events.MinimisedChanged(window, true);
+            events.Notify(platform::event::MinimisedChanged{window, true});
         else
             EnableWindow(window, FALSE);
-        events.FocusChanged(window, false);
+        events.Notify(platform::event::FocusChanged{window, false});
         Settle();
         EXPECT_EQ(GetActiveWindow(), HWND());
-        events.FocusChanged(window, true);
+        events.Notify(platform::event::FocusChanged{window, true});
         Settle();
         EXPECT_EQ(GetActiveWindow(), HWND());
         if (minimised)
-            events.MinimisedChanged(window, false);
+            events.Notify(platform::event::MinimisedChanged{window, false});
         else
             EnableWindow(window, TRUE);
         Settle();
@@ -435,12 +439,13 @@ TEST_F(SystemTest, WhatAnotherProgramTookIsNotHeld) {
     platform::InputState pressed;
     pressed.left = true;
     auto& events = System().events;
-    events.Key(window, 'A', true, u'a', {}, 1);
-    events.Key(window, 'B', true, u'b', {}, 1);
-    events.PointerButton(window, 1, true, POINT{105, 105}, pressed, 1);
+    events.Notify(platform::event::Key{window, 'A', true, u'a', {}, 1});
+    events.Notify(platform::event::Key{window, 'B', true, u'b', {}, 1});
+    events.Notify(platform::event::Pointer{platform::event::Pointer::Button, window, POINT{105, 105}, pressed,
+                                           1, 1, true});
     platform::KeySet held;
     held.set('B');
-    events.KeysHeld(held);
+    events.Notify(platform::event::KeysHeld{held});
     Settle();
     for (const int key : {0x41, 0x42, 0x01})
         EXPECT_EQ((GetKeyState(key) & 0x8000) != 0, key != 'A') << key;
@@ -463,12 +468,14 @@ TEST_F(SystemTest, AHeldButtonReportsForItsWindowButBelongsToAnother) {
     System().under = two;
     platform::InputState pressed;
     pressed.left = true;
-    System().events.PointerMoved(one, POINT{310, 110}, pressed, 1);
+    System().events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Moved, one, POINT{310, 110}, pressed, 1});
     Settle();
     EXPECT_EQ(Count(two, WM_MOUSEMOVE), 1);
     EXPECT_EQ(Count(one, WM_MOUSEMOVE), 0);
     System().under = HWND();
-    System().events.PointerButton(one, 1, false, POINT{500, 500}, pressed, 1);
+    System().events.Notify(platform::event::Pointer{platform::event::Pointer::Button, one, POINT{500, 500},
+                                                    pressed, 1, 1, false});
     Settle();
     EXPECT_EQ(Count(one, WM_LBUTTONUP) + Count(two, WM_LBUTTONUP), 0);
 }
@@ -483,7 +490,8 @@ TEST_F(SystemTest, TheCursorIsToldOnceAMove) {
     };
     for (int i = 0; i < 3; ++i) {
         System().TakeLog();
-        System().events.PointerMoved(window, POINT{105 + i, 110}, {}, 1);
+        System().events.Notify(
+            platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{105 + i, 110}, {}, 1});
         Settle();
         EXPECT_EQ(System().TakeLog(), i == 0 ? "cursor" : "") << "arrow and hand in one move are no flicker";
     }
@@ -500,7 +508,7 @@ TEST_F(SystemTest, LossEndsTheLoopAndLeavesEveryCallSafe) {
     const HDC context = GetDC(window);
     PostMessageW(window, WM_USER, 0, 0);
     System().alive = false;
-    System().events.ConnectionLost();
+    System().events.Notify(platform::event::ConnectionLost{});
     System().TakeLog();
     MSG message{};
     SetLastError(0);
@@ -585,7 +593,7 @@ TEST_F(SystemTest, AThreadThatEndsTakesItsWindowsAlong) {
 
 TEST_F(SystemTest, HeadlessMayFollowALostServer) {
     const HWND stranded = Create();
-    System().events.ConnectionLost();
+    System().events.Notify(platform::event::ConnectionLost{});
     EXPECT_TRUE(Headless::Use(300, 200));
     const HWND window = Create();
     ASSERT_TRUE(window);
@@ -622,9 +630,10 @@ TEST_F(SystemTest, TheServerMayDieInsideACaptionMove) {
     };
     System().onWait = [] {
         System().alive = false;
-        System().events.ConnectionLost();
+        System().events.Notify(platform::event::ConnectionLost{});
     };
-    System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, 1);
+    System().events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Button, window, POINT{105, 105}, {}, 1, 1, true});
     Settle();
     EXPECT_EQ(Count(window, WM_ENTERSIZEMOVE), 1);
     EXPECT_EQ(Count(window, WM_EXITSIZEMOVE), 1);
@@ -649,9 +658,12 @@ TEST_F(SystemTest, NoCaptionMoveWaitsForAReleaseThatWas) {
         const std::uint64_t time = lost ? 3000 : 1;
         System().held = !lost;
         System().onWait = [&] { waited = moves; };
-        System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, time);
+        System().events.Notify(platform::event::Pointer{
+            platform::event::Pointer::Button, window, POINT{105, 105}, {}, time, 1, true});
         // Behind the press, before anybody has looked at that.
-        if (!lost) System().events.PointerButton(window, 1, false, POINT{105, 105}, {}, time + 1);
+        if (!lost)
+            System().events.Notify(platform::event::Pointer{
+                platform::event::Pointer::Button, window, POINT{105, 105}, {}, time + 1, 1, false});
         Settle();
         EXPECT_EQ(Count(window, WM_EXITSIZEMOVE), 1);
         EXPECT_FALSE(waited);
@@ -672,20 +684,24 @@ TEST_F(SystemTest, APlaceReportedDuringACaptionMoveCountsUnlessItIsBehind) {
     };
     System().onWait = [&] {
         auto& events = System().events;
-        events.PointerMoved(window, POINT{125, 105}, pressed, 2);
-        events.Placed(window, RECT{101, 100, 141, 130});
+        events.Notify(
+            platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{125, 105}, pressed, 2});
+        events.Notify(platform::event::BoundsChanged{window, RECT{101, 100, 141, 130}});
         System().onWait = [&] {
             GetWindowRect(window, &rect);
             EXPECT_EQ(rect, (RECT{120, 100, 160, 130})) << "reported before the request";
-            events.Placed(window, RECT{120, 110, 160, 140});  // as far as it is let
+            events.Notify(
+                platform::event::BoundsChanged{window, RECT{120, 110, 160, 140}});  // as far as it is let
             System().onWait = [&] {
                 GetWindowRect(window, &rect);
                 EXPECT_EQ(rect, (RECT{120, 110, 160, 140}));
-                events.PointerButton(window, 1, false, POINT{125, 105}, pressed, 3);
+                events.Notify(platform::event::Pointer{platform::event::Pointer::Button, window,
+                                                       POINT{125, 105}, pressed, 3, 1, false});
             };
         };
     };
-    System().events.PointerButton(window, 1, true, POINT{105, 105}, {}, 1);
+    System().events.Notify(
+        platform::event::Pointer{platform::event::Pointer::Button, window, POINT{105, 105}, {}, 1, 1, true});
     Settle();
     GetWindowRect(window, &rect);
     EXPECT_EQ(rect, (RECT{120, 110, 160, 140}));
@@ -694,10 +710,10 @@ TEST_F(SystemTest, APlaceReportedDuringACaptionMoveCountsUnlessItIsBehind) {
     heard.clear();
     answer = nullptr;
     auto& events = System().events;
-    events.PointerMoved(window, POINT{125, 115}, {}, 4);
-    events.Placed(window, RECT{20, 10, 60, 40});
-    events.PointerMoved(window, POINT{26, 16}, {}, 5);
-    events.Placed(window, RECT{50, 10, 90, 40});
+    events.Notify(platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{125, 115}, {}, 4});
+    events.Notify(platform::event::BoundsChanged{window, RECT{20, 10, 60, 40}});
+    events.Notify(platform::event::Pointer{platform::event::Pointer::Moved, window, POINT{26, 16}, {}, 5});
+    events.Notify(platform::event::BoundsChanged{window, RECT{50, 10, 90, 40}});
     Settle();
     std::vector<LPARAM> points;
     for (const Heard& one : heard)

@@ -36,7 +36,7 @@ void CallAll(WindowSystem& system, HWND window) {
     system.BeginWrite(window);
     system.Present(window, region);
     system.SetTraits(window, Titled(u"late"));
-    system.Place(window, CRect(1, 2, 30, 40));
+    system.SetBounds(window, CRect(1, 2, 30, 40));
     system.SetShape(window, &region);
     system.SetCompositing(window, {Compositing::Mode::PerPixel, 0, 100, false});
     for (const Visibility visibility : {Visibility::Shown, Visibility::Minimised, Visibility::Restored,
@@ -150,12 +150,12 @@ TEST_F(Faults, OddSizesAreNoTrouble) {
         const HWND window = NewWindow(rect);
         system->Show(window, Visibility::Shown);
         EXPECT_TRUE(Until([&] { return seen.IsFocused(window); }));
-        system->Place(window, CRect(20, 20, 20, 60));
+        system->SetBounds(window, CRect(20, 20, 20, 60));
         EXPECT_FALSE(system->NewSurface(window, 0, 10));
         EXPECT_FALSE(system->NewSurface(window, 40000, 10));
         Idle(50);
         EXPECT_FALSE(system->WindowAt({20, 30}) == window) << "an empty window is not there";
-        system->Place(window, CRect(20, 20, 60, 60));
+        system->SetBounds(window, CRect(20, 20, 60, 60));
         Fill(window, CSize(40, 40), 0xFF00C000);
         EXPECT_TRUE(ScreenShows(30, 30, 0x00C000));
         system->Destroy(window);

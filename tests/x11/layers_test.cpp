@@ -166,7 +166,7 @@ TEST_F(Layers, KeyColourIsLeftOut) {
               .alphaVisual = setting.alphaVisual});
         ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
         const HWND window = NewWindow(kRect);
-        system->SetCompositing(window, {Mode::ColorKey, 0xFF00FF, 255, false});
+        system->SetCompositing(window, {Mode::Constant, 0xFF00FF, 255, true});
         auto surface = system->NewSurface(window, 200, 100);
         FillRect(*surface, CRect(0, 0, 200, 100), 0x00FF00FF);  // whatever its alpha
         FillRect(*surface, CRect(50, 0, 100, 100), 0x0000C000);

@@ -127,7 +127,7 @@ TEST(DisplayPlan, SaysHowEachModeIsShown) {
     const SpanRule all{}, nothing{Kind::Nothing, 0, 0}, caught{Kind::AlphaAtLeast, 1, 0},
         visible{Kind::AlphaAtLeast, 128, 0}, notKey{Kind::NotKey, 0, 0xFF00FF};
     const Compositing none{Mode::Nothing, 0, 255, false}, opaque{Mode::Opaque, 0, 255, false},
-        key{Mode::ColorKey, 0xFF00FF, 255, false}, constant{Mode::Constant, 0, 100, false},
+        key{Mode::Constant, 0xFF00FF, 255, true}, constant{Mode::Constant, 0, 100, false},
         both{Mode::Constant, 0xFF00FF, 100, true}, gone{Mode::Constant, 0, 0, false},
         pixels{Mode::PerPixel, 0, 200, false};
     struct Case {

@@ -65,43 +65,61 @@ class Recorder final : public platform::WindowEvents {
         return focused;
     }
 
-    void PointerMoved(HWND window, POINT screen, platform::InputState state, std::uint64_t time) override {
-        events.push_back({Seen::Kind::Moved, window, screen, 0, false, 0, state, time, {}});
+    void Notify(platform::WindowEvent happened) override {
+        using namespace platform::event;
+        using Kind = Seen::Kind;
+        std::visit(platform::Overloaded{
+                       [this](const Pointer& pointer) {
+                           const bool button = pointer.kind == Pointer::Button;
+                           const Kind kind = button                           ? Kind::Button
+                                             : pointer.kind == Pointer::Moved ? Kind::Moved
+                                                                              : Kind::Wheel;
+                           events.push_back({kind,
+                                             pointer.window,
+                                             pointer.screen,
+                                             button ? pointer.button : pointer.delta,
+                                             pointer.down,
+                                             0,
+                                             pointer.state,
+                                             pointer.time,
+                                             {}});
+                       },
+                       [this](const Key& key) {
+                           events.push_back({Kind::Key,
+                                             key.window,
+                                             {},
+                                             static_cast<int>(key.virtualKey),
+                                             key.down,
+                                             key.character,
+                                             key.state,
+                                             key.time,
+                                             {}});
+                       },
+                       [this](const PointerLeft& left) { Add(Kind::Left, left.window); },
+                       [this](const KeysHeld& now) { held = now.keys; },
+                       [this](const FocusChanged& focus) { Add(Kind::Focus, focus.window, focus.focused); },
+                       [this](const BoundsChanged& bounds) {
+                           Add(Kind::Placed, bounds.window);
+                           events.back().rect = bounds.screen;
+                       },
+                       [this](const Exposed& exposed) {
+                           Add(Kind::Exposed, exposed.window);
+                           events.back().rect = exposed.region.Box();
+                           if (onExposed) onExposed(exposed.window, exposed.region);
+                       },
+                       [this](const MinimisedChanged& change) {
+                           Add(Kind::Minimised, change.window, change.minimised);
+                       },
+                       [this](const CloseRequested& close) { Add(Kind::Close, close.window); },
+                       [this](const GrabLost& lost) { Add(Kind::GrabLost, lost.window); },
+                       [this](const SystemDestroyed& gone) { Add(Kind::Destroyed, gone.window); },
+                       [this](FilesDropped& files) { drops.push_back(std::move(files.drop)); },
+                       [this](const ConnectionLost&) { Add(Kind::Lost, HWND()); },
+                       [](const auto&) {},
+                   },
+                   happened);
     }
-    void PointerLeft(HWND window) override { Add(Seen::Kind::Left, window); }
-    void PointerButton(HWND window, int button, bool down, POINT screen, platform::InputState state,
-                       std::uint64_t time) override {
-        events.push_back({Seen::Kind::Button, window, screen, button, down, 0, state, time, {}});
-    }
-    void PointerWheel(HWND window, int delta, POINT screen, platform::InputState state,
-                      std::uint64_t time) override {
-        events.push_back({Seen::Kind::Wheel, window, screen, delta, false, 0, state, time, {}});
-    }
-    void Key(HWND window, UINT key, bool down, char16_t character, platform::InputState state,
-             std::uint64_t time) override {
-        events.push_back(
-            {Seen::Kind::Key, window, {}, static_cast<int>(key), down, character, state, time, {}});
-    }
-    void KeysHeld(const platform::KeySet& keys) override { held = keys; }
-    void FocusChanged(HWND window, bool focused) override { Add(Seen::Kind::Focus, window, focused); }
-    void Placed(HWND window, const RECT& screen) override {
-        Add(Seen::Kind::Placed, window);
-        events.back().rect = screen;
-    }
-    void Exposed(HWND window, const platform::Region& region) override {
-        Add(Seen::Kind::Exposed, window);
-        events.back().rect = region.Box();
-        if (onExposed) onExposed(window, region);
-    }
-    void MinimisedChanged(HWND window, bool minimised) override {
-        Add(Seen::Kind::Minimised, window, minimised);
-    }
-    void CloseRequested(HWND window) override { Add(Seen::Kind::Close, window); }
-    void GrabLost(HWND window) override { Add(Seen::Kind::GrabLost, window); }
-    void SystemDestroyed(HWND window) override { Add(Seen::Kind::Destroyed, window); }
     DROPEFFECT FilesOver(HWND, POINT, DROPEFFECT wanted) override { return accepts & wanted; }
-    void FilesDropped(HWND, platform::FileDrop&& drop) override { drops.push_back(std::move(drop)); }
-    void ConnectionLost() override { Add(Seen::Kind::Lost, HWND()); }
 
     std::function<void(HWND, const platform::Region&)> onExposed;
     platform::KeySet held;  // as last reported

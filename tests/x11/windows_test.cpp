@@ -199,7 +199,7 @@ TEST_F(Windows, AreMovedByUsAndByOthers) {
         Fill(window, size, kGreen);
         ShowAndWait(window);
         for (int step = 1; step <= 50; ++step) {
-            system->Place(window, CRect(CPoint(100 + step * 4, 100 + step * 2), size));
+            system->SetBounds(window, CRect(CPoint(100 + step * 4, 100 + step * 2), size));
             system->Poll();
         }
         EXPECT_TRUE(ScreenShows(300, 200, 0x00C000));
@@ -213,7 +213,7 @@ TEST_F(Windows, AreMovedByUsAndByOthers) {
         Idle(300);
         EXPECT_EQ(seen.Last(Seen::Kind::Placed)->rect, CRect(CPoint(640, 320), size));
         EXPECT_TRUE(ScreenShows(640, 320, 0x00C000));
-        system->Place(window, CRect(10, 20, 330, 260));
+        system->SetBounds(window, CRect(10, 20, 330, 260));
         Fill(window, CSize(320, 240), 0xFF0000C0);
         EXPECT_TRUE(ScreenShows(10, 20, 0x0000C0));
         EXPECT_TRUE(ScreenShows(329, 259, 0x0000C0));
@@ -414,7 +414,7 @@ TEST_F(Windows, SurviveTheWindowManager) {
     system->Show(window, Visibility::Restored);
     EXPECT_TRUE(ScreenShows(200, 150, 0x00C000));
     ASSERT_TRUE(session->StartWindowManager());
-    system->Place(window, CRect(CPoint(300, 200), rect.Size()));
+    system->SetBounds(window, CRect(CPoint(300, 200), rect.Size()));
     EXPECT_TRUE(ScreenShows(599, 399, 0x00C000));
     system->Show(window, Visibility::Minimised);
     EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Minimised) == 3; }));

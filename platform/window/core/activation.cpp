@@ -105,11 +105,7 @@ void FollowSystemFocus() {
 }
 
 void RequestFocusCheck() {
-    Core& core = Core::Get();
-    core.queue.DropEvents(SystemEvent::Kind::Focus, HWND());
-    SystemEvent event;
-    event.kind = SystemEvent::Kind::Focus;
-    core.queue.Report(std::move(event));
+    Core::Get().queue.RequestCheck(FocusCheck());
 }
 
 void NoticeRefusedActivation() {

@@ -45,36 +45,29 @@ void EndCaptionMove(HWND window) {
     CallProcedure(window, WM_EXITSIZEMOVE, 0, 0);
 }
 
-bool FeedCaptionMove(const SystemEvent& event) {
+bool FeedCaptionMove(const event::Pointer& event) {
     Core& core = Core::Get();
-    const CaptionMove move = core.captionMove;
-    if (!move.window) return false;
-    switch (event.kind) {
-        case SystemEvent::Kind::Move:
-            if (!event.state.left) {
-                // The release was lost to somebody else.
-                EndCaptionMove(move.window);
-                return false;
-            }
-            Follow(core.captionMove, event.screen);
-            return true;
-        case SystemEvent::Kind::Button:
-            if (event.button == 1 && !event.down) {
-                Follow(core.captionMove, event.screen);
-                EndCaptionMove(move.window);
-            }
-            return true;
-        case SystemEvent::Kind::Key:
-            if (event.down && event.virtualKey == VK_ESCAPE) {
-                MoveTo(move.window, move.start);
-                EndCaptionMove(move.window);
-            }
-            return true;
-        case SystemEvent::Kind::Wheel:
-            return true;
-        default:
-            return false;
+    const HWND window = core.captionMove.window;
+    if (!window || event.kind == event::Pointer::Wheel) return static_cast<bool>(window);
+    if (event.kind == event::Pointer::Moved && !event.state.left) {
+        // The release was lost to somebody else.
+        EndCaptionMove(window);
+        return false;
     }
+    const bool released = event.kind == event::Pointer::Button && event.button == 1 && !event.down;
+    if (event.kind == event::Pointer::Moved || released) Follow(core.captionMove, event.screen);
+    if (released) EndCaptionMove(window);
+    return true;
+}
+
+bool FeedCaptionMove(const event::Key& event) {
+    const CaptionMove move = Core::Get().captionMove;
+    if (!move.window) return false;
+    if (event.down && event.virtualKey == VK_ESCAPE) {
+        MoveTo(move.window, move.start);
+        EndCaptionMove(move.window);
+    }
+    return true;
 }
 
 void MoveByFrame(HWND handle, int hit) {

@@ -14,7 +14,8 @@ namespace platform {
 void MoveByFrame(HWND window, int hit);
 
 // Gives an input event to the move. True when the move took it.
-bool FeedCaptionMove(const SystemEvent& event);
+bool FeedCaptionMove(const event::Pointer& event);
+bool FeedCaptionMove(const event::Key& event);
 // Ends the move of a window, wherever it got to.
 void EndCaptionMove(HWND window);
 

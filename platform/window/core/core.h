@@ -138,7 +138,6 @@ class Core {
     // changes while windows exist.
     void WantScale(int scale);
     void SettleScale();
-    bool IsHeadless() const { return headless_ && system_; }
     bool IsLost() const { return lost_; }
     void MarkLost();
     std::uint64_t Now();  // any thread

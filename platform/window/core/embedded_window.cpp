@@ -76,8 +76,9 @@ void FollowEmbeddedWindows() {
         window->Follow();
 }
 
-bool WindowsAreHeadless() {
-    return Core::Get().IsHeadless();
+bool CanEmbedWindows() {
+    const WindowSystem* const system = Core::Get().System();
+    return !system || system->Can().embedsWindows;
 }
 
 }  // namespace platform

@@ -35,7 +35,7 @@ class EmbeddedWindow {
 // Some window was moved, shown or hidden.
 void FollowEmbeddedWindows();
 
-// Whether windows live in memory alone.
-bool WindowsAreHeadless();
+// False where the window system has no place for windows of other libraries.
+bool CanEmbedWindows();
 
 }  // namespace platform

@@ -6,6 +6,6 @@
 namespace platform {
 
 // Handles an event that is no input, when its turn has come.
-void HandleEvent(const SystemEvent& event);
+void HandleEvent(const WindowEvent& happened);
 
 }  // namespace platform

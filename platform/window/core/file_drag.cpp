@@ -35,7 +35,7 @@ void GiveUp(FileDragger& dragger) {
     dragger.Cancel();
 }
 
-void FeedButton(FileDragger& dragger, const SystemEvent& event) {
+void FeedButton(FileDragger& dragger, const event::Pointer& event) {
     if (event.button != 1) {
         if (event.down) GiveUp(dragger);
     } else if (!event.down) {
@@ -71,30 +71,27 @@ class RunningDrag {
 
 }  // namespace
 
-bool FeedFileDrag(const SystemEvent& event) {
-    const Core& core = Core::Get();
-    if (!core.fileDrag.running) return false;
-    FileDragger* dragger = Dragger();
-    if (core.fileDrag.decided || !dragger) return true;
-    switch (event.kind) {
-        case SystemEvent::Kind::Move:
-            if (event.state.left)
-                dragger->Follow(PointOf(event.screen, event.state));
-            else
-                GiveUp(*dragger);  // the release was lost to somebody else
-            break;
-        case SystemEvent::Kind::Button:
-            FeedButton(*dragger, event);
-            break;
-        case SystemEvent::Kind::Key:
-            if (event.virtualKey == VK_ESCAPE && event.down)
-                GiveUp(*dragger);
-            else
-                dragger->Follow(PointOf(core.pointer.screen, event.state));
-            break;
-        default:
-            break;
-    }
+bool FeedFileDrag(const event::Pointer& event) {
+    const FileDragging& drag = Core::Get().fileDrag;
+    FileDragger* const dragger = drag.running && !drag.decided ? Dragger() : nullptr;
+    if (!dragger) return drag.running;
+    if (event.kind == event::Pointer::Button)
+        FeedButton(*dragger, event);
+    else if (event.kind == event::Pointer::Moved && event.state.left)
+        dragger->Follow(PointOf(event.screen, event.state));
+    else if (event.kind == event::Pointer::Moved)
+        GiveUp(*dragger);  // the release was lost to somebody else
+    return true;
+}
+
+bool FeedFileDrag(const event::Key& event) {
+    const FileDragging& drag = Core::Get().fileDrag;
+    FileDragger* const dragger = drag.running && !drag.decided ? Dragger() : nullptr;
+    if (!dragger) return drag.running;
+    if (event.virtualKey == VK_ESCAPE && event.down)
+        GiveUp(*dragger);
+    else
+        dragger->Follow(PointOf(Core::Get().pointer.screen, event.state));
     return true;
 }
 

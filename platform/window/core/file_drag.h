@@ -6,6 +6,7 @@
 namespace platform {
 
 // Gives an input event to the drag. True when the drag took it: while one runs, no window gets any input.
-bool FeedFileDrag(const SystemEvent& event);
+bool FeedFileDrag(const event::Pointer& event);
+bool FeedFileDrag(const event::Key& event);
 
 }  // namespace platform

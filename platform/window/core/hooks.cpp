@@ -27,8 +27,8 @@ class Restore {
     T before_;
 };
 
-UINT MessageOf(const SystemEvent& event) {
-    const bool system = event.keys[VK_MENU] || event.virtualKey == VK_MENU;
+UINT MessageOf(const event::KeySeen& event) {
+    const bool system = event.held[VK_MENU] || event.virtualKey == VK_MENU;
     if (event.down) return system ? WM_SYSKEYDOWN : WM_KEYDOWN;
     return system ? WM_SYSKEYUP : WM_KEYUP;
 }
@@ -55,11 +55,11 @@ void KeyHooks::Clear() {
     hooks_.clear();
 }
 
-void KeyHooks::Run(const SystemEvent& event) {
-    KBDLLHOOKSTRUCT record{event.virtualKey, static_cast<DWORD>(event.button),
-                           event.down ? DWORD{0} : DWORD{LLKHF_UP}, static_cast<DWORD>(event.time), 0};
+void KeyHooks::Run(const event::KeySeen& event) {
+    KBDLLHOOKSTRUCT record{event.virtualKey, event.scanCode, event.down ? DWORD{0} : DWORD{LLKHF_UP},
+                           static_cast<DWORD>(event.time), 0};
     auto& keyboard = Core::Get().keyboard;
-    const Restore watched(keyboard.watched, std::optional(event.keys));
+    const Restore watched(keyboard.watched, std::optional(event.held));
     const Restore asked(asked_, lastSerial_ + 1);
     Next(HC_ACTION, MessageOf(event), reinterpret_cast<LPARAM>(&record));
 }

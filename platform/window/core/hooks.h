@@ -18,7 +18,7 @@ class KeyHooks {
     bool IsEmpty() const { return hooks_.empty(); }
     void Clear();
     // Asks all of them, the youngest first, each as far as the one before passes it on.
-    void Run(const SystemEvent& event);
+    void Run(const event::KeySeen& event);
     // From inside a procedure.
     LRESULT Next(int code, WPARAM wParam, LPARAM lParam);
 

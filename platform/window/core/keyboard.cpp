@@ -17,14 +17,24 @@ bool IsDown(const KeyboardTracking& keyboard, std::size_t key) {
     return keyboard.watched ? (*keyboard.watched)[key] : keyboard.down[key];
 }
 
-bool IsSystemKey(const SystemEvent& event) {
+bool IsSystemKey(const event::Key& event) {
     if (event.virtualKey == VK_MENU) return !event.state.control;
     return event.state.alt && !event.state.control;
 }
 
+void NoteModifiers(const InputState& state) {
+    bool(&down)[256] = Core::Get().keyboard.down;
+    down[VK_SHIFT] = state.shift;
+    down[VK_CONTROL] = state.control;
+    down[VK_MENU] = state.alt;
+    down[VK_LBUTTON] = state.left;
+    down[VK_MBUTTON] = state.middle;
+    down[VK_RBUTTON] = state.right;
+}
+
 }  // namespace
 
-Routed RouteKey(const SystemEvent& event) {
+Routed RouteKey(const event::Key& event) {
     Core& core = Core::Get();
     Routed routed;
     if (FeedFileDrag(event) || FeedCaptionMove(event)) return routed;
@@ -51,24 +61,22 @@ Routed RouteKey(const SystemEvent& event) {
     return routed;
 }
 
-void NoteInputState(const SystemEvent& event) {
+void NoteInputState(const event::Pointer& event) {
+    NoteModifiers(event.state);
+    if (event.kind != event::Pointer::Button) return;
     auto& keys = Core::Get().keyboard;
-    const bool isKey = event.kind == SystemEvent::Kind::Key && event.virtualKey < 256;
-    if (isKey && event.down && !keys.down[event.virtualKey])
+    const int key = event.button == 1 ? VK_LBUTTON : event.button == 2 ? VK_MBUTTON : VK_RBUTTON;
+    if (event.down) keys.toggled[key] = !keys.toggled[key];
+    keys.down[key] = event.down;
+}
+
+void NoteInputState(const event::Key& event) {
+    auto& keys = Core::Get().keyboard;
+    const bool isKnown = event.virtualKey < 256;
+    if (isKnown && event.down && !keys.down[event.virtualKey])
         keys.toggled[event.virtualKey] = !keys.toggled[event.virtualKey];
-    keys.down[VK_SHIFT] = event.state.shift;
-    keys.down[VK_CONTROL] = event.state.control;
-    keys.down[VK_MENU] = event.state.alt;
-    keys.down[VK_LBUTTON] = event.state.left;
-    keys.down[VK_MBUTTON] = event.state.middle;
-    keys.down[VK_RBUTTON] = event.state.right;
-    if (event.kind == SystemEvent::Kind::Button) {
-        const int key = event.button == 1 ? VK_LBUTTON : event.button == 2 ? VK_MBUTTON : VK_RBUTTON;
-        if (event.down) keys.toggled[key] = !keys.toggled[key];
-        keys.down[key] = event.down;
-    } else if (isKey) {
-        keys.down[event.virtualKey] = event.down;
-    }
+    NoteModifiers(event.state);
+    if (isKnown) keys.down[event.virtualKey] = event.down;
 }
 
 void NoteKeysHeld(const KeySet& held) {
@@ -79,7 +87,7 @@ void NoteKeysHeld(const KeySet& held) {
     }
 }
 
-void TakeKey(const SystemEvent& event, const Routed& routed) {
+void TakeKey(const event::Key& event, const Routed& routed) {
     auto& keys = Core::Get().keyboard;
     keys.lastKey = routed.message;
     keys.lastCharacter = event.down ? event.character : char16_t{0};

@@ -5,11 +5,12 @@
 
 namespace platform {
 
-Routed RouteKey(const SystemEvent& event);
+Routed RouteKey(const event::Key& event);
 // The side effects of taking the message, or of an event that no window hears of.
-void NoteInputState(const SystemEvent& event);
+void NoteInputState(const event::Pointer& event);
+void NoteInputState(const event::Key& event);
 // Keys went up and down without events of their own: these are down now.
 void NoteKeysHeld(const KeySet& held);
-void TakeKey(const SystemEvent& event, const Routed& routed);
+void TakeKey(const event::Key& event, const Routed& routed);
 
 }  // namespace platform

@@ -131,7 +131,8 @@ bool IsValid(const Feed& feed) {
 Compositing CompositingOf(const Feed& feed) {
     Compositing compositing;
     if (feed.flags == ULW_COLORKEY) {
-        compositing.mode = Compositing::Mode::ColorKey;
+        compositing.mode = Compositing::Mode::Constant;
+        compositing.hasKey = true;
         compositing.key = KeyOf(feed.key);
     } else if (feed.flags == ULW_ALPHA) {
         compositing.mode = feed.blend->AlphaFormat == AC_SRC_ALPHA ? Compositing::Mode::PerPixel
@@ -222,14 +223,10 @@ BOOL SetLayeredWindowAttributes(HWND handle, COLORREF key, BYTE alpha, DWORD fla
     }
     const bool wasPainted = IsPainted(*window);
     Compositing chosen;
-    if (flags & LWA_ALPHA) {
-        chosen.mode = Compositing::Mode::Constant;
-        chosen.alpha = alpha;
-        chosen.hasKey = (flags & LWA_COLORKEY) != 0;
-    } else {
-        chosen.mode = Compositing::Mode::ColorKey;
-    }
-    if (flags & LWA_COLORKEY) chosen.key = KeyOf(key);
+    chosen.mode = Compositing::Mode::Constant;
+    if (flags & LWA_ALPHA) chosen.alpha = alpha;
+    chosen.hasKey = (flags & LWA_COLORKEY) != 0;
+    if (chosen.hasKey) chosen.key = KeyOf(key);
     window->layering.hasAttributes = true;
     window->layering.fed = false;
     window->layering.chosen = chosen;

@@ -9,15 +9,6 @@ namespace {
 // A host that posts without ever taking must not eat the memory.
 constexpr std::size_t kLongestQueue = 100000;
 
-bool SameButtons(const InputState& a, const InputState& b) {
-    return a.shift == b.shift && a.control == b.control && a.alt == b.alt && a.left == b.left &&
-           a.middle == b.middle && a.right == b.right;
-}
-
-bool IsEvent(const MessageQueue::Entry& entry, SystemEvent::Kind kind, HWND window) {
-    return entry.isEvent && entry.event.kind == kind && entry.event.window == window;
-}
-
 }  // namespace
 
 bool MessageQueue::Put(Order place, Entry entry) try {
@@ -28,7 +19,7 @@ bool MessageQueue::Put(Order place, Entry entry) try {
 }
 
 bool MessageQueue::Post(const MSG& message) {
-    return entries_.size() < kLongestQueue && Put(Last(), Entry{false, message, {}});
+    return entries_.size() < kLongestQueue && Put(Last(), message);
 }
 
 bool MessageQueue::PostFirst(const MSG& message) {
@@ -39,30 +30,41 @@ bool MessageQueue::PostBefore(Order order, const MSG& message) {
     Order place = order - 1;
     while (entries_.count(place))
         --place;
-    return Put(place, Entry{false, message, {}});
+    return Put(place, message);
 }
 
-void MessageQueue::Report(SystemEvent event) {
-    if (event.IsInput()) {
-        auto last = entries_.find(lastInput_);
-        const bool joins = event.kind == SystemEvent::Kind::Move && !placedSinceInput_;
-        if (joins && last != entries_.end() && last->second.isEvent) {
-            SystemEvent& waiting = last->second.event;
-            if (waiting.kind == SystemEvent::Kind::Move && waiting.window == event.window &&
-                SameButtons(waiting.state, event.state)) {
-                waiting = std::move(event);
-                return;
-            }
-        }
+bool MessageQueue::Joins(const event::Pointer& move) {
+    const auto last = entries_.find(lastInput_);
+    if (move.kind != event::Pointer::Moved || boundsSinceInput_ || last == entries_.end()) return false;
+    auto* const waiting = std::get_if<WindowEvent>(&last->second);
+    auto* const before = waiting ? std::get_if<event::Pointer>(waiting) : nullptr;
+    if (!before || before->kind != event::Pointer::Moved || !(before->window == move.window) ||
+        before->state != move.state)
+        return false;
+    *before = move;
+    return true;
+}
+
+void MessageQueue::Report(WindowEvent happened) {
+    if (const auto* const pointer = std::get_if<event::Pointer>(&happened); pointer && Joins(*pointer))
+        return;
+    if (IsInput(happened)) {
         lastInput_ = next_ + 64;
-        placedSinceInput_ = false;
-    } else if (event.kind == SystemEvent::Kind::Placed) {
-        std::erase_if(entries_, [&](const auto& item) {
-            return item.first > lastInput_ && IsEvent(item.second, event.kind, event.window);
-        });
-        placedSinceInput_ = true;
+        boundsSinceInput_ = false;
+    } else if (const auto* const bounds = std::get_if<event::BoundsChanged>(&happened)) {
+        DropBoundsAfter(lastInput_, bounds->window);
+        boundsSinceInput_ = true;
     }
-    Put(Last(), Entry{true, {}, std::move(event)});
+    Put(Last(), std::move(happened));
+}
+
+void MessageQueue::RequestCheck(FocusCheck check) {
+    std::erase_if(entries_, [](const auto& item) { return std::holds_alternative<FocusCheck>(item.second); });
+    Put(Last(), check);
+}
+
+void MessageQueue::RequestCheck(PointerCheck check) {
+    Put(Last(), check);
 }
 
 MessageQueue::Entry* MessageQueue::FirstAfter(Order order, Order* place) {
@@ -72,13 +74,19 @@ MessageQueue::Entry* MessageQueue::FirstAfter(Order order, Order* place) {
     return &found->second;
 }
 
-void MessageQueue::DropEvents(SystemEvent::Kind kind, HWND window) {
-    std::erase_if(entries_, [&](const auto& item) { return IsEvent(item.second, kind, window); });
+void MessageQueue::DropBoundsAfter(Order place, HWND window) {
+    std::erase_if(entries_, [&](const auto& item) {
+        const auto* const happened = std::get_if<WindowEvent>(&item.second);
+        const auto* const bounds = happened ? std::get_if<event::BoundsChanged>(happened) : nullptr;
+        return item.first > place && bounds && bounds->window == window;
+    });
 }
 
 void MessageQueue::DropThreadMessages() {
-    std::erase_if(entries_,
-                  [](const auto& item) { return !item.second.isEvent && !item.second.message.hwnd; });
+    std::erase_if(entries_, [](const auto& item) {
+        const auto* const message = std::get_if<MSG>(&item.second);
+        return message && !message->hwnd;
+    });
 }
 
 }  // namespace platform

@@ -4,67 +4,24 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
-#include <optional>
+#include <variant>
 
 #include <platform/window.h>
 
-#include "platform/graphics/region.h"
-#include "platform/window/file_drop.h"
-#include "platform/window/window_system.h"
+#include "platform/window/window_events.h"
 
 namespace platform {
 
-// An event as the window system reported it. It turns into a message, or into state and sent messages, only
-// when its turn comes: what an earlier message did (a capture, a disabled window) counts then.
-struct SystemEvent {
-    enum class Kind {
-        // Input: becomes a message.
-        Move,
-        Button,
-        Wheel,
-        Key,
-        // The rest is handled when met.
-        Left,
-        Focus,
-        KeysHeld,
-        Placed,
-        Exposed,
-        Minimised,
-        Maximised,
-        Close,
-        GrabLost,
-        Destroyed,
-        PutOut,
-        KeySeen,
-        Drop,
-        PointerCheck  // the core's own: is the pointer still over the window that asked for its leaving?
-    };
-    Kind kind = Kind::Move;
-    HWND window;
-    POINT screen{0, 0};
-    InputState state;
-    std::uint64_t time = 0;
-    int button = 0;     // KeySeen: the number of the key
-    bool down = false;  // button, key; Minimised, Maximised: whether it is
-    int delta = 0;
-    UINT virtualKey = 0;
-    char16_t character = 0;
-    KeySet keys;
-    CRect rect;
-    std::optional<Region> region;
-    std::shared_ptr<const FileDrop> drop;
-
-    bool IsInput() const { return kind <= Kind::Key; }
-};
+// The core's own: where the focus is, as last reported, is to be followed.
+struct FocusCheck {};
+// Is the pointer still over the window that asked for its leaving?
+struct PointerCheck {};
 
 class MessageQueue {
   public:
-    struct Entry {
-        bool isEvent = false;
-        MSG message{};
-        SystemEvent event;
-    };
+    // An event turns into a message, or into state and sent messages, only when its turn comes: what an
+    // earlier message did (a capture, a disabled window) counts then.
+    using Entry = std::variant<MSG, WindowEvent, FocusCheck, PointerCheck>;
     using Order = std::uint64_t;
 
     // False when the queue is full, and where there is no memory.
@@ -73,10 +30,13 @@ class MessageQueue {
     [[nodiscard]] bool PostFirst(const MSG& message);
     // Ahead of the place `order`, and of whatever was put ahead of it before. False without memory.
     [[nodiscard]] bool PostBefore(Order order, const MSG& message);
-    // A move joins the move that is the last input waiting, when nothing but the position differs. A place
-    // replaces the one that waits, but neither passes the other: input lands where the window was then. An
-    // event for which there is no memory is lost.
-    void Report(SystemEvent event);
+    // A move joins the move that is the last input waiting, when nothing but the position differs. Bounds
+    // replace those that wait, but neither passes the other: input lands where the window was then. An event
+    // for which there is no memory is lost.
+    void Report(WindowEvent happened);
+    // A check for the focus takes the place of one that waits.
+    void RequestCheck(FocusCheck check);
+    void RequestCheck(PointerCheck check);
 
     // The first entry behind `order`; null at the end.
     Entry* FirstAfter(Order order, Order* place);
@@ -85,18 +45,25 @@ class MessageQueue {
     // Puts an entry that was taken back to its place.
     void Return(Taken entry) { entries_.insert(std::move(entry)); }
     void Erase(Order place) { entries_.erase(place); }
-    // Drops events of one kind about one window, because a newer one replaces them.
-    void DropEvents(SystemEvent::Kind kind, HWND window);
+    // The program gave the window bounds of its own: what was reported before is older.
+    void DropBounds(HWND window) { DropBoundsAfter(0, window); }
     void DropThreadMessages();
     void Clear() { entries_.clear(); }
 
   private:
     bool Put(Order place, Entry entry);
+    bool Joins(const event::Pointer& move);
+    void DropBoundsAfter(Order place, HWND window);
     Order Last() { return next_ += 64; }  // room between entries, for what goes ahead of one
     std::map<Order, Entry> entries_;
     Order next_ = Order{1} << 32;
     Order lastInput_ = 0;
-    bool placedSinceInput_ = false;
+    bool boundsSinceInput_ = false;
 };
+
+// Input becomes a message; all other events are handled when met.
+inline bool IsInput(const WindowEvent& happened) {
+    return std::holds_alternative<event::Pointer>(happened) || std::holds_alternative<event::Key>(happened);
+}
 
 }  // namespace platform

@@ -39,76 +39,98 @@ MSG Stamped(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return stamped;
 }
 
-bool MayBecome(const SystemEvent& event, const MessageFilter& filter) {
-    if (event.kind == SystemEvent::Kind::Key) return filter.TakesRange(WM_KEYDOWN, WM_SYSKEYUP);
+bool MayBecome(const WindowEvent& input, const MessageFilter& filter) {
+    if (std::holds_alternative<event::Key>(input)) return filter.TakesRange(WM_KEYDOWN, WM_SYSKEYUP);
     return filter.TakesRange(WM_MOUSEFIRST, WM_MOUSELAST) || filter.TakesKind(WM_NCLBUTTONDOWN) ||
            filter.TakesKind(WM_MOUSELEAVE);
 }
 
+Routed Route(const event::Pointer& input, MessageQueue::Order place) {
+    return RoutePointer(input, place);
+}
+Routed Route(const event::Key& input, MessageQueue::Order) {
+    return RouteKey(input);
+}
+bool TakeRouted(const event::Pointer& input, const Routed& routed) {
+    return TakePointer(input, routed);
+}
+bool TakeRouted(const event::Key& input, const Routed& routed) {
+    TakeKey(input, routed);
+    return true;
+}
+
 enum class Step { Restart, Skip, Found };
 
-Step TakeInput(MessageQueue::Order place, MSG& out, const MessageFilter& filter, Take take) {
-    Core& core = Core::Get();
-    MessageQueue::Taken entry = core.queue.Take(place);
-    const SystemEvent& event = entry.mapped().event;
-    const bool isKey = event.kind == SystemEvent::Kind::Key;
+template <class Input>
+Step TakeInput(const Input& input, MessageQueue::Taken& entry, MSG& out, const MessageFilter& filter,
+               Take take) {
     Routed routed;
     try {
-        routed = isKey ? RouteKey(event) : RoutePointer(event, place);
+        routed = Route(input, entry.key());
     } catch (...) {
-        NoteInputState(event);  // it happened, though a handler that was asked about it threw
+        NoteInputState(input);  // it happened, though a handler that was asked about it threw
         throw;
     }
     if (routed.outcome == Routed::Outcome::Nothing) {
-        NoteInputState(event);
+        NoteInputState(input);
         return Step::Restart;
     }
     const bool fits = routed.outcome == Routed::Outcome::Message && filter.Takes(routed.message);
     if (!fits || take == Take::No) {
-        core.queue.Return(std::move(entry));
+        Core::Get().queue.Return(std::move(entry));
         if (routed.outcome == Routed::Outcome::Later) return Step::Restart;
         out = routed.message;
         return fits ? Step::Found : Step::Skip;
     }
-    NoteInputState(event);
+    NoteInputState(input);
     out = routed.message;
-    if (isKey) {
-        TakeKey(event, routed);
-        return Step::Found;
+    return TakeRouted(input, routed) ? Step::Found : Step::Restart;
+}
+
+Step TakePosted(const MSG& message, MessageQueue::Order place, MSG& out, const MessageFilter& filter,
+                Take take) {
+    Core& core = Core::Get();
+    if (message.hwnd && !core.Peek(message.hwnd)) {
+        core.queue.Erase(place);
+        return Step::Restart;
     }
-    return TakePointer(event, routed) ? Step::Found : Step::Restart;
+    if (!filter.Takes(message)) return Step::Skip;
+    out = message;
+    if (take == Take::Yes) core.queue.Erase(place);
+    return Step::Found;
+}
+
+// A message that waits, or what an event comes to. What becomes no message is handled on the way.
+Step TakeEntry(const MessageQueue::Entry& waiting, MessageQueue::Order place, MSG& out,
+               const MessageFilter& filter, Take take) {
+    if (const auto* const message = std::get_if<MSG>(&waiting))
+        return TakePosted(*message, place, out, filter, take);
+    const auto* const happened = std::get_if<WindowEvent>(&waiting);
+    if (happened && IsInput(*happened) && !MayBecome(*happened, filter)) return Step::Skip;
+    MessageQueue::Taken entry = Core::Get().queue.Take(place);
+    if (!happened) {
+        if (std::holds_alternative<FocusCheck>(entry.mapped()))
+            FollowSystemFocus();
+        else
+            CheckPointer();
+        return Step::Restart;
+    }
+    const WindowEvent& taken = std::get<WindowEvent>(entry.mapped());
+    if (const auto* const pointer = std::get_if<event::Pointer>(&taken))
+        return TakeInput(*pointer, entry, out, filter, take);
+    if (const auto* const key = std::get_if<event::Key>(&taken))
+        return TakeInput(*key, entry, out, filter, take);
+    HandleEvent(taken);
+    return Step::Restart;
 }
 
 bool TakeQueued(MSG& out, const MessageFilter& filter, Take take) {
-    Core& core = Core::Get();
     MessageQueue::Order passed = 0;  // entries up to here do not fit the filter
     MessageQueue::Order place = 0;
-    while (MessageQueue::Entry* entry = core.queue.FirstAfter(passed, &place)) {
-        if (entry->isEvent && !entry->event.IsInput()) {
-            const MessageQueue::Taken taken = core.queue.Take(place);
-            HandleEvent(taken.mapped().event);
-            continue;
-        }
-        if (entry->isEvent) {
-            if (!MayBecome(entry->event, filter)) {
-                passed = place;
-                continue;
-            }
-            const Step step = TakeInput(place, out, filter, take);
-            if (step == Step::Found) return true;
-            if (step == Step::Skip) passed = place;
-            continue;
-        }
-        const MSG message = entry->message;
-        if (message.hwnd && !core.Peek(message.hwnd)) {
-            core.queue.Erase(place);
-        } else if (!filter.Takes(message)) {
-            passed = place;
-        } else {
-            out = message;
-            if (take == Take::Yes) core.queue.Erase(place);
-            return true;
-        }
+    while (const MessageQueue::Entry* entry = Core::Get().queue.FirstAfter(passed, &place)) {
+        const Step step = TakeEntry(*entry, place, out, filter, take);
+        if (step == Step::Found) return true;
+        if (step == Step::Skip) passed = place;
     }
     return false;
 }

@@ -65,8 +65,8 @@ PlaceChange ChangeRect(Window& window, const CRect& wanted, Redraw redraw) {
     window.rect = rect;
     if (!window.IsChild()) {
         // What was reported before this request is older than it.
-        Core::Get().queue.DropEvents(SystemEvent::Kind::Placed, window.handle);
-        if (WindowSystem* system = Core::Get().SystemOf(window)) system->Place(window.handle, rect);
+        Core::Get().queue.DropBounds(window.handle);
+        if (WindowSystem* system = Core::Get().SystemOf(window)) system->SetBounds(window.handle, rect);
     } else if (window.IsShown() && redraw == Redraw::Yes) {
         InvalidateUnder(window, before);
         InvalidateUnder(window, rect);

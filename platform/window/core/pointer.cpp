@@ -58,15 +58,7 @@ HWND HitInside(HWND handle, POINT client, POINT screen, int* hit) {
 bool CatchesPointer(const Window& topLevel, POINT screen) {
     if (!topLevel.rect.PtInRect(screen) || !IsOnDisplay(topLevel)) return false;
     const POINT client = ScaledPoint(ToClient(topLevel, screen), ScreenScale());
-    const Compositing& shown = topLevel.layering.told;
-    if (shown.mode == Compositing::Mode::Opaque) return true;
-    if (shown.mode == Compositing::Mode::Nothing || shown.alpha == 0) return false;
-    const Surface* surface = topLevel.surface.get();
-    if (!surface || client.x >= surface->Width() || client.y >= surface->Height()) return false;
-    const std::uint32_t pixel = surface->Row(client.y)[client.x];
-    if (shown.mode == Compositing::Mode::PerPixel) return (pixel >> 24) != 0;
-    const bool keyed = shown.mode == Compositing::Mode::ColorKey || shown.hasKey;
-    return !keyed || (pixel & 0xFFFFFF) != shown.key;
+    return topLevel.layering.told.CatchesPointer(topLevel.surface.get(), client.x, client.y);
 }
 
 HWND HitAt(HWND topLevel, POINT screen, int* hit) {
@@ -98,14 +90,14 @@ WPARAM KeyFlags(const InputState& state) {
 }
 
 // The state after the event: a window system may report the one before.
-InputState StateAfter(const SystemEvent& event) {
+InputState StateAfter(const event::Pointer& event) {
     InputState state = event.state;
-    if (event.kind != SystemEvent::Kind::Button) return state;
+    if (event.kind != event::Pointer::Button) return state;
     (event.button == 1 ? state.left : event.button == 2 ? state.middle : state.right) = event.down;
     return state;
 }
 
-bool IsDoubleClick(const SystemEvent& event, HWND target) {
+bool IsDoubleClick(const event::Pointer& event, HWND target) {
     const auto& press = Core::Get().pointer.press;
     return press.button == event.button && press.window == target && event.time >= press.time &&
            event.time - press.time <= kDoubleClickTime &&
@@ -113,7 +105,7 @@ bool IsDoubleClick(const SystemEvent& event, HWND target) {
            std::abs(event.screen.y - press.screen.y) * 2 <= kDoubleClickBox;
 }
 
-UINT ButtonMessage(const SystemEvent& event, HWND target) {
+UINT ButtonMessage(const event::Pointer& event, HWND target) {
     const UINT base = event.button == 1   ? UINT{WM_LBUTTONDOWN}
                       : event.button == 2 ? UINT{WM_MBUTTONDOWN}
                                           : UINT{WM_RBUTTONDOWN};
@@ -123,7 +115,7 @@ UINT ButtonMessage(const SystemEvent& event, HWND target) {
 }
 
 // The window that a pointer event is for.
-HWND TargetOf(const SystemEvent& event, int* hit) {
+HWND TargetOf(const event::Pointer& event, int* hit) {
     Core& core = Core::Get();
     *hit = HTCLIENT;
     if (core.Peek(core.pointer.capture)) return core.pointer.capture;
@@ -161,9 +153,7 @@ void RequestCheck() {
     Core& core = Core::Get();
     if (!core.pointer.tracked || core.pointer.checkPending) return;
     core.pointer.checkPending = true;
-    SystemEvent event;
-    event.kind = SystemEvent::Kind::PointerCheck;
-    core.queue.Report(std::move(event));
+    core.queue.RequestCheck(PointerCheck());
 }
 
 CursorShape ShapeOf(HCURSOR cursor) {
@@ -196,7 +186,7 @@ HWND FindPointerTarget(POINT screen, int* hit) {
     return system ? HitTopLevel(system->WindowAt(screen), screen, hit) : HWND();
 }
 
-Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
+Routed RoutePointer(const event::Pointer& event, MessageQueue::Order place) {
     Core& core = Core::Get();
     Routed routed;
     core.pointer.screen = event.screen;
@@ -212,7 +202,7 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     if (!window) return routed;
     // A disabled window that took the pointer has it until it lets go, or nobody would get it any more.
     if (!(target == core.pointer.capture) && !IsEnabledInTree(*window)) {
-        if (event.kind == SystemEvent::Kind::Button && event.down) ActivateModalOf(TopLevelOf(target));
+        if (event.kind == event::Pointer::Button && event.down) ActivateModalOf(TopLevelOf(target));
         return routed;
     }
     MSG& message = routed.message;
@@ -223,18 +213,18 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     const POINT client = ToClient(*window, event.screen);
     message.lParam = MAKELPARAM(client.x, client.y);
     if (routed.hit != HTCLIENT) {
-        const bool pressed = event.kind == SystemEvent::Kind::Button && event.button == 1 && event.down;
+        const bool pressed = event.kind == event::Pointer::Button && event.button == 1 && event.down;
         // Over the border the cursor is chosen anew with each move.
-        const bool moved = event.kind == SystemEvent::Kind::Move && IsSizingHit(routed.hit);
+        const bool moved = event.kind == event::Pointer::Moved && IsSizingHit(routed.hit);
         if (!pressed && !moved) return routed;
         message.message = moved                          ? UINT{WM_NCMOUSEMOVE}
                           : IsDoubleClick(event, target) ? UINT{WM_NCLBUTTONDBLCLK}
                                                          : UINT{WM_NCLBUTTONDOWN};
         message.wParam = static_cast<WPARAM>(routed.hit);
         message.lParam = MAKELPARAM(event.screen.x, event.screen.y);
-    } else if (event.kind == SystemEvent::Kind::Move) {
+    } else if (event.kind == event::Pointer::Moved) {
         message.message = WM_MOUSEMOVE;
-    } else if (event.kind == SystemEvent::Kind::Wheel) {
+    } else if (event.kind == event::Pointer::Wheel) {
         message.message = WM_MOUSEWHEEL;
         message.wParam |= static_cast<WPARAM>(static_cast<WORD>(event.delta)) << 16;
         message.lParam = MAKELPARAM(event.screen.x, event.screen.y);
@@ -245,10 +235,10 @@ Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place) {
     return routed;
 }
 
-bool TakePointer(const SystemEvent& event, const Routed& routed) {
+bool TakePointer(const event::Pointer& event, const Routed& routed) {
     Core& core = Core::Get();
     const MSG& message = routed.message;
-    if (event.kind == SystemEvent::Kind::Button && event.down) {
+    if (event.kind == event::Pointer::Button && event.down) {
         auto& press = core.pointer.press;
         const bool isFirst = routed.hit == HTCLIENT ? message.message == ButtonMessage(event, HWND())
                                                     : message.message == WM_NCLBUTTONDOWN;
@@ -259,7 +249,7 @@ bool TakePointer(const SystemEvent& event, const Routed& routed) {
         ClickActivates(message.hwnd);
         if (!core.Peek(message.hwnd)) return false;
     }
-    if (core.Peek(core.pointer.capture) || event.kind == SystemEvent::Kind::Wheel) return true;
+    if (core.Peek(core.pointer.capture) || event.kind == event::Pointer::Wheel) return true;
     core.pointer.cursorWindow = TopLevelOf(message.hwnd);
     CallProcedure(message.hwnd, WM_SETCURSOR, ToWParam(message.hwnd),
                   MAKELPARAM(routed.hit, message.message));

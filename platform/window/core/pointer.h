@@ -20,10 +20,10 @@ struct Routed {
 };
 
 // Who gets a pointer event and as what. `place` is where the event stands in the queue.
-Routed RoutePointer(const SystemEvent& event, MessageQueue::Order place);
+Routed RoutePointer(const event::Pointer& event, MessageQueue::Order place);
 // The side effects of taking the message: activation, the click count, WM_SETCURSOR. False when the window
 // did not survive them.
-bool TakePointer(const SystemEvent& event, const Routed& routed);
+bool TakePointer(const event::Pointer& event, const Routed& routed);
 
 // The pointer left a top-level, or the core wants to know whether it did.
 void PointerLeftTopLevel(HWND topLevel);

@@ -14,51 +14,27 @@ class ScaledSystem::Events final : public WindowEvents {
   public:
     explicit Events(WindowEvents& to) : to_(to) {}
 
-    void PointerMoved(HWND window, POINT screen, InputState state, std::uint64_t time) override {
-        to_.PointerMoved(window, Units(screen), state, time);
+    void Notify(WindowEvent happened) override {
+        std::visit(Overloaded{
+                       [](event::Pointer& pointer) { pointer.screen = Units(pointer.screen); },
+                       [](event::BoundsChanged& bounds) { bounds.screen = Units(bounds.screen); },
+                       [](event::FilesDropped& files) { files.drop.screen = Units(files.drop.screen); },
+                       [](const auto&) {},
+                   },
+                   happened);
+        to_.Notify(std::move(happened));
     }
-    void PointerLeft(HWND window) override { to_.PointerLeft(window); }
-    void PointerButton(HWND window, int button, bool down, POINT screen, InputState state,
-                       std::uint64_t time) override {
-        to_.PointerButton(window, button, down, Units(screen), state, time);
-    }
-    void PointerWheel(HWND window, int delta, POINT screen, InputState state, std::uint64_t time) override {
-        to_.PointerWheel(window, delta, Units(screen), state, time);
-    }
-    void Key(HWND window, UINT virtualKey, bool down, char16_t character, InputState state,
-             std::uint64_t time) override {
-        to_.Key(window, virtualKey, down, character, state, time);
-    }
-    void KeysHeld(const KeySet& keys) override { to_.KeysHeld(keys); }
-    void FocusChanged(HWND window, bool focused) override { to_.FocusChanged(window, focused); }
-    // A size that somebody else gave may be no number of units: what is left over stays empty.
-    void Placed(HWND window, const RECT& screen) override {
-        const CRect pixels(screen);
-        const int scale = ScreenScale();
-        to_.Placed(window, CRect(UnitOf(pixels.TopLeft(), scale),
-                                 CSize(pixels.Width() / scale, pixels.Height() / scale)));
-    }
-    void Exposed(HWND window, const Region& region) override { to_.Exposed(window, region); }
-    void MinimisedChanged(HWND window, bool minimised) override { to_.MinimisedChanged(window, minimised); }
-    void MaximisedChanged(HWND window, bool maximised) override { to_.MaximisedChanged(window, maximised); }
-    void CloseRequested(HWND window) override { to_.CloseRequested(window); }
-    void GrabLost(HWND window) override { to_.GrabLost(window); }
-    void SystemDestroyed(HWND window) override { to_.SystemDestroyed(window); }
-    void KeySeen(UINT virtualKey, UINT scanCode, bool down, const KeySet& held, std::uint64_t time) override {
-        to_.KeySeen(virtualKey, scanCode, down, held, time);
-    }
-    void PutOut(HWND window) override { to_.PutOut(window); }
     DROPEFFECT FilesOver(HWND window, POINT screen, DROPEFFECT wanted) override {
         return to_.FilesOver(window, Units(screen), wanted);
     }
-    void FilesDropped(HWND window, FileDrop&& drop) override {
-        drop.screen = Units(drop.screen);
-        to_.FilesDropped(window, std::move(drop));
-    }
-    void ConnectionLost() override { to_.ConnectionLost(); }
 
   private:
     static POINT Units(POINT pixel) { return UnitOf(pixel, ScreenScale()); }
+    // A size that somebody else gave may be no number of units: what is left over stays empty.
+    static CRect Units(const CRect& pixels) {
+        const int scale = ScreenScale();
+        return CRect(UnitOf(pixels.TopLeft(), scale), CSize(pixels.Width() / scale, pixels.Height() / scale));
+    }
 
     WindowEvents& to_;
 };
@@ -128,8 +104,8 @@ void ScaledSystem::SetTraits(HWND window, const WindowTraits& traits) {
     system_->SetTraits(window, InPixels(traits, ScreenScale()));
 }
 
-void ScaledSystem::Place(HWND window, const RECT& rect) {
-    system_->Place(window, ScaledRect(rect, ScreenScale()));
+void ScaledSystem::SetBounds(HWND window, const RECT& rect) {
+    system_->SetBounds(window, ScaledRect(rect, ScreenScale()));
 }
 
 void ScaledSystem::SetShape(HWND window, const Region* region) {

@@ -17,10 +17,11 @@ class ScaledSystem final : public WindowSystem {
     static std::unique_ptr<ScaledSystem> Over(WindowEvents& events, const Maker& make);
     ~ScaledSystem() override;
 
+    Capabilities Can() const override { return system_->Can(); }
     bool Create(HWND window, const RECT& rect, const WindowTraits& traits) override;
     void Destroy(HWND window) override { system_->Destroy(window); }
     void SetTraits(HWND window, const WindowTraits& traits) override;
-    void Place(HWND window, const RECT& rect) override;
+    void SetBounds(HWND window, const RECT& rect) override;
     void Show(HWND window, Visibility visibility) override { system_->Show(window, visibility); }
     void Restack(HWND window, StackPlace place, HWND reference) override {
         system_->Restack(window, place, reference);

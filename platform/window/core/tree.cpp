@@ -273,7 +273,6 @@ void UpdateTraits(Window& topLevel) try {
     set(traits.toolWindow, (topLevel.exStyle & (WS_EX_TOOLWINDOW | WS_EX_APPWINDOW)) == WS_EX_TOOLWINDOW);
     set(traits.activates, (topLevel.exStyle & WS_EX_NOACTIVATE) == 0);
     set(traits.takesFiles, TakesFiles(topLevel));
-    set(traits.dialog, owner != nullptr);
     set(traits.modal, owner && owner->IsDisabled() && topLevel.IsShown());
     set(traits.owner, owner ? owner->handle : HWND());
     set(traits.icons, {topLevel.icons[ICON_BIG].picture, topLevel.icons[ICON_SMALL].picture});

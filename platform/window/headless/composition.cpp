@@ -32,8 +32,6 @@ std::uint32_t Over(std::uint32_t source, std::uint32_t below) {
 }
 
 void ShowRow(const Compositing& compositing, const std::uint32_t* from, std::uint32_t* to, int count) {
-    const bool keyed = compositing.mode == Compositing::Mode::ColorKey ||
-                       (compositing.mode == Compositing::Mode::Constant && compositing.hasKey);
     switch (compositing.mode) {
         case Compositing::Mode::Nothing:
             break;
@@ -45,15 +43,10 @@ void ShowRow(const Compositing& compositing, const std::uint32_t* from, std::uin
             for (int i = 0; i < count; ++i)
                 to[i] = Scale(from[i], compositing.alpha);
             break;
-        case Compositing::Mode::ColorKey:
-        case Compositing::Mode::Constant: {
-            const std::uint32_t alpha =
-                compositing.mode == Compositing::Mode::Constant ? compositing.alpha : 255U;
+        case Compositing::Mode::Constant:
             for (int i = 0; i < count; ++i)
-                if (!keyed || (from[i] & 0xFFFFFF) != compositing.key)
-                    to[i] = Scale(from[i] | 0xFF000000, alpha);
+                if (!compositing.LeavesOut(from[i])) to[i] = Scale(from[i] | 0xFF000000, compositing.alpha);
             break;
-        }
     }
 }
 
@@ -122,15 +115,7 @@ bool HeadlessSystem::CatchesPointer(const NativeWindow& window, POINT screen) co
     const int x = screen.x - window.rect.left;
     const int y = screen.y - window.rect.top;
     if (window.shape && !window.shape->Contains(x, y)) return false;
-    const Compositing& compositing = window.compositing;
-    if (compositing.mode == Compositing::Mode::Opaque) return true;
-    if (compositing.mode == Compositing::Mode::Nothing || compositing.alpha == 0) return false;
-    const bool inside = window.shown && x < window.shown->Width() && y < window.shown->Height();
-    const std::uint32_t pixel = inside ? window.shown->Row(y)[x] : 0;
-    // Any trace of alpha catches the pointer, also one that the constant alpha rounds away.
-    if (compositing.mode == Compositing::Mode::PerPixel) return pixel >> 24 != 0;
-    const bool keyed = compositing.mode == Compositing::Mode::ColorKey || compositing.hasKey;
-    return !keyed || (pixel & 0xFFFFFF) != compositing.key;
+    return window.compositing.CatchesPointer(window.shown.get(), x, y);
 }
 
 HWND HeadlessSystem::WindowAt(POINT screen) {

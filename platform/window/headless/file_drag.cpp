@@ -77,7 +77,8 @@ void HeadlessFileDrag::Drop(const DragPoint& at) {
     state->dropped = true;
     if (state->window && state->effect != DROPEFFECT_NONE) {
         const std::uint64_t id = system_.Drops().Open(state->outcome);
-        system_.Events().FilesDropped(state->window, {id, state->offer.paths, at.screen, at.wanted});
+        system_.Events().Notify(
+            event::FilesDropped{state->window, {id, state->offer.paths, at.screen, at.wanted}});
     } else {
         *state->outcome = DropOn(std::exchange(state->over, nullptr), *state, at);
     }

@@ -115,7 +115,7 @@ void HeadlessSystem::SetTraits(HWND window, const WindowTraits& traits) {
 
 // ---- place
 
-void HeadlessSystem::Place(HWND window, const RECT& rect) {
+void HeadlessSystem::SetBounds(HWND window, const RECT& rect) {
     NativeWindow* native = Find(window);
     if (!native) return;
     native->rect = rect;
@@ -176,7 +176,7 @@ void HeadlessSystem::PutOutOf(ForeignId host) {
         if (native->host != host) continue;
         native->host = kScreen;
         stack_.Lower(native->handle, LayerOf(*native));
-        events_.PutOut(native->handle);
+        events_.Notify(event::PutOut{native->handle});
     }
     HostsChanged();
 }
@@ -184,7 +184,7 @@ void HeadlessSystem::PutOutOf(ForeignId host) {
 void HeadlessSystem::HostsChanged() {
     if (const NativeWindow* focused = Find(focus_); focused && !IsOnScreen(*focused)) PassFocusOn(*focused);
     if (const NativeWindow* grabbing = Find(grab_); grabbing && !IsOnScreen(*grabbing)) {
-        events_.GrabLost(grab_);
+        events_.Notify(event::GrabLost{grab_});
         grab_ = HWND();
     }
     PointerMayHaveChangedWindow();
@@ -220,8 +220,8 @@ void HeadlessSystem::GiveFocus(HWND window) {
     if (focus_ == window) return;
     const HWND before = focus_;
     focus_ = window;
-    if (before) events_.FocusChanged(before, false);
-    if (window) events_.FocusChanged(window, true);
+    if (before) events_.Notify(event::FocusChanged{before, false});
+    if (window) events_.Notify(event::FocusChanged{window, true});
 }
 
 // As a window manager does when the focused window goes: the owner comes next, then whatever is on top.
@@ -315,8 +315,8 @@ void HeadlessSystem::PointerMayHaveChangedWindow() {
     if (now == under_) return;
     const HWND before = under_;
     under_ = now;
-    if (before) events_.PointerLeft(before);
-    if (now) events_.PointerMoved(now, pointer_, input_, now_);
+    if (before) events_.Notify(event::PointerLeft{before});
+    if (now) events_.Notify(event::Pointer{event::Pointer::Moved, now, pointer_, input_, now_});
 }
 
 void HeadlessSystem::PointerMayHaveChangedWindow(const NativeWindow& changed) {
@@ -332,22 +332,25 @@ void HeadlessSystem::MovePointer(POINT screen) {
     if (!(over == under_)) {
         const HWND before = under_;
         under_ = over;
-        if (before) events_.PointerLeft(before);
+        if (before) events_.Notify(event::PointerLeft{before});
     }
-    if (fileDrag_.HoldsPointer()) return events_.PointerMoved(HWND(), screen, input_, now_);
+    if (fileDrag_.HoldsPointer())
+        return events_.Notify(event::Pointer{event::Pointer::Moved, HWND(), screen, input_, now_});
     const HWND target = grab_ ? grab_ : over;
-    if (target) events_.PointerMoved(target, screen, input_, now_);
+    if (target) events_.Notify(event::Pointer{event::Pointer::Moved, target, screen, input_, now_});
 }
 
 void HeadlessSystem::Button(int button, bool down) {
     (button == 1 ? input_.left : button == 2 ? input_.middle : input_.right) = down;
     const HWND target = grab_ ? grab_ : WindowAt(pointer_);
-    events_.PointerButton(target, button, down, pointer_, input_, now_);
+    events_.Notify(event::Pointer{event::Pointer::Button, target, pointer_, input_, now_, button, down});
 }
 
 void HeadlessSystem::Wheel(int delta) {
     const HWND target = grab_ ? grab_ : WindowAt(pointer_);
-    if (target) events_.PointerWheel(target, delta, pointer_, input_, now_);
+    if (target)
+        events_.Notify(
+            event::Pointer{event::Pointer::Wheel, target, pointer_, input_, now_, 0, false, delta});
 }
 
 void HeadlessSystem::Key(UINT virtualKey, bool down) {
@@ -361,8 +364,8 @@ void HeadlessSystem::KeyWithText(UINT virtualKey, bool down, char16_t text) {
     if (virtualKey == VK_CONTROL) input_.control = down;
     if (virtualKey == VK_MENU) input_.alt = down;
     if (virtualKey < keysDown_.size()) keysDown_[virtualKey] = down;
-    if (watching_) events_.KeySeen(virtualKey, 0, down, keysDown_, now_);
-    events_.Key(focus_, virtualKey, down, text, input_, now_);
+    if (watching_) events_.Notify(event::KeySeen{virtualKey, 0, down, keysDown_, now_});
+    events_.Notify(event::Key{focus_, virtualKey, down, text, input_, now_});
 }
 
 KeySet HeadlessSystem::KeysDown() {
@@ -374,7 +377,7 @@ KeySet HeadlessSystem::KeysDown() {
 }
 
 void HeadlessSystem::RequestClose(HWND window) {
-    if (Find(window)) events_.CloseRequested(window);
+    if (Find(window)) events_.Notify(event::CloseRequested{window});
 }
 
 // ---- time and waiting

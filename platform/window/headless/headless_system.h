@@ -96,7 +96,7 @@ class HeadlessSystem : public WindowSystem, private KeyWatch, private TextClipbo
     bool Create(HWND window, const RECT& rect, const WindowTraits& traits) override;
     void Destroy(HWND window) override;
     void SetTraits(HWND window, const WindowTraits& traits) override;
-    void Place(HWND window, const RECT& rect) override;
+    void SetBounds(HWND window, const RECT& rect) override;
     void Show(HWND window, Visibility visibility) override;
     void Restack(HWND window, StackPlace place, HWND reference) override;
     void Activate(HWND window) override;

@@ -9,11 +9,6 @@ namespace {
 // Without a compositor a pixel is there or not; from half on it is.
 constexpr std::uint8_t kVisibleAlpha = 128;
 
-bool HasKey(const Compositing& compositing) {
-    return compositing.mode == Compositing::Mode::ColorKey ||
-           (compositing.mode == Compositing::Mode::Constant && compositing.hasKey);
-}
-
 }  // namespace
 
 bool NeedsAlphaChannel(const Compositing& compositing) {
@@ -26,7 +21,7 @@ DisplayPlan PlanDisplay(const Compositing& compositing, bool alphaChannel, bool 
     const bool blends = alphaChannel && compositor;
     DisplayPlan plan;
     const bool faded = compositing.mode == Mode::Constant || compositing.mode == Mode::PerPixel;
-    if (compositing.mode == Mode::Nothing || (faded && compositing.alpha == 0)) {
+    if (compositing.IsInvisible()) {
         plan.bounding.kind = SpanRule::Kind::Nothing;
         return plan;
     }
@@ -40,7 +35,7 @@ DisplayPlan PlanDisplay(const Compositing& compositing, bool alphaChannel, bool 
         return plan;
     }
     if (alphaChannel) plan.conversion = Conversion::ForceOpaque;
-    if (HasKey(compositing)) {
+    if (compositing.mode == Mode::Constant && compositing.hasKey) {
         plan.key = compositing.key & 0xFFFFFF;
         SpanRule& rule = blends ? plan.input : plan.bounding;
         rule = {SpanRule::Kind::NotKey, 0, plan.key};

@@ -50,7 +50,7 @@ bool X11WindowSystem::DispatchArrived() {
     reported_ |= drag_.TakeNews();
     drop_.Settle(Now());
     while (std::optional<DropReceiver::Arrival> files = drop_.TakeArrival())
-        Report().FilesDropped(files->window, std::move(files->drop));
+        Report().Notify(event::FilesDropped{files->window, std::move(files->drop)});
     ReportIfLost();
     return reported_;
 }
@@ -59,7 +59,7 @@ bool X11WindowSystem::ReportIfLost() {
     if (connection_->IsAlive()) return false;
     if (!lostReported_) {
         lostReported_ = true;
-        Report().ConnectionLost();
+        Report().Notify(event::ConnectionLost{});
     }
     return true;
 }

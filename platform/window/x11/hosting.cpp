@@ -111,14 +111,14 @@ void X11WindowSystem::LoseHost(NativeWindow& window) {
 bool X11WindowSystem::SurviveHost(NativeWindow& window) {
     if (window.host == 0 || desktops_.Look(window.host)) return false;
     const HWND handle = window.handle;
-    if (std::exchange(window.inside, false)) Report().PointerLeft(handle);
+    if (std::exchange(window.inside, false)) Report().Notify(event::PointerLeft{handle});
     if (grabbed_ == handle) {
         grabbed_ = HWND();
-        Report().GrabLost(handle);
+        Report().Notify(event::GrabLost{handle});
     }
     if (std::exchange(window.focused, false)) {
         if (focused_ == handle) focused_ = HWND();
-        Report().FocusChanged(handle, false);
+        Report().Notify(event::FocusChanged{handle, false});
     }
     LoseHost(window);
     Recreate(window, window.alphaChannel);
@@ -130,7 +130,7 @@ void X11WindowSystem::ReportPutOut() {
     std::vector<HWND> news;
     news.swap(putOut_);
     for (const HWND handle : news)
-        if (Find(handle)) Report().PutOut(handle);
+        if (Find(handle)) Report().Notify(event::PutOut{handle});
 }
 
 void X11WindowSystem::HostMoved(xcb_window_t host) {
@@ -149,7 +149,7 @@ void X11WindowSystem::HostHidden(xcb_window_t host) {
         PointerGone(*window);
         if (grabbed_ == window->handle) {
             grabbed_ = HWND();
-            Report().GrabLost(window->handle);
+            Report().Notify(event::GrabLost{window->handle});
         }
     }
 }

@@ -26,19 +26,20 @@ void X11WindowSystem::OnKey(const xcb_key_press_event_t& event, bool down) {
     if (stroke.virtualKey == VK_SHIFT) state.shift = down;
     if (stroke.virtualKey == VK_CONTROL) state.control = down;
     if (stroke.virtualKey == VK_MENU) state.alt = down;
-    Report().Key(handle, stroke.virtualKey, down, stroke.text.empty() ? u'\0' : stroke.text[0], state, time);
+    Report().Notify(event::Key{handle, stroke.virtualKey, down, stroke.text.empty() ? u'\0' : stroke.text[0],
+                               state, time});
     // What does not fit into one unit follows as text without a key.
     for (std::size_t i = 1; i < stroke.text.size(); ++i) {
-        Report().Key(handle, kTextOnlyKey, true, stroke.text[i], state, time);
-        Report().Key(handle, kTextOnlyKey, false, 0, state, time);
+        Report().Notify(event::Key{handle, kTextOnlyKey, true, stroke.text[i], state, time});
+        Report().Notify(event::Key{handle, kTextOnlyKey, false, 0, state, time});
     }
 }
 
 void X11WindowSystem::OnRawKey(const xcb_ge_generic_event_t& event) {
     const std::optional<RawKeys::Stroke> stroke = rawKeys_.Read(event);
     if (!stroke) return;
-    Report().KeySeen(stroke->virtualKey, stroke->keyCode, stroke->down, rawKeys_.Held(),
-                     EventTime(stroke->time));
+    Report().Notify(event::KeySeen{stroke->virtualKey, stroke->keyCode, stroke->down, rawKeys_.Held(),
+                                   EventTime(stroke->time)});
 }
 
 void X11WindowSystem::OnFocus(const xcb_focus_in_event_t& event, bool focused) {
@@ -60,14 +61,14 @@ void X11WindowSystem::OnFocus(const xcb_focus_in_event_t& event, bool focused) {
     if (focused) focused_ = window->handle;
     if (!focused && focused_ == window->handle) focused_ = HWND();
     if (!focused) keyboard_.ForgetPendingText();
-    Report().FocusChanged(window->handle, focused);
+    Report().Notify(event::FocusChanged{window->handle, focused});
 }
 
 void X11WindowSystem::OnKeymap(const xcb_keymap_notify_event_t& event) {
     // Comes behind every FocusIn, and behind the entering of the pointer, which tells nothing about keys.
     if (!std::exchange(keysFollow_, false)) return;
     keysMayBeDown_ = true;
-    Report().KeysHeld(keyboard_.VirtualKeysOf(event));
+    Report().Notify(event::KeysHeld{keyboard_.VirtualKeysOf(event)});
 }
 
 void X11WindowSystem::SettleFocus() {
@@ -75,11 +76,11 @@ void X11WindowSystem::SettleFocus() {
         const NativeWindow* window = Find(std::exchange(awaited_.window, HWND()));
         if (window && !window->focused) {
             if (focused_ == window->handle) focused_ = HWND();
-            Report().FocusChanged(window->handle, false);
+            Report().Notify(event::FocusChanged{window->handle, false});
         }
     }
     // With the focus the news of what goes up goes elsewhere.
-    if (!focused_ && std::exchange(keysMayBeDown_, false)) Report().KeysHeld(KeySet());
+    if (!focused_ && std::exchange(keysMayBeDown_, false)) Report().Notify(event::KeysHeld{KeySet()});
 }
 
 }  // namespace platform::x11

@@ -58,7 +58,8 @@ void X11WindowSystem::ReportMinimised() {
     std::vector<HWND> news;
     news.swap(minimisedNews_);
     for (const HWND handle : news)
-        if (const NativeWindow* window = Find(handle)) Report().MinimisedChanged(handle, window->minimised);
+        if (const NativeWindow* window = Find(handle))
+            Report().Notify(event::MinimisedChanged{handle, window->minimised});
 }
 
 void X11WindowSystem::ReadManagerState(NativeWindow& window) {

@@ -19,7 +19,7 @@ bool SamePlace(const CRect& core, const CRect& native) {
 
 }  // namespace
 
-void X11WindowSystem::Place(HWND handle, const RECT& rect) {
+void X11WindowSystem::SetBounds(HWND handle, const RECT& rect) {
     NativeWindow* window = Find(handle);
     if (!window || window->id == 0) return;
     const CRect before = window->placement.rect;
@@ -60,7 +60,7 @@ void X11WindowSystem::BelieveOrigin(NativeWindow& window, CPoint origin, bool pr
     placement.rect = CRect(origin, placement.rect.Size());
     placement.told.reset();
     PositionChanged(window);
-    Report().Placed(window.handle, placement.rect);
+    Report().Notify(event::BoundsChanged{window.handle, placement.rect});
 }
 
 void X11WindowSystem::PositionTold(NativeWindow& window, const CRect& screen) {
@@ -98,7 +98,7 @@ void X11WindowSystem::SettlePlacements() {
         if (!place || !window->mapRequested || window->minimised || SamePlace(placement.rect, *place))
             continue;
         placement.rect = *place;
-        Report().Placed(handle, *place);
+        Report().Notify(event::BoundsChanged{handle, *place});
     }
     moved_.insert(moved_.end(), waiting.begin(), waiting.end());
 }

@@ -48,7 +48,8 @@ void X11WindowSystem::OnMotion(const xcb_motion_notify_event_t& event) {
     const POINT screen{event.root_x, event.root_y};
     const HWND target = window ? window->handle : HWND();
     // While a button is held the server ties the pointer to the window of the press, also outside it.
-    Report().PointerMoved(target, screen, ToInputState(event.state), EventTime(event.time));
+    Report().Notify(event::Pointer{event::Pointer::Moved, target, screen, ToInputState(event.state),
+                                   EventTime(event.time)});
 }
 
 void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down) {
@@ -61,7 +62,9 @@ void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down)
     const int button = event.detail;
     if (button == 4 || button == 5) {
         const int delta = button == 4 ? kWheelNotch : -kWheelNotch;
-        if (down) Report().PointerWheel(target, delta, screen, ToInputState(event.state), time);
+        if (down)
+            Report().Notify(event::Pointer{event::Pointer::Wheel, target, screen, ToInputState(event.state),
+                                           time, 0, false, delta});
         return;
     }
     if (button < 1 || button > 3) return;
@@ -69,8 +72,8 @@ void X11WindowSystem::OnButton(const xcb_button_press_event_t& event, bool down)
     // The event carries the state before it.
     const std::uint16_t mask = MaskOfButton(button);
     const int state = down ? event.state | mask : event.state & ~mask;
-    Report().PointerButton(target, button, down, screen, ToInputState(static_cast<std::uint16_t>(state)),
-                           time);
+    Report().Notify(event::Pointer{event::Pointer::Button, target, screen,
+                                   ToInputState(static_cast<std::uint16_t>(state)), time, button, down});
 }
 
 void X11WindowSystem::OnEnter(const xcb_enter_notify_event_t& event) {
@@ -83,7 +86,8 @@ void X11WindowSystem::OnEnter(const xcb_enter_notify_event_t& event) {
     window->inside = true;
     if (leaving_.window == window->handle) leaving_.window = HWND();
     BelieveOrigin(*window, OriginOf(event), false);
-    Report().PointerMoved(window->handle, screen, ToInputState(event.state), EventTime(event.time));
+    Report().Notify(event::Pointer{event::Pointer::Moved, window->handle, screen, ToInputState(event.state),
+                                   EventTime(event.time)});
 }
 
 void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
@@ -101,7 +105,7 @@ void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
 
 void X11WindowSystem::PointerGone(NativeWindow& window) {
     if (leaving_.window == window.handle) leaving_.window = HWND();
-    if (std::exchange(window.inside, false)) Report().PointerLeft(window.handle);
+    if (std::exchange(window.inside, false)) Report().Notify(event::PointerLeft{window.handle});
 }
 
 void X11WindowSystem::SettleLeaving() {

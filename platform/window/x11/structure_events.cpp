@@ -46,7 +46,7 @@ void X11WindowSystem::OnMap(const xcb_map_notify_event_t& event) {
     if (grabWhenMapped_ == window->handle) {
         grabWhenMapped_ = HWND();
         const HWND handle = window->handle;
-        if (!Grab(*window)) Report().GrabLost(handle);
+        if (!Grab(*window)) Report().Notify(event::GrabLost{handle});
     }
 }
 
@@ -63,8 +63,8 @@ void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
     // The server lets go of a grab without a word.
     const bool lost = grabbed_ == handle;
     if (lost) grabbed_ = HWND();
-    if (lost) Report().GrabLost(handle);
-    if (left) Report().PointerLeft(handle);
+    if (lost) Report().Notify(event::GrabLost{handle});
+    if (left) Report().Notify(event::PointerLeft{handle});
 }
 
 void X11WindowSystem::OnReparent(const xcb_reparent_notify_event_t& event) {
@@ -97,7 +97,7 @@ void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
     window->id = 0;
     window->mapped = window->mapRequested = window->inside = false;
     if (grabbed_ == handle) grabbed_ = HWND();
-    Report().SystemDestroyed(handle);
+    Report().Notify(event::SystemDestroyed{handle});
 }
 
 void X11WindowSystem::OnProperty(const xcb_property_notify_event_t& event) {
@@ -128,7 +128,7 @@ void X11WindowSystem::ReadMaximised(NativeWindow& window) {
     const bool maximised = std::ranges::count(states, names.netWmStateMaximisedAcross) > 0 &&
                            std::ranges::count(states, names.netWmStateMaximisedDown) > 0;
     if (std::exchange(window.maximised, maximised) != maximised)
-        Report().MaximisedChanged(window.handle, maximised);
+        Report().Notify(event::MaximisedChanged{window.handle, maximised});
 }
 
 void X11WindowSystem::ManagerChanged() {
@@ -165,7 +165,7 @@ void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {
                        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                        reinterpret_cast<const char*>(&answer));
     } else if (protocol == names.wmDeleteWindow) {
-        Report().CloseRequested(window->handle);
+        Report().Notify(event::CloseRequested{window->handle});
     }
 }
 
@@ -175,7 +175,7 @@ void X11WindowSystem::OnExpose(const xcb_expose_event_t& event) {
     window->exposed.Add(CRect(event.x, event.y, event.x + event.width, event.y + event.height));
     if (event.count != 0) return;  // more of the series follows
     const Region exposed = std::exchange(window->exposed, Region());
-    Report().Exposed(window->handle, exposed);
+    Report().Notify(event::Exposed{window->handle, exposed});
 }
 
 void X11WindowSystem::OnSelection(const xcb_xfixes_selection_notify_event_t& event) {

@@ -28,7 +28,7 @@ std::uint32_t Straight(std::uint32_t pixel) {
 
 bool IsDialog(const WindowTraits& traits) {
     // A window manager gives a normal window that is kept out of its lists no focus; a dialog gets it.
-    return traits.toolWindow || (traits.dialog && traits.owner);
+    return traits.toolWindow || traits.owner;
 }
 
 }  // namespace
@@ -74,7 +74,7 @@ void WindowProperties::WriteChanges(const NativeWindow& window, const WindowTrai
     // They bound what the window manager makes of the states.
     if (sizesOf(now) != sizesOf(before)) WriteSizeHints(window);
     if (IsDialog(now) != IsDialog(before)) WriteType(window);
-    if (!(now.owner == before.owner) || now.dialog != before.dialog) WriteOwner(window, owner);
+    if (!(now.owner == before.owner)) WriteOwner(window, owner);
     if (now.activates != before.activates) WriteInputHint(window, window.minimised);
     if (now.takesFiles != before.takesFiles) WriteTakesFiles(window);
     if (now.icons != before.icons) WriteIcons(window);
@@ -155,7 +155,7 @@ void WindowProperties::WriteSizeHints(const NativeWindow& window) {
 }
 
 void WindowProperties::WriteOwner(const NativeWindow& window, xcb_window_t owner) {
-    if (owner != 0 && window.traits.dialog) {
+    if (owner != 0) {
         Replace(window.id, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {owner});
     } else {
         xcb_delete_property(connection_->Get(), window.id, XCB_ATOM_WM_TRANSIENT_FOR);

@@ -46,7 +46,8 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void Destroy(HWND window) override;
     void SetTraits(HWND window, const WindowTraits& traits) override;
 
-    void Place(HWND window, const RECT& rect) override;
+    Capabilities Can() const override { return {.embedsWindows = true}; }
+    void SetBounds(HWND window, const RECT& rect) override;
     void Show(HWND window, Visibility visibility) override;
     void Restack(HWND window, StackPlace place, HWND reference) override;
     void Activate(HWND window) override;
