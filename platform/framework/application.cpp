@@ -2,8 +2,8 @@
 
 #include <thread>
 
-#include "platform/framework/message_loop.h"
 #include "platform/framework/program.h"
+#include "platform/window/core/control.h"
 
 IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
 
@@ -25,6 +25,7 @@ CWinApp::CWinApp(LPCWSTR name) : m_hInstance(AfxGetResourceHandle()), name_(name
     if (application) return;
     application = this;
     itsThread = std::this_thread::get_id();
+    platform::SetMessageFilter(&platform::TakenBefore);
 }
 
 CWinApp::~CWinApp() {

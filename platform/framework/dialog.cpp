@@ -1,8 +1,8 @@
 #include <platform/framework.h>
 
+#include "platform/framework/centring.h"
 #include "platform/framework/dialog_builder.h"
 #include "platform/framework/modal_loop.h"
-#include "platform/framework/placement.h"
 #include "platform/framework/window_access.h"
 
 using platform::BuiltDialog;

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "platform/framework/centring.h"
 #include "platform/framework/dialog_units.h"
-#include "platform/framework/placement.h"
 #include "platform/resources/dialog_template.h"
 
 namespace platform {
@@ -67,7 +67,7 @@ CRect PlaceOf(const DialogTemplate& dialog, const DialogBaseUnits& base, HWND pa
     CRect place = InPixels(dialog.place, base);
     const bool child = (dialog.style & WS_CHILD) != 0;
     if ((dialog.style & DS_CENTER) != 0 || dialog.place.x == AnyPlace)
-        return CRect(CentredPlace(place.Size(), parent, child), place.Size());
+        return CRect(CentredOrigin(place.Size(), parent, child), place.Size());
     POINT origin{0, 0};
     if (!child && IsWindow(parent) && !IsIconic(EnclosingTopLevel(parent)) && ClientToScreen(parent, &origin))
         place.OffsetRect(origin.x, origin.y);

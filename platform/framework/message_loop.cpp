@@ -1,18 +1,6 @@
-#include "platform/framework/message_loop.h"
-
 #include <platform/framework.h>
 
-#include "platform/framework/program.h"
-
-namespace platform {
-
-void DeliverMessage(MSG& message) {
-    if (TakenBefore(message)) return;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-}
-
-}  // namespace platform
+#include "platform/window/core/control.h"
 
 int AfxRunMessageLoop() {
     MSG message{};

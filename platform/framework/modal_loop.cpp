@@ -1,6 +1,6 @@
 #include "platform/framework/modal_loop.h"
 
-#include "platform/framework/message_loop.h"
+#include "platform/window/core/control.h"
 
 namespace platform {
 namespace {

@@ -7,8 +7,8 @@ class CWnd;
 
 namespace platform {
 
-// Whether somebody takes the message out before it is delivered: the object, on its thread, or else the
-// message's windows.
+// The filter of every message loop: whether somebody takes the message out before it is delivered: the
+// object, on its thread, or else the message's windows.
 bool TakenBefore(MSG& message);
 // The window of an object is gone, or the object is.
 void MainWindowLeaves(const CWnd& object);

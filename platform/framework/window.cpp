@@ -1,7 +1,7 @@
 #include <platform/framework.h>
 
+#include "platform/framework/centring.h"
 #include "platform/framework/message_map.h"
-#include "platform/framework/placement.h"
 #include "platform/framework/window_access.h"
 #include "platform/framework/window_objects.h"
 
@@ -101,7 +101,7 @@ void CWnd::CenterWindow() {
     CRect own;
     if (!::GetWindowRect(m_hWnd, own)) return;
     const bool child = (GetStyle() & WS_CHILD) != 0;
-    const CPoint place = platform::CentredPlace(own.Size(), ::GetParent(m_hWnd), child);
+    const CPoint place = platform::CentredOrigin(own.Size(), ::GetParent(m_hWnd), child);
     SetWindowPos({}, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

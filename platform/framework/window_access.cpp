@@ -25,8 +25,7 @@ LPCWSTR FrameworkWindowClass() {
         description.lpszClassName = WindowClassName;
         description.hCursor = LoadCursorW({}, IDC_ARROW);
         registered = RegisterClassW(&description) != FALSE;
-        // Messages that the window core dispatches by itself are filtered as those of our own loops.
-        SetMessageFilter([](MSG* message) { return CWnd::WalkPreTranslateTree(message) != FALSE; });
+        SetMessageFilter(&TakenBefore);
     }
     return WindowClassName;
 }

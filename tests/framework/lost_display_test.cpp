@@ -1,7 +1,7 @@
 // What becomes of loops and objects when the display server or the window system goes away under them.
 #include "framework/dialog_fixture.h"
 #include "platform/window/core/control.h"
-#include "platform/window/core/core.h"
+#include "platform/window/core/display.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ TEST_F(LostDisplay, EveryLoopReturnsTheError) {
     CDialog outer(PlainTemplate, &owner);
     CDialog inner(PlainTemplate, &outer);
     WhenIdle([&] {
-        WhenIdle([] { platform::Core::Get().MarkLost(); });
+        WhenIdle([] { platform::MarkSystemLost(); });
         EXPECT_EQ(inner.DoModal(), -1);
         EXPECT_EQ(GetLastError(), DWORD{ERROR_CONNECTION_UNAVAIL});
     });

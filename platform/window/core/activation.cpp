@@ -2,6 +2,10 @@
 
 #include <new>
 
+#include "platform/window/core/display.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/message_queue.h"
+#include "platform/window/core/stacking.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -12,25 +16,39 @@ namespace {
 // then; afterwards it is held to be refused.
 constexpr std::uint64_t kPatience = 800;  // milliseconds
 
+struct Activation {
+    HWND active;       // a top-level
+    HWND focus;        // it, or one of its children
+    HWND systemFocus;  // what the window system last said
+    // The core activates at once and the window system follows; what it reports meanwhile may be older than
+    // the request.
+    HWND asked;
+    std::uint64_t askedUntil = 0;
+    std::uint64_t serial = 0;  // counts changes of `active`
+};
+
+Activation& State() {
+    return Lasting<Activation>();
+}
+
 WPARAM ActivateParam(int how, bool minimised) {
     return static_cast<WPARAM>(how) | (minimised ? WPARAM{1} << 16 : 0);
 }
 
 // Tells both windows. A procedure may activate another window meanwhile; then the rest is left to that.
 void SwitchActive(HWND next, int how, bool minimised) {
-    Core& core = Core::Get();
-    Activation& activation = core.activation;
+    Activation& activation = State();
     const HWND before = activation.active;
     if (before == next) return;
     const std::uint64_t serial = ++activation.serial;
-    if (Window* const leaving = core.Peek(before)) {
+    if (Window* const leaving = Peek(before)) {
         if (IsSameOrInside(activation.focus, before)) leaving->lastFocus = activation.focus;
         CallProcedure(before, WM_ACTIVATE, ActivateParam(WA_INACTIVE, minimised), ToLParam(next));
         if (activation.serial != serial) return;
         if (!next && IsSameOrInside(activation.focus, before)) MoveFocus(HWND());
         if (activation.serial != serial) return;
     }
-    activation.active = core.Peek(next) ? next : HWND();
+    activation.active = Peek(next) ? next : HWND();
     if (!activation.active) return;
     CallProcedure(next, WM_ACTIVATE, ActivateParam(how, false), ToLParam(before));
 }
@@ -41,15 +59,26 @@ bool CanBeActive(const Window& window) {
 
 }  // namespace
 
+HWND ActiveWindow() {
+    return State().active;
+}
+
+HWND FocusedWindow() {
+    return State().focus;
+}
+
+HWND SystemFocus() {
+    return State().systemFocus;
+}
+
 bool ActivateWindow(HWND topLevel, int how) {
-    Core& core = Core::Get();
-    Window* window = core.Peek(topLevel);
+    Window* window = Peek(topLevel);
     if (!window || !CanBeActive(*window)) return false;
     Restack(*window, HWND_TOP);
-    if (!(core.activation.systemFocus == topLevel)) {
-        if (WindowSystem* system = core.SystemOf(*window)) {
-            core.activation.asked = topLevel;
-            core.activation.askedUntil = system->Now() + kPatience;
+    if (!(State().systemFocus == topLevel)) {
+        if (WindowSystem* system = SystemOf(*window)) {
+            State().asked = topLevel;
+            State().askedUntil = system->Now() + kPatience;
             system->Activate(topLevel);
         }
     }
@@ -58,8 +87,7 @@ bool ActivateWindow(HWND topLevel, int how) {
 }
 
 bool ActivateModalOf(HWND topLevel) {
-    Core& core = Core::Get();
-    const Window* disabled = core.Peek(topLevel);
+    const Window* disabled = Peek(topLevel);
     if (!disabled || !disabled->IsDisabled() || disabled->owned.empty()) return false;
     std::vector<HWND> group;
     try {
@@ -68,72 +96,89 @@ bool ActivateModalOf(HWND topLevel) {
         return false;
     }
     for (std::size_t i = group.size(); i-- > 0;) {
-        const Window* window = core.Peek(group[i]);
+        const Window* window = Peek(group[i]);
         if (window && CanBeActive(*window)) return ActivateWindow(group[i], WA_ACTIVE);
     }
     return false;
 }
 
 void DeactivateMinimised(HWND topLevel) {
-    Core& core = Core::Get();
-    if (core.activation.asked == topLevel) core.activation.asked = HWND();
-    if (core.activation.active == topLevel) SwitchActive(HWND(), WA_INACTIVE, true);
+    if (State().asked == topLevel) State().asked = HWND();
+    if (State().active == topLevel) SwitchActive(HWND(), WA_INACTIVE, true);
 }
 
 void PassActivationOn(const Window& topLevel) {
-    Core& core = Core::Get();
-    if (core.activation.asked == topLevel.handle) core.activation.asked = HWND();
-    if (!(core.activation.active == topLevel.handle)) return;
+    if (State().asked == topLevel.handle) State().asked = HWND();
+    if (!(State().active == topLevel.handle)) return;
     if (!ActivateWindow(topLevel.parent, WA_ACTIVE)) SwitchActive(HWND(), WA_INACTIVE, false);
 }
 
 void FollowSystemFocus() {
-    Core& core = Core::Get();
-    Activation& activation = core.activation;
+    Activation& activation = State();
     const HWND reported = activation.systemFocus;
     bool refused = false;
     if (activation.asked) {
         refused = !(reported == activation.asked);
-        if (refused && core.Now() < activation.askedUntil) return;
+        if (refused && CurrentTime() < activation.askedUntil) return;
         activation.asked = HWND();
     }
     if (reported == activation.active) return;
     // A window system that has just refused is not asked again.
     if (!refused && ActivateModalOf(reported)) return;
-    const Window* window = core.Peek(reported);
+    const Window* window = Peek(reported);
     SwitchActive(window && CanBeActive(*window) ? reported : HWND(), WA_ACTIVE, false);
 }
 
 void RequestFocusCheck() {
-    Core::Get().queue.RequestCheck(FocusCheck());
+    Queue().RequestCheck(FocusCheck());
 }
 
 void NoticeRefusedActivation() {
-    Core& core = Core::Get();
-    if (core.activation.asked && core.Now() >= core.activation.askedUntil) RequestFocusCheck();
+    if (State().asked && CurrentTime() >= State().askedUntil) RequestFocusCheck();
 }
 
 std::optional<std::uint64_t> ActivationAnswerDue() {
-    const Activation& activation = Core::Get().activation;
+    const Activation& activation = State();
     return activation.asked ? std::optional(activation.askedUntil) : std::nullopt;
 }
 
 void NoteKeyFor(HWND topLevel) {
-    Core& core = Core::Get();
-    if (!core.Peek(topLevel) || core.activation.active == topLevel) return;
-    core.activation.systemFocus = topLevel;
+    if (!Peek(topLevel) || State().active == topLevel) return;
+    State().systemFocus = topLevel;
     FollowSystemFocus();
 }
 
 void MoveFocus(HWND window) {
-    Core& core = Core::Get();
-    const HWND before = core.activation.focus;
+    const HWND before = State().focus;
     if (before == window) return;
-    core.activation.focus = window;
-    if (core.Peek(before)) CallProcedure(before, WM_KILLFOCUS, ToWParam(window), 0);
+    State().focus = window;
+    if (Peek(before)) CallProcedure(before, WM_KILLFOCUS, ToWParam(window), 0);
     // The procedure may have moved it on.
-    if (core.Peek(window) && core.activation.focus == window)
-        CallProcedure(window, WM_SETFOCUS, ToWParam(before), 0);
+    if (Peek(window) && State().focus == window) CallProcedure(window, WM_SETFOCUS, ToWParam(before), 0);
+}
+
+void NoteSystemFocus(const event::FocusChanged& change) {
+    HWND& now = State().systemFocus;
+    if (change.focused)
+        now = change.window;
+    else if (now == change.window)
+        now = HWND();
+    else
+        return;
+    RequestFocusCheck();
+}
+
+void ForgetActivation(HWND window) {
+    if (State().focus == window) State().focus = HWND();
+    if (State().active == window) State().active = HWND();
+}
+
+void ForgetSystemFocus() {
+    State().systemFocus = State().asked = HWND();
+}
+
+void ResetActivation() {
+    ResetLasting<Activation>();
 }
 
 }  // namespace platform
@@ -141,39 +186,35 @@ void MoveFocus(HWND window) {
 using namespace platform;
 
 HWND SetFocus(HWND handle) {
-    Core& core = Core::Get();
     if (!handle) {
         const HWND before = GetFocus();
-        if (core.IsOwningThread()) MoveFocus(HWND());
+        if (IsOwningThread()) MoveFocus(HWND());
         return before;
     }
-    const Window* window = core.Find(handle);
+    const Window* window = Require(handle);
     if (!window) return HWND();
-    const HWND before = core.activation.focus;
+    const HWND before = FocusedWindow();
     if (!IsEnabledInTree(*window)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return HWND();
     }
     const HWND top = TopLevelOf(handle);
-    if (!(core.activation.active == top)) ActivateWindow(top, WA_ACTIVE);
-    if (core.Peek(handle)) MoveFocus(handle);
+    if (!(ActiveWindow() == top)) ActivateWindow(top, WA_ACTIVE);
+    if (Peek(handle)) MoveFocus(handle);
     return before;
 }
 
 HWND GetFocus() {
-    Core& core = Core::Get();
-    return core.IsOwningThread() ? core.activation.focus : HWND();
+    return IsOwningThread() ? FocusedWindow() : HWND();
 }
 
 HWND GetActiveWindow() {
-    Core& core = Core::Get();
-    return core.IsOwningThread() ? core.activation.active : HWND();
+    return IsOwningThread() ? ActiveWindow() : HWND();
 }
 
 HWND SetActiveWindow(HWND handle) {
-    Core& core = Core::Get();
-    if (!core.Find(handle)) return HWND();
-    const HWND before = core.activation.active;
+    if (!Require(handle)) return HWND();
+    const HWND before = ActiveWindow();
     const HWND top = TopLevelOf(handle);
     if (!ActivateWindow(top, WA_ACTIVE)) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -183,8 +224,7 @@ HWND SetActiveWindow(HWND handle) {
 }
 
 BOOL SetForegroundWindow(HWND handle) {
-    Core& core = Core::Get();
-    if (!core.Find(handle)) return FALSE;
+    if (!Require(handle)) return FALSE;
     const HWND top = TopLevelOf(handle);
     return ActivateWindow(top, WA_ACTIVE);
 }

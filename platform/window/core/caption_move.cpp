@@ -2,24 +2,47 @@
 
 #include <utility>
 
-#include "platform/window/core/maximising.h"
-#include "platform/window/core/messages.h"
-#include "platform/window/core/place.h"
-#include "platform/window/core/pointer.h"
+#include "platform/window/core/bounds.h"
+#include "platform/window/core/capture.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/input_state.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/message_pump.h"
+#include "platform/window/core/modal_input.h"
+#include "platform/window/core/size_limits.h"
 #include "platform/window/core/sizing.h"
-#include "platform/window/core/tree.h"
+#include "platform/window/core/window_table.h"
 
 namespace platform {
 
 namespace {
 
+// A window being moved by its caption, or sized by its border.
+struct CaptionMove {
+    HWND window;           // empty: no move
+    int hit = HTCAPTION;   // or the sizing code of what is dragged
+    POINT anchor{0, 0};    // the pointer at the start
+    POINT followed{0, 0};  // and as of the last move
+    CRect start;
+    std::uint64_t serial = 0;  // counts moves
+};
+
+CaptionMove& Move() {
+    return Lasting<CaptionMove>();
+}
+
+// A move ends when somebody else takes the pointer.
+void LoseCapture() {
+    EndCaptionMove(Move().window);
+}
+
 void MoveTo(HWND handle, const CRect& rect) {
-    const std::shared_ptr<Window> window = Core::Get().PeekShared(handle);
-    if (window) SendPlaceMessages(window, ChangeRect(*window, rect, Redraw::Yes));
+    const std::shared_ptr<Window> window = PeekShared(handle);
+    if (window) SendBoundsMessages(window, ChangeBounds(*window, rect, Redraw::Yes));
 }
 
 bool GoesOn(std::uint64_t serial) {
-    const CaptionMove& move = Core::Get().captionMove;
+    const CaptionMove& move = Move();
     return move.serial == serial && move.window;
 }
 
@@ -28,26 +51,22 @@ void Follow(CaptionMove& state, POINT pointer) {
     if (std::exchange(state.followed, pointer) == pointer) return;
     const CaptionMove move = state;
     const CSize by = CPoint(pointer) - move.anchor;
-    const Window* window = Core::Get().Peek(move.window);
+    const Window* window = Peek(move.window);
     if (!IsSizingHit(move.hit))
         MoveTo(move.window, CRect(move.start.TopLeft() + by, move.start.Size()));
     else if (window)
         MoveTo(move.window, Sized(move.start, move.hit, by, window->leastSize, window->mostSize));
 }
 
-}  // namespace
+class MoveTaker final : public InputTaker {
+  public:
+    bool Take(const event::Pointer& event) override;
+    bool Take(const event::Key& event) override;
+};
+MoveTaker taker;
 
-void EndCaptionMove(HWND window) {
-    Core& core = Core::Get();
-    if (!window || !(core.captionMove.window == window)) return;
-    core.captionMove.window = HWND();
-    if (core.pointer.capture == window) ReleasePointerCapture();
-    CallProcedure(window, WM_EXITSIZEMOVE, 0, 0);
-}
-
-bool FeedCaptionMove(const event::Pointer& event) {
-    Core& core = Core::Get();
-    const HWND window = core.captionMove.window;
+bool MoveTaker::Take(const event::Pointer& event) {
+    const HWND window = Move().window;
     if (!window || event.kind == event::Pointer::Wheel) return static_cast<bool>(window);
     if (event.kind == event::Pointer::Moved && !event.state.left) {
         // The release was lost to somebody else.
@@ -55,13 +74,13 @@ bool FeedCaptionMove(const event::Pointer& event) {
         return false;
     }
     const bool released = event.kind == event::Pointer::Button && event.button == 1 && !event.down;
-    if (event.kind == event::Pointer::Moved || released) Follow(core.captionMove, event.screen);
+    if (event.kind == event::Pointer::Moved || released) Follow(Move(), event.screen);
     if (released) EndCaptionMove(window);
     return true;
 }
 
-bool FeedCaptionMove(const event::Key& event) {
-    const CaptionMove move = Core::Get().captionMove;
+bool MoveTaker::Take(const event::Key& event) {
+    const CaptionMove move = Move();
     if (!move.window) return false;
     if (event.down && event.virtualKey == VK_ESCAPE) {
         MoveTo(move.window, move.start);
@@ -70,25 +89,38 @@ bool FeedCaptionMove(const event::Key& event) {
     return true;
 }
 
+}  // namespace
+
+void EndCaptionMove(HWND window) {
+    if (!window || !(Move().window == window)) return;
+    Move().window = HWND();
+    if (CaptureWindow() == window) ReleasePointerCapture();
+    CallProcedure(window, WM_EXITSIZEMOVE, 0, 0);
+}
+
+void ForgetCaptionMove(HWND window) {
+    if (!window || Move().window == window) Move().window = HWND();
+}
+
 void MoveByFrame(HWND handle, int hit) {
-    Core& core = Core::Get();
-    const std::shared_ptr<Window> window = core.PeekShared(handle);
+    const std::shared_ptr<Window> window = PeekShared(handle);
     if (!window || window->IsChild() || window->IsMinimised() || window->IsMaximised()) return;
-    if (core.captionMove.window || !core.keyboard.down[VK_LBUTTON] || !core.SystemOf(*window)) return;
+    if (Move().window || !IsKeyDown(VK_LBUTTON) || !SystemOf(*window)) return;
     if (IsSizingHit(hit)) {
         AskSizes(window);
-        if (!core.Peek(handle)) return;
+        if (!Peek(handle)) return;
     }
 
-    if (!SetPointerCapture(handle)) return;
+    if (!SetPointerCapture(handle, &LoseCapture)) return;
     // Let go before the pointer was ours: the release has come, or went to somebody else and never will.
-    WindowSystem* const system = core.System();
+    WindowSystem* const system = System();
     const bool held = system && system->IsButtonHeld();
-    CaptionMove& move = core.captionMove;
+    CaptionMove& move = Move();
     move.window = handle;
     move.hit = hit;
-    move.anchor = move.followed = core.pointer.screen;
+    move.anchor = move.followed = PointerPosition();
     move.start = window->rect;
+    BeginTaking(taker);
     const std::uint64_t serial = ++move.serial;
     try {
         CallProcedure(handle, WM_ENTERSIZEMOVE, 0, 0);

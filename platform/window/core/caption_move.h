@@ -1,7 +1,7 @@
 // The move of a window by its caption, and the sizing by its border: the core's own modal loop.
 #pragma once
 
-#include "platform/window/core/core.h"
+#include "platform/window/core/window_record.h"
 
 namespace platform {
 
@@ -13,10 +13,9 @@ namespace platform {
 // follows whatever is injected next.
 void MoveByFrame(HWND window, int hit);
 
-// Gives an input event to the move. True when the move took it.
-bool FeedCaptionMove(const event::Pointer& event);
-bool FeedCaptionMove(const event::Key& event);
 // Ends the move of a window, wherever it got to.
 void EndCaptionMove(HWND window);
+// Without a message; of any window when it is empty.
+void ForgetCaptionMove(HWND window);
 
 }  // namespace platform

@@ -6,7 +6,8 @@
 
 #include <platform/text.h>
 
-#include "platform/window/core/core.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/window_table.h"
 #include "platform/window/text_clipboard.h"
 
 using namespace platform;
@@ -27,8 +28,7 @@ BOOL Fail(DWORD error) {
 
 // Null with the last error where none can be reached, or not by this thread.
 TextClipboard* Clipboard() {
-    Core& core = Core::Get();
-    WindowSystem* const system = core.Claim() ? core.EnsureSystem() : nullptr;
+    WindowSystem* const system = ClaimThread() ? EnsureSystem() : nullptr;
     return system ? system->CopiedText() : nullptr;
 }
 

@@ -1,4 +1,4 @@
-// What the rest of the platform asks of the window core besides the face.
+// What the rest of the platform asks of the window core besides the public API.
 #pragma once
 
 #include <cstdint>
@@ -15,9 +15,10 @@ namespace platform {
 // chosen; window classes stay. Also runs when the library is unloaded.
 void ShutDownWindows();
 
-// The filter sees each message that the core dispatches by itself (RunPending, the move by the caption)
-// before it is translated; true means that it was handled. The framework puts its PreTranslateMessage here.
-void SetMessageFilter(bool (*filter)(MSG* message));
+// The step of every message loop: the message is filtered, translated and dispatched. The filter sees it
+// first; true means that it was handled. The framework puts its PreTranslateMessage here.
+void DeliverMessage(MSG& message);
+void SetMessageFilter(bool (*filter)(MSG& message));
 
 // See Headless::Use.
 bool UseHeadlessWindowSystem(int screenWidth, int screenHeight);

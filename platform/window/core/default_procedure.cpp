@@ -5,9 +5,10 @@
 #include "platform/graphics/gdi_objects.h"
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
-#include "platform/window/core/core.h"
-#include "platform/window/core/pointer.h"
+#include "platform/window/core/coordinates.h"
+#include "platform/window/core/cursor.h"
 #include "platform/window/core/sizing.h"
+#include "platform/window/core/traits.h"
 #include "platform/window/core/tree.h"
 
 using namespace platform;
@@ -23,10 +24,9 @@ void DefaultPaint(HWND window) {
 void DefaultActivate(HWND window, WPARAM wParam) {
     const bool minimised = HIWORD(wParam) != 0;
     if (LOWORD(wParam) == WA_INACTIVE || minimised) return;
-    Core& core = Core::Get();
-    if (IsSameOrInside(core.activation.focus, window)) return;
-    const HWND last = core.Peek(window)->lastFocus;
-    const Window* child = IsSameOrInside(last, window) ? core.Peek(last) : nullptr;
+    if (IsSameOrInside(FocusedWindow(), window)) return;
+    const HWND last = Peek(window)->lastFocus;
+    const Window* child = IsSameOrInside(last, window) ? Peek(last) : nullptr;
     const bool takes = child && IsVisibleInTree(*child) && IsEnabledInTree(*child);
     MoveFocus(takes ? last : window);
 }
@@ -102,7 +102,7 @@ LRESULT SetIcon(Window& window, WPARAM size, HICON icon) {
 
 LRESULT DefaultSystemKey(const Window& window, WPARAM key) {
     const HWND top = TopLevelOf(window.handle);
-    const Window* record = Core::Get().Peek(top);
+    const Window* record = Peek(top);
     if (key == VK_F4 && (GetKeyState(VK_MENU) & 0x8000) && record && !record->IsDisabled())
         CallProcedure(top, WM_SYSCOMMAND, SC_CLOSE, 0);
     return 0;
@@ -111,7 +111,7 @@ LRESULT DefaultSystemKey(const Window& window, WPARAM key) {
 }  // namespace
 
 LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
-    const std::shared_ptr<Window> window = Core::Get().Share(handle);
+    const std::shared_ptr<Window> window = RequireShared(handle);
     if (!window) return 0;
     switch (message) {
         case WM_NCCREATE:

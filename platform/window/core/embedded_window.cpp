@@ -2,7 +2,9 @@
 
 #include <vector>
 
-#include "platform/window/core/core.h"
+#include "platform/graphics/scale.h"
+#include "platform/window/core/coordinates.h"
+#include "platform/window/core/display.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -24,7 +26,7 @@ CRect OnSurface(const Window& window) {
 // The part of a rectangle of a child that neither it nor its parents cut off; empty while one of them is
 // hidden. The top-level hides with all that is in it.
 CRect SeenPart(const Window& child, CRect rect) {
-    for (const Window* window = &child; window; window = Core::Get().Peek(window->parent)) {
+    for (const Window* window = &child; window; window = Peek(window->parent)) {
         CRect seen;
         if (!window->IsChild()) {
             seen.IntersectRect(rect, window->Bounds());
@@ -39,11 +41,10 @@ CRect SeenPart(const Window& child, CRect rect) {
 }  // namespace
 
 std::unique_ptr<EmbeddedWindow> EmbeddedWindow::Create(HWND child, int inset, EmbeddedEvents& events) {
-    Core& core = Core::Get();
-    const Window* const window = core.Find(child);
+    const Window* const window = Require(child);
     if (!window) return nullptr;
     const Window* const top = TopLevelOf(*window);
-    WindowSystem* const system = top ? core.SystemOf(*top) : nullptr;
+    WindowSystem* const system = top ? SystemOf(*top) : nullptr;
     if (!system) {
         SetLastError(ERROR_CONNECTION_UNAVAIL);
         return nullptr;
@@ -63,7 +64,7 @@ EmbeddedWindow::~EmbeddedWindow() {
 }
 
 void EmbeddedWindow::Follow() {
-    const Window* const window = Core::Get().Peek(child_);
+    const Window* const window = Peek(child_);
     if (!window) return;
     CRect whole = OnSurface(*window);
     whole.DeflateRect(inset_, inset_);
@@ -77,7 +78,7 @@ void FollowEmbeddedWindows() {
 }
 
 bool CanEmbedWindows() {
-    const WindowSystem* const system = Core::Get().System();
+    const WindowSystem* const system = System();
     return !system || system->Can().embedsWindows;
 }
 

@@ -1,11 +1,10 @@
-// The core's end of what a window system reports.
+// Events of the window system that are no input, when their turn has come.
 #pragma once
 
-#include "platform/window/core/core.h"
+#include "platform/window/window_events.h"
 
 namespace platform {
 
-// Handles an event that is no input, when its turn has come.
 void HandleEvent(const WindowEvent& happened);
 
 }  // namespace platform

@@ -1,37 +1,43 @@
-#include "platform/window/core/file_drag.h"
+// Files dragged out of the program: the core's own modal loop.
+#include <optional>
 
+#include "platform/window/core/capture.h"
 #include "platform/window/core/control.h"
-#include "platform/window/core/messages.h"
-#include "platform/window/core/pointer.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/input_state.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/message_pump.h"
+#include "platform/window/core/modal_input.h"
+#include "platform/window/core/window_table.h"
+#include "platform/window/file_drag.h"
 
 namespace platform {
 
 namespace {
 
+struct FileDragging {
+    bool running = false;
+    bool decided = false;  // dropped or given up: only the answer is still to come
+    DROPEFFECT allowed = DROPEFFECT_NONE;
+};
+
+FileDragging& Drag() {
+    return Lasting<FileDragging>();
+}
+
 // Asked anew each time: what is delivered meanwhile may end the window system.
 FileDragger* Dragger() {
-    WindowSystem* system = Core::Get().System();
+    WindowSystem* system = System();
     return system ? system->FileDrags() : nullptr;
 }
 
 DragPoint PointOf(POINT screen, const InputState& state) {
-    const DROPEFFECT wanted = EffectOfKeys(state.shift, state.control, Core::Get().fileDrag.allowed);
+    const DROPEFFECT wanted = EffectOfKeys(state.shift, state.control, Drag().allowed);
     return DragPoint{screen, wanted, state.shift, state.control, state.alt};
 }
 
-// As of the message being handled.
-InputState StateNow() {
-    const bool(&down)[256] = Core::Get().keyboard.down;
-    InputState state;
-    state.shift = down[VK_SHIFT];
-    state.control = down[VK_CONTROL];
-    state.alt = down[VK_MENU];
-    state.left = down[VK_LBUTTON];
-    return state;
-}
-
 void GiveUp(FileDragger& dragger) {
-    Core::Get().fileDrag.decided = true;
+    Drag().decided = true;
     dragger.Cancel();
 }
 
@@ -39,7 +45,7 @@ void FeedButton(FileDragger& dragger, const event::Pointer& event) {
     if (event.button != 1) {
         if (event.down) GiveUp(dragger);
     } else if (!event.down) {
-        Core::Get().fileDrag.decided = true;
+        Drag().decided = true;
         dragger.Drop(PointOf(event.screen, event.state));
     }
 }
@@ -47,13 +53,11 @@ void FeedButton(FileDragger& dragger, const event::Pointer& event) {
 // A drag on the stack. However it is left, the window system has none any more.
 class RunningDrag {
   public:
-    explicit RunningDrag(DROPEFFECT allowed) : serial_(Core::Get().SystemSerial()) {
-        Core::Get().fileDrag = {true, false, allowed};
-    }
+    explicit RunningDrag(DROPEFFECT allowed) : serial_(SystemSerial()) { Drag() = {true, false, allowed}; }
     ~RunningDrag() {
         if (Goes())
             if (FileDragger* dragger = Dragger()) dragger->Cancel();
-        Core::Get().fileDrag = FileDragging();
+        Drag() = FileDragging();
     }
     RunningDrag(const RunningDrag&) = delete;
     RunningDrag& operator=(const RunningDrag&) = delete;
@@ -65,14 +69,20 @@ class RunningDrag {
     }
 
   private:
-    bool Goes() const { return Core::Get().SystemSerial() == serial_; }
+    bool Goes() const { return SystemSerial() == serial_; }
     unsigned serial_;
 };
 
-}  // namespace
+// While a drag runs, no window gets any input.
+class DragTaker final : public InputTaker {
+  public:
+    bool Take(const event::Pointer& event) override;
+    bool Take(const event::Key& event) override;
+};
+DragTaker taker;
 
-bool FeedFileDrag(const event::Pointer& event) {
-    const FileDragging& drag = Core::Get().fileDrag;
+bool DragTaker::Take(const event::Pointer& event) {
+    const FileDragging& drag = Drag();
     FileDragger* const dragger = drag.running && !drag.decided ? Dragger() : nullptr;
     if (!dragger) return drag.running;
     if (event.kind == event::Pointer::Button)
@@ -84,27 +94,28 @@ bool FeedFileDrag(const event::Pointer& event) {
     return true;
 }
 
-bool FeedFileDrag(const event::Key& event) {
-    const FileDragging& drag = Core::Get().fileDrag;
+bool DragTaker::Take(const event::Key& event) {
+    const FileDragging& drag = Drag();
     FileDragger* const dragger = drag.running && !drag.decided ? Dragger() : nullptr;
     if (!dragger) return drag.running;
     if (event.virtualKey == VK_ESCAPE && event.down)
         GiveUp(*dragger);
     else
-        dragger->Follow(PointOf(Core::Get().pointer.screen, event.state));
+        dragger->Follow(PointOf(PointerPosition(), event.state));
     return true;
 }
 
+}  // namespace
+
 DROPEFFECT DragFiles(const FileOffer& offer) {
-    Core& core = Core::Get();
-    if (!core.IsOwningThread() || core.fileDrag.running || !core.keyboard.down[VK_LBUTTON])
-        return DROPEFFECT_NONE;
+    if (!IsOwningThread() || Drag().running || !IsKeyDown(VK_LBUTTON)) return DROPEFFECT_NONE;
     if (offer.paths.empty() || offer.allowed == DROPEFFECT_NONE) return DROPEFFECT_NONE;
     ReleasePointerCapture();
+    BeginTaking(taker);
     const RunningDrag drag(offer.allowed);
     FileDragger* dragger = Dragger();
-    if (!dragger || !core.System()->IsButtonHeld()) return DROPEFFECT_NONE;
-    if (!dragger->Begin(offer, PointOf(core.pointer.screen, StateNow()))) return DROPEFFECT_NONE;
+    if (!dragger || !System()->IsButtonHeld()) return DROPEFFECT_NONE;
+    if (!dragger->Begin(offer, PointOf(PointerPosition(), HeldInput()))) return DROPEFFECT_NONE;
     PumpUntil([&drag] { return drag.Outcome().has_value(); });
     return drag.Outcome().value_or(DROPEFFECT_NONE);
 }

@@ -1,8 +1,8 @@
 #include "platform/window/core/file_drop.h"
 
-#include <algorithm>
-
 #include "platform/ole/file_block.h"
+#include "platform/window/core/coordinates.h"
+#include "platform/window/core/display.h"
 #include "platform/window/core/tree.h"
 
 namespace platform {
@@ -12,7 +12,7 @@ namespace {
 // The deepest window at a point, given in the coordinates of one around it.
 const Window& DeepestAt(const Window& window, CPoint point) {
     for (std::size_t i = window.children.size(); i-- > 0;) {
-        const Window* child = Core::Get().Peek(window.children[i]);
+        const Window* child = Peek(window.children[i]);
         if (!child || !child->IsShown() || child->type->letsPointerThrough) continue;
         const CPoint inside(point.x - child->rect.left, point.y - child->rect.top);
         const bool there = !child->shape || child->shape->Contains(inside.x, inside.y);
@@ -23,15 +23,14 @@ const Window& DeepestAt(const Window& window, CPoint point) {
 
 // The one there that takes files, or the closest around it that does.
 const Window* TakerAt(HWND topLevel, POINT screen) {
-    Core& core = Core::Get();
-    const Window* top = core.Peek(topLevel);
+    const Window* top = Peek(topLevel);
     // What lies in another program's window is that program's to speak for.
     if (!top || top->host || !IsOnDisplay(*top)) return nullptr;
     const CPoint origin = ScreenOrigin(*top);
     const Window* at = &DeepestAt(*top, CPoint(screen.x - origin.x, screen.y - origin.y));
     if (!IsEnabledInTree(*at)) return nullptr;
     while (at && !(at->exStyle & WS_EX_ACCEPTFILES))
-        at = at->IsChild() ? core.Peek(at->parent) : nullptr;
+        at = at->IsChild() ? Peek(at->parent) : nullptr;
     return at;
 }
 
@@ -43,10 +42,9 @@ DROPEFFECT EffectsOf(const Window& taker, DROPEFFECT wanted) {
 // Says what became of a drop, however that ends. The window system that it came from may be gone by then.
 class DropEnd {
   public:
-    explicit DropEnd(std::uint64_t drop) : drop_(drop), serial_(Core::Get().SystemSerial()) {}
+    explicit DropEnd(std::uint64_t drop) : drop_(drop), serial_(SystemSerial()) {}
     ~DropEnd() {
-        const Core& core = Core::Get();
-        WindowSystem* system = core.SystemSerial() == serial_ ? core.System() : nullptr;
+        WindowSystem* system = SystemSerial() == serial_ ? System() : nullptr;
         if (FileReceiver* receiver = system ? system->FileDrops() : nullptr)
             receiver->Finish(drop_, performed);
     }
@@ -60,14 +58,6 @@ class DropEnd {
 };
 
 }  // namespace
-
-bool TakesFiles(const Window& window) {
-    if (window.exStyle & WS_EX_ACCEPTFILES) return true;
-    return std::ranges::any_of(window.children, [](HWND handle) {
-        const Window* child = Core::Get().Peek(handle);
-        return child && TakesFiles(*child);
-    });
-}
 
 DROPEFFECT EffectsOfDrop(HWND topLevel, POINT screen, DROPEFFECT wanted) {
     const Window* taker = TakerAt(topLevel, screen);
@@ -93,8 +83,7 @@ void DeliverDrop(HWND topLevel, const FileDrop& drop) {
 using namespace platform;
 
 void DragAcceptFiles(HWND handle, BOOL accept) {
-    Core& core = Core::Get();
-    Window* window = core.Find(handle);
+    Window* window = Require(handle);
     if (!window) return;
     const DWORD others = window->exStyle & ~DWORD{WS_EX_ACCEPTFILES};
     SetWindowLongPtrW(handle, GWL_EXSTYLE,
@@ -102,5 +91,5 @@ void DragAcceptFiles(HWND handle, BOOL accept) {
 }
 
 void DragAcceptMoves(HWND handle, BOOL accept) {
-    if (Window* window = Core::Get().Find(handle)) window->movesFiles = accept != FALSE;
+    if (Window* window = Require(handle)) window->movesFiles = accept != FALSE;
 }

@@ -1,12 +1,10 @@
 // Files dropped on our windows: who takes them, and the message that brings them.
 #pragma once
 
-#include "platform/window/core/core.h"
+#include "platform/window/file_drop.h"
 
 namespace platform {
 
-// Whether files may be dropped somewhere on a top-level.
-bool TakesFiles(const Window& topLevel);
 // What would be done with files at a point of a top-level, of what is wanted; one that the window performs in
 // any case where that is none. Runs no procedure.
 DROPEFFECT EffectsOfDrop(HWND topLevel, POINT screen, DROPEFFECT wanted);

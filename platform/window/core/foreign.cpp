@@ -8,8 +8,10 @@
 #include <platform/foreign.h>
 
 #include "platform/window/core/control.h"
-#include "platform/window/core/core.h"
-#include "platform/window/core/tree.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/stacking.h"
+#include "platform/window/core/window_table.h"
 
 namespace platform {
 
@@ -22,8 +24,12 @@ HWND WithoutMark(HWND handle) {
     return HWND(handle.Index() & ~kForeignIndex, handle.Generation());
 }
 
+ForeignHandles& Handles() {
+    return Lasting<ForeignHandles>();
+}
+
 ForeignWindows* Capability() {
-    WindowSystem* system = Core::Get().System();
+    WindowSystem* system = System();
     return system ? system->Foreign() : nullptr;
 }
 
@@ -50,10 +56,9 @@ bool IsOnScreen(HWND parent) {
 
 // Our own, the topmost first.
 std::vector<HWND> OwnIn(HWND parent) {
-    Core& core = Core::Get();
     std::vector<HWND> all;
-    if (const Window* window = core.Peek(parent)) all = window->children;
-    if (IsOnScreen(parent)) core.stack.ForEach([&](HWND window) { all.push_back(window); });
+    if (const Window* window = Peek(parent)) all = window->children;
+    if (IsOnScreen(parent)) Stack().ForEach([&](HWND window) { all.push_back(window); });
     std::reverse(all.begin(), all.end());
     return all;
 }
@@ -65,26 +70,25 @@ struct Candidate {
 
 // All that lies directly in a window. Empty with the last error for a parent that is gone.
 std::optional<std::vector<Candidate>> CandidatesIn(HWND parent, const Pattern& pattern) {
-    Core& core = Core::Get();
     std::vector<Candidate> all;
     for (const HWND own : OwnIn(parent))
-        if (const Window* window = core.Peek(own))
+        if (const Window* window = Peek(own))
             all.push_back({own, pattern.Fits(window->type->name.c_str(), window->title)});
     std::optional<ForeignId> foreign = kScreen;
     if (!IsOnScreen(parent)) {
-        if (core.Peek(parent)) return all;
+        if (Peek(parent)) return all;
         foreign = FindForeign(parent);
         if (!foreign) return std::nullopt;
     }
     if (ForeignWindows* capability = Capability())
         for (const ForeignWindow& other : capability->In(*foreign))
-            all.push_back({core.foreign.Give(other.id), pattern.Fits(other.className, other.title)});
+            all.push_back({Handles().Give(other.id), pattern.Fits(other.className, other.title)});
     return all;
 }
 
 // Checks who may go where; empty with the last error.
 std::optional<ForeignId> CheckMove(const Window& window, HWND parent) {
-    if (window.IsChild() || Core::Get().Peek(parent)) {
+    if (window.IsChild() || Peek(parent)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return std::nullopt;
     }
@@ -123,15 +127,14 @@ void ForeignHandles::Clear() {
 }
 
 std::optional<ForeignId> FindForeign(HWND handle) {
-    Core& core = Core::Get();
-    if (!core.IsOwningThread()) {
+    if (!IsOwningThread()) {
         SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
         return std::nullopt;
     }
-    const std::optional<ForeignId> id = core.foreign.Find(handle);
+    const std::optional<ForeignId> id = Handles().Find(handle);
     ForeignWindows* capability = Capability();
     if (id && capability && capability->Exists(*id)) return id;
-    if (id) core.foreign.Forget(handle);
+    if (id) Handles().Forget(handle);
     SetLastError(ERROR_INVALID_WINDOW_HANDLE);
     return std::nullopt;
 }
@@ -157,9 +160,11 @@ void AcceptPutOut(const std::shared_ptr<Window>& window) {
     CallProcedure(window, WM_WINDOWPOSCHANGED, 0, 0);
 }
 
-HWND HandleOfForeign(ForeignId id) try {
-    return Core::Get().foreign.Give(id);
-} catch (const std::bad_alloc&) {
+void ClearForeignHandles() {
+    Handles().Clear();
+}
+
+HWND HandleOfForeign(ForeignId id) try { return Handles().Give(id); } catch (const std::bad_alloc&) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return HWND();
 }
@@ -177,8 +182,7 @@ HWND FindWindowW(LPCWSTR className, LPCWSTR title) {
 }
 
 HWND FindWindowExW(HWND parent, HWND after, LPCWSTR className, LPCWSTR title) try {
-    Core& core = Core::Get();
-    if (!core.EnsureSystem()) return HWND();
+    if (!EnsureSystem()) return HWND();
     const Pattern pattern = MakePattern(className, title);
     const auto candidates = CandidatesIn(parent, pattern);
     if (!candidates) return HWND();
@@ -201,21 +205,20 @@ HWND FindWindowExW(HWND parent, HWND after, LPCWSTR className, LPCWSTR title) tr
 }
 
 HWND SetParent(HWND handle, HWND parent) {
-    Core& core = Core::Get();
-    const std::shared_ptr<Window> window = core.Share(handle);
+    const std::shared_ptr<Window> window = RequireShared(handle);
     if (!window) return HWND();
     const std::optional<ForeignId> id = CheckMove(*window, parent);
     if (!id) return HWND();
     const HWND before = window->host ? window->host : kScreenHandle;
     const HWND now = *id == kScreen ? HWND() : parent;
     if (now == window->host) return before;
-    ForeignWindows* capability = core.SystemOf(*window) ? Capability() : nullptr;
+    ForeignWindows* capability = SystemOf(*window) ? Capability() : nullptr;
     if (!capability || !capability->PutInto(handle, *id)) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return HWND();
     }
     window->host = now;
-    core.stack.Raise(handle, LayerOf(handle));
+    RaiseInLayer(*window);
     return before;
 }
 
@@ -224,7 +227,7 @@ HWND GetDesktopWindow() {
 }
 
 HWND GetAncestor(HWND handle, UINT which) {
-    const Window* window = Core::Get().Find(handle);
+    const Window* window = Require(handle);
     if (!window) return HWND();
     if (which != GA_PARENT) {
         SetLastError(ERROR_INVALID_PARAMETER);

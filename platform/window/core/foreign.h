@@ -1,6 +1,7 @@
 // Handles of windows of other programs.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <unordered_map>
 
@@ -32,6 +33,8 @@ struct Window;
 std::optional<ForeignId> FindForeign(HWND handle);
 bool IsForeignShown(HWND handle);
 int ShowForeign(HWND handle, int command);  // ShowWindow
+
+void ClearForeignHandles();
 
 // The window is on the screen again, though nobody asked for it.
 void AcceptPutOut(const std::shared_ptr<Window>& window);

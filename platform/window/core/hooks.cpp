@@ -6,7 +6,10 @@
 
 #include <platform/window.h>
 
-#include "platform/window/core/core.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/input_state.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/window_table.h"
 #include "platform/window/key_watch.h"
 
 namespace platform {
@@ -58,8 +61,7 @@ void KeyHooks::Clear() {
 void KeyHooks::Run(const event::KeySeen& event) {
     KBDLLHOOKSTRUCT record{event.virtualKey, event.scanCode, event.down ? DWORD{0} : DWORD{LLKHF_UP},
                            static_cast<DWORD>(event.time), 0};
-    auto& keyboard = Core::Get().keyboard;
-    const Restore watched(keyboard.watched, std::optional(event.held));
+    const WatchedKeys watched(event.held);
     const Restore asked(asked_, lastSerial_ + 1);
     Next(HC_ACTION, MessageOf(event), reinterpret_cast<LPARAM>(&record));
 }
@@ -73,11 +75,14 @@ LRESULT KeyHooks::Next(int code, WPARAM wParam, LPARAM lParam) {
     return hook->procedure(code, wParam, lParam);
 }
 
+KeyHooks& Hooks() {
+    return Lasting<KeyHooks>();
+}
+
 bool UpdateKeyWatch() {
-    Core& core = Core::Get();
-    WindowSystem* system = core.System();
+    WindowSystem* system = System();
     KeyWatch* watch = system ? system->KeyWatcher() : nullptr;
-    return watch && watch->Watch(!core.hooks.IsEmpty());
+    return watch && watch->Watch(!Hooks().IsEmpty());
 }
 
 }  // namespace platform
@@ -85,36 +90,33 @@ bool UpdateKeyWatch() {
 using namespace platform;
 
 HHOOK SetWindowsHookExW(int type, HOOKPROC procedure, HINSTANCE, DWORD thread) {
-    Core& core = Core::Get();
     if (type != WH_KEYBOARD_LL || !procedure || thread != 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return HHOOK();
     }
-    if (!core.EnsureSystem()) return HHOOK();
+    if (!EnsureSystem()) return HHOOK();
     HHOOK hook;
     try {
-        hook = core.hooks.Add(procedure);
+        hook = Hooks().Add(procedure);
     } catch (const std::bad_alloc&) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return HHOOK();
     }
     if (UpdateKeyWatch()) return hook;
-    core.hooks.Remove(hook);
+    Hooks().Remove(hook);
     SetLastError(ERROR_NOT_SUPPORTED);
     return HHOOK();
 }
 
 BOOL UnhookWindowsHookEx(HHOOK hook) {
-    Core& core = Core::Get();
-    if (!core.IsOwningThread() || !core.hooks.Remove(hook)) {
+    if (!IsOwningThread() || !Hooks().Remove(hook)) {
         SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
-    if (core.hooks.IsEmpty()) UpdateKeyWatch();
+    if (Hooks().IsEmpty()) UpdateKeyWatch();
     return TRUE;
 }
 
 LRESULT CallNextHookEx(HHOOK, int code, WPARAM wParam, LPARAM lParam) {
-    Core& core = Core::Get();
-    return core.IsOwningThread() ? core.hooks.Next(code, wParam, lParam) : 0;
+    return IsOwningThread() ? Hooks().Next(code, wParam, lParam) : 0;
 }

@@ -7,7 +7,7 @@
 #include <platform/foreign.h>
 
 #include "platform/base/handle_table.h"
-#include "platform/window/core/message_queue.h"
+#include "platform/window/window_events.h"
 
 namespace platform {
 
@@ -34,6 +34,8 @@ class KeyHooks {
     std::uint64_t lastSerial_ = 0;
     std::uint64_t asked_ = 0;  // the serial of the hook being asked; 0: none is
 };
+
+KeyHooks& Hooks();
 
 // A window system was chosen, or the hooks changed: it watches as long as there are any.
 bool UpdateKeyWatch();

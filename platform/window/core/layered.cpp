@@ -1,13 +1,13 @@
-// Layered windows and window shapes.
-#include <algorithm>
-#include <cstring>
+// Layered windows: what they are fed, and how it is blended.
 
 #include "platform/graphics/device_context.h"
 #include "platform/graphics/resample.h"
-#include "platform/window/core/core.h"
-#include "platform/window/core/painting.h"
-#include "platform/window/core/place.h"
-#include "platform/window/core/tree.h"
+#include "platform/graphics/scale.h"
+#include "platform/window/core/bounds.h"
+#include "platform/window/core/invalidation.h"
+#include "platform/window/core/pixel_copy.h"
+#include "platform/window/core/window_surface.h"
+#include "platform/window/core/window_table.h"
 
 namespace platform {
 
@@ -18,80 +18,13 @@ std::uint32_t KeyOf(COLORREF colour) {
 }
 
 Window* FindLayered(HWND handle) {
-    Window* window = Core::Get().Find(handle);
+    Window* window = Require(handle);
     if (!window) return nullptr;
     if (window->IsChild() || !window->IsLayered()) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
     return window;
-}
-
-// Collects what changes while rows are copied: a few boxes of neighbouring rows, not one that spans all.
-class Damage {
-  public:
-    void AddRow(int y, int left, int right) {
-        if (!boxes_.empty() && y <= boxes_.back().bottom + kGap) {
-            CRect& box = boxes_.back();
-            box.left = std::min<LONG>(box.left, left);
-            box.right = std::max<LONG>(box.right, right);
-            box.bottom = y + 1;
-        } else {
-            boxes_.push_back(CRect(left, y, right, y + 1));
-        }
-    }
-    Region Take() const { return Region(std::vector<RECT>(boxes_.begin(), boxes_.end())); }
-
-  private:
-    static constexpr int kGap = 8;  // rows; nearer boxes are one
-    std::vector<CRect> boxes_;
-};
-
-// Copies a row and notes the stretch that differed.
-void CopyRow(std::uint32_t* to, const std::uint32_t* from, int count, int x, int y, Damage& damage) {
-    const std::size_t bytes = static_cast<std::size_t>(count) * sizeof(std::uint32_t);
-    if (std::memcmp(to, from, bytes) == 0) return;
-    int left = 0;
-    int right = count;
-    while (to[left] == from[left])
-        ++left;
-    while (to[right - 1] == from[right - 1])
-        --right;
-    std::memcpy(to + left, from + left, static_cast<std::size_t>(right - left) * sizeof(std::uint32_t));
-    damage.AddRow(y, x + left, x + right);
-}
-
-void ClearRow(std::uint32_t* row, int from, int to, int y, Damage& damage) {
-    const auto isSet = [](std::uint32_t pixel) { return pixel != 0; };
-    std::uint32_t* first = std::find_if(row + from, row + std::max(from, to), isSet);
-    if (first >= row + to) return;
-    std::fill(first, row + to, 0);
-    damage.AddRow(y, static_cast<int>(first - row), to);
-}
-
-// Row y of the window becomes row y + sourceOrigin.y of the source, transparent outside of it; within a part
-// of the window.
-Region CopyPixels(Surface& to, const Surface& from, POINT sourceOrigin, const CRect& part) {
-    Damage damage;
-    const std::int64_t left = std::max<std::int64_t>(part.left, -std::int64_t{sourceOrigin.x});
-    const std::int64_t right =
-        std::min<std::int64_t>(part.right, std::int64_t{from.Width()} - sourceOrigin.x);
-    const int first = static_cast<int>(std::min<std::int64_t>(left, part.right));
-    const int last = static_cast<int>(std::max<std::int64_t>(right, first));
-    for (int y = part.top; y < part.bottom; ++y) {
-        const std::int64_t sourceY = std::int64_t{y} + sourceOrigin.y;
-        std::uint32_t* row = to.Row(y);
-        if (sourceY < 0 || sourceY >= from.Height() || last <= first) {
-            ClearRow(row, part.left, part.right, y, damage);
-            continue;
-        }
-        ClearRow(row, part.left, first, y, damage);
-        CopyRow(row + first, from.Row(static_cast<int>(sourceY)) + (first + sourceOrigin.x), last - first,
-                first, y, damage);
-        ClearRow(row, last, part.right, y, damage);
-    }
-    to.Touch();
-    return damage.Take();
 }
 
 // A source with as many pixels to a unit as the window has.
@@ -190,18 +123,18 @@ BOOL PushPixels(HWND handle, Feed feed) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    const std::shared_ptr<Window> window = Core::Get().Share(handle);
+    const std::shared_ptr<Window> window = RequireShared(handle);
     const CRect before = window->rect;
     CRect rect = before;
     if (feed.position && !window->IsMinimised()) rect = CRect(*feed.position, rect.Size());
     if (feed.size) rect = CRect(rect.TopLeft(), *feed.size);
-    const PlaceChange change = ChangeRect(*window, rect, Redraw::No);
+    const BoundsChange change = ChangeBounds(*window, rect, Redraw::No);
     if (target && !ShowFeed(*window, feed, *target)) {
-        ChangeRect(*window, before, Redraw::No);
+        ChangeBounds(*window, before, Redraw::No);
         return FALSE;
     }
     // The pixels are up before anybody hears of the new place: whoever draws again then starts from there.
-    if (!window->IsMinimised()) SendPlaceMessages(window, change);
+    if (!window->IsMinimised()) SendBoundsMessages(window, change);
     return TRUE;
 }
 
@@ -247,29 +180,4 @@ BOOL UpdateLayeredWindowIndirect(HWND handle, const UPDATELAYEREDWINDOWINFO* inf
     }
     return PushPixels(handle, {info->pptDst, info->psize, info->hdcSrc, info->pptSrc, info->crKey,
                                info->pblend, info->dwFlags, info->prcDirty});
-}
-
-int SetWindowRgn(HWND handle, HRGN region, BOOL redraw) {
-    Window* window = Core::Get().Find(handle);
-    if (!window) return FALSE;
-    std::optional<Region> taken;
-    if (region) {
-        taken = TakeRegion(region);
-        if (!taken) {
-            SetLastError(ERROR_INVALID_HANDLE);
-            return FALSE;
-        }
-    }
-    window->shape = std::move(taken);
-    if (!window->IsChild())
-        if (WindowSystem* system = Core::Get().SystemOf(*window))
-            system->SetShape(handle, window->shape ? &*window->shape : nullptr);
-    if (redraw) {
-        Window* parent = window->IsChild() ? Core::Get().Peek(window->parent) : nullptr;
-        if (parent)
-            Invalidate(*parent, window->rect, true);
-        else
-            InvalidateAll(*window, true);
-    }
-    return TRUE;
 }

@@ -2,18 +2,14 @@
 
 #include <algorithm>
 
-#include "platform/window/core/place.h"
-#include "platform/window/core/tree.h"
+#include "platform/window/core/bounds.h"
+#include "platform/window/core/size_limits.h"
+#include "platform/window/core/traits.h"
+#include "platform/window/core/window_table.h"
 
 namespace platform {
 
 namespace {
-
-MONITORINFO MonitorOf(const Window& window) {
-    MONITORINFO monitor{sizeof(MONITORINFO), {}, {}, 0};
-    GetMonitorInfoW(MonitorFromWindow(window.handle, MONITOR_DEFAULTTONEAREST), &monitor);
-    return monitor;
-}
 
 CRect MaximisedRect(const Window& window, const MINMAXINFO& sizes) {
     const CRect monitor(MonitorOf(window).rcMonitor);
@@ -24,33 +20,12 @@ CRect MaximisedRect(const Window& window, const MINMAXINFO& sizes) {
 
 }  // namespace
 
-MINMAXINFO AskSizes(const std::shared_ptr<Window>& window) {
-    const MONITORINFO monitor = MonitorOf(*window);
-    const CRect work(monitor.rcWork);
-    MINMAXINFO sizes{{0, 0},
-                     {work.Width(), work.Height()},
-                     CPoint(work.left - monitor.rcMonitor.left, work.top - monitor.rcMonitor.top),
-                     {1, 1},
-                     {kLongestSide, kLongestSide}};
-    CallProcedure(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&sizes));
-    const auto side = [](LONG size) { return std::clamp<LONG>(size, 1, kLongestSide); };
-    window->leastSize = {side(sizes.ptMinTrackSize.x), side(sizes.ptMinTrackSize.y)};
-    window->mostSize = {std::max(side(sizes.ptMaxTrackSize.x), window->leastSize.cx),
-                        std::max(side(sizes.ptMaxTrackSize.y), window->leastSize.cy)};
-    if (Core::Get().Peek(window->handle)) UpdateTraits(*window);
-    return sizes;
-}
-
-void RefreshSizes(const std::shared_ptr<Window>& window) {
-    if (!window->IsChild() && window->style & (WS_THICKFRAME | WS_MAXIMIZEBOX)) AskSizes(window);
-}
-
 void SetMaximised(const std::shared_ptr<Window>& window, bool maximised) {
     if (window->IsChild() || window->IsMaximised() == maximised) return;
     CRect rect = window->normalRect;
     if (maximised) {
         const MINMAXINFO sizes = AskSizes(window);
-        if (!Core::Get().Peek(window->handle)) return;
+        if (!Peek(window->handle)) return;
         rect = MaximisedRect(*window, sizes);
         window->normalRect = window->rect;
         window->style |= WS_MAXIMIZE;
@@ -58,8 +33,8 @@ void SetMaximised(const std::shared_ptr<Window>& window, bool maximised) {
         window->style &= ~DWORD{WS_MAXIMIZE};
     }
     UpdateTraits(*window);
-    const PlaceChange change = ChangeRect(*window, rect, Redraw::Yes);
-    if (!window->IsMinimised()) SendPlaceMessages(window, change);
+    const BoundsChange change = ChangeBounds(*window, rect, Redraw::Yes);
+    if (!window->IsMinimised()) SendBoundsMessages(window, change);
 }
 
 void AcceptMaximised(Window& window, bool maximised) {
@@ -75,7 +50,9 @@ void AcceptMaximised(Window& window, bool maximised) {
 
 }  // namespace platform
 
+using namespace platform;
+
 BOOL IsZoomed(HWND handle) {
-    const platform::Window* window = platform::Core::Get().Find(handle);
+    const Window* window = Require(handle);
     return window && window->IsMaximised();
 }

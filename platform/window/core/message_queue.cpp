@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "platform/window/core/lasting.h"
+
 namespace platform {
 
 namespace {
@@ -87,6 +89,10 @@ void MessageQueue::DropThreadMessages() {
         const auto* const message = std::get_if<MSG>(&item.second);
         return message && !message->hwnd;
     });
+}
+
+MessageQueue& Queue() {
+    return Lasting<MessageQueue>();
 }
 
 }  // namespace platform

@@ -61,6 +61,8 @@ class MessageQueue {
     bool boundsSinceInput_ = false;
 };
 
+MessageQueue& Queue();
+
 // Input becomes a message; all other events are handled when met.
 inline bool IsInput(const WindowEvent& happened) {
     return std::holds_alternative<event::Pointer>(happened) || std::holds_alternative<event::Key>(happened);

@@ -1,8 +1,9 @@
 // The monitors behind their handles.
 #include <algorithm>
 
-#include "platform/window/core/core.h"
-#include "platform/window/core/tree.h"
+#include "platform/window/core/coordinates.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/window_table.h"
 
 using namespace platform;
 
@@ -17,7 +18,7 @@ struct Arrangement {
 // As it is now; without monitors, and with the last error set, where no window system can be reached.
 Arrangement Arranged() {
     static Arrangement known;
-    WindowSystem* system = Core::Get().EnsureSystem();
+    WindowSystem* system = EnsureSystem();
     if (!system) return {};
     std::vector<Monitor> now = system->Monitors();
     const auto sameBounds = [](const Monitor& a, const Monitor& b) { return a.whole == b.whole; };
@@ -68,7 +69,7 @@ HMONITOR MonitorFromWindow(HWND window, DWORD otherwise) {
         const Arrangement arranged = otherwise == MONITOR_DEFAULTTONULL ? Arrangement() : Arranged();
         return HMONITOR(0, arranged.monitors.empty() ? 0 : arranged.generation);
     }
-    const Window* found = Core::Get().Find(window);
+    const Window* found = Require(window);
     if (!found) return HMONITOR();
     const bool minimised = !found->IsChild() && found->IsMinimised();
     return FindMonitor(minimised ? found->rect : ScreenRect(*found), otherwise);

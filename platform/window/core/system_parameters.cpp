@@ -5,12 +5,12 @@
 #include <iterator>
 #include <string_view>
 
-#include "platform/window/core/core.h"
+#include "platform/window/core/display.h"
 
 namespace {
 
 BOOL GetWorkArea(RECT* area) {
-    platform::WindowSystem* system = platform::Core::Get().EnsureSystem();
+    platform::WindowSystem* system = platform::EnsureSystem();
     if (system) *area = system->Monitors().front().work;
     return system != nullptr;
 }

@@ -1,6 +1,12 @@
 #include "platform/window/core/timers.h"
 
 #include <algorithm>
+#include <new>
+
+#include "platform/window/core/control.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/lasting.h"
+#include "platform/window/core/window_table.h"
 
 namespace platform {
 
@@ -81,4 +87,37 @@ void TimerTable::Rearm(HWND window, UINT_PTR id, std::uint64_t now) {
     Arm({window.ToParam(), id}, timer);
 }
 
+TimerTable& Timers() {
+    return Lasting<TimerTable>();
+}
+
+std::optional<std::uint64_t> NextTimerDue() {
+    return Timers().NextDue();
+}
+
 }  // namespace platform
+
+using namespace platform;
+
+UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure) {
+    if (window ? !Require(window) : !ClaimThread()) return 0;
+    try {
+        const UINT_PTR given = Timers().Set(window, id, interval, procedure, CurrentTime());
+        // An id of 0 is a timer like any other, but 0 as a result means failure.
+        return given ? given : 1;
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
+}
+
+BOOL KillTimer(HWND window, UINT_PTR id) {
+    if (window && !Require(window)) return FALSE;
+    if (IsOwningThread() && Timers().Kill(window, id)) return TRUE;
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+}
+
+DWORD GetTickCount() {
+    return static_cast<DWORD>(CurrentTime());
+}

@@ -60,4 +60,6 @@ class TimerTable {
     UINT_PTR nextFreeId_ = 1;
 };
 
+TimerTable& Timers();
+
 }  // namespace platform

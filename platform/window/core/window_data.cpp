@@ -1,11 +1,13 @@
-// What a window carries about: styles, texts, numbers, relatives.
+// What a window carries about: styles, texts, numbers.
 #include <new>
 
 #include "platform/window/core/activation.h"
-#include "platform/window/core/core.h"
-#include "platform/window/core/painting.h"
-#include "platform/window/core/pointer.h"
+#include "platform/window/core/capture.h"
+#include "platform/window/core/invalidation.h"
+#include "platform/window/core/stacking.h"
+#include "platform/window/core/traits.h"
 #include "platform/window/core/tree.h"
+#include "platform/window/core/window_surface.h"
 
 using namespace platform;
 
@@ -45,26 +47,8 @@ void SetExStyle(Window& window, DWORD exStyle) {
 
 }  // namespace
 
-HWND GetParent(HWND handle) {
-    Core& core = Core::Get();
-    const Window* window = core.Find(handle);
-    return window && core.Peek(window->parent) ? window->parent : HWND();
-}
-
-HWND GetDlgItem(HWND handle, int id) {
-    Core& core = Core::Get();
-    const Window* window = core.Find(handle);
-    if (!window) return HWND();
-    for (HWND child : window->children) {
-        const Window* record = core.Peek(child);
-        if (record && record->id == static_cast<UINT_PTR>(id)) return child;
-    }
-    SetLastError(ERROR_INVALID_PARAMETER);
-    return HWND();
-}
-
 LONG_PTR GetWindowLongPtrW(HWND handle, int index) {
-    const Window* window = Core::Get().Find(handle);
+    const Window* window = Require(handle);
     if (!window) return 0;
     switch (index) {
         case GWL_STYLE:
@@ -82,7 +66,7 @@ LONG_PTR GetWindowLongPtrW(HWND handle, int index) {
 }
 
 LONG_PTR SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
-    Window* window = Core::Get().Find(handle);
+    Window* window = Require(handle);
     if (!window) return 0;
     const LONG_PTR before = GetWindowLongPtrW(handle, index);
     switch (index) {
@@ -105,7 +89,7 @@ LONG_PTR SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
 }
 
 BOOL SetWindowTextW(HWND window, LPCWSTR text) {
-    const std::shared_ptr<Window> record = Core::Get().Share(window);
+    const std::shared_ptr<Window> record = RequireShared(window);
     if (!record) return FALSE;
     CString copy;  // the procedure may change what `text` points to
     try {
@@ -119,29 +103,28 @@ BOOL SetWindowTextW(HWND window, LPCWSTR text) {
 }
 
 CString GetWindowTextW(HWND window) {
-    const Window* record = Core::Get().Find(window);
+    const Window* record = Require(window);
     return record ? record->title : CString();
 }
 
 BOOL EnableWindow(HWND handle, BOOL enable) {
-    Core& core = Core::Get();
-    const std::shared_ptr<Window> window = core.Share(handle);
+    const std::shared_ptr<Window> window = RequireShared(handle);
     if (!window) return FALSE;
     const BOOL before = window->IsDisabled();
     if (before == (enable ? FALSE : TRUE)) return before;
     if (enable) {
         window->style &= ~DWORD{WS_DISABLED};
-        if (core.activation.systemFocus == handle) RequestFocusCheck();
+        if (SystemFocus() == handle) RequestFocusCheck();
     } else {
         window->style |= WS_DISABLED;
         WithdrawPointer(*window);
     }
     UpdateTraitsOfOwned(*window);
-    if (core.Peek(handle)) CallProcedure(window, WM_ENABLE, enable ? TRUE : FALSE, 0);
+    if (Peek(handle)) CallProcedure(window, WM_ENABLE, enable ? TRUE : FALSE, 0);
     return before;
 }
 
 BOOL IsWindowEnabled(HWND handle) {
-    const Window* window = Core::Get().Find(handle);
+    const Window* window = Require(handle);
     return window && !window->IsDisabled();
 }

@@ -1,42 +1,40 @@
-// Classes, and windows from their first message to their last.
+// Windows from their first message to their last.
 #include <exception>
 #include <new>
+#include <vector>
 
 #include <platform/foreign.h>
 
 #include "platform/window/core/activation.h"
+#include "platform/window/core/bounds.h"
 #include "platform/window/core/caption_move.h"
-#include "platform/window/core/core.h"
-#include "platform/window/core/maximising.h"
-#include "platform/window/core/painting.h"
-#include "platform/window/core/place.h"
-#include "platform/window/core/pointer.h"
+#include "platform/window/core/capture.h"
+#include "platform/window/core/display.h"
+#include "platform/window/core/foreign.h"
+#include "platform/window/core/inbox.h"
+#include "platform/window/core/showing.h"
+#include "platform/window/core/size_limits.h"
+#include "platform/window/core/stacking.h"
+#include "platform/window/core/timers.h"
+#include "platform/window/core/traits.h"
 #include "platform/window/core/tree.h"
+#include "platform/window/core/window_classes.h"
+#include "platform/window/core/window_contexts.h"
+#include "platform/window/core/window_surface.h"
 
 namespace platform {
 
 namespace {
 
-constexpr std::size_t kLongestClassName = 256;
-
-// A class name may be any text; numbers in the place of text name nothing.
-std::shared_ptr<const WindowClass> FindClass(LPCWSTR name) {
-    if (!name || IS_INTRESOURCE(name)) return nullptr;
-    Core& core = Core::Get();
-    auto found = core.classes.find(CString(name).MakeUpper().GetString());
-    return found == core.classes.end() ? nullptr : found->second;
-}
-
 // The parent of a child, the owner of a top-level; false with the last error set when there is none to be.
 bool ResolveParent(HWND parent, DWORD style, HWND* resolved) {
-    Core& core = Core::Get();
     *resolved = HWND();
     if (!parent) {
         if (!(style & WS_CHILD)) return true;
         SetLastError(ERROR_INVALID_PARAMETER);
         return false;
     }
-    const Window* found = core.Find(parent);
+    const Window* found = Require(parent);
     if (!found) return false;
     if (found->destroying) {
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
@@ -48,19 +46,18 @@ bool ResolveParent(HWND parent, DWORD style, HWND* resolved) {
 
 // Everything of a window that is left when WM_NCDESTROY was answered.
 void Forget(const std::shared_ptr<Window>& window) {
-    Core& core = Core::Get();
     const HWND handle = window->handle;
     DropContexts(handle);
-    core.timers.KillAll(handle);
+    Timers().KillAll(handle);
     WithdrawPointer(*window);
-    if (core.activation.focus == handle) core.activation.focus = HWND();
-    if (core.activation.active == handle) core.activation.active = HWND();
+    ForgetActivation(handle);
     RemoveFromTree(*window);
     if (!window->IsChild())
-        if (WindowSystem* system = core.SystemOf(*window)) system->Destroy(handle);
+        if (WindowSystem* system = SystemOf(*window)) system->Destroy(handle);
     window->systemSerial = 0;
     window->surface.reset();
-    core.Remove(handle);
+    Remove(handle);
+    FailSentTo(handle);
 }
 
 // Removes a window and what hangs on it without a word, when an exception left one of its messages.
@@ -76,37 +73,35 @@ class ForgetOnException {
 
   private:
     static void ForgetTree(const std::shared_ptr<Window>& window) {
-        Core& core = Core::Get();
-        if (!window || !core.Peek(window->handle)) return;
+        if (!window || !Peek(window->handle)) return;
         const std::vector<HWND> children = window->children;
         const std::vector<HWND> owned = window->owned;
         for (HWND handle : children)
-            ForgetTree(core.PeekShared(handle));
+            ForgetTree(PeekShared(handle));
         for (HWND handle : owned)
-            ForgetTree(core.PeekShared(handle));
-        if (core.captionMove.window == window->handle) core.captionMove.window = HWND();
-        if (core.Peek(window->handle)) Forget(window);
+            ForgetTree(PeekShared(handle));
+        ForgetCaptionMove(window->handle);
+        if (Peek(window->handle)) Forget(window);
     }
     std::shared_ptr<Window> window_;
     int exceptions_;
 };
 
 void DestroyTree(const std::shared_ptr<Window>& window) {
-    Core& core = Core::Get();
     const ForgetOnException guard(window);
     window->destroying = true;
     CallProcedure(window, WM_DESTROY, 0, 0);
     // Nothing is added to these any more, and what is destroyed meanwhile stays in them.
     for (std::size_t i = 0; i < window->children.size(); ++i) {
-        const std::shared_ptr<Window> child = core.PeekShared(window->children[i]);
+        const std::shared_ptr<Window> child = PeekShared(window->children[i]);
         if (child && !child->destroying) DestroyTree(child);
     }
     for (std::size_t i = 0; i < window->owned.size(); ++i) {
-        const std::shared_ptr<Window> other = core.PeekShared(window->owned[i]);
+        const std::shared_ptr<Window> other = PeekShared(window->owned[i]);
         if (other && !other->destroying) DestroyWindow(other->handle);
     }
     CallProcedure(window, WM_NCDESTROY, 0, 0);
-    if (core.Peek(window->handle)) Forget(window);
+    if (Peek(window->handle)) Forget(window);
 }
 
 // Gives up a window that refused to be created.
@@ -116,7 +111,7 @@ void Abandon(const std::shared_ptr<Window>& window, bool tellDestroy) {
         DestroyTree(window);
     else {
         CallProcedure(window, WM_NCDESTROY, 0, 0);
-        if (Core::Get().Peek(window->handle)) Forget(window);
+        if (Peek(window->handle)) Forget(window);
     }
 }
 
@@ -130,17 +125,16 @@ bool TryCreate(WindowSystem& system, Window& window) try {
 }
 
 bool CreateInSystem(Window& window) {
-    Core& core = Core::Get();
-    WindowSystem* system = core.System();
+    WindowSystem* system = System();
     if (!system || !TryCreate(*system, window)) {
-        if (system && !system->IsAlive()) core.MarkLost();
-        SetLastError(core.System() ? ERROR_NOT_ENOUGH_MEMORY : ERROR_CONNECTION_UNAVAIL);
+        if (system && !system->IsAlive()) MarkSystemLost();
+        SetLastError(System() ? ERROR_NOT_ENOUGH_MEMORY : ERROR_CONNECTION_UNAVAIL);
         return false;
     }
-    window.systemSerial = core.SystemSerial();
+    window.systemSerial = SystemSerial();
     // WM_NCCREATE may have set these up already.
     window.surface.reset();
-    window.layering.told = Compositing();
+    window.layering.sent = Compositing();
     UpdateCompositing(window);
     if (window.shape) system->SetShape(window.handle, &*window.shape);
     return true;
@@ -148,18 +142,17 @@ bool CreateInSystem(Window& window) {
 
 // Sends the first messages. False when the window is gone again.
 bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) {
-    Core& core = Core::Get();
     const HWND handle = window->handle;
     const ForgetOnException guard(window);
     const auto lParam = reinterpret_cast<LPARAM>(parameter);
     const bool accepted = CallProcedure(window, WM_NCCREATE, 0, lParam) != FALSE;
-    if (!core.Peek(handle)) return false;
+    if (!Peek(handle)) return false;
     if (!accepted) {
         Abandon(window, false);
         return false;
     }
     RefreshSizes(window);
-    if (!core.Peek(handle)) return false;
+    if (!Peek(handle)) return false;
     if (!window->IsChild() && !CreateInSystem(*window)) {
         const DWORD error = GetLastError();
         Abandon(window, false);
@@ -167,67 +160,31 @@ bool SendFirstMessages(const std::shared_ptr<Window>& window, LPVOID parameter) 
         return false;
     }
     const bool created = CallProcedure(window, WM_CREATE, 0, lParam) != -1;
-    if (!core.Peek(handle)) return false;
+    if (!Peek(handle)) return false;
     if (!created) {
         Abandon(window, true);
         return false;
     }
     window->created = true;
     CallProcedure(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(window->rect.Width(), window->rect.Height()));
-    if (!core.Peek(handle)) return false;
+    if (!Peek(handle)) return false;
     CallProcedure(window, WM_MOVE, 0, MAKELPARAM(window->rect.left, window->rect.top));
-    return core.Peek(handle) != nullptr;
+    return Peek(handle) != nullptr;
 }
-
-}  // namespace
-
-}  // namespace platform
-
-using namespace platform;
-
-BOOL RegisterClassW(const WNDCLASSW* description) try {
-    if (!description || !description->lpfnWndProc || !description->lpszClassName ||
-        IS_INTRESOURCE(description->lpszClassName)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    CString name(description->lpszClassName);
-    if (name.IsEmpty() || name.View().size() > kLongestClassName) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    Core& core = Core::Get();
-    if (!core.Claim()) return FALSE;
-    auto fresh = std::make_shared<WindowClass>();
-    fresh->name = name.MakeUpper().GetString();
-    fresh->procedure = description->lpfnWndProc;
-    fresh->cursor = description->hCursor;
-    if (!core.classes.emplace(fresh->name, fresh).second) {
-        SetLastError(ERROR_CLASS_ALREADY_EXISTS);
-        return FALSE;
-    }
-    return TRUE;
-} catch (const std::bad_alloc&) {
-    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    return FALSE;
-}
-
-namespace {
 
 // A record of a window that nobody has heard of yet; null with the last error set.
 std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style,
                                    const CRect& rect, HWND parent) {
-    Core& core = Core::Get();
     std::shared_ptr<Window> window;
     try {
-        const std::shared_ptr<const WindowClass> type = FindClass(className);
+        const std::shared_ptr<const WindowClass> type = FindWindowClass(className);
         if (!type) {
             SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
             return nullptr;
         }
         HWND resolved;
         if (!ResolveParent(parent, style, &resolved)) return nullptr;
-        if (!(style & WS_CHILD) && !core.EnsureSystem()) return nullptr;
+        if (!(style & WS_CHILD) && !EnsureSystem()) return nullptr;
         window = std::make_shared<Window>();
         window->type = type;
         window->style = style & ~DWORD{WS_VISIBLE | WS_MINIMIZE | WS_MAXIMIZE};
@@ -235,14 +192,14 @@ std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR tit
         if (title && !IS_INTRESOURCE(title)) window->title = CString(title);
         window->parent = resolved;
         window->rect = rect;
-        core.Insert(window);
+        Insert(window);
         AddToTree(*window);
         if (window->IsChild() && (exStyle & WS_EX_ACCEPTFILES)) UpdateTraits(*TopLevelOf(*window));
         return window;
     } catch (const std::bad_alloc&) {
         if (window && window->handle) {
             RemoveFromTree(*window);
-            core.Remove(window->handle);
+            Remove(window->handle);
         }
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
@@ -251,10 +208,13 @@ std::shared_ptr<Window> MakeRecord(DWORD exStyle, LPCWSTR className, LPCWSTR tit
 
 }  // namespace
 
+}  // namespace platform
+
+using namespace platform;
+
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y, int width,
                      int height, HWND parent, UINT_PTR id, HINSTANCE, LPVOID parameter) {
-    Core& core = Core::Get();
-    if (!core.Claim()) return HWND();
+    if (!ClaimThread()) return HWND();
     if (width < 0 || height < 0 || width > kLongestSide || height > kLongestSide) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return HWND();
@@ -269,32 +229,31 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD styl
         ShowWindow(handle, SW_MINIMIZE);
     else if (style & WS_VISIBLE)
         ShowWindow(handle, style & WS_MAXIMIZE && !window->IsChild() ? SW_MAXIMIZE : SW_SHOW);
-    return core.Peek(handle) ? handle : HWND();
+    return Peek(handle) ? handle : HWND();
 }
 
 BOOL DestroyWindow(HWND handle) {
-    Core& core = Core::Get();
-    const std::shared_ptr<Window> window = core.Share(handle);
+    const std::shared_ptr<Window> window = RequireShared(handle);
     if (!window || window->destroying) return FALSE;
     const ForgetOnException guard(window);
     window->destroying = true;
     SetShown(window, false, Activate::No);
-    if (core.Peek(handle)) EndCaptionMove(handle);
-    if (core.Peek(handle)) DestroyTree(window);
+    if (Peek(handle)) EndCaptionMove(handle);
+    if (Peek(handle)) DestroyTree(window);
     return TRUE;
 }
 
 BOOL IsWindow(HWND window) {
     if (window == GetDesktopWindow()) return TRUE;
     if (ForeignHandles::IsForeign(window)) return FindForeign(window).has_value();
-    return Core::Get().IsLive(window);
+    return IsLive(window);
 }
 
 CREATESTRUCTW platform::DescribeCreation(HWND handle, LPVOID parameter) {
     CREATESTRUCTW record{};
     record.lpCreateParams = parameter;
     record.hInstance = AfxGetResourceHandle();
-    const Window* window = Core::Get().Find(handle);
+    const Window* window = Require(handle);
     if (!window) return record;
     record.hwndParent = window->parent;
     record.x = window->rect.left;

@@ -31,7 +31,7 @@ struct Layering {
     POINT fedOrigin{0, 0};
     std::uint64_t fedRevision = 0;
     Compositing chosen;  // what the attributes or the last feed asked for
-    Compositing told;    // what the window system was told last
+    Compositing sent;    // to the window system, last
 };
 
 struct Window {
@@ -74,8 +74,8 @@ struct Window {
         HICON handle;
         std::shared_ptr<const Surface> picture;
     } icons[2];           // by ICON_SMALL and ICON_BIG
-    WindowTraits traits;  // as told to the window system
-    CursorShape cursorTold = CursorShape::Arrow;
+    WindowTraits traits;  // as sent to the window system
+    CursorShape cursorSent = CursorShape::Arrow;
     unsigned systemSerial = 0;  // the window system that knows this window; 0 for a child
 
     bool IsChild() const { return (style & WS_CHILD) != 0; }

@@ -1,9 +1,12 @@
 // Taking messages: the order of what waits, and the waiting.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
 
-#include "platform/window/core/core.h"
+#include <platform/window.h>
 
 namespace platform {
 
@@ -27,10 +30,18 @@ enum class WithQuit { No, Yes };
 // The next message that waits: posted and input, then paint, then timers, at last WM_QUIT. Runs what other
 // threads sent and reads the window system's events, without blocking.
 bool Retrieve(MSG& message, const MessageFilter& filter, Take take, WithQuit withQuit);
+// With the time and the pointer's position.
+MSG Stamped(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // When a wait must end at the latest, on the window system's clock: a timer falls due, or an answer of the
 // window system is overdue.
 std::optional<std::uint64_t> NextDeadline();
+
+// The end of the program, which loops pass on.
+void RequestQuit(int exitCode);
+void ForgetQuit();
+// The quit that a loop is about to return is the window system's, not a host's.
+void NoteQuitMadeUp();
 
 // A loop of the core's own. What ends it may be an event that comes to no message: `done` is asked after
 // everything that was handled, and before each wait.
@@ -42,8 +53,6 @@ enum class Pumped {
 Pumped PumpUntil(const std::function<bool()>& done);
 // The same, with what waits already.
 void PumpWaiting(const std::function<bool()>& done);
-
-// Filters, translates and dispatches a message that the core took for itself.
-void DispatchOwn(MSG& message);
+void ResetMessageFilter();
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/framework/placement.h"
+#include "platform/framework/centring.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ int KeptInside(int place, int size, LONG from, LONG to) {
 
 }  // namespace
 
-CPoint CentredPlace(CSize size, HWND parentOrOwner, bool child) {
+CPoint CentredOrigin(CSize size, HWND parentOrOwner, bool child) {
     CRect around;
     if (child) {
         GetClientRect(parentOrOwner, around);
