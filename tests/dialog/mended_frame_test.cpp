@@ -2,6 +2,8 @@
 #include <random>
 #include <utility>
 
+#include "dialog/frame_screen.h"
+#include "support/gif.h"
 #include "support/test_dialog.h"
 
 namespace {
@@ -13,7 +15,10 @@ using kit::Strip;
 using kit::TestButton;
 using kit::TestDialog;
 
-class MendedFrame : public kit::HeadlessTest {};
+class MendedFrame : public testing::Test {
+  protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(kit::OpenFrameScreen()); }
+};
 
 // A surface of the test's own, transparent, top-down.
 class Surface {
@@ -299,92 +304,131 @@ class DrawingHost : public TestDialog {
     bool nested_ = false;
 };
 
-// Long random lives of dialogs: whatever changed in between, or while the frame is drawn, the window shows
-// what a frame composed from nothing shows.
-TEST_F(MendedFrame, EqualsANewOne) {
-    const CString background = Strip("mend_back", {0x80402010, 0x00000000, 0xFF102040}, 20, 30, false);
-    struct {
-        int style, steps;
-        CSize size;
-    } const lives[] = {{LAY_NONE, 500, {kDialogWidth, kDialogHeight}},
-                       {LAY_COLORKEY, 500, {kDialogWidth, kDialogHeight}},
-                       {LAY_ALPHA, 500, {kDialogWidth, kDialogHeight}},
-                       {LAY_OPAQUE, 1000, {kDialogWidth, kDialogHeight}},
-                       {LAY_NONE, 60, {4300, 140}},  // so large that frames are composed in several bands
-                       {LAY_OPAQUE, 60, {4300, 140}}};
-    for (const auto& [style, steps, size] : lives) {
-        SCOPED_TRACE(style);
-        static unsigned seed = 5;
-        Crowd crowd(++seed);
-        DrawingHost dialog(crowd);
+// A dialog that changes at random between its frames.
+class FuzzedDialog {
+  public:
+    FuzzedDialog(unsigned seed, int style, CSize size) : crowd_(seed), style_(style), size_(size) {
         for (int i = 0; i < 4; ++i)
-            dialog.AddQKItem(crowd.Grow());
-        dialog.Create(kit::kDialogTemplate);
-        dialog.SetWindowPos(HWND(), 0, 0, size.cx, size.cy, SWP_NOZORDER);
-        const auto choose = [&](int wanted) {
-            if (wanted == LAY_NONE) dialog.SetNoLayDlg();
-            if (wanted == LAY_COLORKEY) dialog.Set_COLORKEYDlg(RGB(255, 0, 255));
-            if (wanted == LAY_ALPHA) dialog.Set_ALPHADlg(255);
-            if (wanted == LAY_OPAQUE) dialog.Set_OPAQUEDlg(255);
-        };
-        choose(style);
-        dialog.Show();
+            dialog_.AddQKItem(crowd_.Grow());
+        dialog_.SetSelRect(1);
+        dialog_.Create(kit::kDialogTemplate);
+        dialog_.SetWindowPos(HWND(), 0, 0, size.cx, size.cy, SWP_NOZORDER);
+        Choose(style);
+        dialog_.Show();
+    }
+
+    // One change, shown by one frame.
+    void Step() {
+        QKItemBase& item = crowd_.Any();
+        int frames = dialog_.frames;
+        const int what = crowd_.Roll(17);
+        if (what < 4) {
+            ChangeItems(what, item);
+        } else if (what < 9) {
+            ChangeDialog(what);
+        } else if (what == 9) {
+            if (crowd_.Roll(3) == 0) dialog_.SetFocusColor(crowd_.AnyColour());
+            dialog_.SetFocusItem(crowd_.Roll(3) ? &item : nullptr);
+            frames = dialog_.frames;  // a per-pixel window shows it at once
+        } else if (what == 10) {
+            DragBand();
+        } else {
+            crowd_.Change(item);
+        }
+        if (what == 2)
+            dialog_.UpdateViewRect(CRect(CPoint(crowd_.Roll(180), crowd_.Roll(140)), CSize(50, 40)));
+        else
+            dialog_.UpdateView();
+        Headless::RunPending();
+        if (kit::HasExactClock())
+            EXPECT_EQ(dialog_.frames, frames + 1);
+        else
+            EXPECT_GT(dialog_.frames, frames);
+    }
+
+    // The window shows what a frame composed from nothing shows.
+    void Check() {
+        const Headless::Picture shown = kit::Shown(dialog_.m_hWnd);
+        Headless::Picture wanted = dialog_.plain->Show();
+        for (std::uint32_t& pixel : wanted.argb) {
+            if (dialog_.m_nLayStyle != LAY_OPAQUE) pixel |= 0xFF000000U;
+            if (dialog_.m_nLayStyle == LAY_COLORKEY && pixel == 0xFFFF00FFU) pixel = 0;
+        }
+        kit::ExpectSame(shown, wanted);
+    }
+
+  private:
+    void Choose(int style) {
+        if (style == LAY_NONE) dialog_.SetNoLayDlg();
+        if (style == LAY_COLORKEY) dialog_.Set_COLORKEYDlg(RGB(255, 0, 255));
+        if (style == LAY_ALPHA) dialog_.Set_ALPHADlg(255);
+        if (style == LAY_OPAQUE) dialog_.Set_OPAQUEDlg(255);
+    }
+    void ChangeItems(int what, QKItemBase& item) {
+        if (what == 0) {
+            dialog_.RemoveQKItem(&item);
+            dialog_.AddQKItem(&item);
+        } else if (what == 1) {
+            dialog_.SetBackColor(crowd_.AnyColour(), crowd_.Roll(6) != 0);
+        } else if (what == 3 && crowd_.Size() < 24) {
+            dialog_.AddQKItem(crowd_.Grow());
+        }
+    }
+    void ChangeDialog(int what) {
+        if (what == 4) {
+            dialog_.SetBack(crowd_.Roll(2) ? background_ : CString(), crowd_.Roll(2), crowd_.Roll(3));
+        } else if (what == 5) {
+            dialog_.m_bBackCache = crowd_.Roll(2);
+        } else if (what == 6 && crowd_.Roll(4) == 0) {
+            dialog_.SetWindowPos(HWND(), 0, 0, size_.cx - crowd_.Roll(2) * 3, size_.cy - crowd_.Roll(2) * 5,
+                                 SWP_NOZORDER);
+        } else if (what == 7 && crowd_.Roll(8) == 0) {
+            Choose(crowd_.Roll(3) ? style_ : crowd_.Roll(4));
+        } else if (what == 8) {
+            dialog_.SetBackMargins(crowd_.Roll(9), crowd_.Roll(9), crowd_.Roll(9), crowd_.Roll(2));
+        }
+    }
+    // Begins anew, goes on, or ends.
+    void DragBand() {
+        dialog_.m_bSelecting = crowd_.Roll(4) != 0;
+        const CPoint corner =
+            crowd_.Roll(2) ? dialog_.m_rcSel.TopLeft() : CPoint(crowd_.Roll(180), crowd_.Roll(140));
+        dialog_.m_rcSel = CRect(corner, CSize(crowd_.Roll(120), crowd_.Roll(90)));
+    }
+
+    Crowd crowd_;
+    DrawingHost dialog_{crowd_};
+    int style_;
+    CSize size_;
+    const CString background_ = Strip("mend_back", {0x80402010, 0x00000000, 0xFF102040}, 20, 30, false);
+};
+
+// Long random runs of dialogs: whatever changed in between, or while a frame is drawn, each window shows what
+// a frame composed from nothing shows, also while others draw theirs.
+TEST_F(MendedFrame, EqualsANewOne) {
+    const CSize usual(kDialogWidth, kDialogHeight), large(4300, 140);  // that is composed in several bands
+    const struct {
+        std::vector<int> styles;  // of dialogs that live at the same time
+        int steps;
+        CSize size;
+    } runs[] = {{{LAY_NONE}, 500, usual},
+                {{LAY_COLORKEY}, 500, usual},
+                {{LAY_ALPHA}, 500, usual},
+                {{LAY_OPAQUE}, 1000, usual},
+                {{LAY_NONE}, 60, large},
+                {{LAY_OPAQUE}, 60, large},
+                {{LAY_NONE, LAY_OPAQUE, LAY_OPAQUE, LAY_COLORKEY}, 500, usual}};
+    unsigned seed = 5;
+    for (const auto& [styles, steps, size] : runs) {
+        SCOPED_TRACE(testing::PrintToString(styles));
+        std::vector<std::unique_ptr<FuzzedDialog>> dialogs;
+        for (const int style : styles)
+            dialogs.push_back(std::make_unique<FuzzedDialog>(++seed, style, size));
+        std::mt19937 random(seed);
         for (int step = 0; step < steps; ++step) {
-            QKItemBase& item = crowd.Any();
-            int frames = dialog.frames;
-            bool whole = true;
-            switch (crowd.Roll(16)) {
-                case 8:
-                    dialog.SetBackMargins(crowd.Roll(9), crowd.Roll(9), crowd.Roll(9), crowd.Roll(2));
-                    break;
-                case 9:
-                    if (crowd.Roll(3) == 0) dialog.SetFocusColor(crowd.AnyColour());
-                    dialog.SetFocusItem(crowd.Roll(3) ? &item : nullptr);
-                    frames = dialog.frames;  // a per-pixel window shows it at once
-                    break;
-                case 0:
-                    dialog.RemoveQKItem(&item);
-                    dialog.AddQKItem(&item);
-                    break;
-                case 1:
-                    dialog.SetBackColor(crowd.AnyColour(), crowd.Roll(6) != 0);
-                    break;
-                case 2:
-                    whole = false;
-                    break;
-                case 3:
-                    if (crowd.Size() < 24) dialog.AddQKItem(crowd.Grow());
-                    break;
-                case 4:
-                    dialog.SetBack(crowd.Roll(2) ? background : CString(), crowd.Roll(2), crowd.Roll(3));
-                    break;
-                case 5:
-                    dialog.m_bBackCache = crowd.Roll(2);
-                    break;
-                case 6:
-                    if (crowd.Roll(4) == 0)
-                        dialog.SetWindowPos(HWND(), 0, 0, size.cx - crowd.Roll(2) * 3,
-                                            size.cy - crowd.Roll(2) * 5, SWP_NOZORDER);
-                    break;
-                case 7:
-                    if (crowd.Roll(8) == 0) choose(crowd.Roll(3) ? style : crowd.Roll(4));
-                    break;
-                default:
-                    crowd.Change(item);
-            }
-            if (whole) {
-                dialog.Refresh();
-            } else {
-                dialog.UpdateViewRect(CRect(CPoint(crowd.Roll(180), crowd.Roll(140)), CSize(50, 40)));
-                Headless::RunPending();
-            }
-            EXPECT_EQ(dialog.frames, frames + 1);
-            Headless::Picture shown = Headless::Capture(dialog.m_hWnd), wanted = dialog.plain->Show();
-            for (std::uint32_t& pixel : wanted.argb) {
-                if (dialog.m_nLayStyle != LAY_OPAQUE) pixel |= 0xFF000000U;
-                if (dialog.m_nLayStyle == LAY_COLORKEY && pixel == 0xFFFF00FFU) pixel = 0;
-            }
-            kit::ExpectSame(shown, wanted);
+            dialogs[random() % dialogs.size()]->Step();
+            for (const auto& dialog : dialogs)
+                dialog->Check();
             if (HasFatalFailure()) FAIL() << "step " << step;
         }
     }

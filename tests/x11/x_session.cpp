@@ -326,6 +326,9 @@ Picture XSession::Read(xcb_drawable_t drawable, int width, int height) {
     picture.height = height;
     picture.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     std::memcpy(picture.pixels.data(), xcb_get_image_data(reply.get()), picture.pixels.size() * 4);
+    if (reply->depth < 32)
+        for (std::uint32_t& pixel : picture.pixels)
+            pixel |= 0xFF000000;  // the server leaves it as it is
     return picture;
 }
 
