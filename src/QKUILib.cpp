@@ -3,6 +3,8 @@
 
 #include "shell/key_mask_state.h"
 
+using namespace qkui;
+
 namespace {
 
 // Hosts on the loading thread may use what needs component services without starting them themselves.

@@ -20,7 +20,7 @@ enum : UINT { kRethrow = WM_USER + 4 };
 
 class Browser final : public IWebBrowser2, public PageEvents {
   public:
-    // `file` is what the browser came from; `window` is told by kRethrow of what a handler threw.
+    // `file` is what the browser came from; `window` is posted kRethrow when a handler has thrown.
     Browser(CHtmlView& view, HWND window, CString file);
 
     void SetPage(std::unique_ptr<PageHost> page) { page_ = std::move(page); }

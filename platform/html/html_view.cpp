@@ -1,4 +1,4 @@
-// The views of the face.
+// The views of the public API.
 #include <platform/html.h>
 
 #include <cstring>

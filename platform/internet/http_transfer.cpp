@@ -197,7 +197,8 @@ std::size_t HttpTransfer::OnBody(const char* bytes, std::size_t count) {
     return Guarded([&] { received_.append(bytes, count); }) ? count : 0;
 }
 
-// ---- What libcurl is told -----------------------------------------------------------------------------
+// ---- What libcurl is asked for
+// -----------------------------------------------------------------------------
 
 template <class Value>
 void HttpTransfer::Set(CURLoption option, Value value) {

@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 
 constexpr gint64 kCommandTime = 3 * G_TIME_SPAN_SECOND;
-constexpr gint64 kKeepTime = 2 * G_TIME_SPAN_SECOND;  // until it has written down what it was told
+constexpr gint64 kKeepTime = 2 * G_TIME_SPAN_SECOND;  // until it has written down what it was sent
 constexpr gulong kLook = 20000;                       // microseconds
 
 // Runs a command, and ends it by force when it takes too long. False unless it succeeded.

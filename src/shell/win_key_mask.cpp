@@ -5,9 +5,15 @@
 
 #include "shell/key_mask_state.h"
 
+namespace qkui {
+
 HHOOK g_hKeyHook;
 HWND g_hMaskWnd;
 HINSTANCE g_hInstance;
+
+}  // namespace qkui
+
+using namespace qkui;
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include "web/web_access.h"
 
 DWORD QKBaseFunctions::WebGet(CString url, CString& response, int nCharset) {
-    return CWebAccess().Get(std::move(url), response, nCharset);
+    return qkui::CWebAccess().Get(std::move(url), response, nCharset);
 }
 
 DWORD QKBaseFunctions::WebPost(CString url, CString data, CString& response) {
-    return CWebAccess().Post(std::move(url), std::move(data), response);
+    return qkui::CWebAccess().Post(std::move(url), std::move(data), response);
 }

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstring>
 
+namespace qkui {
+
 BOOL CRegistryKey::SetKey(CString subKey) {
     HKEY key;
     lLastError = RegCreateKeyExW(hRootKey, subKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
@@ -47,3 +49,5 @@ LSTATUS CRegistryKey::Read(const CString& name, REGSAM access, DWORD* type, BYTE
     RegCloseKey(key);
     return lLastError;
 }
+
+}  // namespace qkui

@@ -4,6 +4,8 @@
 #include <platform/registry.h>
 #include <platform/text.h>
 
+namespace qkui {
+
 struct CRegistryKey {
     LSTATUS lLastError = 0;
     HKEY hRootKey = HKEY_CURRENT_USER;
@@ -22,3 +24,5 @@ struct CRegistryKey {
   private:
     LSTATUS Read(const CString& name, REGSAM access, DWORD* type, BYTE* bytes, DWORD* size);
 };
+
+}  // namespace qkui

@@ -6,6 +6,8 @@
 #include <new>
 #include <utility>
 
+namespace qkui {
+
 namespace {
 
 constexpr std::size_t kBlock = 8 * 1024;  // bytes decoded at once
@@ -37,7 +39,7 @@ bool AppendWide(std::u16string& text, std::string_view bytes) {
 
 }  // namespace
 
-void QKResponseText::Expect(std::size_t bytes) {
+void ResponseText::Expect(std::size_t bytes) {
     try {
         text_.reserve(IsWide() ? (bytes + 1) / 2
                                : bytes);  // UTF-8 has as many bytes as UTF-16 has units, or more
@@ -46,7 +48,7 @@ void QKResponseText::Expect(std::size_t bytes) {
     }
 }
 
-void QKResponseText::Append(std::string_view bytes) {
+void ResponseText::Append(std::string_view bytes) {
     size_ += bytes.size();
     if (ended_) return;
     if (charset_ == kAnsi)
@@ -56,13 +58,13 @@ void QKResponseText::Append(std::string_view bytes) {
     if (undecoded_.size() >= kBlock) Decode(WholeCharacters());
 }
 
-CString QKResponseText::Take() {
+CString ResponseText::Take() {
     if (IsWide() && undecoded_.size() % 2 != 0) undecoded_ += '\0';
     if (!ended_) Decode(undecoded_.size());
     return CString(std::move(text_));
 }
 
-void QKResponseText::AddFormat(std::string_view bytes) {
+void ResponseText::AddFormat(std::string_view bytes) {
     while (!bytes.empty()) {
         if (std::exchange(afterPercent_, false) && bytes.front() == '%') {
             bytes.remove_prefix(1);
@@ -76,7 +78,7 @@ void QKResponseText::AddFormat(std::string_view bytes) {
 }
 
 // How much of what is there can be decoded without what follows it.
-std::size_t QKResponseText::WholeCharacters() const {
+std::size_t ResponseText::WholeCharacters() const {
     const std::size_t size = undecoded_.size();
     if (IsWide()) return size - size % 2;
     constexpr std::size_t kMostOfOne = 4;
@@ -89,7 +91,7 @@ std::size_t QKResponseText::WholeCharacters() const {
     return size;
 }
 
-void QKResponseText::Decode(std::size_t count) {
+void ResponseText::Decode(std::size_t count) {
     try {
         const std::string_view bytes(undecoded_.data(), count);
         // Seldom, since all is moved each time; of a long text, what is not written takes no memory.
@@ -102,3 +104,5 @@ void QKResponseText::Decode(std::size_t count) {
         ended_ = true;
     }
 }
+
+}  // namespace qkui

@@ -7,13 +7,15 @@
 
 #include <platform/text.h>
 
+namespace qkui {
+
 // Takes a body piece by piece, and decodes each when it comes: only the text is held, not the bytes. It ends
 // at the first zero character.
-class QKResponseText {
+class ResponseText {
   public:
     // 0: the system's own character set, which is UTF-8. The text is its own printf format: %% is one percent
     // sign, and what would be any other directive stands as it is. 2: UTF-8. Any other: UTF-16LE.
-    explicit QKResponseText(int charset) : charset_(charset) {}
+    explicit ResponseText(int charset) : charset_(charset) {}
 
     // How many bytes will come, if that is known: a long text is not moved while it grows.
     void Expect(std::size_t bytes);
@@ -37,3 +39,5 @@ class QKResponseText {
     bool ended_ = false;         // with a zero character, or for want of memory
     std::u16string text_;
 };
+
+}  // namespace qkui

@@ -1,5 +1,7 @@
 #include "web/url_split.h"
 
+namespace qkui {
+
 void ParseUrl(CString& server, CString& object) {
     constexpr int kSchemeLength = 7;  // of "http://", whatever stands there
     CString rest = server;
@@ -8,3 +10,5 @@ void ParseUrl(CString& server, CString& object) {
     server = slash < 0 ? rest : rest.Left(slash);
     object = slash < 0 ? CString() : rest.Mid(slash + 1);
 }
+
+}  // namespace qkui

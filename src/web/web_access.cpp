@@ -8,6 +8,8 @@
 #include "web/registry_key.h"
 #include "web/url_split.h"
 
+namespace qkui {
+
 namespace {
 
 constexpr DWORD kTaken = 1;
@@ -109,7 +111,7 @@ DWORD CWebAccess::Get(CString url, CString& response, int nCharset) {
     Exchange exchange(*this, Exchange::End::RequestFirst);
     if (const auto result = exchange.Begin(std::move(url), CString(), nullptr, 0, response)) return *result;
 
-    QKResponseText text(nCharset);
+    ResponseText text(nCharset);
     text.Expect(BodyLength(*exchange.request));
     std::array<char, 1024> buffer;
     while (const UINT count = exchange.request->Read(buffer.data(), buffer.size() - 1)) {
@@ -176,3 +178,5 @@ CString StatusText(DWORD status, LPCWSTR information) {
     }
     return text;
 }
+
+}  // namespace qkui

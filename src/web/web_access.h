@@ -5,6 +5,8 @@
 
 #include "web/response_text.h"
 
+namespace qkui {
+
 // A name and a value of a form.
 struct PostArgument {
     CString strName;
@@ -35,3 +37,5 @@ class CWebAccess : public CInternetSession {
 
 // A status as a log would say it; empty for one that needs no words. `information` may be null.
 CString StatusText(DWORD status, LPCWSTR information);
+
+}  // namespace qkui

@@ -205,7 +205,7 @@ TEST(LongBody, IsTheSameTextInPieces) {
         CString wide(reinterpret_cast<LPCWSTR>(bytes.data()), static_cast<int>(bytes.size() / 2));
         if (bytes.size() % 2 != 0) wide += static_cast<unsigned char>(bytes.back());
         for (const auto& [charset, text] : {std::pair(0, format), {1, wide}, {2, plain}}) {
-            QKResponseText response(charset);
+            qkui::ResponseText response(charset);
             for (std::size_t at = 0; at < bytes.size(); at += 1023)
                 response.Append(std::string_view(bytes).substr(at, 1023));
             EXPECT_EQ(response.Size(), bytes.size());

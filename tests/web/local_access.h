@@ -7,7 +7,7 @@
 
 namespace kit {
 
-class LocalAccess : public CWebAccess {
+class LocalAccess : public qkui::CWebAccess {
   public:
     explicit LocalAccess(INTERNET_PORT port) : port_(port) {
         constexpr DWORD kPatience = 400;  // milliseconds

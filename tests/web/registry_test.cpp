@@ -12,6 +12,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using qkui::CRegistryKey;
 
 fs::path StoreFile() {
     return fs::path(std::getenv("XDG_CONFIG_HOME")) / "registry/current-user.ini";

@@ -12,6 +12,7 @@
 
 namespace {
 
+using namespace qkui;
 using namespace std::string_literals;
 
 TEST(Request, BytesOnTheWire) {

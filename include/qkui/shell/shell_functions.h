@@ -8,7 +8,7 @@
 class PLATFORM_API QKShellFunctions {
   public:
     // Makes a picture, by its absolute path, the wallpaper. 1 says that there was somebody to ask, not that
-    // the wallpaper changed: GetWallpaper tells that. `style` is not read.
+    // the wallpaper changed: GetWallpaper answers that. `style` is not read.
     BOOL SetWallpaper(CString strPath, DWORD dwStyle);
     // The path of the wallpaper; empty without one, and on failure. Of a longer path the first 259 units.
     CString GetWallpaper();

@@ -5,7 +5,7 @@
 
 #include <platform/html.h>
 
-// Told when the page has loaded, with all its frames: the value that the host set, the page's document (may
+// Called when the page has loaded, with all its frames: the value that the host set, the page's document (may
 // be null; valid during the call), and whether anything failed to load since the last time.
 using QKDocCompleteProc = void (*)(DWORD_PTR param, IDispatch* document, BOOL navError);
 

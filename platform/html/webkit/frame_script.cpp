@@ -50,14 +50,14 @@ void OnMessage(WebKitUserContentManager*, WebKitJavascriptResult* result, gpoint
     if (kind == "titled") news.kind = FrameNews::Kind::Titled;
     if (kind == "clicked") news.kind = FrameNews::Kind::Clicked;
     // The handler may take itself away.
-    const Listener told = *static_cast<Listener*>(data);
-    told(news);
+    const Listener listener = *static_cast<Listener*>(data);
+    listener(news);
 }
 
 }  // namespace
 
-gulong WatchFrames(WebKitUserContentManager* manager, Listener told) {
-    auto* const listener = new Listener(std::move(told));
+gulong WatchFrames(WebKitUserContentManager* manager, Listener received) {
+    auto* const listener = new Listener(std::move(received));
     const gulong handler = g_signal_connect_data(
         manager, "script-message-received::frames", G_CALLBACK(OnMessage), listener,
         [](gpointer data, GClosure*) { delete static_cast<Listener*>(data); }, GConnectFlags{});

@@ -17,9 +17,9 @@ struct FrameNews {
     std::string text;   // the address; of a link: as it is written; the title of the page that has loaded
 };
 
-// Adds the script to the pages of a manager. News that nobody can understand are dropped. `told` lives until
-// the manager ends; it is called through `connection`, a handler of the manager's signals.
+// Adds the script to the pages of a manager. News that nobody can understand are dropped. `received` lives
+// until the manager ends; it is called through `connection`, a handler of the manager's signals.
 [[nodiscard]] gulong WatchFrames(WebKitUserContentManager* manager,
-                                 std::function<void(const FrameNews&)> told);
+                                 std::function<void(const FrameNews&)> received);
 
 }  // namespace platform::html

@@ -28,7 +28,7 @@ void AddHeaders(SoupMessageHeaders* headers, std::string_view lines);
 
 class Poster {
   public:
-    // Exactly one of the two is told; the other is null.
+    // Exactly one of the two is given; the other is null.
     using Done = std::function<void(const PostAnswer*, const GError*)>;
     Poster() = default;
     ~Poster() { Cancel(); }
@@ -37,7 +37,7 @@ class Poster {
 
     // Takes the place of what is under way. False for an address that cannot be posted to.
     [[nodiscard]] bool Send(const PageRequest& request, Done done);
-    // Nothing is told any more.
+    // `done` is not called any more.
     void Cancel();
 
   private:

@@ -42,6 +42,12 @@ class WebPage final : public PageHost {
 
     // ---- web_page_events
     void Connect();
+    void ConnectLoading();
+    void ConnectUser();
+    template <class Handler>
+    void On(const char* signal, Handler* handler) {
+        g_signal_connect(view_.get(), signal, G_CALLBACK(handler), this);
+    }
     void OnNews(const FrameNews& news);
     void OnLoadChanged(WebKitLoadEvent event);
     void OnCommitted();
@@ -79,7 +85,7 @@ class WebPage final : public PageHost {
     PageRequest waiting_;
     Poster poster_;
 
-    std::string title_;                   // as was told
+    std::string title_;                   // as was reported
     std::string type_;                    // of the document shown
     std::optional<std::string> own_;      // the address that Navigate asked for, until it is decided on
     std::string mainUrl_;                 // where the page was let go last

@@ -35,13 +35,16 @@ std::string UrlOf(WebKitNavigationAction* action) {
 }  // namespace
 
 void WebPage::Connect() {
-    const auto connect = [this](const char* signal, auto* handler) {
-        g_signal_connect(view_.get(), signal, G_CALLBACK(handler), this);
-    };
-    connect(
+    ConnectLoading();
+    ConnectUser();
+    newsHandler_ = WatchFrames(manager_, [this](const FrameNews& news) { OnNews(news); });
+}
+
+void WebPage::ConnectLoading() {
+    On(
         "load-changed",
         +[](WebKitWebView*, WebKitLoadEvent event, WebPage* page) noexcept { page->OnLoadChanged(event); });
-    connect(
+    On(
         "load-failed",
         +[](WebKitWebView*, WebKitLoadEvent event, const char* url, GError* error,
             WebPage* page) noexcept -> gboolean {
@@ -49,14 +52,32 @@ void WebPage::Connect() {
             if (code) page->OnLoadFailed(Text(url), *code, event == WEBKIT_LOAD_COMMITTED);
             return TRUE;
         });
-    connect(
+    On(
         "load-failed-with-tls-errors",
         +[](WebKitWebView*, const char* url, GTlsCertificate*, GTlsCertificateFlags,
             WebPage* page) noexcept -> gboolean {
             page->OnLoadFailed(Text(url), INET_E_SECURITY_PROBLEM, false);
             return TRUE;
         });
-    connect(
+    On(
+        "web-process-terminated",
+        +[](WebKitWebView*, WebKitWebProcessTerminationReason reason, WebPage* page) noexcept {
+            if (reason != WEBKIT_WEB_PROCESS_TERMINATED_BY_API) page->OnTerminated();
+        });
+    On(
+        "resource-load-started",
+        +[](WebKitWebView*, WebKitWebResource* resource, WebKitURIRequest* request, WebPage* page) noexcept {
+            page->OnResource(resource, Text(webkit_uri_request_get_uri(request)));
+        });
+    On(
+        "notify::title", +[](WebKitWebView*, GParamSpec*, WebPage* page) noexcept {
+            page->TitleIs(Text(webkit_web_view_get_title(page->view_.get())));
+        });
+}
+
+// What the page and its user want to open, and where the pointer is.
+void WebPage::ConnectUser() {
+    On(
         "decide-policy",
         +[](WebKitWebView* view, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
             WebPage* page) noexcept -> gboolean {
@@ -68,33 +89,18 @@ void WebPage::Connect() {
                 webkit_policy_decision_ignore(decision);
             return TRUE;
         });
-    connect(
+    On(
         "create",
         +[](WebKitWebView* view, WebKitNavigationAction* action, WebPage* page) noexcept -> GtkWidget* {
             const Owned<WebKitWebView> keeps = Share(view);
             page->OnCreate(UrlOf(action), webkit_navigation_action_is_user_gesture(action) != FALSE);
             return nullptr;
         });
-    connect(
-        "web-process-terminated",
-        +[](WebKitWebView*, WebKitWebProcessTerminationReason reason, WebPage* page) noexcept {
-            if (reason != WEBKIT_WEB_PROCESS_TERMINATED_BY_API) page->OnTerminated();
-        });
-    connect(
-        "resource-load-started",
-        +[](WebKitWebView*, WebKitWebResource* resource, WebKitURIRequest* request, WebPage* page) noexcept {
-            page->OnResource(resource, Text(webkit_uri_request_get_uri(request)));
-        });
-    connect(
-        "notify::title", +[](WebKitWebView*, GParamSpec*, WebPage* page) noexcept {
-            page->TitleIs(Text(webkit_web_view_get_title(page->view_.get())));
-        });
-    connect(
+    On(
         "mouse-target-changed", +[](WebKitWebView*, WebKitHitTestResult* hit, guint, WebPage* page) noexcept {
             const bool link = webkit_hit_test_result_context_is_link(hit) != FALSE;
             page->events_.StatusChanged(link ? Text(webkit_hit_test_result_get_link_uri(hit)) : "");
         });
-    newsHandler_ = WatchFrames(manager_, [this](const FrameNews& news) { OnNews(news); });
 }
 
 void WebPage::OnNews(const FrameNews& news) {
@@ -234,7 +240,7 @@ void WebPage::OnCreate(const std::string& url, bool byUser) {
     g_app_info_launch_default_for_uri(url.c_str(), nullptr, nullptr);
 }
 
-// The documents of frames that fail tell of it nowhere else.
+// Frames whose documents fail report it by this alone.
 void WebPage::OnResource(WebKitWebResource* resource, const std::string& url) {
     const auto found = std::find(frameUrls_.begin(), frameUrls_.end(), url);
     if (found == frameUrls_.end()) return;

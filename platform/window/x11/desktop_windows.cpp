@@ -84,7 +84,7 @@ ForeignId DesktopWindows::IdOf(xcb_window_t desktop) {
     auto known = std::ranges::find(known_, desktop, &Known::window);
     if (known == known_.end()) {
         known = known_.insert(known_.end(), {desktop, ++lastSerial_});
-        // That it goes, and where it goes, is to be heard of.
+        // That it goes, and where it goes, is to be reported.
         const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection_->Get(), desktop, XCB_CW_EVENT_MASK, &events);
     }
@@ -185,7 +185,7 @@ std::optional<DesktopWindows::Host> DesktopWindows::HostFor(ForeignId window, co
         const std::optional<Host> host = Look(other);
         if (host && (!best || covered(*host) > covered(*best))) best = host;
     }
-    if (best) IdOf(best->id);  // so that its end is heard of
+    if (best) IdOf(best->id);  // so that its end is reported
     return best;
 }
 

@@ -146,17 +146,53 @@ void EmbeddedSocket::SendKey(xcb_key_press_event_t event) {
     connection_->Flush();
 }
 
+// ---- EmbeddedSockets
+
+EmbeddedSockets::~EmbeddedSockets() {
+    for (EmbeddedSocket* const socket : sockets_)
+        socket->LoseSystem();
+}
+
+std::unique_ptr<EmbeddedPlace> EmbeddedSockets::Make(const std::shared_ptr<Connection>& connection,
+                                                     HWND topLevel, xcb_window_t parent,
+                                                     EmbeddedEvents& events) {
+    auto socket =
+        std::make_unique<EmbeddedSocket>(connection, topLevel, parent, events,
+                                         [this](EmbeddedSocket& ending) { std::erase(sockets_, &ending); });
+    sockets_.push_back(socket.get());
+    return socket;
+}
+
+bool EmbeddedSockets::Handle(const xcb_client_message_event_t& event) {
+    const auto socket = std::ranges::find(sockets_, event.window, &EmbeddedSocket::Id);
+    if (socket == sockets_.end()) return false;
+    (*socket)->OnMessage(event);
+    return true;
+}
+
+EmbeddedSocket* EmbeddedSockets::FocusedIn(HWND topLevel) const {
+    for (EmbeddedSocket* const socket : sockets_)
+        if (socket->TopLevel() == topLevel && socket->HasFocus()) return socket;
+    return nullptr;
+}
+
+void EmbeddedSockets::Move(HWND topLevel, xcb_window_t parent) {
+    for (EmbeddedSocket* const socket : sockets_)
+        if (socket->TopLevel() == topLevel) socket->MoveTo(parent);
+}
+
+void EmbeddedSockets::LoseParent(HWND topLevel) {
+    for (EmbeddedSocket* const socket : sockets_)
+        if (socket->TopLevel() == topLevel) socket->LoseParent();
+}
+
 // ---- the window system's part
 
 std::unique_ptr<EmbeddedPlace> X11WindowSystem::Embed(HWND topLevel, EmbeddedEvents& events) {
     NativeWindow* const window = Find(topLevel);
     if (!window || window->id == 0) return nullptr;
     MakeKeyTarget(*window);
-    auto socket =
-        std::make_unique<EmbeddedSocket>(connection_, topLevel, window->id, events,
-                                         [this](EmbeddedSocket& ending) { std::erase(sockets_, &ending); });
-    sockets_.push_back(socket.get());
-    return socket;
+    return sockets_.Make(connection_, topLevel, window->id, events);
 }
 
 // While the focus is on a top-level the server gives keys to the window under the pointer inside of it. So
@@ -178,22 +214,14 @@ void X11WindowSystem::MoveEmbedded(NativeWindow& window, xcb_window_t oldKeyTarg
     byId_.erase(oldKeyTarget);
     window.keyTarget = 0;
     MakeKeyTarget(window);
-    for (EmbeddedSocket* const socket : sockets_)
-        if (socket->TopLevel() == window.handle) socket->MoveTo(window.id);
+    sockets_.Move(window.handle, window.id);
 }
 
 void X11WindowSystem::LoseEmbedded(NativeWindow& window) {
     if (window.keyTarget == 0) return;
     byId_.erase(window.keyTarget);
     window.keyTarget = 0;
-    for (EmbeddedSocket* const socket : sockets_)
-        if (socket->TopLevel() == window.handle) socket->LoseParent();
-}
-
-EmbeddedSocket* X11WindowSystem::FocusedSocketIn(HWND topLevel) const {
-    for (EmbeddedSocket* const socket : sockets_)
-        if (socket->TopLevel() == topLevel && socket->HasFocus()) return socket;
-    return nullptr;
+    sockets_.LoseParent(window.handle);
 }
 
 }  // namespace platform::x11

@@ -1,11 +1,12 @@
 // A window of ours, inside a top-level, that holds a window of another library: the socket of XEmbed. The X
-// focus stays with the top-level; whether the embedded window has the keyboard is told to it by messages, and
+// focus stays with the top-level; whether the embedded window has the keyboard is sent to it in messages, and
 // its keys are handed on.
 #pragma once
 
 #include <deque>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -67,6 +68,26 @@ class EmbeddedSocket final : public EmbeddedPlace {
     bool shown_ = false;
     bool focused_ = false;
     std::deque<Key> keys_;  // reported, and not handed on yet
+};
+
+// Those of a window system, which live as long as the core wants them.
+class EmbeddedSockets {
+  public:
+    EmbeddedSockets() = default;
+    ~EmbeddedSockets();
+    EmbeddedSockets(const EmbeddedSockets&) = delete;
+    EmbeddedSockets& operator=(const EmbeddedSockets&) = delete;
+
+    std::unique_ptr<EmbeddedPlace> Make(const std::shared_ptr<Connection>& connection, HWND topLevel,
+                                        xcb_window_t parent, EmbeddedEvents& events);
+    // False for a message to another window.
+    bool Handle(const xcb_client_message_event_t& event);
+    EmbeddedSocket* FocusedIn(HWND topLevel) const;  // null without one
+    void Move(HWND topLevel, xcb_window_t parent);
+    void LoseParent(HWND topLevel);
+
+  private:
+    std::vector<EmbeddedSocket*> sockets_;
 };
 
 }  // namespace platform::x11

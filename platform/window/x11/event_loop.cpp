@@ -7,37 +7,10 @@
 
 namespace platform::x11 {
 
-namespace {
-
-// Whether `later` says all that `earlier` said.
-bool Replaces(const xcb_generic_event_t& later, const xcb_generic_event_t& earlier) {
-    if (TypeOf(later) != XCB_MOTION_NOTIFY || TypeOf(earlier) != XCB_MOTION_NOTIFY) return false;
-    const auto& a = As<xcb_motion_notify_event_t>(later);
-    const auto& b = As<xcb_motion_notify_event_t>(earlier);
-    return a.event == b.event && a.state == b.state;
-}
-
-}  // namespace
-
-X11WindowSystem::Event X11WindowSystem::NextEvent() {
-    if (ahead_) return std::move(ahead_);
-    return Event(xcb_poll_for_event(connection_->Get()));
-}
-
-X11WindowSystem::Event X11WindowSystem::TakeEvent() {
-    Event event = NextEvent();
-    while (event && TypeOf(*event) == XCB_MOTION_NOTIFY) {
-        ahead_ = Event(xcb_poll_for_event(connection_->Get()));
-        if (!ahead_ || !Replaces(*ahead_, *event)) break;
-        event = std::move(ahead_);
-    }
-    return event;
-}
-
 bool X11WindowSystem::DispatchArrived() {
     reported_ = false;
     // Windows may be made and destroyed, and loops be run, from inside any report: nothing is kept across.
-    while (const Event event = TakeEvent())
+    while (const EventQueue::Event event = queue_.Take())
         Dispatch(*event);
     ReportMinimised();
     SettleJoining();
@@ -78,11 +51,7 @@ bool X11WindowSystem::Wait(std::optional<std::uint64_t> deadline) {
         if (DispatchArrived()) return true;
         if (!connection_->IsAlive()) return false;
         connection_->Flush();
-        const auto queued = [this] {
-            // Events can sit in the library's queue while the socket is silent.
-            if (!ahead_) ahead_ = Event(xcb_poll_for_queued_event(connection_->Get()));
-            return ahead_ != nullptr || !connection_->IsAlive();
-        };
+        const auto queued = [this] { return queue_.IsFilled() || !connection_->IsAlive(); };
         const auto outcome =
             waiter_.Run(xcb_get_file_descriptor(connection_->Get()), TimeoutUntil(deadline), queued);
         const bool reported = DispatchArrived();

@@ -112,10 +112,7 @@ bool X11WindowSystem::SurviveHost(NativeWindow& window) {
     if (window.host == 0 || desktops_.Look(window.host)) return false;
     const HWND handle = window.handle;
     if (std::exchange(window.inside, false)) Report().Notify(event::PointerLeft{handle});
-    if (grabbed_ == handle) {
-        grabbed_ = HWND();
-        Report().Notify(event::GrabLost{handle});
-    }
+    LoseGrab(handle);
     if (std::exchange(window.focused, false)) {
         if (focused_ == handle) focused_ = HWND();
         Report().Notify(event::FocusChanged{handle, false});
@@ -147,10 +144,7 @@ void X11WindowSystem::HostHidden(xcb_window_t host) {
     for (auto& [key, window] : windows_) {
         if (window->host != host) continue;
         PointerGone(*window);
-        if (grabbed_ == window->handle) {
-            grabbed_ = HWND();
-            Report().Notify(event::GrabLost{window->handle});
-        }
+        LoseGrab(window->handle);
     }
 }
 

@@ -14,7 +14,7 @@ void X11WindowSystem::OnKey(const xcb_key_press_event_t& event, bool down) {
     const HWND handle = window ? window->handle : HWND();
     const std::uint64_t time = EventTime(event.time);
     const KeyStroke stroke = keyboard_.Translate(event.detail, event.state, down);
-    EmbeddedSocket* const embedded = window ? FocusedSocketIn(handle) : nullptr;
+    EmbeddedSocket* const embedded = window ? sockets_.FocusedIn(handle) : nullptr;
     if (stroke.virtualKey == 0) {
         if (embedded) embedded->SendKey(event);
         return;

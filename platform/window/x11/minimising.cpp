@@ -80,7 +80,7 @@ void X11WindowSystem::ReadManagerState(NativeWindow& window) {
         const bool marked = std::ranges::count(states, names.netWmStateHidden) > 0;
         if (window.iconic || state == kNormalState)
             SetMinimised(window, window.iconic && (marked || !manager_.MarksMinimised()));
-        // Some do not read the hint, but hear the request.
+        // Some do not read the hint, but take the request.
         if (state == kNormalState && window.minimising && std::exchange(window.minimising->byHint, false))
             manager_.Tell(window.id, names.wmChangeState, {kIconicState, 0, 0, 0, 0});
     }

@@ -20,11 +20,11 @@ namespace platform::x11 {
 
 // Where a window is, against what was asked of it.
 struct Placement {
-    CRect rect;                    // as the core has it: what it asked for last, or was told last
-    std::optional<CRect> told;     // by the window manager, in screen coordinates, since the last look
-    bool changed = false;          // the server told of a change since the last look
-    std::uint64_t quietUntil = 0;  // it is being placed; other positions are not believed before
-    bool requested = false;        // by a request of ours, so that reports may be older than it
+    CRect rect;                     // as the core has it: requested or reported last
+    std::optional<CRect> reported;  // by the window manager, in screen coordinates, since the last look
+    bool changed = false;           // the server reported a change since the last look
+    std::uint64_t quietUntil = 0;   // it is being placed; other positions are not believed before
+    bool requested = false;         // by a request of ours, so that reports may be older than it
 };
 
 // How pixels get from the core to the window.
@@ -41,10 +41,10 @@ struct WaitingMap {
     bool minimised = false;
 };
 
-// A wish to minimise a window that the window manager was told of, and has not fulfilled.
+// A wish to minimise a window that was sent to the window manager, which has not fulfilled it.
 struct Minimising {
     std::uint64_t until = 0;  // then it is taken for refused
-    bool byHint = false;      // told by the window's hints alone
+    bool byHint = false;      // sent by the window's hints alone
 };
 
 struct NativeWindow {

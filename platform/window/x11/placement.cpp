@@ -58,13 +58,13 @@ void X11WindowSystem::BelieveOrigin(NativeWindow& window, CPoint origin, bool pr
     // was seen there and then; moves and releases tell nothing.
     if (placement.requested && Now() < placement.quietUntil && !pressed) return;
     placement.rect = CRect(origin, placement.rect.Size());
-    placement.told.reset();
+    placement.reported.reset();
     PositionChanged(window);
     Report().Notify(event::BoundsChanged{window.handle, placement.rect});
 }
 
-void X11WindowSystem::PositionTold(NativeWindow& window, const CRect& screen) {
-    window.placement.told = screen;
+void X11WindowSystem::PositionReported(NativeWindow& window, const CRect& screen) {
+    window.placement.reported = screen;
     PositionChanged(window);
 }
 
@@ -82,19 +82,19 @@ void X11WindowSystem::SettlePlacements() {
         NativeWindow* window = Find(handle);
         if (!window || !window->placement.changed) continue;
         Placement& placement = window->placement;
-        if (placement.told && SamePlace(placement.rect, *placement.told)) placement.quietUntil = 0;
+        if (placement.reported && SamePlace(placement.rect, *placement.reported)) placement.quietUntil = 0;
         if (Now() < placement.quietUntil) {
-            placement.told.reset();  // afterwards the server is asked
+            placement.reported.reset();  // afterwards the server is asked
             waiting.push_back(handle);
             continue;
         }
-        const std::optional<CRect> place = placement.told ? placement.told : AskPlace(*window);
+        const std::optional<CRect> place = placement.reported ? placement.reported : AskPlace(*window);
         placement.changed = false;
-        placement.told.reset();
+        placement.reported.reset();
         placement.quietUntil = 0;
         placement.requested = false;
         OutlineSettledFrame(*window);
-        // A window that is not on the screen is nowhere in particular.
+        // Off the screen a window has no place that would be news.
         if (!place || !window->mapRequested || window->minimised || SamePlace(placement.rect, *place))
             continue;
         placement.rect = *place;

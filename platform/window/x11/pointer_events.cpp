@@ -9,9 +9,6 @@ namespace {
 
 constexpr int kWheelNotch = 120;
 constexpr std::uint64_t kBorrowedTime = 80;  // milliseconds
-constexpr std::uint16_t kGrabEvents = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                                      XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
-                                      XCB_EVENT_MASK_LEAVE_WINDOW;
 
 std::uint16_t MaskOfButton(int button) {
     return static_cast<std::uint16_t>(XCB_BUTTON_MASK_1 << (button - 1));
@@ -95,10 +92,9 @@ void X11WindowSystem::OnLeave(const xcb_leave_notify_event_t& event) {
     if (!window || StaysInside(*window, event.detail)) return;
     // A window manager takes the pointer for every click on a window that is not active, and gives it back at
     // once: nothing has to go dark for that. A grab by another window of ours keeps it.
-    const bool ours = static_cast<bool>(grabbed_);
-    if (event.mode == XCB_NOTIFY_MODE_GRAB && !ours && window->inside) {
+    if (event.mode == XCB_NOTIFY_MODE_GRAB && !grab_.IsHeld() && window->inside) {
         leaving_ = {window->handle, Now() + kBorrowedTime};
-    } else if (event.mode != XCB_NOTIFY_MODE_GRAB || !(grabbed_ == window->handle)) {
+    } else if (event.mode != XCB_NOTIFY_MODE_GRAB || !grab_.IsHeldFor(window->handle)) {
         PointerGone(*window);
     }
 }
@@ -116,28 +112,13 @@ void X11WindowSystem::SettleLeaving() {
 bool X11WindowSystem::GrabPointer(HWND handle) {
     NativeWindow* window = Find(handle);
     if (!window || window->id == 0 || !(window->mapRequested || window->mapWhenWithdrawn)) return false;
-    if (window->mapped) return Grab(*window);
-    // The server grabs only for a window on the screen; this one is on its way there.
-    grabWhenMapped_ = handle;
+    if (window->mapped) return grab_.Take(handle, window->id);
+    grab_.Await(handle);
     return true;
 }
 
-bool X11WindowSystem::Grab(NativeWindow& window) {
-    xcb_connection_t* c = connection_->Get();
-    const auto cookie =
-        xcb_grab_pointer(c, 0, window.id, kGrabEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                         XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
-    const Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(c, cookie, nullptr));
-    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) return false;
-    grabbed_ = window.handle;
-    return true;
-}
-
-void X11WindowSystem::ReleasePointer() {
-    grabWhenMapped_ = HWND();
-    if (!std::exchange(grabbed_, HWND()) || !connection_->IsAlive()) return;
-    xcb_ungrab_pointer(connection_->Get(), XCB_CURRENT_TIME);
-    connection_->Flush();
+void X11WindowSystem::LoseGrab(HWND window) {
+    if (grab_.Lose(window)) Report().Notify(event::GrabLost{window});
 }
 
 void X11WindowSystem::SetCursor(HWND handle, CursorShape shape) {

@@ -6,19 +6,20 @@
 
 #include <xcb/xcb.h>
 
-#include "platform/window/window_system.h"
+#include "platform/window/key_watch.h"
+#include "platform/window/window_events.h"
 #include "platform/window/x11/connection.h"
 #include "platform/window/x11/keyboard.h"
 
 namespace platform::x11 {
 
-class RawKeys {
+class RawKeys final : public KeyWatch {
   public:
     RawKeys(std::shared_ptr<Connection> connection, Keyboard& keyboard)
         : connection_(std::move(connection)), keyboard_(keyboard) {}
 
     // False on a server without raw keys that come during grabs.
-    bool Watch(bool on);
+    bool Watch(bool on) override;
 
     struct Stroke {
         UINT virtualKey = 0;

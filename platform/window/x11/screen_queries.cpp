@@ -33,9 +33,9 @@ CRect WorkAreaOf(const Connection& connection, const CRect& screen) {
     const std::size_t at = current.empty() ? 0 : std::size_t{4} * current[0];
     if (at + 4 > areas.size()) return screen;
     CRect area;
-    const CRect told(CPoint(static_cast<int>(areas[at]), static_cast<int>(areas[at + 1])),
-                     CSize(static_cast<int>(areas[at + 2]), static_cast<int>(areas[at + 3])));
-    return area.IntersectRect(told, screen) ? area : screen;
+    const CRect named(CPoint(static_cast<int>(areas[at]), static_cast<int>(areas[at + 1])),
+                      CSize(static_cast<int>(areas[at + 2]), static_cast<int>(areas[at + 3])));
+    return area.IntersectRect(named, screen) ? area : screen;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The owner's side of a selection: to whom its data go, and what they are told.
+// The owner's side of a selection: to whom its data go, and what they are sent.
 #pragma once
 
 #include <algorithm>

@@ -24,10 +24,10 @@ void X11WindowSystem::OnConfigure(const xcb_configure_notify_event_t& event) {
     if (!window) return;
     const bool sent = (event.response_type & kSentByClient) != 0;
     if ((sent || !window->IsManaged()) && window->host == 0) {
-        PositionTold(*window, CRect(event.x, event.y, event.x + event.width, event.y + event.height));
+        PositionReported(*window, CRect(event.x, event.y, event.x + event.width, event.y + event.height));
     } else {
         // Relative to the frame: where that is on the screen must be asked.
-        window->placement.told.reset();
+        window->placement.reported.reset();
         PositionChanged(*window);
     }
 }
@@ -43,11 +43,8 @@ void X11WindowSystem::OnMap(const xcb_map_notify_event_t& event) {
     const bool focus = std::exchange(window->focusWhenMapped, false);
     if (focus && !HasManager(*window)) Focus(*window);
     if (std::exchange(window->lowerWhenMapped, false)) Restack(window->handle, StackPlace::Bottom, HWND());
-    if (grabWhenMapped_ == window->handle) {
-        grabWhenMapped_ = HWND();
-        const HWND handle = window->handle;
-        if (!Grab(*window)) Report().Notify(event::GrabLost{handle});
-    }
+    const HWND handle = window->handle;
+    if (grab_.EndWait(handle) && !grab_.Take(handle, window->id)) Report().Notify(event::GrabLost{handle});
 }
 
 void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
@@ -60,10 +57,7 @@ void X11WindowSystem::OnUnmap(const xcb_unmap_notify_event_t& event) {
     if (window->unmapsItself && window->mapRequested) SetMinimised(*window, true);
     const bool left = std::exchange(window->inside, false);
     if (leaving_.window == handle) leaving_.window = HWND();
-    // The server lets go of a grab without a word.
-    const bool lost = grabbed_ == handle;
-    if (lost) grabbed_ = HWND();
-    if (lost) Report().Notify(event::GrabLost{handle});
+    LoseGrab(handle);
     if (left) Report().Notify(event::PointerLeft{handle});
 }
 
@@ -96,7 +90,7 @@ void X11WindowSystem::OnDestroy(const xcb_destroy_notify_event_t& event) {
     xcb_free_gc(connection_->Get(), window->context);
     window->id = 0;
     window->mapped = window->mapRequested = window->inside = false;
-    if (grabbed_ == handle) grabbed_ = HWND();
+    grab_.Lose(handle);
     Report().Notify(event::SystemDestroyed{handle});
 }
 
@@ -144,11 +138,7 @@ void X11WindowSystem::ManagerChanged() {
 
 void X11WindowSystem::OnClientMessage(const xcb_client_message_event_t& event) {
     const Atoms& names = connection_->Names();
-    for (EmbeddedSocket* const socket : sockets_)
-        if (socket->Id() == event.window) {
-            socket->OnMessage(event);
-            return;
-        }
+    if (sockets_.Handle(event)) return;
     const NativeWindow* window = FindById(event.window);
     if (!window || event.format != 32) return;
     if (event.type != names.wmProtocols) {

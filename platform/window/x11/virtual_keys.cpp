@@ -15,7 +15,7 @@ struct NamedKey {
     UINT code;
 };
 
-// Codes without a name in the face are those that hosts of this API know by number.
+// Codes without a name in the public headers are those that hosts of this API know by number.
 constexpr NamedKey kNamedKeys[] = {
     {XKB_KEY_BackSpace, VK_BACK},
     {XKB_KEY_Tab, VK_TAB},

@@ -106,7 +106,7 @@ void X11WindowSystem::LetGo(NativeWindow& window) {
     if (const auto waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt)) {
         Map(window, waiting->activate, waiting->minimised);
     } else if (window.mapRequested && window.taken && !window.mapped && !window.minimised) {
-        // Hidden and shown again before it was taken: the window manager heard of the hiding last.
+        // Hidden and shown again before it was taken: the hiding reached the window manager last.
         window.mapRequested = false;
         Map(window, window.mapActivates, false);
     }

@@ -36,11 +36,11 @@ X11WindowSystem::X11WindowSystem(std::shared_ptr<Connection> connection, WindowE
       clipboard_(connection_, clock_),
       drag_(connection_, cursors_, clock_, manager_),
       drop_(connection_, events),
+      grab_(connection_),
+      queue_(connection_),
       screenSize_(connection_->RootSize()) {}
 
 X11WindowSystem::~X11WindowSystem() {
-    for (EmbeddedSocket* const socket : sockets_)
-        socket->LoseSystem();
     for (auto& [key, window] : windows_)
         DestroyNative(*window);
     windows_.clear();
@@ -138,10 +138,7 @@ void X11WindowSystem::Recreate(NativeWindow& window, bool alphaChannel) {
     MoveEmbedded(window, window.keyTarget);
     for (auto& [key, other] : windows_)
         if (other->traits.owner == window.handle && other->id != 0) properties_.WriteOwner(*other, window.id);
-    if (grabbed_ == window.handle) {
-        grabbed_ = HWND();
-        grabWhenMapped_ = window.handle;
-    }
+    if (grab_.Lose(window.handle)) grab_.Await(window.handle);
     window.mapped = window.framed = window.hasState = window.withdrawing = window.inside = false;
     const std::optional<WaitingMap> waiting = std::exchange(window.mapWhenWithdrawn, std::nullopt);
     if (window.host != 0) Join(window);
@@ -160,17 +157,13 @@ void X11WindowSystem::Recreate(NativeWindow& window, bool alphaChannel) {
 void X11WindowSystem::Destroy(HWND window) {
     const auto found = windows_.find(window.ToParam());
     if (found == windows_.end()) return;
-    ForgetGrab(window);
+    grab_.EndWait(window);
+    if (grab_.IsHeldFor(window)) grab_.Release();
     DestroyNative(*found->second);
     windows_.erase(found);
     std::erase(moved_, window);
     if (focused_ == window) focused_ = HWND();
     connection_->Flush();
-}
-
-void X11WindowSystem::ForgetGrab(HWND window) {
-    if (grabWhenMapped_ == window) grabWhenMapped_ = HWND();
-    if (grabbed_ == window) ReleasePointer();
 }
 
 void X11WindowSystem::SetTraits(HWND handle, const WindowTraits& traits) {

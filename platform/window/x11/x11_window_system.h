@@ -13,7 +13,6 @@
 #include <xcb/xfixes.h>
 
 #include "platform/window/foreign_windows.h"
-#include "platform/window/key_watch.h"
 #include "platform/window/window_system.h"
 #include "platform/window/x11/backdrop_copy.h"
 #include "platform/window/x11/client_leader.h"
@@ -24,11 +23,12 @@
 #include "platform/window/x11/drag/drag_source.h"
 #include "platform/window/x11/drag/drop_receiver.h"
 #include "platform/window/x11/embedded_socket.h"
+#include "platform/window/x11/event_queue.h"
 #include "platform/window/x11/keyboard.h"
 #include "platform/window/x11/main_context_waiter.h"
 #include "platform/window/x11/native_window.h"
+#include "platform/window/x11/pointer_grab.h"
 #include "platform/window/x11/raw_keys.h"
-#include "platform/window/x11/reply.h"
 #include "platform/window/x11/server_clock.h"
 #include "platform/window/x11/show_desktop.h"
 #include "platform/window/x11/startup_notice.h"
@@ -37,7 +37,7 @@
 
 namespace platform::x11 {
 
-class X11WindowSystem final : public WindowSystem, private ForeignWindows, private KeyWatch {
+class X11WindowSystem final : public WindowSystem, private ForeignWindows {
   public:
     X11WindowSystem(std::shared_ptr<Connection> connection, WindowEvents& events);
     ~X11WindowSystem() override;
@@ -59,7 +59,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void Present(HWND window, const Region& damage) override;
 
     bool GrabPointer(HWND window) override;
-    void ReleasePointer() override;
+    void ReleasePointer() override { grab_.Release(); }
     void SetCursor(HWND window, CursorShape shape) override;
     POINT PointerPosition() override;
     bool IsButtonHeld() override;
@@ -79,19 +79,16 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     FileDragger* FileDrags() override { return &drag_; }
     FileReceiver* FileDrops() override { return &drop_; }
     ForeignWindows* Foreign() override { return this; }
-    KeyWatch* KeyWatcher() override { return this; }
+    KeyWatch* KeyWatcher() override { return &rawKeys_; }
     TextClipboard* CopiedText() override { return &clipboard_; }
 
   private:
-    using Event = Reply<xcb_generic_event_t>;
-
-    // ---- windows of others, and their keys
+    // ---- windows of others
     std::vector<ForeignWindow> In(ForeignId parent) override { return desktops_.In(parent); }
     bool Exists(ForeignId window) override { return desktops_.Exists(window); }
     bool IsShown(ForeignId window) override { return desktops_.IsShown(window); }
     void SetShown(ForeignId window, bool shown) override { desktops_.SetShown(window, shown); }
     bool PutInto(HWND window, ForeignId parent) override;
-    bool Watch(bool on) override { return rawKeys_.Watch(on); }
 
     // ---- records
     // Null for a handle that has no window here, and for all once the connection is gone.
@@ -109,7 +106,6 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void DestroyNative(NativeWindow& window);
     // Replaces the native window by one with or without an alpha channel.
     void Recreate(NativeWindow& window, bool alphaChannel);
-    void ForgetGrab(HWND window);
 
     // ---- visibility
     void Map(NativeWindow& window, bool activate, bool minimised);
@@ -121,7 +117,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
 
     // ---- minimising
     void Minimise(NativeWindow& window);
-    // The core is told when nothing comes of it.
+    // It is reported when nothing comes of it.
     void AwaitMinimised(NativeWindow& window, bool byHint);
     void SettleMinimising();
     // Reported with the next events, never from inside a call of the core.
@@ -134,9 +130,9 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void RequestPlace(NativeWindow& window);
     // Somebody puts the window where it belongs: the position counts when that is over.
     void AwaitPlacement(NativeWindow& window);
-    // An event tells where the window was when it came: nobody else says so as early, or as surely.
+    // An event says where the window was when it came: nothing else does so as early, or as surely.
     void BelieveOrigin(NativeWindow& window, CPoint origin, bool pressed);
-    void PositionTold(NativeWindow& window, const CRect& screen);
+    void PositionReported(NativeWindow& window, const CRect& screen);
     void PositionChanged(NativeWindow& window);
     // Reports the windows whose place has changed by itself; asks the server where it must.
     void SettlePlacements();
@@ -173,8 +169,6 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     PixelBuffer* Convert(NativeWindow& window, const Region& damage);
 
     // ---- event_loop
-    Event NextEvent();
-    Event TakeEvent();
     bool DispatchArrived();
     void Dispatch(const xcb_generic_event_t& event);
     bool DispatchInput(const xcb_generic_event_t& event);  // false: not about input
@@ -203,7 +197,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void OnButton(const xcb_button_press_event_t& event, bool down);
     void OnEnter(const xcb_enter_notify_event_t& event);
     void OnLeave(const xcb_leave_notify_event_t& event);
-    bool Grab(NativeWindow& window);
+    void LoseGrab(HWND window);
     void PointerGone(NativeWindow& window);
     // Reports a pointer that was taken away and did not come back.
     void SettleLeaving();
@@ -221,7 +215,6 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     void MakeKeyTarget(NativeWindow& window);
     void MoveEmbedded(NativeWindow& window, xcb_window_t oldKeyTarget);
     void LoseEmbedded(NativeWindow& window);
-    EmbeddedSocket* FocusedSocketIn(HWND topLevel) const;  // null without one
 
     // Ends the connection after everything that uses it, also while surfaces are still held by others.
     struct CloseAtEnd {
@@ -246,6 +239,9 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     Clipboard clipboard_;
     DragSource drag_;
     DropReceiver drop_;
+    PointerGrab grab_;
+    EventQueue queue_;
+    EmbeddedSockets sockets_;
     MainContextWaiter waiter_;
     CSize screenSize_;
 
@@ -256,8 +252,6 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     std::vector<HWND> minimisedNews_;  // windows to report as minimised or restored
     std::vector<HWND> joining_;        // windows that wait to go into the desktop's
     std::vector<HWND> putOut_;         // windows to report as out of it
-    HWND grabbed_;                     // holds the pointer by our explicit grab
-    HWND grabWhenMapped_;
     // What must have become of a window by a certain time, or it is taken for refused.
     struct Expectation {
         HWND window;
@@ -268,8 +262,6 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows, priva
     HWND focused_;
     bool keysFollow_ = false;     // the next KeymapNotify belongs to a FocusIn
     bool keysMayBeDown_ = false;  // as far as was reported
-    Event ahead_;                 // read, and not dispatched yet
-    std::vector<EmbeddedSocket*> sockets_;
     bool reported_ = false;
     bool lostReported_ = false;
 };

@@ -75,7 +75,7 @@ bool DragSource::Grab() {
         xcb_grab_keyboard(c, 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const Reply<xcb_grab_pointer_reply_t> held(xcb_grab_pointer_reply(c, pointer, nullptr));
     // Where somebody else has the keyboard the drag goes without Escape; the pointer tells of the modifiers.
-    const Reply<xcb_grab_keyboard_reply_t> heard(xcb_grab_keyboard_reply(c, keys, nullptr));
+    const Reply<xcb_grab_keyboard_reply_t> keysGrabbed(xcb_grab_keyboard_reply(c, keys, nullptr));
     return held && held->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
