@@ -14,9 +14,10 @@
 #include "items/draw_operations.h"
 
 class QKListCtrl;
-struct QKListNode;
 
 namespace qkui {
+
+struct Entry;
 
 // An area that catches the pointer and stays invisible.
 struct CatchOperation {
@@ -26,7 +27,7 @@ struct CatchOperation {
 // An entry that its list draws.
 struct EntryOperation {
     QKListCtrl* list;
-    QKListNode* node;
+    Entry* node;
 };
 
 using Operation = std::variant<ImageOperation, TextOperation, CatchOperation, EntryOperation>;

@@ -77,7 +77,7 @@ void FramePainter::PaintOnto(HDC dc, CSize size) {
 
 void FramePainter::PaintKept(HDC dc, CSize size) {
     if (!IsWindow(dialog_.m_hWnd)) return;
-    const QKUninterrupted uninterrupted;
+    const Uninterrupted uninterrupted;
     if (PaintInWindow(dc, size)) return;
     if (!store_) store_ = std::make_unique<BackingStore>();
     if (!store_->Prepare(dc, size.cx, size.cy)) return PaintOnto(dc, size);
@@ -119,7 +119,7 @@ void FramePainter::RecordSurroundings(const CRect& whole, DisplayList& list) con
 
 void FramePainter::RecordEntries(QKListCtrl& list, const CRect& area, DisplayList& entries) const {
     if (!list.IsShow()) return;
-    for (QKListNode* node : list.DrawnIn(area)) {
+    for (Entry* node : list.DrawnIn(area)) {
         entries.Begin();
         list.DescribeEntry(*node, entries);
         entries.DrawOnly(EntryOperation{&list, node});

@@ -80,7 +80,7 @@ void FramePainter::Push(const CRect& window) {
 // Most of it looks so already, unless the host drew on it first, or has the frame on it already: then the
 // frame goes on top of what is there.
 void FramePainter::PaintLent(CSize size) {
-    const QKUninterrupted uninterrupted;
+    const qkui::Uninterrupted uninterrupted;
     BackingStore& store = *lent_;
     const bool untouched = store.TakeBack();
     store.TakeSurroundings();

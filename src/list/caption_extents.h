@@ -9,12 +9,14 @@
 
 #include <platform/gdiplus.h>
 
+namespace qkui {
+
 // What captions are measured with.
-struct QKCaptionStyle {
+struct CaptionStyle {
     std::shared_ptr<const Gdiplus::Font> font;  // may be null: no caption has a size then
     Gdiplus::StringFormat format;               // cuts by an ellipsis
 
-    friend bool operator==(const QKCaptionStyle& a, const QKCaptionStyle& b) {
+    friend bool operator==(const CaptionStyle& a, const CaptionStyle& b) {
         return a.font == b.font && a.format.GetFormatFlags() == b.format.GetFormatFlags() &&
                a.format.GetAlignment() == b.format.GetAlignment() &&
                a.format.GetLineAlignment() == b.format.GetLineAlignment();
@@ -22,24 +24,25 @@ struct QKCaptionStyle {
 };
 
 // Of one caption in a room of `width` by `height`. An empty one still has a line.
-Gdiplus::RectF QKMeasureCaption(const QKCaptionStyle& style, std::u16string_view text, float width,
-                                float height);
+Gdiplus::RectF MeasureCaption(const CaptionStyle& style, std::u16string_view text, float width, float height);
 
 // The last two extents of a caption: of the two rooms that each entry is measured for.
-class QKCaptionExtents {
+class CaptionExtents {
   public:
-    Gdiplus::RectF Measure(const QKCaptionStyle& style, std::u16string_view text, float width, float height);
+    Gdiplus::RectF Measure(const CaptionStyle& style, std::u16string_view text, float width, float height);
 
   private:
     struct Extent {
         float width, height;
         Gdiplus::RectF box;
     };
-    bool IsOf(const QKCaptionStyle& style, std::u16string_view text) const;
+    bool IsOf(const CaptionStyle& style, std::u16string_view text) const;
 
-    QKCaptionStyle style_;
+    CaptionStyle style_;
     std::uint64_t fontRevision_ = 0;
     std::u16string text_;
     std::array<Extent, 2> extents_{};
     std::size_t count_ = 0;  // ever measured of this text
 };
+
+}  // namespace qkui

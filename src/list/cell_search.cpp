@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+namespace qkui {
 namespace {
 
 bool Fits(std::int64_t value) {
@@ -23,7 +24,7 @@ std::int64_t StepsPast(std::int64_t from, std::int64_t low, std::int64_t high, s
 }
 
 // Whether no cell reaches into another one.
-bool AreApart(const QKCellGrid& grid) {
+bool AreApart(const CellGrid& grid) {
     const auto [along, across] =
         grid.columns ? std::pair(grid.cell.cy, grid.cell.cx) : std::pair(grid.cell.cx, grid.cell.cy);
     return along > 0 && across > 0 && grid.along >= along && (grid.line == 0 || grid.across >= across);
@@ -39,7 +40,7 @@ std::int64_t FirstOf(std::int64_t lines, std::int64_t line) {
 
 }  // namespace
 
-void QKCellGrid::SetLines(std::int64_t length, std::int64_t size) {
+void CellGrid::SetLines(std::int64_t length, std::int64_t size) {
     const std::int64_t room = length - size;  // that the start of a cell may be away from the line's
     line = count = 0;
     if (along > 0) {
@@ -54,13 +55,13 @@ void QKCellGrid::SetLines(std::int64_t length, std::int64_t size) {
     }
 }
 
-std::optional<std::int64_t> QKCellGrid::Distinct() const {
+std::optional<std::int64_t> CellGrid::Distinct() const {
     if (count != 0) return count;
     if (line == 0) return along == 0 ? std::optional<std::int64_t>(1) : std::nullopt;
     return across == 0 ? std::optional<std::int64_t>(line) : std::nullopt;
 }
 
-std::optional<CRect> QKCellGrid::Cell(std::int64_t number) const {
+std::optional<CRect> CellGrid::Cell(std::int64_t number) const {
     if (number >= kMostCells) return std::nullopt;
     const std::int64_t inLine = line == 0 ? number : number % line;
     const std::int64_t lines = line == 0 ? 0 : number / line;
@@ -70,7 +71,7 @@ std::optional<CRect> QKCellGrid::Cell(std::int64_t number) const {
     return CRect(CPoint(static_cast<LONG>(x), static_cast<LONG>(y)), cell);
 }
 
-std::optional<std::int64_t> QKCellGrid::NumberAt(CPoint point) const {
+std::optional<std::int64_t> CellGrid::NumberAt(CPoint point) const {
     const std::int64_t x = std::int64_t{point.x} - corner.x;
     const std::int64_t y = std::int64_t{point.y} - corner.y;
     if (x < 0 || y < 0 || along <= 0 || across <= 0) return std::nullopt;
@@ -80,7 +81,7 @@ std::optional<std::int64_t> QKCellGrid::NumberAt(CPoint point) const {
     return inLine < line ? std::optional(FirstOf(lines, line) + inLine) : std::nullopt;
 }
 
-std::int64_t QKCellGrid::After(std::int64_t number, const CRect& rect) const {
+std::int64_t CellGrid::After(std::int64_t number, const CRect& rect) const {
     const std::int64_t inLine = columns ? StepsPast(corner.y, rect.top, rect.bottom, along)
                                         : StepsPast(corner.x, rect.left, rect.right, along);
     if (line == 0) return std::max(inLine, number + 1);
@@ -93,8 +94,8 @@ std::int64_t QKCellGrid::After(std::int64_t number, const CRect& rect) const {
     return std::max(FirstOf(lines, line), lineStart + line);
 }
 
-std::optional<CRect> QKCellSearch::FirstFree(const QKCellGrid& grid, std::int64_t start,
-                                             const Occupant& occupant) {
+std::optional<CRect> CellSearch::FirstFree(const CellGrid& grid, std::int64_t start,
+                                           const Occupant& occupant) {
     if (!(grid == grid_)) {
         const bool isFree = isAll_ && taken_.empty();
         Clear();
@@ -120,7 +121,7 @@ std::optional<CRect> QKCellSearch::FirstFree(const QKCellGrid& grid, std::int64_
     }
 }
 
-void QKCellSearch::Note(const CRect& rect) {
+void CellSearch::Note(const CRect& rect) {
     if (!isAll_ || rect.IsRectEmpty()) return;
     isAll_ = found_ && found_->cell == rect;
     if (!isAll_) return;
@@ -132,24 +133,24 @@ void QKCellSearch::Note(const CRect& rect) {
     }
 }
 
-void QKCellSearch::Begin() {
+void CellSearch::Begin() {
     Clear();
     isAll_ = true;
     grid_ = {};
 }
 
-void QKCellSearch::Clear() {
+void CellSearch::Clear() {
     taken_.clear();
     isAll_ = false;
     found_.reset();
 }
 
-void QKCellSearch::Offset(CPoint by) {
+void CellSearch::Offset(CPoint by) {
     grid_.corner.Offset(by.x, by.y);
     found_.reset();
 }
 
-void QKCellSearch::Take(std::int64_t begin, std::int64_t end) {
+void CellSearch::Take(std::int64_t begin, std::int64_t end) {
     auto run = taken_.upper_bound(begin);
     if (run != taken_.begin() && std::prev(run)->second >= begin)
         --run;
@@ -162,7 +163,7 @@ void QKCellSearch::Take(std::int64_t begin, std::int64_t end) {
     }
 }
 
-void QKCellSearch::Release(std::int64_t begin, std::int64_t end) {
+void CellSearch::Release(std::int64_t begin, std::int64_t end) {
     auto run = taken_.upper_bound(begin);
     if (run != taken_.begin()) --run;
     while (run != taken_.end() && run->first < end) {
@@ -174,7 +175,7 @@ void QKCellSearch::Release(std::int64_t begin, std::int64_t end) {
     }
 }
 
-void QKCellSearch::Forget(const CRect& rect) {
+void CellSearch::Forget(const CRect& rect) {
     if (taken_.empty() || rect.IsRectEmpty()) return;
     try {
         ReleaseIn(rect);
@@ -183,9 +184,9 @@ void QKCellSearch::Forget(const CRect& rect) {
     }
 }
 
-void QKCellSearch::ReleaseIn(const CRect& rect) {
+void CellSearch::ReleaseIn(const CRect& rect) {
     constexpr std::int64_t kMostLines = 64;  // beyond, asking again is cheaper
-    const QKCellGrid& grid = grid_;
+    const CellGrid& grid = grid_;
     if (grid.along <= 0 || (grid.line != 0 && grid.across <= 0)) {
         Clear();
         return;
@@ -212,3 +213,5 @@ void QKCellSearch::ReleaseIn(const CRect& rect) {
         Release(FirstOf(line, grid.line) + std::min(from, grid.line),
                 FirstOf(line, grid.line) + std::min(to, grid.line));
 }
+
+}  // namespace qkui

@@ -8,8 +8,10 @@
 
 #include <platform/geometry.h>
 
+namespace qkui {
+
 // The cells of a grid, numbered in filling order: along a line, then along the next one.
-struct QKCellGrid {
+struct CellGrid {
     CPoint corner;  // top left of cell 0
     SIZE cell;
     int along, across;   // from one cell of a line to the next, from one line to the next
@@ -17,7 +19,7 @@ struct QKCellGrid {
     std::int64_t line;   // cells of a line; 0 without end
     std::int64_t count;  // cells in all; 0 without end
 
-    friend bool operator==(const QKCellGrid& a, const QKCellGrid& b) {
+    friend bool operator==(const CellGrid& a, const CellGrid& b) {
         return a.corner == b.corner && a.cell.cx == b.cell.cx && a.cell.cy == b.cell.cy &&
                a.along == b.along && a.across == b.across && a.columns == b.columns && a.line == b.line &&
                a.count == b.count;
@@ -39,13 +41,13 @@ struct QKCellGrid {
 
 // While every rectangle that is occupied was found here, and each takes up one cell, it knows all of them;
 // else it asks.
-class QKCellSearch {
+class CellSearch {
   public:
     // A rectangle of any entry that holds the point.
     using Occupant = std::function<std::optional<CRect>(CPoint)>;
 
     // The first free cell from `start` on. Nothing when every cell that the steps lead to is taken.
-    std::optional<CRect> FirstFree(const QKCellGrid& grid, std::int64_t start, const Occupant& occupant);
+    std::optional<CRect> FirstFree(const CellGrid& grid, std::int64_t start, const Occupant& occupant);
     // A rectangle is occupied from now on.
     void Note(const CRect& rect);
     // A rectangle is no longer occupied, or not by the same entry.
@@ -61,7 +63,7 @@ class QKCellSearch {
     void Release(std::int64_t begin, std::int64_t end);
     void ReleaseIn(const CRect& rect);
 
-    QKCellGrid grid_ = {};
+    CellGrid grid_ = {};
     std::map<std::int64_t, std::int64_t> taken_;  // runs of cells known to be occupied: first, one past last
     bool isAll_ = true;                           // no others are
     struct Found {
@@ -70,3 +72,5 @@ class QKCellSearch {
     };
     std::optional<Found> found_;  // the last free cell
 };
+
+}  // namespace qkui

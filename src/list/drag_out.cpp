@@ -12,6 +12,8 @@
 #include "list/list_entries.h"
 #include "list/memory.h"
 
+using namespace qkui;
+
 namespace {
 
 constexpr int kLargestIcon = 256;  // pixels a side
@@ -64,8 +66,8 @@ void CarryIcon(COleDataSource& source, Gdiplus::Image* image, CSize size) {
 std::u16string CQKDialogBase::SelectedPaths() {
     std::u16string paths;
     ForEachList([&](QKListCtrl& list) {
-        list.m_lstItems->LookAtAll();
-        for (const QKListNode* node : list.m_lstItems->Selected())
+        list.m_lstItems->SyncAll();
+        for (const Entry* node : list.m_lstItems->Selected())
             if (node->unselected == 0) paths.append(node->Path()) += u'\0';
     });
     return paths;
@@ -75,7 +77,7 @@ std::u16string CQKDialogBase::SelectedPaths() {
 void CQKDialogBase::CarryFirstIcon(COleDataSource& source) {
     bool carries = false;
     ForEachList([&](QKListCtrl& list) {
-        for (const QKListNode* node : list.m_lstItems->Selected()) {
+        for (const Entry* node : list.m_lstItems->Selected()) {
             if (carries || node->unselected != 0) continue;
             carries = true;
             if (node->Icon()) CarryIcon(source, node->Icon(), CSize(list.m_nImageWidth, list.m_nImageHeight));
@@ -85,7 +87,7 @@ void CQKDialogBase::CarryFirstIcon(COleDataSource& source) {
 
 int CQKDialogBase::DoDropSource() {
     m_bDragOut = 0;  // first of all: a drag that comes to nothing is not tried again with the next move
-    return QKWithinMemory(0, [this] {
+    return WithinMemory(0, [this] {
         const std::u16string paths = SelectedPaths();
         if (paths.empty()) return 0;
         FileBlock block(sizeof(DROPFILES) + (paths.size() + 1) * sizeof(WCHAR));
@@ -93,14 +95,14 @@ int CQKDialogBase::DoDropSource() {
         COleDataSource source;
         source.CacheGlobalData(CF_HDROP, block.Release());
         CarryFirstIcon(source);
-        const qkui::Alive alive(*this);
+        const Alive alive(*this);
         const DROPEFFECT effect = source.DoDragDrop(DROPEFFECT_COPY | DROPEFFECT_MOVE);
         return alive && effect == DROPEFFECT_MOVE ? DeleteSelectedFiles() : 0;
     });
 }
 
 int CQKDialogBase::DeleteSelectedFiles() {
-    return QKWithinMemory(0, [this] {
+    return WithinMemory(0, [this] {
         int removed = 0;
         ForEachList([&](QKListCtrl& list) { removed |= list.m_lstItems->ReleaseSelected(); });
         return removed;

@@ -5,10 +5,12 @@
 
 #include <qkui/list/list_item.h>
 
-struct QKListNode;
+namespace qkui {
 
-struct QKEntrySelection {
-    std::unordered_set<const QKListNode*> entries;
+struct Entry;
+
+struct EntrySelection {
+    std::unordered_set<const Entry*> entries;
     std::unordered_set<const QKListItem*> others;  // wherever they stand
 
     void Clear() {
@@ -16,3 +18,5 @@ struct QKEntrySelection {
         others.clear();
     }
 };
+
+}  // namespace qkui

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <new>
 
-std::shared_ptr<Gdiplus::Image> QKIconPool::Share(const Gdiplus::Image& image) {
+namespace qkui {
+
+std::shared_ptr<Gdiplus::Image> IconPool::Share(const Gdiplus::Image& image) {
     if (image.GetWidth() == 0) return nullptr;
     if (const auto found = icons_.find(image.GetRevision());
         found != icons_.end() && found->second->IsCloneOf(image))
@@ -15,12 +17,14 @@ std::shared_ptr<Gdiplus::Image> QKIconPool::Share(const Gdiplus::Image& image) {
     return icon;
 }
 
-void QKIconPool::DropUnused() {
+void IconPool::DropUnused() {
     std::erase_if(icons_, [](const auto& icon) { return icon.second.use_count() == 1; });
     room_ = std::max(kLeastRoom, 2 * icons_.size());
 }
 
-void QKIconPool::Clear() {
+void IconPool::Clear() {
     icons_.clear();
     room_ = kLeastRoom;
 }
+
+}  // namespace qkui

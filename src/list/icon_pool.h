@@ -7,7 +7,9 @@
 
 #include <platform/gdiplus.h>
 
-class QKIconPool {
+namespace qkui {
+
+class IconPool {
   public:
     // An image that shows what `image` does, also when that changes; null for one that failed to load.
     // Throws std::bad_alloc.
@@ -21,3 +23,5 @@ class QKIconPool {
     std::size_t room_ = kLeastRoom;  // icons, before those that no entry has any more are looked for
     static constexpr std::size_t kLeastRoom = 64;
 };
+
+}  // namespace qkui

@@ -2,7 +2,9 @@
 
 #include <new>
 
-void QKIdentifiers::Add(int id) {
+namespace qkui {
+
+void Identifiers::Add(int id) {
     if (total_++ == 0 || id >= bound_) {
         bound_ = id;
         isKnown_ = true;
@@ -16,7 +18,7 @@ void QKIdentifiers::Add(int id) {
     }
 }
 
-void QKIdentifiers::Remove(int id) {
+void Identifiers::Remove(int id) {
     if (--total_ == 0) return Clear();
     if (id == bound_) isKnown_ = false;
     if (!isCounted_) return;
@@ -24,6 +26,8 @@ void QKIdentifiers::Remove(int id) {
     if (--found->second == 0) counts_.erase(found);
 }
 
-void QKIdentifiers::Clear() {
-    *this = QKIdentifiers();
+void Identifiers::Clear() {
+    *this = Identifiers();
 }
+
+}  // namespace qkui

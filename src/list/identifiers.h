@@ -4,8 +4,10 @@
 #include <map>
 #include <optional>
 
+namespace qkui {
+
 // Entries are numbered upwards, so that the largest is known as a rule; they are counted only when it left.
-class QKIdentifiers {
+class Identifiers {
   public:
     void Add(int id);
     void Remove(int id);
@@ -29,3 +31,5 @@ class QKIdentifiers {
     bool isCounted_ = false;
     std::map<int, int> counts_;  // how many entries have each
 };
+
+}  // namespace qkui

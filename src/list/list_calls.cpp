@@ -5,16 +5,18 @@
 
 #include <qkui/list/list_ctrl.h>
 
+using namespace qkui;
+
 namespace {
 
 template <class... Arguments>
-QKListCalls::Call<Arguments...> Kept(std::function<void(Arguments...)>&& call) {
+ListCalls::Call<Arguments...> Kept(std::function<void(Arguments...)>&& call) {
     if (!call) return nullptr;
     return std::make_shared<const std::function<void(Arguments...)>>(std::move(call));
 }
 
 // The callable, or else the record's function; empty without both.
-std::function<void(QKListItem*, POINT*)> AtPoint(const QKListCalls::Call<QKListItem*, CPoint>& call,
+std::function<void(QKListItem*, POINT*)> AtPoint(const ListCalls::Call<QKListItem*, CPoint>& call,
                                                  void (*function)(QKListItem*, POINT*, LPVOID),
                                                  LPVOID param) {
     if (call) return [call](QKListItem* entry, POINT* point) { (*call)(entry, *point); };

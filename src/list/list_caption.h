@@ -6,7 +6,9 @@
 
 #include <platform/gdiplus.h>
 
-struct QKCaptionLook {
+namespace qkui {
+
+struct CaptionLook {
     const Gdiplus::Font& font;
     const Gdiplus::StringFormat& format;
     Gdiplus::Color text, glow;
@@ -15,5 +17,7 @@ struct QKCaptionLook {
 };
 
 // The caption of a text, `size` pixels large. Null for a size that no picture has.
-std::unique_ptr<Gdiplus::Image> QKRenderCaption(std::u16string_view text, const QKCaptionLook& look,
-                                                const SIZE& size);
+std::unique_ptr<Gdiplus::Image> RenderCaption(std::u16string_view text, const CaptionLook& look,
+                                              const SIZE& size);
+
+}  // namespace qkui

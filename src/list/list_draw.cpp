@@ -12,13 +12,15 @@
 #include "list/list_caption.h"
 #include "list/list_entries.h"
 
+using namespace qkui;
+
 namespace {
 
 void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
-                  qkui::OperationSink& pieces) {
+                  OperationSink& pieces) {
     std::array<Gdiplus::Image*, 9> images;
     std::transform(frame.begin(), frame.end(), images.begin(), [](const auto& image) { return image.get(); });
-    qkui::RecordNinePatch(images.data(), qkui::ToRectF(rect), pieces);
+    RecordNinePatch(images.data(), ToRectF(rect), pieces);
 }
 
 }  // namespace
@@ -27,7 +29,7 @@ void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, c
 void QKListCtrl::BeginFrame() {
     m_lstItems->Captions().Trim(m_nCaptionLimit);
     m_lstItems->Captions().BeginFrame();
-    m_lstItems->LookInTurn();
+    m_lstItems->SyncInTurn();
 }
 
 SIZE QKListCtrl::LargestFrame() const {
@@ -41,19 +43,12 @@ SIZE QKListCtrl::LargestFrame() const {
     return largest;
 }
 
-std::vector<QKListNode*> QKListCtrl::DrawnIn(const CRect& area) {
-    std::vector<QKListNode*> drawn;
-    const std::vector<QKListNode*> nodes = m_lstItems->DrawnIn(Clipped(area), {Metrics(), LargestFrame()});
-    drawn.reserve(nodes.size());
-    std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(drawn),
-                 [](const QKListNode* node) { return node->focus != 0; });
-    std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(drawn),
-                 [](const QKListNode* node) { return node->focus != 1; });
-    return drawn;
+const std::vector<Entry*>& QKListCtrl::DrawnIn(const CRect& area) {
+    return m_lstItems->DrawnIn(Clipped(area), {Metrics(), LargestFrame()});
 }
 
-void QKListCtrl::ComposeEntry(QKListNode& node, qkui::OperationSink& pieces) {
-    const QKEntryRects rects = m_lstItems->RectsOf(node);
+void QKListCtrl::ComposeEntry(Entry& node, OperationSink& pieces) {
+    const EntryRects rects = m_lstItems->RectsOf(node);
     const bool showsText = node.ShowsText();
     // A selected entry with the focus has the frame twice: that is how the current one stands out.
     const bool focused = node.focus == 0 && showsText;
@@ -64,30 +59,29 @@ void QKListCtrl::ComposeEntry(QKListNode& node, qkui::OperationSink& pieces) {
     if (node.mouse == QK_MOUSEDOWN) ComposeFrame(m_pDownImage, frame, pieces);
 
     if (Gdiplus::Image* const icon = node.Icon())
-        pieces.Add(qkui::ImageOperation{icon, qkui::ToRectF(QKIconBox(Metrics(), rects.cell)),
-                                        qkui::WholeImage(icon)});
+        pieces.Add(ImageOperation{icon, ToRectF(IconBox(Metrics(), rects.cell)), WholeImage(icon)});
 
     if (!showsText || node.Text().empty()) return;
     const int height = node.focus == 0 ? rects.focus.Height() : rects.caption.Height();
     const Gdiplus::RectF place =
-        qkui::ToRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
+        ToRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
     Gdiplus::Image* caption = CaptionOf(
         node, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
-    if (caption) pieces.Add(qkui::ImageOperation{caption, place, qkui::WholeImage(caption)});
+    if (caption) pieces.Add(ImageOperation{caption, place, WholeImage(caption)});
 }
 
-void QKListCtrl::DescribeEntry(QKListNode& node, qkui::DisplayList& inputs) {
+void QKListCtrl::DescribeEntry(Entry& node, DisplayList& inputs) {
     if (m_scroll.on) inputs.Add(View());
-    std::optional<QKListEntries::Picture> picture = m_lstItems->KnownPicture(node);
+    std::optional<ListEntries::Picture> picture = m_lstItems->KnownPicture(node);
     if (picture) {
-        m_lstItems->Captions().Seen(node, nullptr);
+        m_lstItems->Captions().NoteShown(node);
     } else if (node.IsUsual()) {
-        qkui::OperationBounds bounds;
+        OperationBounds bounds;
         ComposeEntry(node, bounds);
         picture = m_lstItems->KeepPicture(node, bounds.Touched());
     }
     if (!picture) {
-        qkui::Recorder pieces(inputs);
+        Recorder pieces(inputs);
         ComposeEntry(node, pieces);
         return inputs.Touches(Clipped(pieces.Touched()));
     }
@@ -97,32 +91,24 @@ void QKListCtrl::DescribeEntry(QKListNode& node, qkui::DisplayList& inputs) {
     inputs.Touches(Clipped(picture->touched));
 }
 
-CRect QKListCtrl::TouchedBy(QKListNode& node) {
-    if (const auto picture = m_lstItems->KnownPicture(node)) return picture->touched;
-    qkui::OperationBounds bounds;
-    ComposeEntry(node, bounds);
-    return bounds.Touched();
-}
-
 // Rendered when it is first seen. One that was dropped for lack of room comes back as it was.
-Gdiplus::Image* QKListCtrl::CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
+Gdiplus::Image* QKListCtrl::CaptionOf(Entry& node, const Gdiplus::RectF& place,
                                       Gdiplus::StringTrimming trimming) {
-    QKListEntries& entries = *m_lstItems;
-    QKCaptionStore& captions = entries.Captions();
+    CaptionCache& captions = m_lstItems->Captions();
     node.Look();
-    const bool showsText = entries.ShowsText(node);
-    if (showsText && node.Caption()) {
-        captions.Seen(node, nullptr);
+    if (node.Caption() && captions.ShowsText(node)) {
+        captions.NoteShown(node);
         return node.Caption();
     }
     if (!m_pFont) return nullptr;
-    const SIZE size = {qkui::Whole(place.Width), qkui::Whole(place.Height)};
-    const QKEntryLook::Rendering rendering = captions.RenderingFor(node, showsText, {size, trimming, 0});
+    const SIZE size = {Whole(place.Width), Whole(place.Height)};
+    const EntryLook::Rendering rendering = captions.RenderingFor(node, {size, trimming, 0});
     m_format.SetTrimming(rendering.trimming);
-    entries.TakeCaption(
-        node, QKRenderCaption(node.Text(), {*m_pFont, m_format, m_crText, m_crGlow, Gdiplus::PointF(1, 1), 3},
-                              rendering.size));
-    if (node.Caption()) captions.Seen(node, &rendering);
+    captions.Take(
+        node,
+        RenderCaption(node.Text(), {*m_pFont, m_format, m_crText, m_crGlow, Gdiplus::PointF(1, 1), 3},
+                      rendering.size),
+        rendering);
     return node.Caption();
 }
 

@@ -1,291 +1,174 @@
 #include "list/list_entries.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
-#include "list/list_change.h"
-#include "list/list_text.h"
+namespace qkui {
 
-namespace {
+// ---- The collection
 
-constexpr std::uint64_t kOrderStep = std::uint64_t{1} << 32U;
-
-}  // namespace
-
-QKListEntries::~QKListEntries() {
-    Release();
-}
-
-// A record that stands in several places is freed once.
-void QKListEntries::Release() {
-    ClearSelection();
-    captions_.Clear();
-    std::sort(held_.begin(), held_.end(), [](const auto& a, const auto& b) { return a.item < b.item; });
-    const QKListItem* last = nullptr;
-    for (const HeldRecord& held : held_)
-        if (held.item != last) {
-            last = held.item;
-            QKReleaseRecord()(held.item);
-        }
-    held_.clear();
-    lately_.clear();
-    isMany_ = false;
-    shared_ = 0;
-    nodes_.clear();
-    icons_.Clear();
-    Forget();
-    search_.Begin();
-}
-
-// In one go, whatever number they are: taking out one by one costs each time what lies behind it.
-bool QKListEntries::ReleaseSelected() {
-    LookAtAll();
-    const auto leaves = [](const auto& node) { return node->unselected == 0; };
-    if (std::none_of(selectedFlags_.begin(), selectedFlags_.end(), leaves)) return false;
-    std::vector<QKListItem*> records;
-    for (const QKListNode* node : selectedFlags_)
-        if (leaves(node) && node->record) records.push_back(node->record);
-    std::sort(records.begin(), records.end());
-    records.erase(std::unique(records.begin(), records.end()), records.end());
-    Change change(*this);
-    for (const auto& node : nodes_) {
-        if (!leaves(node)) continue;
-        selection_.entries.erase(node.get());
-        Leave(*node);
-    }
-    std::erase_if(nodes_, leaves);
-    change.Complete();
-    for (QKListItem* record : records) {
-        selection_.others.erase(record);
-        QKReleaseRecord()(record);
-    }
-    return true;
-}
-
-// Nothing is derived from any entry.
-void QKListEntries::Forget() {
-    byItem_.clear();
-    DropIndex();
-    search_.Clear();
-    ids_.Clear();
-    hovered_.clear();
-    focused_.clear();
-    selectedFlags_.clear();
-    selectionMark_ = 0;
-    unmeasured_ = unplaced_ = 0;
-    extentKnown_ = false;
-    stale_ = false;
-    ++generation_;
-}
-
-void QKListEntries::Repair() {
-    if (stale_) Rebuild();
-}
-
-void QKListEntries::Rebuild() {
-    Forget();
-    Change change(*this);
-    for (const auto& node : nodes_) {
-        if (node->record) byItem_.emplace(node->record, node.get());
-        Join(*node);
-    }
-    change.Complete();
-}
-
-QKListNode* QKListEntries::At(int position) {
+Entry* ListEntries::At(int position) {
     if (position < 0 || position >= Count()) return nullptr;
-    Repair();
-    QKListNode& node = Node(position);
-    Pull(node);
-    return &node;
+    SyncFromRecord(store_[position]);
+    return &store_[position];
 }
 
-int QKListEntries::PositionOf(const QKListNode& node) const {
-    const auto found = std::lower_bound(
-        nodes_.begin(), nodes_.end(), node.order,
-        [](const std::unique_ptr<QKListNode>& at, std::uint64_t order) { return at->order < order; });
-    return static_cast<int>(found - nodes_.begin());
-}
-
-QKListNode* QKListEntries::Find(const QKListItem* item) {
-    Repair();
-    QKListNode* first = nullptr;
-    ForEachOf(item, [&](QKListNode& node) {
-        if (!first || node.order < first->order) first = &node;
+Entry* ListEntries::Find(const QKListItem* item) {
+    Entry* first = nullptr;
+    records_.ForEachOf(item, [&](Entry& entry) {
+        if (!first || entry.order < first->order) first = &entry;
     });
-    if (first) Pull(*first);
+    if (first) SyncFromRecord(*first);
     return first;
 }
 
-QKListNode& QKListEntries::Insert(std::unique_ptr<QKListNode> node, int position,
-                                  const QKListMeasure* measure) {
-    Repair();
-    const auto order = [&](int at) { return nodes_[static_cast<std::size_t>(at)]->order; };
-    const auto before = [&] { return position == 0 ? 0 : order(position - 1); };
-    if (position < Count() && order(position) - before() < 2) Renumber();
-    node->order = position == Count() ? before() + kOrderStep : before() + (order(position) - before()) / 2;
-    QKEntryRects rects{node->cell, node->caption, {}, {}};
-    QKListNode& added = *node;
-    if (measure && QKHasHitCover(*measure, rects.cell, rects.caption)) {
-        MeasureLaterBy(*measure);
-        added.extent = QKListNode::Extent::kCover;
-    } else if (measure) {
-        QKMeasureFocus(*measure, added.Text(), rects);
-        QKMeasureHit(*measure, added.Text(), rects);
-        added.extent = QKListNode::Extent::kKnown;
-        added.Look();
-    }
-    if (!AreNear(rects)) MoveOriginBack();
-    added.placed = QKIsPlaced(rects.cell);
-    added.cell = FromOrigin(rects.cell);
-    added.caption = FromOrigin(rects.caption);
-    if (added.look) {
-        added.look->hit = FromOrigin(rects.hit);
-        added.look->focus = FromOrigin(rects.focus);
-    }
-    nodes_.insert(nodes_.begin() + position, std::move(node));
-    try {
-        Join(added);
-    } catch (const std::bad_alloc&) {
-        Forget();
-        stale_ = true;
-        nodes_.erase(nodes_.begin() + position);
-        throw;
-    }
-    return added;
+void ListEntries::Insert(std::unique_ptr<Entry> entry, int position, const ListMeasure* measure) {
+    geometry_.Prepare(*entry, measure);
+    Join(store_.Insert(std::move(entry), position));
 }
 
-void QKListEntries::Renumber() {
-    std::uint64_t order = 0;
-    for (const auto& node : nodes_)
-        node->order = order += kOrderStep;
+void ListEntries::Extract(Entry& entry) {
+    Leave(entry);
+    store_.Erase(entry);
 }
 
-QKListItem* QKListEntries::Extract(QKListNode& node) {
-    QKListItem* const record = node.record;
-    selection_.entries.erase(&node);
-    Leave(node);
-    nodes_.erase(nodes_.begin() + PositionOf(node));
-    return record;
-}
-
-void QKListEntries::Replace(QKListNode& node, QKListItem* item) {
+void ListEntries::Replace(Entry& entry, QKListItem* item) {
     // Where it stands already: what one place does to it, the others must see.
     bool isShared = false;
-    ForEachOf(item, [&](QKListNode& other) {
-        BringUpToDate(other);
-        isShared = isShared || &other != &node;
+    records_.ForEachOf(item, [&](Entry& other) {
+        SyncRecord(other);
+        isShared = isShared || &other != &entry;
     });
-    auto look = std::make_unique<QKEntryLook>();
-    MakeRoomToHold();
-    if (node.record && selection_.entries.contains(&node)) selection_.others.insert(node.record);
-    byItem_.emplace(item, &node);
+    auto look = std::make_unique<EntryLook>();
+    if (entry.record && selection_.entries.contains(&entry)) selection_.others.insert(entry.record);
+    records_.Prepare(item, entry);
 
-    selection_.entries.erase(&node);
-    Leave(node);
-    node.TakeFrom(item);
-    node.look = std::move(look);
-    AddHeld(node);
-    if (isShared) ForEachOf(item, [&](QKListNode& at) { Share(at); });
-    const QKEntryRects rects = HeldOf(node).seen.rects;
-    if (!AreNear(rects)) MoveOriginBack();
-    node.placed = QKIsPlaced(rects.cell);
-    node.cell = FromOrigin(rects.cell);
-    node.caption = FromOrigin(rects.caption);
-    node.look->hit = FromOrigin(rects.hit);
-    node.look->focus = FromOrigin(rects.focus);
-    node.extent = QKListNode::Extent::kKnown;
-    try {
-        Join(node);
-    } catch (const std::bad_alloc&) {
-        stale_ = true;
-    }
+    Leave(entry);
+    entry.TakeFrom(item);
+    entry.look = std::move(look);
+    records_.Add(entry);
+    captions_.MarkWritten(entry);
+    if (isShared) records_.ForEachOf(item, [&](Entry& at) { records_.Share(at); });
+    geometry_.Prepare(entry, records_.Of(entry).seen.rects);
+    Join(entry);
 }
 
-// The nodes change places, and take all that is known of their entries with them.
-void QKListEntries::Swap(QKListNode& a, QKListNode& b) {
-    Change change(*this);
-    TakeFromSets(a);
-    TakeFromSets(b);
-    std::swap(nodes_[static_cast<std::size_t>(PositionOf(a))],
-              nodes_[static_cast<std::size_t>(PositionOf(b))]);
-    std::swap(a.order, b.order);
+// The entries change places, and take all that is known of them with them.
+void ListEntries::Swap(Entry& a, Entry& b) {
+    states_.Remove(a);
+    states_.Remove(b);
+    store_.Swap(a, b);
+    geometry_.NoteReordered();
     ++generation_;
-    AddToSets(a);
-    AddToSets(b);
-    change.Complete();
+    states_.Add(a);
+    states_.Add(b);
 }
 
-void QKListEntries::Join(QKListNode& node) {
-    Change change(*this);
-    unmeasured_ += node.extent == QKListNode::Extent::kCover;
-    unplaced_ += !node.placed;
-    ids_.Add(node.id);
-    AddToSets(node);
-    Occupy(node, node.cell);
-    if (isIndexed_) {
-        node.reach = FromOrigin(ReachOf(node));
-        index_.Insert(node);
-    }
-    ++generation_;
-    change.Complete();
-}
-
-void QKListEntries::Leave(QKListNode& node) {
-    ids_.Remove(node.id);
-    TakeFromSets(node);
-    Vacate(node);
-    if (isIndexed_) index_.Remove(node);
-    unmeasured_ -= node.extent == QKListNode::Extent::kCover;
-    unplaced_ -= !node.placed;
-    if (node.record) StopHolding(node);
-    captions_.Forget(node);
-    ++generation_;
-}
-
-// ---- Rendered captions
-
-bool QKListEntries::ShowsText(const QKListNode& node) const {
-    if (node.record)
-        return HeldOf(node).captionEpoch == captionEpoch_ &&
-               QKIsSameText(node.record->szTextCath, node.record->szText);
-    return node.look && node.look->showsText && node.look->captionEpoch == captionEpoch_;
-}
-
-void QKListEntries::TakeCaption(QKListNode& node, std::unique_ptr<Gdiplus::Image> caption) {
-    node.ForgetPicture();
-    if (QKListItem* const record = node.record) {
-        delete std::exchange(record->pTextImage, caption.release());
-        QKSetText(record->szTextCath, QKTextOf(record->szText));
-        HeldOf(node).captionEpoch = captionEpoch_;
-        return;
-    }
-    node.look->caption = std::move(caption);
-    node.look->showsText = true;
-    node.look->captionEpoch = captionEpoch_;
-}
-
-void QKListEntries::EmptyCaptions() {
-    ++captionEpoch_;
-    ++pictureEpoch_;
-}
-
-void QKListEntries::EmptyCaption(QKListNode& node) {
-    node.ForgetPicture();
-    if (node.record)
-        node.record->szTextCath[0] = u'\0';
-    else if (node.look)
-        node.look->showsText = false;
-}
-
-void QKListEntries::ReleaseCaptions() {
-    for (const auto& node : nodes_) {
-        if (node->record)
-            delete std::exchange(node->record->pTextImage, nullptr);
-        else if (node->look)
-            node->look->caption.reset();
-    }
+void ListEntries::Release() {
+    selection_.Clear();
     captions_.Clear();
-    ++pictureEpoch_;
+    records_.Release();
+    store_.Clear();
+    icons_.Clear();
+    geometry_.Clear();
+    ids_.Clear();
+    states_.Clear();
+    ++generation_;
 }
+
+// In one go, whatever number they are: taking out one by one costs each time what lies behind it.
+bool ListEntries::ReleaseSelected() {
+    SyncAll();
+    const auto leaves = [](const Entry& entry) { return entry.unselected == 0; };
+    std::vector<Entry*> leaving;
+    for (Entry* entry : states_.Selected())
+        if (leaves(*entry)) leaving.push_back(entry);
+    std::vector<QKListItem*> records;
+    for (Entry* entry : leaving)
+        if (entry->record) records.push_back(entry->record);
+    std::sort(records.begin(), records.end());
+    records.erase(std::unique(records.begin(), records.end()), records.end());
+    for (Entry* entry : leaving)
+        Leave(*entry);
+    store_.EraseIf(leaves);
+    for (QKListItem* record : records) {
+        selection_.others.erase(record);
+        ReleaseRecord()(record);
+    }
+    return !leaving.empty();
+}
+
+void ListEntries::Join(Entry& entry) {
+    ids_.Add(entry.id);
+    states_.Add(entry);
+    geometry_.Join(entry);
+    ++generation_;
+}
+
+void ListEntries::Leave(Entry& entry) {
+    selection_.entries.erase(&entry);
+    ids_.Remove(entry.id);
+    states_.Remove(entry);
+    geometry_.Leave(entry);
+    if (entry.record) records_.Remove(entry);
+    captions_.Forget(entry);
+    ++generation_;
+}
+
+int ListEntries::NextId() {
+    Sync();
+    const std::optional<int> largest = ids_.Largest([this](auto visit) {
+        for (const auto& entry : store_)
+            visit(entry->id);
+    });
+    return largest ? static_cast<int>(static_cast<unsigned>(*largest) + 1U) : 0;
+}
+
+// ---- Layout
+
+std::optional<CRect> ListEntries::FirstFree(const CellGrid& grid, std::int64_t start) {
+    Sync();
+    return geometry_.FirstFree(grid, start);
+}
+
+void ListEntries::Unplace() {
+    SyncAll();
+    geometry_.Unplace();
+    ++generation_;
+}
+
+void ListEntries::Place(Entry& entry, const CRect& cell, const CRect& caption, const ListMeasure* measure) {
+    geometry_.Place(entry, cell, caption, measure);
+    ++generation_;
+    if (entry.record && records_.Of(entry).isShared) WriteRecord(entry);
+}
+
+void ListEntries::Move(CPoint by, const ListMeasure& measure) {
+    geometry_.Move(by, measure);
+    WriteExposed();
+}
+
+// Records that the host may be looking at are brought there at once.
+void ListEntries::Scroll(CPoint by) {
+    Sync();
+    geometry_.Scroll(by);
+    if (lastLayout_) lastLayout_->corner.Offset(by);
+    WriteExposed();
+}
+
+void ListEntries::MeasureAnew(const ListMeasure& measure) {
+    SyncAll();
+    for (const auto& entry : store_) {
+        if (!entry->placed) continue;
+        const EntryRects rects = RectsOf(*entry);
+        Place(*entry, rects.cell, rects.caption, &measure);
+    }
+    WriteExposed();
+}
+
+std::uint64_t ListEntries::Generation() {
+    Sync();
+    return generation_;
+}
+
+}  // namespace qkui

@@ -15,6 +15,8 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 constexpr int kNowhere = -1;
@@ -27,18 +29,18 @@ bool IsHeld(int key) {
 
 // ---- The focus
 
-void QKListCtrl::Unfocus(const QKListNode* except) {
-    const QKUninterrupted uninterrupted;
-    const QKListEntries::NodeSet& focused = m_lstItems->Focused();
+void QKListCtrl::Unfocus(const Entry* except) {
+    const Uninterrupted uninterrupted;
+    const EntrySet& focused = m_lstItems->Focused();
     for (auto at = focused.begin(); at != focused.end();) {
-        QKListNode* const node = *at++;  // it leaves the set
+        Entry* const node = *at++;  // it leaves the set
         if (node != except) m_lstItems->SetFocus(*node, 1);
     }
 }
 
 void QKListCtrl::SetFocusItem(int index) {
-    QKWithinMemory([&] {
-        QKListNode* node = m_lstItems->At(index);
+    WithinMemory([&] {
+        Entry* node = m_lstItems->At(index);
         Unfocus(node);
         if (!node) return;
         if (node->focus != 0) m_lstItems->SetFocus(*node, 0);
@@ -47,27 +49,27 @@ void QKListCtrl::SetFocusItem(int index) {
 }
 
 int QKListCtrl::GetFocusItem() {
-    return QKWithinMemory(kNowhere, [this] {
-        for (const QKListNode* node : m_lstItems->Focused())
+    return WithinMemory(kNowhere, [this] {
+        for (const Entry* node : m_lstItems->Focused())
             if (node->focus == 0) return m_lstItems->PositionOf(*node);
         return kNowhere;
     });
 }
 
-QKListMark QKListCtrl::MarkAt(int index) {
-    return {index, m_lstItems->Node(index).id};
+EntryMark QKListCtrl::MarkAt(int index) {
+    return {index, m_lstItems->EntryAt(index).id};
 }
 
 // Whatever gave an entry the focus: keys go on from there.
-void QKListCtrl::Pressed(const QKListNode& node) {
+void QKListCtrl::Pressed(const Entry& node) {
     if (!m_keys.on) return;
     m_keys.caret = m_keys.anchor = {m_lstItems->PositionOf(node), node.id};
     m_keys.ranged = false;
 }
 
 // Entries may have been added, removed or sorted since.
-int QKListCtrl::Locate(const QKListMark& mark) {
-    const auto isAt = [&](int index) { return m_lstItems->Node(index).id == mark.id; };
+int QKListCtrl::Locate(const EntryMark& mark) {
+    const auto isAt = [&](int index) { return m_lstItems->EntryAt(index).id == mark.id; };
     if (mark.index < 0) return kNowhere;
     if (mark.index < GetCount() && isAt(mark.index)) return mark.index;
     for (int i = 0; i < GetCount(); ++i)
@@ -87,16 +89,16 @@ int QKListCtrl::Caret() {
 // The first entry from an index on that has a place.
 int QKListCtrl::Placed(int index, int step) {
     for (; index >= 0 && index < GetCount(); index += step)
-        if (m_lstItems->Node(index).placed) return index;
+        if (m_lstItems->EntryAt(index).placed) return index;
     return kNowhere;
 }
 
 int QKListCtrl::Target(int from, Way way) {
-    return QKWithinMemory(kNowhere, [&] {
+    return WithinMemory(kNowhere, [&] {
         if (way == Way::Home) return Placed(0, 1);
         if (way == Way::End) return Placed(GetCount() - 1, -1);
-        if (from < 0 || !m_lstItems->Node(from).placed) {  // anew, where the user looks
-            const auto seen = m_scroll.on ? m_lstItems->HitBy(View()) : std::vector<QKListNode*>();
+        if (from < 0 || !m_lstItems->EntryAt(from).placed) {  // anew, where the user looks
+            const auto seen = m_scroll.on ? m_lstItems->HitBy(View()) : std::vector<Entry*>();
             return seen.empty() ? Placed(0, 1) : m_lstItems->PositionOf(*seen.front());
         }
         return way == Way::PageUp || way == Way::PageDown ? APageFrom(from, way) : Beside(from, way);
@@ -108,7 +110,7 @@ int QKListCtrl::Target(int from, Way way) {
 int QKListCtrl::Beside(int from, Way way) {
     const bool vertical = way == Way::Up || way == Way::Down;
     const int sign = way == Way::Down || way == Way::Right ? 1 : -1;
-    const CRect cell = m_lstItems->CellOf(m_lstItems->Node(from));
+    const CRect cell = m_lstItems->CellOf(m_lstItems->EntryAt(from));
     const std::optional<CPoint> end = m_lstItems->ContentEnd();
     if (!end) return kNowhere;
     const CRect all(std::min<int>(Corner().x, cell.left), std::min<int>(Corner().y, cell.top), end->x,
@@ -116,24 +118,22 @@ int QKListCtrl::Beside(int from, Way way) {
     const bool hasLines = m_nListType == QKLT_LIST ? vertical : vertical == (m_nArrange != 0);
 
     const auto ahead = [&](const CRect& other) {
-        return sign *
-               (vertical ? qkui::Difference(other.top, cell.top) : qkui::Difference(other.left, cell.left));
+        return sign * (vertical ? Difference(other.top, cell.top) : Difference(other.left, cell.left));
     };
     const auto aside = [&](const CRect& other) {
-        return std::abs(vertical ? qkui::Difference(other.left, cell.left)
-                                 : qkui::Difference(other.top, cell.top));
+        return std::abs(vertical ? Difference(other.left, cell.left) : Difference(other.top, cell.top));
     };
     for (const bool ownLine : {true, false}) {
         if (!ownLine && !hasLines) break;
         for (std::int64_t depth = 2 * std::int64_t{vertical ? LineSize().cy : LineSize().cx};; depth *= 2) {
             CRect area = ownLine ? cell : all;
             const int begin = vertical ? cell.top : cell.left;
-            const int reach = qkui::Saturate(begin + sign * depth);
+            const int reach = Saturate(begin + sign * depth);
             (vertical ? area.top : area.left) = sign > 0 ? begin : reach;
             (vertical ? area.bottom : area.right) = sign > 0 ? reach : begin;
             std::tuple<int, int> nearest;
-            const QKListNode* best = nullptr;
-            for (const QKListNode* node : m_lstItems->HitBy(area)) {
+            const Entry* best = nullptr;
+            for (const Entry* node : m_lstItems->HitBy(area)) {
                 const CRect other = m_lstItems->CellOf(*node);
                 if (ahead(other) <= 0) continue;
                 const std::tuple<int, int> distance(ahead(other), aside(other));
@@ -151,22 +151,21 @@ int QKListCtrl::Beside(int from, Way way) {
 
 // As far as what the user sees at once, less a cell.
 int QKListCtrl::APageFrom(int from, Way way) {
-    const CRect cell = m_lstItems->CellOf(m_lstItems->Node(from));
+    const CRect cell = m_lstItems->CellOf(m_lstItems->EntryAt(from));
     CRect client, seen;
     GetClientRect(m_hParent, client);
     seen.IntersectRect(View(), client);
-    const int page = qkui::Difference(seen.Height(), cell.Height());
+    const int page = Difference(seen.Height(), cell.Height());
     CRect area = cell;
     if (way == Way::PageDown)
-        area.bottom = qkui::Sum(cell.top, page, 1);
+        area.bottom = Sum(cell.top, page, 1);
     else
-        area.top = qkui::Difference(cell.top, page);
+        area.top = Difference(cell.top, page);
     int best = kNowhere;
     int farthest = 0;
-    for (const QKListNode* node : m_lstItems->HitBy(area)) {
+    for (const Entry* node : m_lstItems->HitBy(area)) {
         const int top = m_lstItems->CellOf(*node).top;
-        const int ahead =
-            way == Way::PageDown ? qkui::Difference(top, cell.top) : qkui::Difference(cell.top, top);
+        const int ahead = way == Way::PageDown ? Difference(top, cell.top) : Difference(cell.top, top);
         if (ahead <= farthest || ahead > page) continue;
         farthest = ahead;
         best = m_lstItems->PositionOf(*node);
@@ -176,19 +175,19 @@ int QKListCtrl::APageFrom(int from, Way way) {
 
 // ---- What it selects
 
-void QKListCtrl::SelectNode(QKListNode& node, bool select) {
+void QKListCtrl::SelectNode(Entry& node, bool select) {
     m_lstItems->SetSelected(node, select);
 }
 
 void QKListCtrl::SelectRange(int from, int to, bool select) {
-    const QKUninterrupted uninterrupted;
+    const Uninterrupted uninterrupted;
     for (int i = from; i <= to; ++i)
-        if (QKListNode& node = m_lstItems->Node(i); node.placed) SelectNode(node, select);
+        if (Entry& node = m_lstItems->EntryAt(i); node.placed) SelectNode(node, select);
 }
 
 // From the anchor up to an entry; where that was so before, only what is between the two ends changes.
 void CQKDialogBase::SelectUpTo(QKListCtrl& list, int index) {
-    QKListKeys& keys = list.m_keys;
+    ListKeys& keys = list.m_keys;
     const int found = list.Locate(keys.anchor);
     const int anchor = found >= 0 ? found : index;
     const auto [from, to] = std::minmax(anchor, index);
@@ -213,7 +212,7 @@ void CQKDialogBase::SelectUpTo(QKListCtrl& list, int index) {
 bool CQKDialogBase::SelectFocused(QKListCtrl& list) {
     const int focused = list.GetFocusItem();
     if (focused < 0) return false;
-    QKListNode& node = list.m_lstItems->Node(focused);
+    Entry& node = list.m_lstItems->EntryAt(focused);
     list.SelectNode(node, !IsHeld(VK_CONTROL) || node.unselected != 0);
     list.Pressed(node);
     return true;
@@ -232,7 +231,7 @@ bool CQKDialogBase::MoveFocus(QKListCtrl& list, UINT key) {
     if (IsHeld(VK_SHIFT)) {
         SelectUpTo(list, to);
     } else if (IsHeld(VK_CONTROL)) {
-        const QKListMark anchor = list.m_keys.anchor;
+        const EntryMark anchor = list.m_keys.anchor;
         list.SetFocusItem(to);
         list.m_keys.anchor = anchor;
     } else {
@@ -261,8 +260,8 @@ QKListCtrl* CQKDialogBase::KeyList() {
 bool CQKDialogBase::HandleListKey(UINT key) {
     QKListCtrl* list = KeyList();
     if (!list || list->GetCount() == 0) return false;
-    const qkui::Alive alive(*this);
-    qkui::SelectionWatch watch(*this, m_arItems);
+    const Alive alive(*this);
+    SelectionWatch watch(*this, m_arItems);
     if (key == 'A' && IsHeld(VK_CONTROL))
         list->SelectAll();
     else if (key == VK_SPACE ? !SelectFocused(*list) : !MoveFocus(*list, key))

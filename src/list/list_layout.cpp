@@ -10,13 +10,15 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 // Whether the cells of a layout are as exact elsewhere.
-bool IsExact(const QKListLayout& layout) {
-    const QKListMetrics& m = layout.measure.metrics;
+bool IsExact(const ListLayout& layout) {
+    const ListMetrics& m = layout.measure.metrics;
     const auto exact = [](auto... numbers) {
-        return ((numbers > -QKExactPixels && numbers < QKExactPixels) && ...);
+        return ((numbers > -kExactPixels && numbers < kExactPixels) && ...);
     };
     return exact(layout.corner.x, layout.corner.y, layout.given.cx, layout.given.cy, m.itemWidth,
                  m.itemHeight, m.imageWidth, m.imageHeight, m.innerTop, m.textGap);
@@ -24,23 +26,23 @@ bool IsExact(const QKListLayout& layout) {
 
 }  // namespace
 
-QKListMetrics QKListCtrl::Metrics() const {
+ListMetrics QKListCtrl::Metrics() const {
     return {m_nListType, m_nItemWidth, m_nItemHeight, m_nImageWidth, m_nImageHeight, m_nInerTop, m_nTextGap};
 }
 
 // Drawing leaves its own trimming in the format.
-QKListMeasure QKListCtrl::Measure() const {
-    QKListMeasure measure = {Metrics(), {m_pFont, m_format}};
+ListMeasure QKListCtrl::Measure() const {
+    ListMeasure measure = {Metrics(), {m_pFont, m_format}};
     measure.style.format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
     return measure;
 }
 
 // The cells that the settings make; nothing for a list too small for the first one.
-std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
-    const int stepX = qkui::Sum(m_nWIner, m_nItemWidth);
-    const int stepY = qkui::Sum(m_nHIner, m_nItemHeight);
+std::optional<CellGrid> QKListCtrl::Grid(bool columns) const {
+    const int stepX = Sum(m_nWIner, m_nItemWidth);
+    const int stepY = Sum(m_nHIner, m_nItemHeight);
     const int length = columns ? m_nHeight : m_nWidth;
-    QKCellGrid grid = {
+    CellGrid grid = {
         Corner(), {m_nItemWidth, m_nItemHeight}, columns ? stepY : stepX, columns ? stepX : stepY, columns, 0,
         0};
     if (length < grid.along) return std::nullopt;
@@ -49,31 +51,31 @@ std::optional<QKCellGrid> QKListCtrl::Grid(bool columns) const {
 }
 
 // The cells that entries are laid out in.
-std::optional<QKCellGrid> QKListCtrl::LayoutGrid() const {
+std::optional<CellGrid> QKListCtrl::LayoutGrid() const {
     if (m_nListType != QKLT_LIST) return Grid(m_nArrange == 0);
-    const int inset = m_scroll.on ? QKIconOverhang(Metrics()) : 0;
-    return QKCellGrid{CPoint(qkui::Sum(Corner().x, inset), Corner().y),
-                      {qkui::Difference(m_nWidth, inset), m_nItemHeight},
-                      qkui::Sum(m_nHIner, m_nItemHeight),
-                      0,  // one column without end
-                      true,
-                      0,
-                      0};
+    const int inset = m_scroll.on ? IconOverhang(Metrics()) : 0;
+    return CellGrid{CPoint(Sum(Corner().x, inset), Corner().y),
+                    {Difference(m_nWidth, inset), m_nItemHeight},
+                    Sum(m_nHIner, m_nItemHeight),
+                    0,  // one column without end
+                    true,
+                    0,
+                    0};
 }
 
-std::optional<QKCellPlace> QKListCtrl::PlaceFirstFree(const std::optional<QKCellGrid>& grid) {
+std::optional<CellPlace> QKListCtrl::PlaceFirstFree(const std::optional<CellGrid>& grid) {
     if (!grid) return std::nullopt;
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, 0);
     if (!cell) return std::nullopt;
     Grow(*cell);
-    return QKCellPlace{*cell, QKCaptionCell(Metrics(), *cell)};
+    return CellPlace{*cell, CaptionCell(Metrics(), *cell)};
 }
 
 // On a desktop: in the cell under the point, or the first free one after it, down the columns. A point that
 // no cell is under counts as one in the first where cells go on without end; else there is no place for it.
-std::optional<QKCellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
+std::optional<CellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
     if (m_nListMode != QKLIST_DESKTOP) return std::nullopt;
-    const std::optional<QKCellGrid> grid = Grid(!m_scroll.on || m_nArrange == 0);
+    const std::optional<CellGrid> grid = Grid(!m_scroll.on || m_nArrange == 0);
     if (!grid) return std::nullopt;
     // In the band at the bottom that no cell starts in, too; a list that scrolls has none.
     const bool atBottom = !m_scroll.on && std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
@@ -81,11 +83,11 @@ std::optional<QKCellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
     const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, start);
     if (!cell) return std::nullopt;
     Grow(*cell);
-    return QKCellPlace{*cell, QKGridCaptionCell(Metrics(), *cell)};  // of any type
+    return CellPlace{*cell, GridCaptionCell(Metrics(), *cell)};  // of any type
 }
 
 // An entry that is told where it lies: it may be no entry of this list.
-void QKListCtrl::PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>& place) {
+void QKListCtrl::PlaceRecord(QKListItem& entry, const std::optional<CellPlace>& place) {
     if (!place) return;
     entry.rcItem = place->cell;
     entry.rcText = place->caption;
@@ -96,31 +98,31 @@ void QKListCtrl::Grow(const CRect& cell) {
     if (m_scroll.on) return;
     const CRect list(CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight));
     if (list.bottom >= cell.bottom && list.right >= cell.right) return;
-    if (list.bottom < cell.bottom) m_nHeight = qkui::Difference(cell.bottom, m_nY);
-    if (list.right < cell.right) m_nWidth = qkui::Difference(cell.right, m_nX);
+    if (list.bottom < cell.bottom) m_nHeight = Difference(cell.bottom, m_nY);
+    if (list.right < cell.right) m_nWidth = Difference(cell.right, m_nX);
     m_nStatus = QK_NORMAL;
 }
 
 void QKListCtrl::ScaleItemXY(QKListItem* entry) {
-    QKWithinMemory([&] {
+    WithinMemory([&] {
         m_lstItems->Find(entry);
-        const std::optional<QKCellPlace> place = PlaceFirstFree(LayoutGrid());
+        const std::optional<CellPlace> place = PlaceFirstFree(LayoutGrid());
         if (place && m_nListType == QKLT_LIST) entry->szTextCath[0] = u'\0';
         PlaceRecord(*entry, place);
     });
 }
 
 void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
-    QKWithinMemory([&] {
+    WithinMemory([&] {
         m_lstItems->Find(entry);
         PlaceRecord(*entry, PlaceAtPoint(x, y));
     });
 }
 
 void QKListCtrl::LayOutAll() {
-    const QKUninterrupted uninterrupted;
-    QKWithinMemory([this] {
-        QKListLayout layout = {
+    const Uninterrupted uninterrupted;
+    WithinMemory([this] {
+        ListLayout layout = {
             Measure(), m_nWIner, m_nHIner, m_nArrange, {m_nWidth, m_nHeight}, m_lstItems->Generation(),
             {},        Corner()};
         if (!MoveLayout(layout)) PlaceAll(layout);
@@ -129,41 +131,41 @@ void QKListCtrl::LayOutAll() {
 }
 
 // When only the list has moved since the last time, its cells move with it.
-bool QKListCtrl::MoveLayout(const QKListLayout& layout) {
-    QKListEntries& entries = *m_lstItems;
+bool QKListCtrl::MoveLayout(const ListLayout& layout) {
+    ListEntries& entries = *m_lstItems;
     if (!m_hParent || !entries.LastLayout() || !entries.AllPlaced()) return false;
-    QKListLayout& last = *entries.LastLayout();
+    ListLayout& last = *entries.LastLayout();
     if (!(last.measure == layout.measure) || last.gapX != layout.gapX || last.gapY != layout.gapY ||
         last.arrange != layout.arrange || !(last.given == layout.given) ||
         last.generation != layout.generation || !IsExact(last) || !IsExact(layout) ||
-        last.grown.cx >= QKExactPixels || last.grown.cy >= QKExactPixels)
+        last.grown.cx >= kExactPixels || last.grown.cy >= kExactPixels)
         return false;
-    if (m_nListType == QKLT_LIST) entries.EmptyCaptions();
+    if (m_nListType == QKLT_LIST) entries.Captions().EmptyAll();
     const CPoint by(layout.corner.x - last.corner.x, layout.corner.y - last.corner.y);
     last.corner = layout.corner;
     if (!(last.grown == layout.given)) m_nStatus = QK_NORMAL;
     m_nWidth = last.grown.cx;
     m_nHeight = last.grown.cy;
-    entries.Offset(by, layout.measure);
+    entries.Move(by, layout.measure);
     return true;
 }
 
 // In collection order: the first entries take the first cells.
-void QKListCtrl::PlaceAll(QKListLayout& layout) {
-    QKListEntries& entries = *m_lstItems;
+void QKListCtrl::PlaceAll(ListLayout& layout) {
+    ListEntries& entries = *m_lstItems;
     entries.LastLayout().reset();
     entries.Unplace();
     CSize size(m_nWidth, m_nHeight);
-    std::optional<QKCellGrid> grid = LayoutGrid();
+    std::optional<CellGrid> grid = LayoutGrid();
     for (int i = 0; i < entries.Count(); ++i) {
-        const std::optional<QKCellPlace> place = PlaceFirstFree(grid);
+        const std::optional<CellPlace> place = PlaceFirstFree(grid);
         if (!place) continue;
         if (const CSize grown(m_nWidth, m_nHeight); !(grown == size)) {
             size = grown;
             grid = LayoutGrid();
         }
-        QKListNode& node = entries.Node(i);
-        if (m_nListType == QKLT_LIST) entries.EmptyCaption(node);
+        Entry& node = entries.EntryAt(i);
+        if (m_nListType == QKLT_LIST) entries.Captions().Empty(node);
         entries.Place(node, place->cell, place->caption, m_hParent ? &layout.measure : nullptr);
     }
     entries.EndLayout();
@@ -188,14 +190,14 @@ void QKListCtrl::SetRect(CRect* rect) {
 void QKListCtrl::ReSetPos(int full) {
     if (full) return LayOutAll();
     m_lstItems->LastLayout().reset();
-    QKWithinMemory([this] {
-        m_lstItems->LookAtAll();
-        const QKListMeasure measure = Measure();
+    WithinMemory([this] {
+        m_lstItems->SyncAll();
+        const ListMeasure measure = Measure();
         for (int i = 0; i < m_lstItems->Count(); ++i) {
-            QKListNode& node = m_lstItems->Node(i);
+            Entry& node = m_lstItems->EntryAt(i);
             auto [cell, caption, hit, focus] = m_lstItems->RectsOf(node);
-            cell.bottom = qkui::Sum(cell.top, m_nItemHeight);
-            caption.top = qkui::Sum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
+            cell.bottom = Sum(cell.top, m_nItemHeight);
+            caption.top = Sum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
             caption.bottom = cell.bottom;
             m_lstItems->Place(node, cell, caption, m_hParent ? &measure : nullptr);
         }
@@ -206,26 +208,24 @@ void QKListCtrl::ReSetPos(int full) {
 // `setRects` sets state rectangles of an entry, which may be no entry of this list.
 template <class SetRects>
 void QKListCtrl::MeasureRecord(QKListItem& entry, SetRects setRects) {
-    QKWithinMemory([&] {
-        QKListNode* node = m_lstItems->Find(&entry);
-        if (node) m_lstItems->BringUpToDate(*node);
+    WithinMemory([&] {
+        Entry* node = m_lstItems->Find(&entry);
+        if (node) m_lstItems->SyncRecord(*node);
         if (!m_hParent) return;
-        QKEntryRects rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState};
+        EntryRects rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState};
         setRects(rects);
         entry.rcMState = rects.hit;
         entry.rcFState = rects.focus;
-        if (node) m_lstItems->Pull(*node);
+        if (node) m_lstItems->SyncFromRecord(*node);
     });
 }
 
 void QKListCtrl::SetMStateRect(QKListItem* entry) {
-    MeasureRecord(*entry,
-                  [&](QKEntryRects& rects) { QKMeasureHit(Measure(), QKTextOf(entry->szText), rects); });
+    MeasureRecord(*entry, [&](EntryRects& rects) { MeasureHit(Measure(), TextOf(entry->szText), rects); });
 }
 
 void QKListCtrl::SetFStateRect(QKListItem* entry) {
-    MeasureRecord(*entry,
-                  [&](QKEntryRects& rects) { QKMeasureFocus(Measure(), QKTextOf(entry->szText), rects); });
+    MeasureRecord(*entry, [&](EntryRects& rects) { MeasureFocus(Measure(), TextOf(entry->szText), rects); });
 }
 
 void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
@@ -234,15 +234,13 @@ void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
 }
 
 int QKListCtrl::GetListMaxHeight() {
-    return QKWithinMemory(0, [this] {
-        return m_scroll.on ? Content().cy : qkui::Difference(m_lstItems->LowestBottom(), m_nY);
-    });
+    return WithinMemory(
+        0, [this] { return m_scroll.on ? Content().cy : Difference(m_lstItems->LowestBottom(), m_nY); });
 }
 
 int QKListCtrl::GetListMaxWidth() {
-    return QKWithinMemory(0, [this] {
-        return m_scroll.on ? Content().cx : qkui::Difference(m_lstItems->RightmostRight(), m_nX);
-    });
+    return WithinMemory(
+        0, [this] { return m_scroll.on ? Content().cx : Difference(m_lstItems->RightmostRight(), m_nX); });
 }
 
 void QKListCtrl::SetListType(QKListType type) {

@@ -5,15 +5,17 @@
 
 #include "list/list_metrics.h"
 
+namespace qkui {
+
 // Where an entry is put: its cell, and its caption's.
-struct QKCellPlace {
+struct CellPlace {
     CRect cell, caption;
 };
 
 // What the cells of a layout followed from, but for the place of its corner, and how large the list became.
 // While the entries are still those of `generation`, the same inputs give the same cells.
-struct QKListLayout {
-    QKListMeasure measure;
+struct ListLayout {
+    ListMeasure measure;
     int gapX, gapY;
     int arrange;
     SIZE given;
@@ -21,3 +23,5 @@ struct QKListLayout {
     SIZE grown;
     CPoint corner;
 };
+
+}  // namespace qkui

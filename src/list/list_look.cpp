@@ -5,21 +5,23 @@
 #include "list/list_entries.h"
 #include "list/memory.h"
 
+using namespace qkui;
+
 void QKListCtrl::SetFont(const Gdiplus::Font& font) {
     m_pFont.reset(font.Clone());
-    m_lstItems->EmptyCaptions();
+    m_lstItems->Captions().EmptyAll();
     if (!m_hParent) return;  // nothing has been measured yet
-    QKWithinMemory([this] { m_lstItems->MeasureAnew(Measure()); });
+    WithinMemory([this] { m_lstItems->MeasureAnew(Measure()); });
 }
 
 // As texts of items have it: never fully opaque.
 void QKListCtrl::SetTextColor(const Gdiplus::Color& color) {
     constexpr Gdiplus::ARGB kOneAlpha = 0x01000000;
     m_crText = color.GetA() == 255 ? Gdiplus::Color(color.GetValue() - kOneAlpha) : color;
-    m_lstItems->EmptyCaptions();
+    m_lstItems->Captions().EmptyAll();
 }
 
 void QKListCtrl::SetGlowColor(const Gdiplus::Color& color) {
     m_crGlow = color;
-    m_lstItems->EmptyCaptions();
+    m_lstItems->Captions().EmptyAll();
 }

@@ -14,6 +14,8 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 // The font in which the desktop writes below its icons.
@@ -27,9 +29,9 @@ std::unique_ptr<Gdiplus::Font> IconTitleFont() {
     return font;
 }
 
-std::unique_ptr<QKEntryDetails> DetailsOf(const QKListItem& host) {
-    auto details = std::make_unique<QKEntryDetails>();
-    details->path = QKShortText(QKTextOf(host.szPath));
+std::unique_ptr<EntryDetails> DetailsOf(const QKListItem& host) {
+    auto details = std::make_unique<EntryDetails>();
+    details->path = TextOf(host.szPath);
     const int users[] = {host.nUser1, host.nUser2, host.nUser3, host.nUser4, host.nUser5};
     std::copy(std::begin(users), std::end(users), details->users);
     if (host.pImage2) details->image2.reset(host.pImage2->Clone());
@@ -43,10 +45,9 @@ bool HasDetails(const QKListItem& host) {
 }
 
 // The list's own entry: what it takes over is copied first, and let go of when the entry is in the list.
-std::unique_ptr<QKListNode> EntryOf(const QKListItem& host, QKListEntries& entries) {
-    auto entry = std::make_unique<QKListNode>();
+std::unique_ptr<Entry> EntryOf(const QKListItem& host, ListEntries& entries) {
+    std::unique_ptr<Entry> entry = Entry::Make(TextOf(host.szText));
     entry->id = entries.NextId();
-    entry->text = QKShortText(QKTextOf(host.szText));
     entry->cell = host.rcItem;
     if (host.pImage) entry->icon = entries.Icons().Share(*host.pImage);
     if (HasDetails(host)) entry->details = DetailsOf(host);
@@ -63,15 +64,15 @@ void LetGo(QKListItem& host) {
 }  // namespace
 
 QKListCtrl::QKListCtrl()
-    : QKItemBase(QKUI_LISTCTRL), m_lstItems(std::make_shared<QKListEntries>()), m_pFont(IconTitleFont()) {
+    : QKItemBase(QKUI_LISTCTRL), m_lstItems(std::make_shared<ListEntries>()), m_pFont(IconTitleFont()) {
     m_format.SetAlignment(Gdiplus::StringAlignmentCenter);
     m_format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
 }
 
 QKListCtrl::~QKListCtrl() = default;
 
-std::shared_ptr<QKListEntries> QKListCtrl::Entries::HoldToo(const std::shared_ptr<QKListEntries>& other) {
-    return {other.get(), [held = other->shared_from_this()](QKListEntries*) {}};
+std::shared_ptr<ListEntries> QKListCtrl::Entries::HoldToo(const std::shared_ptr<ListEntries>& other) {
+    return {other.get(), [held = other->shared_from_this()](ListEntries*) {}};
 }
 
 // `place` puts the entry into a cell; the list, which grows for it, is as before if it cannot stay.
@@ -79,16 +80,16 @@ template <class Place>
 bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
     const CSize size(m_nWidth, m_nHeight);
     const QK_STATUS status = m_nStatus;
-    const QKUninterrupted uninterrupted;
+    const Uninterrupted uninterrupted;
     try {
-        std::unique_ptr<QKListNode> entry = EntryOf(host, *m_lstItems);
-        const std::optional<QKCellPlace> cell = place();
+        std::unique_ptr<Entry> entry = EntryOf(host, *m_lstItems);
+        const std::optional<CellPlace> cell = place();
         if (cell) {
             entry->cell = cell->cell;
             entry->caption = cell->caption;
         }
         const bool measured = cell && m_hParent;
-        const QKListMeasure measure = measured ? Measure() : QKListMeasure();
+        const ListMeasure measure = measured ? Measure() : ListMeasure();
         m_lstItems->Insert(std::move(entry), index, measured ? &measure : nullptr);
         LetGo(host);
         return true;
@@ -110,21 +111,21 @@ int QKListCtrl::AddItem(QKListItem* item, int layout) {
 
 void QKListCtrl::InsertItem(QKListItem* item, int index) {
     const int place = index < 0 || index >= GetCount() ? GetCount() : index;
-    if (Add(*item, place, [] { return std::optional<QKCellPlace>(); })) LayOutAll();
+    if (Add(*item, place, [] { return std::optional<CellPlace>(); })) LayOutAll();
 }
 
 int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
     m_lstItems->Deselect(entry);
-    return QKWithinMemory(0, [&] {
-        QKListNode* node = m_lstItems->Find(entry);
+    return WithinMemory(0, [&] {
+        Entry* node = m_lstItems->Find(entry);
         if (!node) return 0;
-        if (!release) m_lstItems->HandOut(*node);  // measured, as its new owner may expect
+        if (!release) m_lstItems->Expose(*node);  // measured, as its new owner may expect
         m_lstItems->Extract(*node);
         if (!release) return 1;
         // A freed record must not stand anywhere else.
         while ((node = m_lstItems->Find(entry)))
             m_lstItems->Extract(*node);
-        QKReleaseRecord()(entry);
+        ReleaseRecord()(entry);
         return 1;
     });
 }
@@ -146,46 +147,46 @@ int QKListCtrl::GetItem(int index, QKListItem** out) {
 }
 
 QKListItem* QKListCtrl::GetItem(int index) {
-    return QKWithinMemory<QKListItem*>(nullptr, [&] {
-        QKListNode* node = m_lstItems->At(index);
-        return node ? m_lstItems->HandOut(*node) : nullptr;
+    return WithinMemory<QKListItem*>(nullptr, [&] {
+        Entry* node = m_lstItems->At(index);
+        return node ? m_lstItems->Expose(*node) : nullptr;
     });
 }
 
 const QKListItem* QKListCtrl::GetItem(int index) const {
-    return QKWithinMemory<const QKListItem*>(nullptr, [&] {
-        QKListNode* node = m_lstItems->At(index);
-        return node ? m_lstItems->HandOut(*node, false) : nullptr;
+    return WithinMemory<const QKListItem*>(nullptr, [&] {
+        Entry* node = m_lstItems->At(index);
+        return node ? m_lstItems->Expose(*node, false) : nullptr;
     });
 }
 
 void QKListCtrl::SetItem(int index, QKListItem* entry) {
-    QKWithinMemory([&] {
-        QKListNode* node = m_lstItems->At(index);
+    WithinMemory([&] {
+        Entry* node = m_lstItems->At(index);
         if (node && entry) m_lstItems->Replace(*node, entry);
     });
 }
 
 int QKListCtrl::ChangeItemPos(QKListItem* a, QKListItem* b) {
-    return QKWithinMemory(0, [&] {
-        QKListNode* first = m_lstItems->Find(a);
-        QKListNode* second = m_lstItems->Find(b);
+    return WithinMemory(0, [&] {
+        Entry* first = m_lstItems->Find(a);
+        Entry* second = m_lstItems->Find(b);
         if (first && second && first != second) m_lstItems->Swap(*first, *second);
         return 0;
     });
 }
 
 int QKListCtrl::GetItemFromRect(const CRect* rect, QKListItem*& out) {
-    return QKWithinMemory(-1, [&] {
-        QKListNode* node = m_lstItems->FirstMeeting(*rect);
+    return WithinMemory(-1, [&] {
+        Entry* node = m_lstItems->FirstMeeting(*rect);
         if (!node) return -1;
-        out = m_lstItems->HandOut(*node);
+        out = m_lstItems->Expose(*node);
         return m_lstItems->PositionOf(*node);
     });
 }
 
 int QKListCtrl::IsItemInPos(const POINT& point) {
-    return QKWithinMemory(0, [&] { return m_lstItems->OccupantAt(point) ? 1 : 0; });
+    return WithinMemory(0, [&] { return m_lstItems->IsOccupied(point) ? 1 : 0; });
 }
 
 int QKListCtrl::ItemInSelect(QKListItem* entry) {
@@ -193,13 +194,13 @@ int QKListCtrl::ItemInSelect(QKListItem* entry) {
 }
 
 int QKListCtrl::SetTextCath(QKListItem* entry, LPCWSTR text) {
-    if (text == QKTextOf(entry->szTextCath)) return 0;
-    QKSetText(entry->szTextCath, text);
+    if (text == TextOf(entry->szTextCath)) return 0;
+    CopyText(entry->szTextCath, text);
     return 1;
 }
 
 int QKListCtrl::ComputerID() {
-    return QKWithinMemory(0, [this] { return m_lstItems->NextId(); });
+    return WithinMemory(0, [this] { return m_lstItems->NextId(); });
 }
 
 void QKListCtrl::RedrawList() {

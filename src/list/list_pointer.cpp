@@ -7,12 +7,14 @@
 #include "list/list_entries.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 constexpr int kNothingHit = -1;
 
-QKListNode* FirstOther(const QKListEntries::NodeSet& nodes, int id) {
-    for (QKListNode* node : nodes)
+Entry* FirstOther(const EntrySet& nodes, int id) {
+    for (Entry* node : nodes)
         if (node->id != id) return node;
     return nullptr;
 }
@@ -20,8 +22,8 @@ QKListNode* FirstOther(const QKListEntries::NodeSet& nodes, int id) {
 }  // namespace
 
 // Presses an entry and gives it the focus.
-void CQKDialogBase::PressEntry(QKListCtrl& list, QKListNode& node) {
-    QKListEntries& entries = *list.m_lstItems;
+void CQKDialogBase::PressEntry(QKListCtrl& list, Entry& node) {
+    ListEntries& entries = *list.m_lstItems;
     entries.SetMouse(node, QKItemBase::QK_MOUSEDOWN);
     if (node.focus != 0) entries.SetFocus(node, 0);
     list.Pressed(node);
@@ -29,25 +31,25 @@ void CQKDialogBase::PressEntry(QKListCtrl& list, QKListNode& node) {
 }
 
 // An entry that is selected already keeps the others selected.
-void CQKDialogBase::SelectAlone(QKListCtrl& list, QKListNode& node) {
+void CQKDialogBase::SelectAlone(QKListCtrl& list, Entry& node) {
     if (node.unselected == 0) return;
     UnSelRcItem();
     list.m_lstItems->SetSelected(node, true);
 }
 
 int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
-    const QKUninterrupted uninterrupted;
-    QKListEntries& entries = *list->m_lstItems;
+    const Uninterrupted uninterrupted;
+    ListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int changed = 0;
-    for (QKListNode* node : list->HitBy(point)) {
+    for (Entry* node : list->HitBy(point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEON) continue;
         entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
         changed = 1;
         break;
     }
-    if (QKListNode* left = FirstOther(entries.Hovered(), hot)) {
+    if (Entry* left = FirstOther(entries.Hovered(), hot)) {
         entries.SetMouse(*left, QKItemBase::QK_NORMAL);
         changed = 1;
     }
@@ -55,7 +57,7 @@ int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
 }
 
 int CQKDialogBase::MoveLeaveList(QKListCtrl* list, const CRect& rect) {
-    QKListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = *list->m_lstItems;
     if (entries.Hovered().empty()) return 0;
     while (!entries.Hovered().empty())
         entries.SetMouse(**entries.Hovered().begin(), QKItemBase::QK_NORMAL);
@@ -64,10 +66,10 @@ int CQKDialogBase::MoveLeaveList(QKListCtrl* list, const CRect& rect) {
 }
 
 int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    QKListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int pressed = 0;
-    for (QKListNode* node : list->HitBy(point)) {
+    for (Entry* node : list->HitBy(point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
@@ -75,7 +77,7 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
         pressed = 1;
         break;
     }
-    QKListNode* before = FirstOther(entries.Focused(), hot);
+    Entry* before = FirstOther(entries.Focused(), hot);
     if (before) entries.SetFocus(*before, 1);
     if (before || pressed) UpdateViewRect(rect);
     return pressed;
@@ -83,14 +85,14 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 
 // The click function belongs to the entry under the release, wherever the press was.
 int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const qkui::Alive alive(*this, list->m_lstItems);
-    QKListEntries& entries = *list->m_lstItems;
+    const Alive alive(*this, list->m_lstItems);
+    ListEntries& entries = *list->m_lstItems;
     POINT at = point;  // the host's function may change it
     int hot = kNothingHit;
     int changed = 0;
     for (int next = 0; !changed;) {
-        QKListNode* node = nullptr;
-        for (QKListNode* hit : list->HitBy(at))
+        Entry* node = nullptr;
+        for (Entry* hit : list->HitBy(at))
             if (!node && entries.PositionOf(*hit) >= next) node = hit;
         if (!node) break;
         hot = node->id;
@@ -105,11 +107,11 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
             changed = 1;
         }
         if (const auto call = list->ClickCall()) {
-            call(entries.HandOut(*node), &at);
+            call(entries.Expose(*node), &at);
             if (!alive) return 0;
         }
     }
-    if (QKListNode* left = FirstOther(entries.Hovered(), hot)) {
+    if (Entry* left = FirstOther(entries.Hovered(), hot)) {
         entries.SetMouse(*left, QKItemBase::QK_NORMAL);
         changed = 1;
     }
@@ -120,16 +122,16 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
 // Afterwards the first focused entry loses the focus, and that is as a rule the double-clicked one: what a
 // double click opens is no longer the list's business.
 int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const qkui::Alive alive(*this, list->m_lstItems);
-    QKListEntries& entries = *list->m_lstItems;
+    const Alive alive(*this, list->m_lstItems);
+    ListEntries& entries = *list->m_lstItems;
     int pressed = 0;
-    for (QKListNode* node : list->HitBy(point)) {
+    for (Entry* node : list->HitBy(point)) {
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
         SelectAlone(*list, *node);
         pressed = 1;
         if (const auto call = list->DoubleClickCall()) {
-            call(entries.HandOut(*node));
+            call(entries.Expose(*node));
             if (!alive) return pressed;
         }
         break;
@@ -141,11 +143,11 @@ int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint 
 }
 
 int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    QKListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = *list->m_lstItems;
     int hot = kNothingHit;
     int result = 0;
-    const std::vector<QKListNode*> hits = list->HitBy(point);
-    for (QKListNode* node : hits) {
+    const std::vector<Entry*> hits = list->HitBy(point);
+    for (Entry* node : hits) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
@@ -157,7 +159,7 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
         UnSelRcItem();
         result = 1;
     }
-    if (QKListNode* before = FirstOther(entries.Focused(), hot)) {
+    if (Entry* before = FirstOther(entries.Focused(), hot)) {
         entries.SetFocus(*before, 1);
         result = 1;
     }
@@ -166,11 +168,11 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 }
 
 int CQKDialogBase::MoveRUpList(QKListCtrl* list, const CRect&, CPoint point) {
-    QKListEntries& entries = *list->m_lstItems;
-    const std::vector<QKListNode*> hits = list->HitBy(point);
+    ListEntries& entries = *list->m_lstItems;
+    const std::vector<Entry*> hits = list->HitBy(point);
     POINT at = point;
     if (const auto call = list->RightClickCall())
-        call(hits.empty() ? nullptr : entries.HandOut(*hits.front()), &at);
+        call(hits.empty() ? nullptr : entries.Expose(*hits.front()), &at);
     return !hits.empty();
 }
 
@@ -179,7 +181,7 @@ bool CQKDialogBase::DropListFocus() {
     bool changed = false;
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
-        QKListEntries& entries = *static_cast<QKListCtrl*>(m_arItems[i])->m_lstItems;
+        ListEntries& entries = *static_cast<QKListCtrl*>(m_arItems[i])->m_lstItems;
         if (entries.Focused().empty()) continue;
         entries.SetFocus(**entries.Focused().begin(), 1);
         changed = true;

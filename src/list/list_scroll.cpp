@@ -10,14 +10,16 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 constexpr int kWheelRows = 3;  // to a notch, where cells are rows
 
 // How far a view must move to the left or up, at the least, to show a span; its beginning where it is longer.
 int Uncover(int begin, int end, int viewBegin, int viewEnd) {
-    const int by = std::min(0, qkui::Difference(viewEnd, end));
-    return qkui::Sum(begin, by) < viewBegin ? qkui::Difference(viewBegin, begin) : by;
+    const int by = std::min(0, Difference(viewEnd, end));
+    return Sum(begin, by) < viewBegin ? Difference(viewBegin, begin) : by;
 }
 
 }  // namespace
@@ -36,7 +38,7 @@ void QKListCtrl::SetScrolling(int enable) {
         SetArrange(0);
     } else {
         ScrollTo(CPoint());
-        m_scroll = QKListScroll();
+        m_scroll = ListScroll();
     }
 }
 
@@ -51,17 +53,17 @@ CRect QKListCtrl::Clipped(const CRect& rect) const {
 CSize QKListCtrl::Content() {
     const std::optional<CPoint> end = m_lstItems->ContentEnd();
     if (!end) return {0, 0};
-    CSize size(qkui::Difference(end->x, m_scroll.content.x), qkui::Difference(end->y, m_scroll.content.y));
-    if (size.cy > m_nHeight) size.cy = qkui::Sum(size.cy, std::max(m_nHIner, 0));
+    CSize size(Difference(end->x, m_scroll.content.x), Difference(end->y, m_scroll.content.y));
+    if (size.cy > m_nHeight) size.cy = Sum(size.cy, std::max(m_nHIner, 0));
     return size;
 }
 
 CSize QKListCtrl::GetScrollMax() {
-    return QKWithinMemory(CSize(), [this] {
+    return WithinMemory(CSize(), [this] {
         if (!m_scroll.on) return CSize();
         const CSize content = Content();
-        return CSize(std::max(qkui::Difference(content.cx, m_nWidth), 0),
-                     std::max(qkui::Difference(content.cy, m_nHeight), 0));
+        return CSize(std::max(Difference(content.cx, m_nWidth), 0),
+                     std::max(Difference(content.cy, m_nHeight), 0));
     });
 }
 
@@ -78,12 +80,12 @@ int QKListCtrl::SetScrollPos(int x, int y) {
 // True when the content moved.
 bool QKListCtrl::ScrollTo(CPoint position) {
     if (!m_scroll.on) return false;
-    return QKWithinMemory(false, [&] {
-        const QKUninterrupted uninterrupted;
+    return WithinMemory(false, [&] {
+        const Uninterrupted uninterrupted;
         const CSize most = GetScrollMax();
         const CPoint now = GetScrollPosNow();
-        const CPoint by(qkui::Difference(now.x, std::clamp<int>(position.x, 0, most.cx)),
-                        qkui::Difference(now.y, std::clamp<int>(position.y, 0, most.cy)));
+        const CPoint by(Difference(now.x, std::clamp<int>(position.x, 0, most.cx)),
+                        Difference(now.y, std::clamp<int>(position.y, 0, most.cy)));
         if (by == CPoint()) return false;
         m_lstItems->Scroll(by);
         m_scroll.content.Offset(by);
@@ -96,23 +98,22 @@ bool QKListCtrl::ScrollTo(CPoint position) {
 void QKListCtrl::MoveView(const CRect& rect) {
     const CPoint position = GetScrollPosNow();
     QKItemBase::SetRect(&rect);
-    m_scroll.content = CPoint(qkui::Difference(m_nX, position.x), qkui::Difference(m_nY, position.y));
+    m_scroll.content = CPoint(Difference(m_nX, position.x), Difference(m_nY, position.y));
 }
 
 int QKListCtrl::EnsureVisible(int index) {
     if (!m_scroll.on) return 0;
-    return QKWithinMemory(0, [&] {
+    return WithinMemory(0, [&] {
         if (index < 0 || index >= GetCount()) return 0;
         KeepInRange();
-        const QKListNode& node = m_lstItems->Node(index);
+        const Entry& node = m_lstItems->EntryAt(index);
         if (!node.placed) return 0;
         const CRect cell = m_lstItems->CellOf(node);
         const CRect view = View();
         const CPoint now = GetScrollPosNow();
-        return ScrollTo(CPoint(
-                   qkui::Difference(now.x, Uncover(cell.left, cell.right, view.left, view.right)),
-                   qkui::Difference(now.y, Uncover(cell.top, qkui::Sum(cell.bottom, std::max(m_nHIner, 0)),
-                                                   view.top, view.bottom))))
+        return ScrollTo(CPoint(Difference(now.x, Uncover(cell.left, cell.right, view.left, view.right)),
+                               Difference(now.y, Uncover(cell.top, Sum(cell.bottom, std::max(m_nHIner, 0)),
+                                                         view.top, view.bottom))))
                    ? 1
                    : 0;
     });
@@ -120,7 +121,7 @@ int QKListCtrl::EnsureVisible(int index) {
 
 // From an entry to the next one, across and down.
 CSize QKListCtrl::LineSize() const {
-    return {std::max(qkui::Sum(m_nItemWidth, m_nWIner), 1), std::max(qkui::Sum(m_nItemHeight, m_nHIner), 1)};
+    return {std::max(Sum(m_nItemWidth, m_nWIner), 1), std::max(Sum(m_nItemHeight, m_nHIner), 1)};
 }
 
 // Turns the wheel: up and down, or sideways where nothing lies below.
@@ -130,13 +131,13 @@ bool QKListCtrl::Turn(int delta) {
     const int line = down ? LineSize().cy : LineSize().cx;
     const int page = std::max(down ? m_nHeight : m_nWidth, 1);
     const int notch =
-        std::min(qkui::Saturate(std::int64_t{line} * (m_nListType == QKLT_LIST ? kWheelRows : 1)), page);
+        std::min(Saturate(std::int64_t{line} * (m_nListType == QKLT_LIST ? kWheelRows : 1)), page);
     if ((m_scroll.wheel < 0) != (delta > 0)) m_scroll.wheel = 0;  // turned back
     const std::int64_t turned = m_scroll.wheel - std::int64_t{delta} * notch;
     m_scroll.wheel = static_cast<int>(turned % WHEEL_DELTA);
-    const int by = qkui::Saturate(turned / WHEEL_DELTA);
+    const int by = Saturate(turned / WHEEL_DELTA);
     const CPoint now = GetScrollPos();
-    return ScrollTo(down ? CPoint(now.x, qkui::Sum(now.y, by)) : CPoint(qkui::Sum(now.x, by), now.y));
+    return ScrollTo(down ? CPoint(now.x, Sum(now.y, by)) : CPoint(Sum(now.x, by), now.y));
 }
 
 // ---- The bar
@@ -150,13 +151,13 @@ void QKListCtrl::ShowOnBar() {
     QKVScrollBar& bar = *m_scroll.bar;
     const int most = GetScrollMax().cy;
     const int position = GetScrollPosNow().y;
-    bar.SetBarLength(std::max(m_nHeight, 1), std::max(qkui::Sum(m_nHeight, most), 1));
+    bar.SetBarLength(std::max(m_nHeight, 1), std::max(Sum(m_nHeight, most), 1));
     if (bar.GetScrollPos() != position || bar.GetBarPos() > bar.GetMax()) bar.SetScrollPos(position);
 }
 
 // ---- What is hit
 
-std::vector<QKListNode*> QKListCtrl::HitBy(CPoint point) {
+std::vector<Entry*> QKListCtrl::HitBy(CPoint point) {
     if (m_scroll.on && !View().PtInRect(point)) return {};
     return m_lstItems->HitBy(point);
 }

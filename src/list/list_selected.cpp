@@ -4,23 +4,25 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 // Flags may hold other numbers than the two that mean something.
 template <class Visit>
-void ForEachSelected(QKListEntries& entries, Visit visit) {
-    const QKUninterrupted uninterrupted;
-    for (const QKListNode* node : entries.Selected())
+void ForEachSelected(ListEntries& entries, Visit visit) {
+    const Uninterrupted uninterrupted;
+    for (const Entry* node : entries.Selected())
         if (node->unselected == 0) visit(*node);
 }
 
 }  // namespace
 
 std::vector<int> QKListCtrl::GetSelectedIndexes() const {
-    return QKWithinMemory(std::vector<int>(), [this] {
+    return WithinMemory(std::vector<int>(), [this] {
         std::vector<int> indexes;
         ForEachSelected(*m_lstItems,
-                        [&](const QKListNode& node) { indexes.push_back(m_lstItems->PositionOf(node)); });
+                        [&](const Entry& node) { indexes.push_back(m_lstItems->PositionOf(node)); });
         return indexes;
     });
 }
@@ -40,9 +42,9 @@ std::vector<const QKListItem*> QKListCtrl::GetSelectedItems() const {
 }
 
 int QKListCtrl::GetSelectedCount() const {
-    return QKWithinMemory(0, [this] {
+    return WithinMemory(0, [this] {
         int count = 0;
-        ForEachSelected(*m_lstItems, [&](const QKListNode&) { ++count; });
+        ForEachSelected(*m_lstItems, [&](const Entry&) { ++count; });
         return count;
     });
 }

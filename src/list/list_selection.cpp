@@ -8,13 +8,15 @@
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
+using namespace qkui;
+
 namespace {
 
 // Changing a node's state takes it out of the set that it was found in, and others with the same record.
 template <class Change>
-int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
+int ForAll(const EntrySet& nodes, Change change) {
     int changed = 0;
-    for (QKListNode* node : std::vector<QKListNode*>(nodes.begin(), nodes.end()))
+    for (Entry* node : std::vector<Entry*>(nodes.begin(), nodes.end()))
         changed |= change(*node);
     return changed;
 }
@@ -23,10 +25,10 @@ int ForAll(const QKListEntries::NodeSet& nodes, Change change) {
 
 int QKListCtrl::SetSel(QKListItem* entry, int select) {
     if (!entry) return 0;
-    return QKWithinMemory(0, [&] {
+    return WithinMemory(0, [&] {
         const int wanted = select ? 0 : 1;
         const int changed = entry->nSelState != wanted;
-        if (QKListNode* node = m_lstItems->Find(entry)) {
+        if (Entry* node = m_lstItems->Find(entry)) {
             m_lstItems->SetSelected(*node, select != 0);
         } else {
             if (select)
@@ -40,8 +42,8 @@ int QKListCtrl::SetSel(QKListItem* entry, int select) {
 }
 
 int QKListCtrl::SetSel(int index, int select) {
-    return QKWithinMemory(0, [&] {
-        QKListNode* node = m_lstItems->At(index);
+    return WithinMemory(0, [&] {
+        Entry* node = m_lstItems->At(index);
         if (!node) return 0;
         const int changed = node->unselected != (select ? 0 : 1);
         m_lstItems->SetSelected(*node, select != 0);
@@ -54,32 +56,32 @@ void QKListCtrl::SetSignalSel(int index) {
 }
 
 void QKListCtrl::SelectAll() {
-    const QKUninterrupted uninterrupted;
-    QKWithinMemory([this] {
+    const Uninterrupted uninterrupted;
+    WithinMemory([this] {
         for (int i = 0; i < m_lstItems->Count(); ++i)
-            m_lstItems->SetSelected(m_lstItems->Node(i), true);
+            m_lstItems->SetSelected(m_lstItems->EntryAt(i), true);
     });
 }
 
 int QKListCtrl::UnSelRcItem() {
-    const QKUninterrupted uninterrupted;
-    const int changed = ForAll(m_lstItems->Selected(), [this](QKListNode& node) {
+    const Uninterrupted uninterrupted;
+    const int changed = ForAll(m_lstItems->Selected(), [this](Entry& node) {
         m_lstItems->SetUnselected(node, 1);
         return 1;
     });
-    m_lstItems->DeselectEntries([](const QKListNode*) { return false; });
+    m_lstItems->DeselectEntries([](const Entry*) { return false; });
     return changed;
 }
 
 int QKListCtrl::ClearState() {
-    const QKUninterrupted uninterrupted;
-    m_lstItems->LookAtAll();
+    const Uninterrupted uninterrupted;
+    m_lstItems->SyncAll();
     int changed = UnSelRcItem();
-    changed |= ForAll(m_lstItems->Focused(), [this](QKListNode& node) {
+    changed |= ForAll(m_lstItems->Focused(), [this](Entry& node) {
         m_lstItems->SetFocus(node, 1);
         return 1;
     });
-    changed |= ForAll(m_lstItems->Hovered(), [this](QKListNode& node) {
+    changed |= ForAll(m_lstItems->Hovered(), [this](Entry& node) {
         m_lstItems->SetMouse(node, QK_NORMAL);
         return 1;
     });
@@ -88,7 +90,7 @@ int QKListCtrl::ClearState() {
 }
 
 int QKListCtrl::RemoveMoveState() {
-    return ForAll(m_lstItems->Hovered(), [this](QKListNode& node) {
+    return ForAll(m_lstItems->Hovered(), [this](Entry& node) {
         if (node.mouse != QK_MOUSEON) return 0;
         m_lstItems->SetMouse(node, QK_NORMAL);
         return 1;
@@ -97,7 +99,7 @@ int QKListCtrl::RemoveMoveState() {
 
 int QKListCtrl::ClearAlphImage() {
     int freed = 0;
-    for (const auto& held : m_lstItems->Held()) {  // nobody else's were ever set
+    for (const auto& held : m_lstItems->Records().All()) {  // nobody else's were ever set
         QKListItem& entry = *held.item;
         freed |= entry.pAlphaImage != nullptr;
         delete std::exchange(entry.pAlphaImage, nullptr);
@@ -109,10 +111,10 @@ int QKListCtrl::ClearAlphImage() {
 // ---- All shown lists of a dialog
 
 int CQKDialogBase::GetNumsSel() {
-    const QKUninterrupted uninterrupted;
+    const Uninterrupted uninterrupted;
     int count = 0;
     ForEachList([&](QKListCtrl& list) {
-        for (const QKListNode* node : list.m_lstItems->Selected())
+        for (const Entry* node : list.m_lstItems->Selected())
             count += node->unselected == 0;
     });
     return count;
@@ -124,19 +126,19 @@ void CQKDialogBase::UnSelRcItem() {
 
 // The selection is what the band touches now: what it left is unselected again.
 void CQKDialogBase::CaleSelItem() {
-    const QKUninterrupted uninterrupted;
+    const Uninterrupted uninterrupted;
     ForEachList([this](QKListCtrl& list) {
-        QKListEntries& entries = *list.m_lstItems;
-        const std::vector<QKListNode*> touched = entries.HitBy(list.BandArea(m_rcSel));
-        const auto isTouched = [&](const QKListNode* node) {
-            return std::binary_search(touched.begin(), touched.end(), node, QKListEntries::InOrder());
+        ListEntries& entries = *list.m_lstItems;
+        const std::vector<Entry*> touched = entries.HitBy(list.BandArea(m_rcSel));
+        const auto isTouched = [&](const Entry* node) {
+            return std::binary_search(touched.begin(), touched.end(), node, InOrder());
         };
-        ForAll(entries.Selected(), [&](QKListNode& node) {
+        ForAll(entries.Selected(), [&](Entry& node) {
             if (!isTouched(&node)) entries.SetUnselected(node, 1);
             return 0;
         });
         entries.DeselectEntries(isTouched);
-        for (QKListNode* node : touched)
+        for (Entry* node : touched)
             entries.SetSelected(*node, true);
     });
 }

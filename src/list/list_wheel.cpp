@@ -9,6 +9,8 @@
 #include "dialog/shown_lists.h"
 #include "list/list_entries.h"
 
+using namespace qkui;
+
 // A list knows the bar by its address alone: what is registered there may be another item by now.
 QKVScrollBar* CQKDialogBase::BarOf(const QKListCtrl& list) const {
     if (!list.m_scroll.on) return nullptr;
@@ -54,7 +56,7 @@ void CQKDialogBase::ShowScrolled(QKListCtrl& list) {
     CRect rect, barPlace;
     list.GetRect(&rect);
     if (const QKVScrollBar* bar = BarOf(list)) bar->GetRect(&barPlace);
-    const qkui::Alive alive(*this);
+    const Alive alive(*this);
     UpdateViewRect(rect);
     if (alive && !barPlace.IsRectEmpty() && m_nLayStyle != LAY_OPAQUE) UpdateViewRect(barPlace);
 }
@@ -64,8 +66,8 @@ BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
     ScreenToClient(&point);
     QKListCtrl* list = ScrollingListAt(point);
     if (!list || !list->Turn(delta)) return CDialog::OnMouseWheel(flags, delta, screen);
-    const qkui::Alive alive(*this);
-    qkui::SelectionWatch watch(*this, m_arItems);
+    const Alive alive(*this);
+    SelectionWatch watch(*this, m_arItems);
     // Other entries lie under the pointer now, and in the band.
     if (!CapturedItem()) MoveOnList(list, list->View(), point);
     if (m_bSelRect && m_bSelecting) {

@@ -3,9 +3,11 @@
 
 #include <new>
 
+namespace qkui {
+
 // The result of `act`, or `otherwise` when it ends for lack of memory.
 template <class Result, class Act>
-Result QKWithinMemory(Result otherwise, Act act) {
+Result WithinMemory(Result otherwise, Act act) {
     try {
         return act();
     } catch (const std::bad_alloc&) {
@@ -14,9 +16,11 @@ Result QKWithinMemory(Result otherwise, Act act) {
 }
 
 template <class Act>
-void QKWithinMemory(Act act) {
+void WithinMemory(Act act) {
     try {
         act();
     } catch (const std::bad_alloc&) {
     }
 }
+
+}  // namespace qkui

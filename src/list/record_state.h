@@ -7,8 +7,10 @@
 #include <qkui/list/list_item.h>
 #include "list/list_metrics.h"
 
-struct QKRecordState {
-    explicit QKRecordState(const QKListItem& entry)
+namespace qkui {
+
+struct RecordState {
+    explicit RecordState(const QKListItem& entry)
         : rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState},
           id(entry.nID),
           mouse(entry.nMouseState),
@@ -22,12 +24,14 @@ struct QKRecordState {
         __builtin_prefetch(&entry.szTextCath[8]);
     }
     // In one go: thousands are compared for an answer.
-    friend bool operator==(const QKRecordState& a, const QKRecordState& b) {
+    friend bool operator==(const RecordState& a, const RecordState& b) {
         return std::memcmp(&a, &b, sizeof a) == 0;
     }
 
-    QKEntryRects rects;
+    EntryRects rects;
     int id, mouse, focus, unselected;
     int drawn;  // what there is to draw: icon, caption, and whether that is shown
 };
-static_assert(std::has_unique_object_representations_v<QKRecordState>);
+static_assert(std::has_unique_object_representations_v<RecordState>);
+
+}  // namespace qkui

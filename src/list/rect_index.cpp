@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <bit>
 
-#include "list/list_node.h"
+#include "list/entry.h"
 
+namespace qkui {
 namespace {
 
 // The bits of a bucket's side for a side of a rectangle: at least twice as long, at least 64 pixels.
@@ -13,24 +14,23 @@ int BitsFor(LONG low, LONG high) {
     return std::max(6, static_cast<int>(std::bit_width(length * 2 - 1)));
 }
 
-void SortOnce(std::vector<QKListNode*>& nodes) {
-    std::sort(nodes.begin(), nodes.end(),
-              [](const QKListNode* a, const QKListNode* b) { return a->order < b->order; });
+void SortOnce(std::vector<Entry*>& nodes) {
+    std::sort(nodes.begin(), nodes.end(), [](const Entry* a, const Entry* b) { return a->order < b->order; });
     nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
 }
 
 }  // namespace
 
-std::uint64_t QKRectIndex::Key(std::int64_t x, std::int64_t y) {
+std::uint64_t RectIndex::Key(std::int64_t x, std::int64_t y) {
     return static_cast<std::uint64_t>(x) << 32U | static_cast<std::uint32_t>(y);
 }
 
-QKRectIndex::Span QKRectIndex::SpanOf(const Layer& layer, const CRect& rect) {
+RectIndex::Span RectIndex::SpanOf(const Layer& layer, const CRect& rect) {
     return {std::int64_t{rect.left} >> layer.bitsX, std::int64_t{rect.top} >> layer.bitsY,
             (std::int64_t{rect.right} - 1) >> layer.bitsX, (std::int64_t{rect.bottom} - 1) >> layer.bitsY};
 }
 
-QKRectIndex::Layer& QKRectIndex::LayerOf(const CRect& rect) {
+RectIndex::Layer& RectIndex::LayerOf(const CRect& rect) {
     const int bitsX = BitsFor(rect.left, rect.right);
     const int bitsY = BitsFor(rect.top, rect.bottom);
     for (Layer& layer : layers_)
@@ -38,7 +38,7 @@ QKRectIndex::Layer& QKRectIndex::LayerOf(const CRect& rect) {
     return layers_.emplace_back(Layer{bitsX, bitsY, {}});
 }
 
-void QKRectIndex::Insert(QKListNode& node) {
+void RectIndex::Insert(Entry& node) {
     const CRect& rect = node.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
@@ -48,7 +48,7 @@ void QKRectIndex::Insert(QKListNode& node) {
             layer.buckets[Key(x, y)].push_back(&node);
 }
 
-void QKRectIndex::Remove(QKListNode& node) {
+void RectIndex::Remove(Entry& node) {
     const CRect& rect = node.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
@@ -62,24 +62,24 @@ void QKRectIndex::Remove(QKListNode& node) {
         }
 }
 
-std::vector<QKListNode*> QKRectIndex::At(CPoint point) const {
-    std::vector<QKListNode*> nodes;
+std::vector<Entry*> RectIndex::At(CPoint point) const {
+    std::vector<Entry*> nodes;
     for (const Layer& layer : layers_) {
         const auto found = layer.buckets.find(
             Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
         if (found == layer.buckets.end()) continue;
-        for (QKListNode* node : found->second)
+        for (Entry* node : found->second)
             if (node->reach.PtInRect(point)) nodes.push_back(node);
     }
     SortOnce(nodes);
     return nodes;
 }
 
-std::vector<QKListNode*> QKRectIndex::Meeting(const CRect& area) const {
-    std::vector<QKListNode*> nodes;
+std::vector<Entry*> RectIndex::Meeting(const CRect& area) const {
+    std::vector<Entry*> nodes;
     if (area.IsRectEmpty()) return nodes;
     const auto collect = [&](const Bucket& bucket) {
-        for (QKListNode* node : bucket) {
+        for (Entry* node : bucket) {
             const CRect& rect = node->reach;
             if (rect.left < area.right && area.left < rect.right && rect.top < area.bottom &&
                 area.top < rect.bottom)
@@ -103,3 +103,5 @@ std::vector<QKListNode*> QKRectIndex::Meeting(const CRect& area) const {
     SortOnce(nodes);
     return nodes;
 }
+
+}  // namespace qkui

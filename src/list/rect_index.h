@@ -7,23 +7,25 @@
 
 #include <platform/geometry.h>
 
-struct QKListNode;
+namespace qkui {
+
+struct Entry;
 
 // Buckets of a plane, in layers by size: a rectangle lies in a layer whose buckets are about twice its size,
 // so it is in few of them, and a point asks one bucket of each layer. Empty rectangles are nowhere.
-class QKRectIndex {
+class RectIndex {
   public:
     // The reach of a node must not change while it is in the index.
-    void Insert(QKListNode& node);
-    void Remove(QKListNode& node);
+    void Insert(Entry& node);
+    void Remove(Entry& node);
     void Clear() { layers_.clear(); }
 
     // Sorted by the nodes' order, each once.
-    std::vector<QKListNode*> At(CPoint point) const;
-    std::vector<QKListNode*> Meeting(const CRect& area) const;
+    std::vector<Entry*> At(CPoint point) const;
+    std::vector<Entry*> Meeting(const CRect& area) const;
 
   private:
-    using Bucket = std::vector<QKListNode*>;
+    using Bucket = std::vector<Entry*>;
     struct Hash {
         std::size_t operator()(std::uint64_t key) const {
             return static_cast<std::size_t>((key ^ (key >> 29)) * 0x9E3779B97F4A7C15U);
@@ -42,3 +44,5 @@ class QKRectIndex {
 
     std::vector<Layer> layers_;
 };
+
+}  // namespace qkui

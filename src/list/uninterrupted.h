@@ -3,16 +3,18 @@
 
 #include <cstdint>
 
+namespace qkui {
+
 // While one lives, records that the host holds cannot change but through the library: a list looks at them
 // once, not before each of its answers.
-class QKUninterrupted {
+class Uninterrupted {
   public:
-    QKUninterrupted() {
+    Uninterrupted() {
         if (depth_++ == 0) ++last_;
     }
-    ~QKUninterrupted() { --depth_; }
-    QKUninterrupted(const QKUninterrupted&) = delete;
-    QKUninterrupted& operator=(const QKUninterrupted&) = delete;
+    ~Uninterrupted() { --depth_; }
+    Uninterrupted(const Uninterrupted&) = delete;
+    Uninterrupted& operator=(const Uninterrupted&) = delete;
 
     // The number of the stretch that this thread is in; 0 for none.
     static std::uint64_t Current() { return depth_ > 0 ? last_ : 0; }
@@ -21,3 +23,5 @@ class QKUninterrupted {
     inline static thread_local int depth_ = 0;
     inline static thread_local std::uint64_t last_ = 0;
 };
+
+}  // namespace qkui

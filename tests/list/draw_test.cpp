@@ -220,7 +220,7 @@ TEST_P(RandomListDraw, AMendedFrameEqualsANewOne) {
     const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
     Shown shown;
     shown.SetNoMove(1);
-    if (GetParam()) shown.list.m_lstItems->SetPace({8, 4, 30});
+    if (GetParam()) shown.list.m_lstItems->Records().SetPace({8, 4, 30});
     for (int i = 0; i < 30; ++i)
         shown.AddIcon(CString(u"江 long caption w", roll(17)));
     std::vector<QKListItem*> held;

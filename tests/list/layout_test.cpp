@@ -9,79 +9,52 @@ using kit::TestList;
 
 class ListLayout : public kit::HeadlessTest {};
 
+// The random test holds every layout against a walk; these are its anchors.
 TEST_F(ListLayout, FillsCellsInOrder) {
-    struct Case {
+    const struct {
         const char* name;
-        QKListType type;
-        int columnsFirst;
+        int type, columnsFirst;
         CRect list;
-        std::vector<CRect> cells;
-        CSize grown;
-    };
-    const Case cases[] = {
+        const char* cells;  // and the list's rectangle afterwards
+    } cases[] = {
         {"columns",
-         QKLT_BIGICON,
+         0,
          1,
-         CRect(0, 0, 100, 200),
-         {CRect(0, 0, 75, 90), CRect(0, 100, 75, 190), CRect(77, 0, 152, 90)},
-         CSize(152, 200)},
+         {0, 0, 100, 200},
+         "(0, 0, 75, 90)(0, 100, 75, 190)(77, 0, 152, 90)(0, 0, 152, 200)"},
         {"rows first",
-         QKLT_BIGICON,
          0,
-         CRect(0, 0, 200, 50),
-         {CRect(0, 0, 75, 90), CRect(77, 0, 152, 90), CRect(0, 100, 75, 190)},
-         CSize(200, 190)},
-        {"a corner elsewhere",
-         QKLT_ICON,
+         0,
+         {0, 0, 200, 50},
+         "(0, 0, 75, 90)(77, 0, 152, 90)(0, 100, 75, 190)(0, 0, 200, 190)"},
+        {"corner",
          1,
-         CRect(10, 20, 300, 190),
-         {CRect(10, 20, 85, 94), CRect(10, 102, 85, 176), CRect(85, 20, 160, 94)},
-         CSize(290, 170)},
+         1,
+         {9, 20, 300, 190},
+         "(9, 20, 84, 94)(9, 102, 84, 176)(84, 20, 159, 94)(9, 20, 300, 190)"},
         {"exactly two",
-         QKLT_ICON,
          1,
-         CRect(0, 0, 75, 156),
-         {CRect(0, 0, 75, 74), CRect(0, 82, 75, 156), CRect(75, 0, 150, 74)},
-         CSize(150, 156)},
-        {"rows",
-         QKLT_LIST,
          1,
-         CRect(5, 7, 205, 30),
-         {CRect(5, 7, 205, 27), CRect(5, 30, 205, 50), CRect(5, 53, 205, 73)},
-         CSize(200, 66)},
-        {"too low for a cell",
-         QKLT_ICON,
-         1,
-         CRect(0, 0, 300, 81),
-         {CRect(-1, -1, -1, -1), CRect(-1, -1, -1, -1)},
-         CSize(300, 81)},
-        {"too narrow for a cell",
-         QKLT_BIGICON,
-         0,
-         CRect(0, 0, 76, 300),
-         {CRect(-1, -1, -1, -1)},
-         CSize(76, 300)},
-        {"an unknown type is a grid of rows' cells",
-         static_cast<QKListType>(9),
-         1,
-         CRect(0, 0, 100, 50),
-         {CRect(0, 0, -1, 20)},
-         CSize(100, 50)},
+         {0, 0, 75, 156},
+         "(0, 0, 75, 74)(0, 82, 75, 156)(75, 0, 150, 74)(0, 0, 150, 156)"},
+        {"rows", 2, 1, {5, 7, 205, 30}, "(5, 7, 205, 27)(5, 30, 205, 50)(5, 53, 205, 73)(5, 7, 205, 73)"},
+        {"too low", 1, 1, {0, 0, 300, 81}, "(-1, -1, -1, -1)(-1, -1, -1, -1)(-1, -1, -1, -1)(0, 0, 300, 81)"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         TestList list;
-        list.SetListType(c.type);
+        list.SetListType(static_cast<QKListType>(c.type));
         list.SetArrange(c.columnsFirst);
         EXPECT_EQ(list.GetArrange(), !c.columnsFirst);
-        list.QKItemBase::SetRect(c.list.left, c.list.top, c.list.Width(), c.list.Height());
-        for (std::size_t i = 0; i < c.cells.size(); ++i)
-            list.Add(u"x");
+        for (int i = 0; i < 3; ++i)
+            list.Add(u"x", 0);
         CRect rect(c.list);
-        list.SetRect(&rect);  // the same again, from nothing
-        for (std::size_t i = 0; i < c.cells.size(); ++i)
-            EXPECT_EQ(list.Cell(static_cast<int>(i)), c.cells[i]) << i;
-        EXPECT_EQ(rect, CRect(c.list.TopLeft(), c.grown));
+        list.SetRect(&rect);
+        std::ostringstream cells;
+        for (int i = 0; i < 3; ++i)
+            cells << list.Cell(i);
+        cells << rect;
+        EXPECT_EQ(cells.str(), c.cells);
         EXPECT_EQ(list.Place(), rect);
     }
 }
@@ -169,107 +142,36 @@ TEST_F(ListLayout, EverySearchEnds) {
                             list.AddAt(u"x", point.x, point.y);
                         EXPECT_EQ(list.GetCount(), 5);
                     }
-    for (const QKListType preset : {QKLT_BIGICON, QKLT_LIST}) {
-        TestList list(preset, CRect(0, 0, 200, 200));
-        list.SetListMode(QKLIST_DESKTOP);
-        for (int i = 0; i < 20; ++i)
-            list.AddAt(u"x", 150, 150);
-        EXPECT_EQ(list.GetCount(), 20);
-    }
 }
 
-float Measured(const TestList& list, LPCWSTR text, int width, int height, bool ofWidth) {
-    Gdiplus::StringFormat format;
-    format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
-    const Gdiplus::RectF box =
-        Gdiplus::GetTextExtent(text, -1, list.m_pFont.get(),
-                               {0, 0, static_cast<float>(width), static_cast<float>(height)}, &format)
-            .box;
-    return ofWidth ? box.Width : box.Height;
-}
-
+// As above: the random test measures every caption.
 TEST_F(ListLayout, MeasuresTheStateRectangles) {
     kit::ListDialog dialog;
     dialog.Open();
-    for (const LPCWSTR caption :
-         {u"", u"short", u"a caption of very many words that no cell can hold at all"}) {
-        SCOPED_TRACE(ToUtf8(caption));
-        const LPCWSTR text = caption[0] ? caption : u"0";
-        TestList grid(QKLT_BIGICON, CRect(20, 10, 300, 300));
-        grid.Add(caption);
-        EXPECT_TRUE(grid.Look(0).rcMState.IsRectEmpty());  // no dialog yet
-        dialog.AddQKItem(&grid);
-        grid.ReSetPos(1);
-        const CRect caption0(20, 66, 95, 100);
-        EXPECT_EQ(grid.Look(0).rcText, caption0);
-        const int least = static_cast<int>(66 + Measured(grid, text, 75, 34, false) + 3);
-        const int most = static_cast<int>(66 + Measured(grid, text, 75, 400, false) + 3);
-        EXPECT_EQ(grid.Look(0).rcMState, CRect(20, 10, 95, least));
-        EXPECT_EQ(grid.Look(0).rcFState, CRect(20, 10, 95, most));
-        EXPECT_EQ(most > least, text[1] == u' ');
-
-        TestList rows(QKLT_LIST, CRect(20, 10, 300, 300));
-        dialog.AddQKItem(&rows);
-        rows.Add(caption);
-        EXPECT_EQ(rows.Look(0).rcText, CRect(43, 14, 277, 30));
-        const int width = static_cast<int>(Measured(rows, text, 234, 16, true));
-        EXPECT_EQ(rows.Look(0).rcMState, CRect(20, 10, 20 + std::max(80, 18 + 5 + width + 5), 33));
-        EXPECT_EQ(rows.Look(0).rcFState, CRect(20, 10, 20 + std::max(80, 18 + 10 + width), 33));
-
-        // The host's caption, told.
-        kit::SetText(rows.GetItem(0)->szText, u"another one that is a good deal longer");
-        rows.ReCalcStateRect(rows.GetItem(0));
-        EXPECT_GT(rows.Look(0).rcMState.Width(), 150);
-        // Heights alone, after new settings.
-        grid.SetListType(QKLT_BIGICON, 75, 120, 60, 60, 2, 10);
-        EXPECT_EQ(grid.Cell(0), CRect(20, 10, 95, 100));
-        grid.ReSetPos(0);
-        EXPECT_EQ(grid.Cell(0), CRect(20, 10, 95, 130));
-        EXPECT_EQ(grid.Look(0).rcText, CRect(20, 78, 95, 130));
-        EXPECT_EQ(grid.Look(0).rcMState.bottom,
-                  static_cast<int>(78 + Measured(grid, text, 75, 52, false) + 3));
-        dialog.RemoveAllQKItem();
-    }
-}
-
-// A list that only moves moves its entries as a new layout of them would place them.
-TEST_F(ListLayout, AMovedListIsOneLaidOutThere) {
-    kit::ListDialog dialog;
-    dialog.Open();
-    for (const QKListType type : {QKLT_BIGICON, QKLT_LIST}) {
-        SCOPED_TRACE(type);
-        TestList moved, fresh;
-        for (TestList* list : {&moved, &fresh}) {
-            list->SetListType(type);
-            dialog.AddQKItem(list);
-            for (int i = 0; i < 40; ++i)
-                list->Add(CString(u'w', i), 0);
-        }
-        CRect from(0, 0, 200, 200);
-        moved.SetRect(&from);
-        moved.GetItem(7)->rcText.SetRectEmpty();  // whatever the host did to it
-        kit::SetText(moved.GetItem(8)->szText, u"new");
-        kit::SetText(fresh.GetItem(8)->szText, u"new");
-        for (const CPoint by : {CPoint(0, -333), CPoint(17, 5), CPoint(-400, 90)}) {
-            CRect a(by, CSize(200, 200)), b(a);
-            moved.SetRect(&a);
-            fresh.RedrawList();
-            fresh.QKItemBase::SetRect(0, 0, 1, 1);
-            fresh.SetRect(&b);
-            EXPECT_EQ(a, b);
-            for (int i = 0; i < 40; ++i) {
-                EXPECT_EQ(moved.Look(i).rcItem, fresh.Look(i).rcItem) << i;
-                EXPECT_EQ(moved.Look(i).rcText, fresh.Look(i).rcText) << i;
-                EXPECT_EQ(moved.Look(i).rcMState, fresh.Look(i).rcMState) << i;
-                EXPECT_EQ(moved.Look(i).rcFState, fresh.Look(i).rcFState) << i;
-            }
-        }
-        moved.RemoveAll();
-        EXPECT_EQ(moved.GetListMaxHeight(), -90);
-        moved.AddIn(CRect(-400, 90, -400, 90));  // an empty cell in the corner
-        EXPECT_EQ(moved.GetListMaxHeight(), 0);
-        dialog.RemoveAllQKItem();
-    }
+    const LPCWSTR caption = u"a caption of very many words that no cell can hold at all";
+    TestList grid(QKLT_BIGICON, CRect(20, 10, 300, 300)), rows(QKLT_LIST, CRect(20, 10, 300, 300));
+    const auto measured = [&](float width, float height) {
+        Gdiplus::StringFormat format;
+        format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
+        return Gdiplus::GetTextExtent(caption, -1, grid.m_pFont.get(), {0, 0, width, height}, &format).box;
+    };
+    grid.Add(caption);
+    EXPECT_TRUE(grid.Look(0).rcMState.IsRectEmpty());  // no dialog yet
+    dialog.AddQKItem(&grid);
+    grid.ReSetPos(1);
+    EXPECT_EQ(grid.Look(0).rcText, CRect(20, 66, 95, 100));
+    EXPECT_EQ(grid.Look(0).rcMState, CRect(20, 10, 95, static_cast<int>(69 + measured(75, 34).Height)));
+    EXPECT_EQ(grid.Look(0).rcFState, CRect(20, 10, 95, static_cast<int>(69 + measured(75, 400).Height)));
+    EXPECT_GT(grid.Look(0).rcFState.bottom, grid.Look(0).rcMState.bottom);
+    dialog.AddQKItem(&rows);
+    rows.Add(caption);
+    EXPECT_EQ(rows.Look(0).rcText, CRect(43, 14, 277, 30));
+    const int width = static_cast<int>(measured(234, 16).Width);
+    EXPECT_EQ(rows.Look(0).rcMState, CRect(20, 10, 48 + width, 33));
+    EXPECT_EQ(rows.Look(0).rcFState, CRect(20, 10, 48 + width, 33));
+    kit::SetText(rows.GetItem(0)->szText, u"");
+    rows.ReCalcStateRect(rows.GetItem(0));
+    EXPECT_EQ(rows.Look(0).rcMState.Width(), 80);
 }
 
 TEST_F(ListLayout, FrameSetsAreNineOrNothing) {

@@ -1,5 +1,6 @@
 // Long random lives of a list, beside a plain model of it that walks its entries from the first to the last
 // for every question. Both must agree about everything after every step.
+#include <array>
 #include <cmath>
 #include <deque>
 #include <limits>
@@ -37,35 +38,36 @@ bool Meet(const CRect& a, const CRect& b) {
            b.top < a.bottom;
 }
 
-struct Plain {
-    int serial;
-    std::u16string text;
-    CRect item, caption, hit, focusRect;
-    int clickSel = 1, focus = 1, mouse = 0, unselected = 1, id = -1;
+// An entry as it should be; its caption is in szText.
+struct Plain : QKListItem {
+    int serial = 0;
     bool captionEmpty = true;
 };
 
+struct Cells {
+    int type = 2, itemWidth = -1, itemHeight = 20, imageWidth = 18, imageHeight = 18, gapX = -1, gapY = 3;
+};
+
 // The list as a record of settings and a walk.
-class Model {
+class Model : public Cells {
   public:
     explicit Model(const TestList& list) : list_(list) {}
 
     std::vector<Plain*> entries;  // some stand in two places
     std::vector<int> selection;   // serials
     CRect place;
-    int type = 2, itemWidth = -1, itemHeight = 20, imageWidth = 18, imageHeight = 18, gapX = -1, gapY = 3;
     int arrange = 0;
     bool desktop = false, hasParent = true;
 
     int NextId() const {
         int most = -1;
         for (const Plain* e : entries)
-            most = std::max(most, e->id);
+            most = std::max(most, e->nID);
         return most + 1;
     }
     bool Occupied(int x, int y) const {
         return std::any_of(entries.begin(), entries.end(), [&](const Plain* e) {
-            return e->item.PtInRect(POINT{x, y});
+            return e->rcItem.PtInRect(POINT{x, y});
         });
     }
 
@@ -74,59 +76,45 @@ class Model {
         Gdiplus::StringFormat format(&list_.m_format);
         format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
         const auto box = [&](float width, float height) {
-            return Gdiplus::GetTextExtent(e.text.empty() ? u"0" : e.text.c_str(), -1, list_.m_pFont.get(),
+            return Gdiplus::GetTextExtent(e.szText[0] ? e.szText : u"0", -1, list_.m_pFont.get(),
                                           {0, 0, width, height}, &format)
                 .box;
         };
-        const auto width = static_cast<float>(e.caption.Width());
-        const auto height = static_cast<float>(e.caption.Height());
+        const auto width = static_cast<float>(e.rcText.Width());
+        const auto height = static_cast<float>(e.rcText.Height());
         const Gdiplus::RectF trimmed = box(width, height), whole = box(width, type == 2 ? height : 400);
         if (type == 2) {
             const auto row = [&](float right) {
-                CRect rect(e.item.left, e.item.top, Cut(right), Sum(e.item.bottom, 3));
+                CRect rect(e.rcItem.left, e.rcItem.top, Cut(right), Sum(e.rcItem.bottom, 3));
                 if (rect.Width() < 80) rect.right = Sum(rect.left, 80);
                 return rect;
             };
-            e.hit = row(static_cast<float>(Sum(imageWidth, 5, e.item.left)) + trimmed.Width + 5);
-            e.focusRect = row(static_cast<float>(Sum(imageWidth, 10, e.item.left)) + whole.Width);
+            e.rcMState = row(static_cast<float>(Sum(imageWidth, 5, e.rcItem.left)) + trimmed.Width + 5);
+            e.rcFState = row(static_cast<float>(Sum(imageWidth, 10, e.rcItem.left)) + whole.Width);
         } else {
-            const auto top = static_cast<float>(e.caption.top);
-            e.hit = CRect(e.item.left, e.item.top, e.item.right, Cut(top + trimmed.Height + 3));
-            e.focusRect = CRect(e.item.left, e.item.top, e.item.right, Cut(top + whole.Height + 3));
+            const auto top = static_cast<float>(e.rcText.top);
+            e.rcMState = CRect(e.rcItem.left, e.rcItem.top, e.rcItem.right, Cut(top + trimmed.Height + 3));
+            e.rcFState = CRect(e.rcItem.left, e.rcItem.top, e.rcItem.right, Cut(top + whole.Height + 3));
         }
     }
 
-    bool Put(Plain& e, double x, double y) {
-        const bool rows = type == 2;
+    void Put(Plain& e, double x, double y, bool rows) {
         const int width = rows ? place.Width() : itemWidth;
-        if (!Fits(x) || !Fits(y) || !Fits(x + width) || !Fits(y + itemHeight)) return false;
-        e.item = CRect(CPoint(Cut(x), Cut(y)), CSize(width, itemHeight));
+        if (!Fits(x) || !Fits(y) || !Fits(x + width) || !Fits(y + itemHeight)) return;
+        e.rcItem = CRect(CPoint(Cut(x), Cut(y)), CSize(width, itemHeight));
+        PutCaptionInGrid(e);
         if (rows) {
-            e.caption = CRect(Sum(x, 5, imageWidth), Sum(y, 4), Sum(e.item.right, -5.0, -1.0 * imageWidth),
-                              e.item.bottom);
+            e.rcText = CRect(Sum(x, 5, imageWidth), Sum(y, 4), Sum(e.rcItem.right, -5.0, -1.0 * imageWidth),
+                              e.rcItem.bottom);
             e.captionEmpty = true;
-        } else {
-            PutCaptionInGrid(e);
         }
         Measure(e);
-        Grow(e);
-        return true;
-    }
-    bool PutInGrid(Plain& e, double x, double y) {
-        if (!Fits(x) || !Fits(y) || !Fits(x + itemWidth) || !Fits(y + itemHeight)) return false;
-        e.item = CRect(CPoint(Cut(x), Cut(y)), CSize(itemWidth, itemHeight));
-        PutCaptionInGrid(e);
-        Measure(e);
-        Grow(e);
-        return true;
+        place.bottom = std::max(place.bottom, e.rcItem.bottom);
+        place.right = std::max(place.right, e.rcItem.right);
+        place = CRect(place.TopLeft(), place.Size());  // a list has a width and a height
     }
     void PutCaptionInGrid(Plain& e) const {
-        e.caption = CRect(e.item.left, Sum(e.item.top, imageHeight, 3, 5), e.item.right, e.item.bottom);
-    }
-    void Grow(const Plain& e) {
-        place.bottom = std::max(place.bottom, e.item.bottom);
-        place.right = std::max(place.right, e.item.right);
-        place = CRect(place.TopLeft(), place.Size());  // a list has a width and a height
+        e.rcText = CRect(e.rcItem.left, Sum(e.rcItem.top, imageHeight, 3, 5), e.rcItem.right, e.rcItem.bottom);
     }
 
     // The next cell of a grid; false where there is none.
@@ -175,7 +163,7 @@ class Model {
         }
         while (Occupied(Cut(walk.x), Cut(walk.y)))
             if (!walk.Next()) return;
-        Put(e, walk.x, walk.y);
+        Put(e, walk.x, walk.y, type == 2);
     }
 
     void PlaceAtPoint(Plain& e, int px, int py) {
@@ -198,26 +186,26 @@ class Model {
                 reached = true;
             }
         }
-        PutInGrid(e, walk.x, walk.y);
+        Put(e, walk.x, walk.y, false);
     }
 
     void LayOut() {
         for (Plain* e : entries)
-            e->item = e->caption = e->hit = e->focusRect = NoPlace();
+            e->rcItem = e->rcText = e->rcMState = e->rcFState = NoPlace();
         for (Plain* e : entries)
             PlaceFirstFree(*e);
     }
     void Heights() {
         for (Plain* e : entries) {
-            e->item.bottom = Sum(e->item.top, itemHeight);
-            e->caption.top = Sum(e->item.top, imageHeight, 3, 5);
-            e->caption.bottom = e->item.bottom;
+            e->rcItem.bottom = Sum(e->rcItem.top, itemHeight);
+            e->rcText.top = Sum(e->rcItem.top, imageHeight, 3, 5);
+            e->rcText.bottom = e->rcItem.bottom;
             Measure(*e);
         }
     }
 
     void Select(Plain& e, bool select) {
-        e.unselected = select ? 0 : 1;
+        e.nSelState = select ? 0 : 1;
         const auto found = std::find(selection.begin(), selection.end(), e.serial);
         if (select && found == selection.end()) selection.push_back(e.serial);
         if (!select && found != selection.end()) selection.erase(found);
@@ -227,92 +215,8 @@ class Model {
             Select(*e, false);
     }
     void Focus(Plain& e, int focus) {
-        e.focus = focus;
+        e.nFocusState = focus;
         e.captionEmpty = true;
-    }
-    template <class Test>
-    Plain* First(Test test) {
-        for (Plain* e : entries)
-            if (test(*e)) return e;
-        return nullptr;
-    }
-    void Press(Plain& e) {
-        e.mouse = 2;
-        if (e.focus != 0) Focus(e, 0);
-    }
-
-    void Move(CPoint point) {
-        int hot = -1;
-        for (Plain* at : entries) {
-            Plain& e = *at;
-            if (!e.hit.PtInRect(point)) continue;
-            hot = e.id;
-            if (e.mouse == 1) continue;
-            e.mouse = 1;
-            break;
-        }
-        if (Plain* left = First([&](const Plain& e) { return e.mouse != 0 && e.id != hot; })) left->mouse = 0;
-    }
-    void Down(CPoint point) {
-        int hot = -1;
-        for (Plain* at : entries) {
-            Plain& e = *at;
-            if (!e.hit.PtInRect(point)) continue;
-            hot = e.id;
-            if (e.mouse == 2) continue;
-            Press(e);
-            if (e.unselected != 0) {
-                UnselectAll();
-                Select(e, true);
-            }
-            break;
-        }
-        if (Plain* before = First([&](const Plain& e) { return e.focus != 1 && e.id != hot; }))
-            Focus(*before, 1);
-    }
-    void Up(CPoint point) {
-        int hot = -1;
-        for (Plain* at : entries) {
-            Plain& e = *at;
-            if (!e.hit.PtInRect(point)) continue;
-            hot = e.id;
-            bool changed = e.mouse != 1;
-            e.mouse = 1;
-            if (e.clickSel) {
-                UnselectAll();
-                Select(e, true);
-                changed = true;
-            }
-            if (changed) break;
-        }
-        if (Plain* left = First([&](const Plain& e) { return e.mouse != 0 && e.id != hot; })) left->mouse = 0;
-    }
-    void Double(CPoint point) {
-        if (Plain* e = First([&](const Plain& at) { return at.hit.PtInRect(point) && at.mouse != 2; })) {
-            Press(*e);
-            if (e->unselected != 0) {
-                UnselectAll();
-                Select(*e, true);
-            }
-        }
-        if (Plain* focused = First([](const Plain& e) { return e.focus != 1; })) Focus(*focused, 1);
-    }
-    void RightDown(CPoint point) {
-        int hot = -1;
-        for (Plain* at : entries) {
-            Plain& e = *at;
-            if (!e.hit.PtInRect(point)) continue;
-            hot = e.id;
-            if (e.mouse == 2) continue;
-            Press(e);
-            break;
-        }
-        if (Plain* before = First([&](const Plain& e) { return e.focus != 1 && e.id != hot; }))
-            Focus(*before, 1);
-    }
-    void Band(const CRect& band) {
-        for (Plain* e : entries)
-            Select(*e, Meet(band, e->hit));
     }
 
   private:
@@ -323,7 +227,7 @@ class Life {
   public:
     // `isMany`: as if there were many entries and the host had got them all.
     Life(unsigned seed, bool isMany) : random_(seed), isMany_(isMany), model_(list_) {
-        if (isMany) list_.m_lstItems->SetPace({4, 3, 2});
+        if (isMany) list_.m_lstItems->Records().SetPace({4, 3, 2});
         dialog_.Create(kit::kDialogTemplate);
         dialog_.SetNoMove(1);
         dialog_.AddQKItem(&list_);
@@ -334,38 +238,13 @@ class Life {
 
     void Step() {
         got_ = 0;
-        switch (Roll(22)) {
-            case 0:
-            case 1:
-                return Add();
-            case 2:
-                return Insert();
-            case 3:
-                return Remove();
-            case 4:
-                return Swap();
-            case 5:
-                return Place();
-            case 6:
-                return Settings();
-            case 7:
-            case 8:
-                return HostChanges();
-            case 9:
-                return Select();
-            case 10:
-                return Band();
-            case 11:
-                return Restyle();
-            case 12:
-                return Read();
-            case 13:
-                return SetItem();
-            case 14:
-                return Extremes();
-            default:
-                return Pointer();
-        }
+        constexpr void (Life::*kActs[])() = {
+            &Life::Add,     &Life::Add,      &Life::Insert,      &Life::Remove,      &Life::Swap,
+            &Life::Place,   &Life::Settings, &Life::HostChanges, &Life::HostChanges, &Life::Select,
+            &Life::Band,    &Life::Restyle,  &Life::Read,        &Life::SetItem,     &Life::Extremes,
+            &Life::Pointer, &Life::Pointer,  &Life::Pointer,     &Life::Pointer,     &Life::Pointer,
+            &Life::Pointer, &Life::Pointer};
+        (this->*kActs[Roll(23)])();
     }
 
     // Everything that can be asked, asked of both.
@@ -384,9 +263,9 @@ class Life {
             if (const auto seen = seen_.find(plain.serial); seen != seen_.end() && !isMany_)
                 Same(*seen->second, plain);
             if (plain.serial % 2 || !Roll(60)) Same(*(seen_[plain.serial] = &list_.Look(i)), plain);
-            selected += plain.unselected == 0;
-            bottom = std::max(bottom, plain.item.bottom);
-            right = std::max(right, plain.item.right);
+            selected += plain.nSelState == 0;
+            bottom = std::max(bottom, plain.rcItem.bottom);
+            right = std::max(right, plain.rcItem.right);
         }
         ASSERT_EQ(dialog_.GetNumsSel(), selected);
         ASSERT_EQ(list_.GetListMaxHeight(), Sum(bottom, -1.0 * model_.place.top));
@@ -397,26 +276,24 @@ class Life {
         const CRect area(point, CSize(Roll(60), Roll(60)));
         int first = -1;
         for (int i = Count() - 1; i >= 0; --i)
-            if (Meet(area, model_.entries[static_cast<std::size_t>(i)]->item)) first = i;
+            if (Meet(area, model_.entries[static_cast<std::size_t>(i)]->rcItem)) first = i;
         QKListItem* out = nullptr;
         ASSERT_EQ(list_.GetItemFromRect(&area, out), first);
     }
 
   private:
+    std::string Print(const QKListItem& e, bool captionEmpty, bool isSelected) const {
+        std::ostringstream out;
+        out << e.nUser1 << " id " << e.nID << CRect(e.rcItem) << CRect(e.rcText) << " hit " << CRect(e.rcMState)
+            << " focus " << CRect(e.rcFState) << " states " << e.nMouseState << e.nFocusState << e.nSelState
+            << (captionEmpty ? "" : " shows its caption") << (isSelected ? " is selected" : "");
+        return out.str();
+    }
     void Same(const QKListItem& entry, const Plain& plain) {
-        EXPECT_EQ(entry.nUser1, plain.serial);
-        EXPECT_EQ(entry.nID, plain.id);
-        EXPECT_EQ(entry.rcItem, plain.item);
-        EXPECT_EQ(entry.rcText, plain.caption);
-        EXPECT_EQ(entry.rcMState, plain.hit);
-        EXPECT_EQ(entry.rcFState, plain.focusRect);
-        EXPECT_EQ(entry.nMouseState, plain.mouse);
-        EXPECT_EQ(entry.nFocusState, plain.focus);
-        EXPECT_EQ(entry.nSelState, plain.unselected);
-        EXPECT_EQ(entry.szTextCath[0] == 0, plain.captionEmpty);
         const auto& order = model_.selection;
-        EXPECT_EQ(list_.ItemInSelect(const_cast<QKListItem*>(&entry)),
-                  std::find(order.begin(), order.end(), plain.serial) != order.end());
+        EXPECT_EQ(Print(entry, entry.szTextCath[0] == 0, list_.ItemInSelect(const_cast<QKListItem*>(&entry))),
+                  Print(plain, plain.captionEmpty,
+                        std::find(order.begin(), order.end(), plain.serial) != order.end()));
     }
     int Roll(int sides) { return static_cast<int>(random_() % static_cast<unsigned>(sides)); }
     int Count() const { return static_cast<int>(model_.entries.size()); }
@@ -428,22 +305,17 @@ class Life {
         return static_cast<int>(std::find(model_.entries.begin(), model_.entries.end(), &plain) -
                                 model_.entries.begin());
     }
-    std::u16string Words() {
-        return std::u16string(u"江 a caption of some words or more", static_cast<std::size_t>(Roll(34)));
-    }
+    CString Words() { return CString(u"江 a caption of some words or more", Roll(34)); }
 
     QKListItem Record(Plain& plain) {
         plain.serial = ++serial_;
-        plain.text = Words();
-        plain.id = model_.NextId();
-        QKListItem record;
-        record.nUser1 = plain.serial;
-        if (Roll(3) == 0) record.rcItem = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(120), Roll(120)));
-        if (Roll(20) == 0) record.rcItem = CRect(kHigh - Roll(9), 0, kHigh, Roll(9));
-        if (Roll(20) == 0) record.rcItem = CRect(list_.Place().TopLeft(), CSize(0, 0));
-        plain.item = record.rcItem;
-        kit::SetText(record.szText, CString(plain.text.c_str()));
-        return record;
+        plain.SetText(Words());
+        plain.nID = model_.NextId();
+        if (Roll(3) == 0) plain.rcItem = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(120), Roll(120)));
+        if (Roll(20) == 0) plain.rcItem = CRect(kHigh - Roll(9), 0, kHigh, Roll(9));
+        if (Roll(20) == 0) plain.rcItem = CRect(list_.Place().TopLeft(), CSize(0, 0));
+        plain.nUser1 = plain.serial;
+        return plain;
     }
     void Add() {
         if (Count() > 60) return Remove();
@@ -477,6 +349,14 @@ class Life {
         Drop(plain);
         EXPECT_EQ(list_.RemoveAt(list_.GetItem(index), 1), 1);
         std::erase(model_.entries, &plain);
+    }
+    void RemoveSelected() {
+        const auto leaves = [](const Plain* e) { return e->nSelState == 0; };
+        const bool any = std::any_of(model_.entries.begin(), model_.entries.end(), leaves);
+        for (Plain* e : model_.entries)
+            if (leaves(e)) model_.Select(*e, false), e->nSelState = 0, Drop(*e);
+        std::erase_if(model_.entries, leaves);
+        EXPECT_EQ(dialog_.DeleteSelectedFiles(), any);
     }
     void Drop(const Plain& plain) {
         held_.erase(plain.serial);
@@ -534,8 +414,7 @@ class Life {
         const int sizes[] = {kLow, -100, -1, 0, 1, 20, 1 << 30, kHigh};
         const auto any = [&] { return sizes[Roll(8)]; };
         const CRect place = model_.place;
-        SetModel(model_.type, any(), any(), any(), any(), any(), any());
-        ApplyModel();
+        SetCells({model_.type, any(), any(), any(), any(), any(), any()});
         if (Roll(2))
             model_.place = CRect(CPoint(Roll(200) - 100, Roll(3) ? 0 : kHigh - 5), CSize(any(), any()));
         const CRect given = model_.place;
@@ -547,8 +426,7 @@ class Life {
             model_.Heights();
         }
         Compare();
-        SetModel(model_.type, 40, 50, 16, 16, 3, 3);
-        ApplyModel();
+        SetCells({model_.type, 40, 50, 16, 16, 3, 3});
         model_.place = place;
         model_.LayOut();
         list_.SetRect(&place);
@@ -593,33 +471,25 @@ class Life {
             case 1:
                 model_.desktop = Roll(2) != 0;
                 return list_.SetListMode(model_.desktop ? QKLIST_DESKTOP : QKLIST_NORMAL);
-            case 2:
-                SetModel(Roll(3), 30 + Roll(60), 40 + Roll(60), 16 + Roll(20), 16 + Roll(20), Roll(12) - 4,
-                         Roll(12) - 4);
-                if (Roll(6) == 0) model_.itemWidth = -1 - Roll(2), model_.gapX = 20 + Roll(9);
-                if (Roll(6) == 0) model_.itemHeight = -1 - Roll(2), model_.gapY = 20 + Roll(9);
-                return ApplyModel();
+            case 2: {
+                Cells cells{Roll(3),       30 + Roll(60), 40 + Roll(60), 16 + Roll(20),
+                            16 + Roll(20), Roll(12) - 4,  Roll(12) - 4};
+                if (Roll(6) == 0) cells.itemWidth = -1 - Roll(2), cells.gapX = 20 + Roll(9);
+                if (Roll(6) == 0) cells.itemHeight = -1 - Roll(2), cells.gapY = 20 + Roll(9);
+                return SetCells(cells);
+            }
             default:
-                if (type == 0) SetModel(0, 75, 90, 48, 48, 2, 10);
-                if (type == 1) SetModel(1, 75, 74, 32, 32, 0, 8);
-                if (type > 1) SetModel(2, -1, 20, 18, 18, -1, 3);
+                static_cast<Cells&>(model_) =
+                    std::array{Cells{0, 75, 90, 48, 48, 2, 10}, Cells{1, 75, 74, 32, 32, 0, 8}, Cells(),
+                               Cells()}[static_cast<std::size_t>(type)];
                 list_.SetListType(static_cast<QKListType>(model_.type));
                 return model_.LayOut();
         }
     }
-    void ApplyModel() {
+    void SetCells(const Cells& cells) {
+        static_cast<Cells&>(model_) = cells;
         list_.SetListType(static_cast<QKListType>(model_.type), model_.itemWidth, model_.itemHeight,
                           model_.imageWidth, model_.imageHeight, model_.gapX, model_.gapY);
-    }
-    void SetModel(int type, int itemWidth, int itemHeight, int imageWidth, int imageHeight, int gapX,
-                  int gapY) {
-        model_.type = type;
-        model_.itemWidth = itemWidth;
-        model_.itemHeight = itemHeight;
-        model_.imageWidth = imageWidth;
-        model_.imageHeight = imageHeight;
-        model_.gapX = gapX;
-        model_.gapY = gapY;
     }
     // Through a pointer got now, or long ago.
     void HostChanges() {
@@ -640,46 +510,31 @@ class Life {
         }
     }
     void Change(QKListItem& entry, Plain& plain) {
-        switch (Roll(10)) {
-            case 0:
-                entry.rcItem.OffsetRect(Roll(100) - 50, Roll(100) - 50);
-                plain.item = entry.rcItem;
-                return;
-            case 1:
-                plain.hit = entry.rcMState = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
-                return;
-            case 2:
-                plain.caption = entry.rcText = CRect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
-                return;
-            case 3:
-                plain.mouse = entry.nMouseState = Roll(3);
-                return;
-            case 4:
-                plain.focus = entry.nFocusState = Roll(2);
-                return;
-            case 5:
-                plain.unselected = entry.nSelState = Roll(2);
-                return;
-            case 6:
-                plain.id = entry.nID = Roll(80);
-                return;
-            case 7:
-                plain.clickSel = entry.nClickSel = Roll(2);
-                kit::SetText(entry.szTextCath, u"k");
-                plain.captionEmpty = false;
-                return;
-            case 8:
-                kit::SetText(entry.szTextCath, u"k");
-                plain.captionEmpty = false;
-                list_.ScaleItemXY(&entry);
-                return model_.PlaceFirstFree(plain);
-            default:
-                plain.text = Words();
-                kit::SetText(entry.szText, CString(plain.text.c_str()));
-                if (!isMany_ && Roll(3) == 0) return;  // until the next layout
-                list_.ReCalcStateRect(&entry);
-                model_.Measure(plain);
+        const int what = Roll(10), number = Roll(what == 6 ? 80 : what == 3 ? 3 : 2);
+        const CRect rect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
+        const CString words = Words();
+        for (QKListItem* e : {&entry, static_cast<QKListItem*>(&plain)}) {
+            if (what == 0) e->rcItem.OffsetRect(rect.left / 3 - 50, rect.top / 3 - 50);
+            if (what == 1) e->rcMState = rect;
+            if (what == 2) e->rcText = rect;
+            if (what == 3) e->nMouseState = number;
+            if (what == 4) e->nFocusState = number;
+            if (what == 5) e->nSelState = number;
+            if (what == 6) e->nID = number;
+            if (what == 7) e->nClickSel = number;
+            if (what == 9) e->SetText(words);
         }
+        if (what == 7 || what == 8) {
+            kit::SetText(entry.szTextCath, u"k");
+            plain.captionEmpty = false;
+        }
+        if (what == 8) {
+            list_.ScaleItemXY(&entry);
+            model_.PlaceFirstFree(plain);
+        }
+        if (what != 9 || (!isMany_ && Roll(3) == 0)) return;  // until the next layout
+        list_.ReCalcStateRect(&entry);
+        model_.Measure(plain);
     }
     void Select() {
         if (Count() == 0) return;
@@ -698,19 +553,19 @@ class Life {
                 list_.ClearState();
                 model_.UnselectAll();
                 for (Plain* e : model_.entries) {
-                    if (e->focus != 1) model_.Focus(*e, 1);
-                    e->mouse = 0;
+                    if (e->nFocusState != 1) model_.Focus(*e, 1);
+                    e->nMouseState = 0;
                 }
                 model_.selection.clear();
                 return;
             case 3:
                 list_.RemoveMoveState();
                 for (Plain* e : model_.entries)
-                    e->mouse = e->mouse == 1 ? 0 : e->mouse;
+                    e->nMouseState = e->nMouseState == 1 ? 0 : e->nMouseState;
                 return;
             default: {
                 const int select = Roll(2);
-                EXPECT_EQ(list_.SetSel(index, select), plain.unselected != !select);
+                EXPECT_EQ(list_.SetSel(index, select), plain.nSelState != !select);
                 model_.Select(plain, select != 0);
             }
         }
@@ -719,29 +574,49 @@ class Life {
         const CPoint corner(Roll(300), Roll(250));
         dialog_.m_rcSel = CRect(corner, CSize(Roll(4) ? Roll(200) : 0, Roll(200)));
         dialog_.CaleSelItem();
-        model_.Band(dialog_.m_rcSel);
+        for (Plain* e : model_.entries)
+            model_.Select(*e, Meet(dialog_.m_rcSel, e->rcMState));
         dialog_.m_rcSel.SetRectEmpty();
     }
+    // An event is about one entry at most, and takes a state that only one has from one other at most: the
+    // first that a walk finds.
     void Pointer() {
         const CPoint point(Roll(400) - 50, Roll(350) - 50);
-        const CRect place = list_.Place();
-        switch (Roll(6)) {
-            case 0:
-                dialog_.MoveLDownList(&list_, place, point);
-                return model_.Down(point);
-            case 1:
-                dialog_.MoveUpList(&list_, place, point);
-                return model_.Up(point);
-            case 2:
-                dialog_.MoveLDBClickList(&list_, place, point);
-                return model_.Double(point);
-            case 3:
-                dialog_.MoveRDownList(&list_, place, point);
-                return model_.RightDown(point);
-            default:
-                dialog_.MoveOnList(&list_, place, point);
-                return model_.Move(point);
+        enum Loser { kNobody, kOther, kAnyone };
+        const struct {
+            int (ListDialog::*handle)(QKListCtrl*, const CRect&, CPoint);
+            int mouse;  // of the entry that it is about
+            bool focuses, selects, byClick;
+            Loser mouseLoser, focusLoser;
+        } events[] = {{&ListDialog::MoveLDownList, 2, true, true, false, kNobody, kOther},
+                      {&ListDialog::MoveUpList, 1, false, true, true, kOther, kNobody},
+                      {&ListDialog::MoveLDBClickList, 2, true, true, false, kNobody, kAnyone},
+                      {&ListDialog::MoveRDownList, 2, true, false, false, kNobody, kOther},
+                      {&ListDialog::MoveOnList, 1, false, false, false, kOther, kNobody}};
+        const auto& event = events[std::min(Roll(6), 4)];
+        Plain* about = nullptr;
+        int hot = -1;
+        for (Plain* e : model_.entries) {
+            if (about || !e->rcMState.PtInRect(point)) continue;
+            hot = e->nID;
+            if (e->nMouseState != event.mouse || (event.byClick && e->nClickSel)) about = e;
         }
+        (dialog_.*event.handle)(&list_, list_.Place(), point);
+        if (about) {
+            about->nMouseState = event.mouse;
+            if (event.focuses && about->nFocusState != 0) model_.Focus(*about, 0);
+            if (event.selects && (event.byClick ? about->nClickSel != 0 : about->nSelState != 0))
+                for (Plain* e : model_.entries)
+                    model_.Select(*e, e == about);
+        }
+        const auto first = [&](Loser loser, auto has) {
+            const auto found = std::find_if(model_.entries.begin(), model_.entries.end(), [&](Plain* e) {
+                return loser != kNobody && has(*e) && (loser == kAnyone || e->nID != hot);
+            });
+            return found == model_.entries.end() ? nullptr : *found;
+        };
+        if (Plain* e = first(event.mouseLoser, [](Plain& at) { return at.nMouseState != 0; })) e->nMouseState = 0;
+        if (Plain* e = first(event.focusLoser, [](Plain& at) { return at.nFocusState != 1; })) model_.Focus(*e, 1);
     }
 
     std::mt19937 random_;

@@ -15,6 +15,7 @@ class Alive;
 class FramePainter;
 class ItemTips;
 class TabFocus;
+struct Entry;
 }  // namespace qkui
 
 class COleDataSource;
@@ -27,7 +28,6 @@ class QKProgress;
 class QKStaticText;
 class QKVScrollBar;
 struct QKListItem;
-struct QKListNode;
 
 // The fill that makes an area of a per-pixel window catch the pointer while it stays invisible.
 constexpr Gdiplus::ARGB QK_PAINT_TRANSPARENT = 0x01FFFFFF;
@@ -327,8 +327,8 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     std::u16string SelectedPaths();
     void CarryFirstIcon(COleDataSource& source);
     int DragOut();
-    void PressEntry(QKListCtrl& list, QKListNode& node);
-    void SelectAlone(QKListCtrl& list, QKListNode& node);
+    void PressEntry(QKListCtrl& list, qkui::Entry& node);
+    void SelectAlone(QKListCtrl& list, qkui::Entry& node);
     bool DropListFocus();
     QKVScrollBar* BarOf(const QKListCtrl& list) const;
     void SettleScrolling() const;

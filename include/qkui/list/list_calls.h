@@ -9,8 +9,10 @@
 
 struct QKListItem;
 
+namespace qkui {
+
 // Shared by copies of the list. Each lives until its own call is over, whatever that does to the list.
-struct QKListCalls {
+struct ListCalls {
     template <class... Arguments>
     using Call = std::shared_ptr<const std::function<void(Arguments...)>>;
 
@@ -19,3 +21,5 @@ struct QKListCalls {
     Call<QKListItem*> doubleClick;
     Call<> selection;
 };
+
+}  // namespace qkui

@@ -19,17 +19,16 @@
 namespace qkui {
 class DisplayList;
 class FramePainter;
+class ListEntries;
 class OperationSink;
 class SelectionWatch;
+struct CellGrid;
+struct CellPlace;
+struct Entry;
+struct ListLayout;
+struct ListMeasure;
+struct ListMetrics;
 }  // namespace qkui
-
-class QKListEntries;
-struct QKCellGrid;
-struct QKCellPlace;
-struct QKListLayout;
-struct QKListMeasure;
-struct QKListMetrics;
-struct QKListNode;
 
 // How a list behaves.
 enum QKListMode : int {
@@ -263,9 +262,9 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     using NineImages = std::array<std::shared_ptr<Gdiplus::Image>, 9>;
 
     // What copies of a list share. Each holds it by itself: a weak pointer to one list's ends with that list.
-    class Entries : public std::shared_ptr<QKListEntries> {
+    class Entries : public std::shared_ptr<qkui::ListEntries> {
       public:
-        explicit Entries(const std::shared_ptr<QKListEntries>& entries) : shared_ptr(HoldToo(entries)) {}
+        explicit Entries(const std::shared_ptr<qkui::ListEntries>& entries) : shared_ptr(HoldToo(entries)) {}
         Entries(const Entries& other) : shared_ptr(HoldToo(other)) {}
         Entries& operator=(const Entries& other) {
             if (get() != other.get()) shared_ptr::operator=(HoldToo(other));
@@ -274,7 +273,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
         ~Entries() = default;
 
       private:
-        static std::shared_ptr<QKListEntries> HoldToo(const std::shared_ptr<QKListEntries>& other);
+        static std::shared_ptr<qkui::ListEntries> HoldToo(const std::shared_ptr<qkui::ListEntries>& other);
     };
 
     Entries m_lstItems;                      // with their selection
@@ -298,21 +297,21 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     std::size_t m_nCaptionLimit = std::size_t{16} << 20;
 
   private:
-    QKListMetrics Metrics() const;
-    QKListMeasure Measure() const;
-    std::optional<QKCellGrid> Grid(bool columns) const;
+    qkui::ListMetrics Metrics() const;
+    qkui::ListMeasure Measure() const;
+    std::optional<qkui::CellGrid> Grid(bool columns) const;
     template <class Place>
     bool Add(QKListItem& host, int index, Place place);
-    std::optional<QKCellGrid> LayoutGrid() const;
-    std::optional<QKCellPlace> PlaceFirstFree(const std::optional<QKCellGrid>& grid);
-    std::optional<QKCellPlace> PlaceAtPoint(int x, int y);
-    void PlaceRecord(QKListItem& entry, const std::optional<QKCellPlace>& place);
+    std::optional<qkui::CellGrid> LayoutGrid() const;
+    std::optional<qkui::CellPlace> PlaceFirstFree(const std::optional<qkui::CellGrid>& grid);
+    std::optional<qkui::CellPlace> PlaceAtPoint(int x, int y);
+    void PlaceRecord(QKListItem& entry, const std::optional<qkui::CellPlace>& place);
     template <class SetRects>
     void MeasureRecord(QKListItem& entry, SetRects setRects);
     void Grow(const CRect& cell);
     void LayOutAll();
-    bool MoveLayout(const QKListLayout& layout);
-    void PlaceAll(QKListLayout& layout);
+    bool MoveLayout(const qkui::ListLayout& layout);
+    void PlaceAll(qkui::ListLayout& layout);
     void LoadFrames(NineImages& images, const CStringArray& paths);
 
     // Scrolling. The corner is the content's, from which cells are counted.
@@ -329,39 +328,38 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void FollowBar();
     void ShowOnBar();
     CRect BandArea(const CRect& band) const;
-    std::vector<QKListNode*> HitBy(CPoint point);
+    std::vector<qkui::Entry*> HitBy(CPoint point);
 
     // Keys: where they lead, by index; -1 where they lead nowhere.
     enum class Way { Up, Down, Left, Right, PageUp, PageDown, Home, End };
-    int Locate(const QKListMark& mark);
+    int Locate(const qkui::EntryMark& mark);
     int Caret();
     int Target(int from, Way way);
     int Beside(int from, Way way);
     int APageFrom(int from, Way way);
     int Placed(int index, int step);
-    QKListMark MarkAt(int index);
-    void SelectNode(QKListNode& node, bool select);
+    qkui::EntryMark MarkAt(int index);
+    void SelectNode(qkui::Entry& node, bool select);
     void SelectRange(int from, int to, bool select);
-    void Pressed(const QKListNode& node);
-    void Unfocus(const QKListNode* except);
+    void Pressed(const qkui::Entry& node);
+    void Unfocus(const qkui::Entry* except);
 
     std::function<void(QKListItem*, POINT*)> ClickCall() const;
     std::function<void(QKListItem*, POINT*)> RightClickCall() const;
     std::function<void(QKListItem*)> DoubleClickCall() const;
 
-    QKListScroll m_scroll;
-    QKListKeys m_keys;
-    QKListCalls m_calls;
+    qkui::ListScroll m_scroll;
+    qkui::ListKeys m_keys;
+    qkui::ListCalls m_calls;
 
     // Drawing: a frame begins; every entry that draws into an area, in drawing order; what it draws.
     void BeginFrame();
     SIZE LargestFrame() const;
-    std::vector<QKListNode*> DrawnIn(const CRect& area);
-    void ComposeEntry(QKListNode& node, qkui::OperationSink& pieces);
+    const std::vector<qkui::Entry*>& DrawnIn(const CRect& area);
+    void ComposeEntry(qkui::Entry& node, qkui::OperationSink& pieces);
     // Adds the numbers and the pixels of an entry's picture to a step that was begun.
-    void DescribeEntry(QKListNode& node, qkui::DisplayList& inputs);
-    CRect TouchedBy(QKListNode& node);
-    Gdiplus::Image* CaptionOf(QKListNode& node, const Gdiplus::RectF& place,
+    void DescribeEntry(qkui::Entry& node, qkui::DisplayList& inputs);
+    Gdiplus::Image* CaptionOf(qkui::Entry& node, const Gdiplus::RectF& place,
                               Gdiplus::StringTrimming trimming);
 
     friend class CQKDialogBase;

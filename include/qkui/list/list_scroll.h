@@ -5,8 +5,10 @@
 
 class QKVScrollBar;
 
+namespace qkui {
+
 // The list's rectangle is its view. The content lies where its entries are: scrolling moves them all.
-struct QKListScroll {
+struct ListScroll {
     bool on = false;
     CPoint content;               // its top left corner, in client pixels
     QKVScrollBar* bar = nullptr;  // the host's: touched only while it is registered with the list's dialog
@@ -14,3 +16,5 @@ struct QKListScroll {
     bool hasBand = false;         // a rubber band began in the view,
     CPoint carried;               // and the content has been moved by this much since
 };
+
+}  // namespace qkui

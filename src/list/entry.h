@@ -4,48 +4,45 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include <platform/gdiplus.h>
 #include <platform/geometry.h>
 
 #include <qkui/list/list_item.h>
+#include "list/caption_extents.h"
 
-// A text on the heap, without the room that a record has for it.
-class QKShortText {
-  public:
-    QKShortText() = default;
-    explicit QKShortText(std::u16string_view text);
-    std::u16string_view View() const;  // without zeros
-
-  private:
-    std::unique_ptr<WCHAR[]> units_;  // with a terminator; null for an empty text
-};
+namespace qkui {
 
 // Frees a record and all that it owns.
-struct QKReleaseRecord {
+struct ReleaseRecord {
     void operator()(QKListItem* item) const;
 };
-using QKOwnedRecord = std::unique_ptr<QKListItem, QKReleaseRecord>;
+using OwnedRecord = std::unique_ptr<QKListItem, ReleaseRecord>;
 
 // What few entries have.
-struct QKEntryDetails {
-    QKEntryDetails() = default;
-    ~QKEntryDetails();
-    QKEntryDetails(const QKEntryDetails&) = delete;
-    QKEntryDetails& operator=(const QKEntryDetails&) = delete;
+struct EntryDetails {
+    EntryDetails() = default;
+    ~EntryDetails();
+    EntryDetails(const EntryDetails&) = delete;
+    EntryDetails& operator=(const EntryDetails&) = delete;
 
-    QKShortText path;
+    std::u16string path;
     std::unique_ptr<Gdiplus::Image> image2;
     HICON icon;  // owned
     int users[5] = {};
 };
 
-struct QKListNode;
+struct Entry;
 
-// What is made when an entry is looked at: its measured rectangles and its rendered caption.
-struct QKEntryLook {
+// What is made when an entry is looked at, or exposed to a host: its measured rectangles and its rendered
+// caption.
+struct EntryLook {
     CRect hit, focus;  // seen from the entries' common origin
+    // Of an entry with a record: in which layout it was last measured, and what that gave.
+    std::uint64_t layout = 0;
+    std::unique_ptr<CaptionExtents> extents;
 
     // The picture of the entry in its usual state, as it was last described; 0 where it is another one.
     std::uint64_t picture = 0;
@@ -55,12 +52,12 @@ struct QKEntryLook {
 
     // The rendered caption; of an entry with a record, the record has it.
     std::unique_ptr<Gdiplus::Image> caption;
-    bool showsText = false;  // was rendered for the entry's text as it is, and for its state
-    std::uint64_t captionEpoch = 0;
+    bool showsText = false;          // was rendered for the entry's text as it is, and for its state
+    std::uint64_t captionEpoch = 0;  // of the rendering; of a record: in which it was last emptied
 
     // While it is kept.
     bool hasCaption = false;
-    std::list<QKListNode*>::iterator captionSeen;
+    std::list<Entry*>::iterator captionSeen;
     std::uint64_t captionFrame = 0;
     std::size_t captionBytes = 0;
     // How it was rendered, so that one dropped for lack of room comes back the same.
@@ -75,31 +72,35 @@ struct QKEntryLook {
 
 // A place in a list's collection. The record that hosts see is made when one asks for the entry; from then on
 // it has the entry's texts, images and icon, and may be behind in what the list found out since.
-struct QKListNode {
+struct Entry {
     // What the state rectangles are.
     enum class Extent : std::int8_t {
         kEmpty,     // no layout has been here
         kUnplaced,  // a layout found no cell
-        kCover,     // inside what QKHitCover says; measured when somebody asks
+        kCover,     // inside what HitCover says; measured when somebody asks
         kKnown,     // in the look
     };
 
-    std::uint64_t order = 0;  // grows along the collection
-    CRect cell;               // seen from the entries' common origin, as all rectangles here
-    CRect caption;            // rcText
-    CRect reach;              // whatever a question may meet, as the index has it
-    QKShortText text;
+    // In one block with its text, which is cut to what a record holds.
+    static std::unique_ptr<Entry> Make(std::u16string_view text);
+    static void operator delete(void* block) { ::operator delete(block); }
+
+    std::uint64_t order = 0;               // grows along the collection
+    CRect cell;                            // seen from the entries' common origin, as all rectangles here
+    CRect caption;                         // rcText
+    CRect reach;                           // whatever a question may meet, as the index has it
     std::shared_ptr<Gdiplus::Image> icon;  // with other entries
-    std::unique_ptr<QKEntryDetails> details;
-    std::unique_ptr<QKEntryLook> look;
+    std::unique_ptr<EntryDetails> details;
+    std::unique_ptr<EntryLook> look;
     QKListItem* record = nullptr;
-    std::uint32_t heldAt = 0;  // of the record, among those that hosts hold
+    std::uint32_t heldAt = 0;  // of the record, among HeldRecords
     int id = -1;
     // As in a record; whatever else a host writes there counts as kOther.
     std::int8_t mouse = 0;
     std::int8_t focus = 1;
     std::int8_t unselected = 1;
     Extent extent = Extent::kEmpty;
+    std::uint16_t textLength = 0;  // of the text behind the entry
     bool placed = true;
     bool mayChange = false;  // a host holds the record, and not only to read it
 
@@ -111,12 +112,12 @@ struct QKListNode {
     std::u16string_view Text() const;
     std::u16string_view Path() const;
     Gdiplus::Image* Icon() const { return record ? record->pImage : icon.get(); }
-    bool HasText() const { return record ? record->szText[0] != u'\0' : !text.View().empty(); }
+    bool HasText() const { return record ? record->szText[0] != u'\0' : textLength > 0; }
     bool ShowsText() const { return !record || record->bShowText != 0; }
     bool ClickSelects() const { return !record || record->nClickSel != 0; }
     Gdiplus::Image* Caption() const;
     // Made when it is first needed.
-    QKEntryLook& Look();
+    EntryLook& Look();
     void ForgetPicture() {
         if (look) look->picture = 0;
     }
@@ -124,8 +125,20 @@ struct QKListNode {
 
     // A record of what is in here, but for rectangles and what only the list knows; without memory nothing
     // changes. What the entry owned goes over to it with GiveTo.
-    QKOwnedRecord MakeRecord() const;
+    OwnedRecord MakeRecord() const;
     void GiveTo(QKListItem& item, std::uint64_t captionEpoch);
     // The entry is what a host's record says.
     void TakeFrom(QKListItem* item);
+
+  private:
+    struct Tail {
+        std::size_t bytes;
+    };
+    Entry() = default;
+    static void* operator new(std::size_t size, Tail tail) { return ::operator new(size + tail.bytes); }
+    static void operator delete(void* block, Tail) { ::operator delete(block); }
+    WCHAR* OwnText() { return reinterpret_cast<WCHAR*>(this + 1); }
+    std::u16string_view OwnText() const { return {reinterpret_cast<const WCHAR*>(this + 1), textLength}; }
 };
+
+}  // namespace qkui

@@ -1,4 +1,4 @@
-#include "list/list_node.h"
+#include "list/entry.h"
 
 #include <algorithm>
 #include <new>
@@ -8,17 +8,17 @@
 
 #include "list/list_text.h"
 
-QKShortText::QKShortText(std::u16string_view text) {
-    if (text.empty()) return;
-    units_.reset(new WCHAR[text.size() + 1]);
-    *std::copy(text.begin(), text.end(), units_.get()) = u'\0';
+namespace qkui {
+
+std::unique_ptr<Entry> Entry::Make(std::u16string_view text) {
+    text = text.substr(0, QKListItem::kTextUnits - 1);
+    std::unique_ptr<Entry> entry(new (Tail{text.size() * sizeof(WCHAR)}) Entry);
+    std::copy(text.begin(), text.end(), entry->OwnText());
+    entry->textLength = static_cast<std::uint16_t>(text.size());
+    return entry;
 }
 
-std::u16string_view QKShortText::View() const {
-    return units_ ? std::u16string_view(units_.get()) : std::u16string_view();
-}
-
-void QKReleaseRecord::operator()(QKListItem* item) const {
+void ReleaseRecord::operator()(QKListItem* item) const {
     delete item->pImage;
     delete item->pImage2;
     delete item->pAlphaImage;
@@ -27,38 +27,38 @@ void QKReleaseRecord::operator()(QKListItem* item) const {
     delete item;
 }
 
-QKEntryDetails::~QKEntryDetails() {
+EntryDetails::~EntryDetails() {
     if (icon) DestroyIcon(icon);
 }
 
-std::u16string_view QKListNode::Text() const {
-    return record ? QKTextOf(record->szText) : text.View();
+std::u16string_view Entry::Text() const {
+    return record ? TextOf(record->szText) : OwnText();
 }
 
-std::u16string_view QKListNode::Path() const {
-    if (record) return QKTextOf(record->szPath);
-    return details ? details->path.View() : std::u16string_view();
+std::u16string_view Entry::Path() const {
+    if (record) return TextOf(record->szPath);
+    return details ? std::u16string_view(details->path) : std::u16string_view();
 }
 
-Gdiplus::Image* QKListNode::Caption() const {
+Gdiplus::Image* Entry::Caption() const {
     if (record) return record->pTextImage;
     return look ? look->caption.get() : nullptr;
 }
 
-QKEntryLook& QKListNode::Look() {
-    if (!look) look = std::make_unique<QKEntryLook>();
+EntryLook& Entry::Look() {
+    if (!look) look = std::make_unique<EntryLook>();
     return *look;
 }
 
-QKOwnedRecord QKListNode::MakeRecord() const {
-    QKOwnedRecord item(new QKListItem);
+OwnedRecord Entry::MakeRecord() const {
+    OwnedRecord item(new QKListItem);
     item->nID = id;
     item->nMouseState = mouse;
     item->nFocusState = focus;
     item->nSelState = unselected;
-    QKSetText(item->szText, text.View());
+    CopyText(item->szText, OwnText());
     if (details) {
-        QKSetText(item->szPath, details->path.View());
+        CopyText(item->szPath, details->path);
         int* const users[] = {&item->nUser1, &item->nUser2, &item->nUser3, &item->nUser4, &item->nUser5};
         for (std::size_t i = 0; i < std::size(users); ++i)
             *users[i] = details->users[i];
@@ -67,24 +67,22 @@ QKOwnedRecord QKListNode::MakeRecord() const {
     return item;
 }
 
-void QKListNode::GiveTo(QKListItem& item, std::uint64_t captionEpoch) {
+void Entry::GiveTo(QKListItem& item, std::uint64_t captionEpoch) {
     if (details) {
         item.pImage2 = details->image2.release();
         item.hIcon = std::exchange(details->icon, HICON());
     }
     if (look) {
-        if (look->showsText && look->captionEpoch == captionEpoch) QKSetText(item.szTextCath, text.View());
+        if (look->showsText && look->captionEpoch == captionEpoch) CopyText(item.szTextCath, OwnText());
         item.pTextImage = look->caption.release();
     }
     ForgetPicture();
-    text = QKShortText();
     icon.reset();
     details.reset();
     record = &item;
 }
 
-void QKListNode::TakeFrom(QKListItem* item) {
-    text = QKShortText();
+void Entry::TakeFrom(QKListItem* item) {
     icon.reset();
     details.reset();
     look.reset();
@@ -94,3 +92,5 @@ void QKListNode::TakeFrom(QKListItem* item) {
     focus = State(item->nFocusState);
     unselected = State(item->nSelState);
 }
+
+}  // namespace qkui
