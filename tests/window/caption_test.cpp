@@ -19,11 +19,7 @@ class CaptionTest : public WindowTest {
         Forget();
         return window_;
     }
-    CRect Place() {
-        RECT rect;
-        GetWindowRect(window_, &rect);
-        return rect;
-    }
+    CRect Place() { return RectOf(window_); }
     // Steps of the user while the loop blocks.
     using Act = void (*)(void*);
     void Press(std::initializer_list<Act> acts) {
@@ -35,10 +31,7 @@ class CaptionTest : public WindowTest {
     static CaptionTest& Self(void* self) { return *static_cast<CaptionTest*>(self); }
     static void MoveFar(void* self) { Self(self).User().Move(160, 90); }
     static void LetGo(void* self) { Self(self).User().Release(); }
-    static void Escape(void* self) {
-        Self(self).User().KeyDown(VK_ESCAPE);
-        Self(self).User().KeyUp(VK_ESCAPE);
-    }
+    static void Escape(void* self) { Self(self).User().Stroke(VK_ESCAPE); }
 
     HWND window_;
     bool returned_ = false;

@@ -18,6 +18,14 @@ class Driver {
     virtual void Release(int button = 1) = 0;
     virtual void KeyDown(UINT virtualKey) = 0;
     virtual void KeyUp(UINT virtualKey) = 0;
+    void Click(int button = 1) {
+        Press(button);
+        Release(button);
+    }
+    void Stroke(UINT virtualKey) {
+        KeyDown(virtualKey);
+        KeyUp(virtualKey);
+    }
     virtual void RequestClose(HWND window) = 0;
     // Dispatches until nothing is left to come.
     virtual void Settle() = 0;

@@ -93,16 +93,8 @@ TEST_F(FileDragTest, WhatEndsIt) {
         Act end;
     } cases[] = {
         {"release", LetGo},
-        {"Escape",
-         [](void* self) {
-             Self(self).User().KeyDown(VK_ESCAPE);
-             Self(self).User().KeyUp(VK_ESCAPE);
-         }},
-        {"another button",
-         [](void* self) {
-             Self(self).User().Press(3);
-             Self(self).User().Release(3);
-         }},
+        {"Escape", [](void* self) { Self(self).User().Stroke(VK_ESCAPE); }},
+        {"another button", [](void* self) { Self(self).User().Click(3); }},
         {"the end of the program", [](void*) { PostQuitMessage(4); }},
     };
     for (const auto& one : cases) {

@@ -332,15 +332,12 @@ TEST_F(HeadlessTest, ACaptionMoveFollowsInputThatComesLater) {
     Headless::MovePointer(120, 120);
     Headless::ButtonDown();
     Headless::MovePointer(220, 130);
-    RECT rect;
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect, CRect(200, 110, 250, 160));
+    EXPECT_EQ(RectOf(window), CRect(200, 110, 250, 160));
     Headless::ButtonUp();
     EXPECT_EQ(Told().Count(window, WM_EXITSIZEMOVE), 1);
     EXPECT_EQ(Told().Count(window, WM_LBUTTONUP), 0);
     Headless::MovePointer(300, 300);
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect.left, 200);
+    EXPECT_EQ(RectOf(window).left, 200);
     KillTimer(window, 1);
 }
 

@@ -153,9 +153,7 @@ TEST_F(LayeredTest, APushPlacesSizesAndCuts) {
     ASSERT_TRUE(
         UpdateLayeredWindow(window, {}, &position, &size, source.Context(), &from, 0, &blend, ULW_ALPHA));
     User().Settle();
-    RECT place;
-    GetWindowRect(window, &place);
-    EXPECT_EQ(place, CRect(200, 150, 220, 170));
+    EXPECT_EQ(RectOf(window), CRect(200, 150, 220, 170));
     EXPECT_EQ(NamesOf(Told().Of(window, {WM_MOVE, WM_SIZE})), "MOVE SIZE");
     const Headless::Picture screen = User().Screen();
     for (int y = 0; y < 20; ++y)

@@ -225,15 +225,12 @@ TEST_F(MessageTest, KeysBecomeMessagesWithTheirText) {
             states += GetKeyState(VK_SHIFT) & 0x8000 ? 'S' : GetKeyState(VK_MENU) & 0x8000 ? 'A' : '-';
         return message == WM_SYSKEYDOWN;
     };
-    User().KeyDown('A');
-    User().KeyUp('A');
+    User().Stroke('A');
     User().KeyDown(VK_SHIFT);
-    User().KeyDown('A');
-    User().KeyUp('A');
+    User().Stroke('A');
     User().KeyUp(VK_SHIFT);
     User().KeyDown(VK_MENU);
-    User().KeyDown('X');
-    User().KeyUp('X');
+    User().Stroke('X');
     User().KeyUp(VK_MENU);
     const std::vector<UINT> keys = {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_SYSKEYDOWN, WM_SYSKEYUP};
     EXPECT_EQ(NamesOf(Told().Of(window, keys)),
@@ -255,8 +252,7 @@ TEST_F(MessageTest, AltF4AndTheCloseButtonCloseByTheSameRoad) {
         Forget();
         if (byKey) {
             User().KeyDown(VK_MENU);
-            User().KeyDown(VK_F4);
-            User().KeyUp(VK_F4);
+            User().Stroke(VK_F4);
             User().KeyUp(VK_MENU);
         } else {
             User().RequestClose(window);

@@ -77,8 +77,7 @@ TEST_F(PointerTest, DoubleClicksNeedTimePlaceWindowAndButton) {
     User().Move(120, 120);
     Forget();
     for (const int button : {1, 3, 1, 1, 1, 1}) {
-        User().Press(button);
-        User().Release(button);
+        User().Click(button);
     }
     EXPECT_EQ(
         NamesOf(Told().Of(window, {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONDBLCLK})),
@@ -89,11 +88,9 @@ TEST_F(PointerTest, AnotherWindowBreaksADoubleClick) {
     const HWND window = Open(100, 100, 50, 50, kRed);
     const HWND child = OpenChild(window, 10, 10, 20, 20, kGreen);
     User().Move(109, 109);
-    User().Press();
-    User().Release();
+    User().Click();
     User().Move(110, 110);
-    User().Press();
-    User().Release();
+    User().Click();
     EXPECT_EQ(Told().Count(window, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(Told().Count(child, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(Told().Count(child, WM_LBUTTONDBLCLK), 0);
@@ -296,8 +293,7 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     Forget();
     for (const int at : {120, 170}) {
         User().Move(at, at);
-        User().Press();
-        User().Release();
+        User().Click();
     }
     User().RequestClose(owner);
     User().Settle();
@@ -309,14 +305,12 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     const HWND bystander = Open(300, 120, 50, 50, kBlack);
     EXPECT_EQ(GetActiveWindow(), bystander);
     User().Move(120, 190);
-    User().Press();
-    User().Release();
+    User().Click();
     EXPECT_EQ(GetActiveWindow(), dialog) << "a press on what it disabled brings the dialog up";
     EXPECT_EQ(WindowFromPoint(POINT{310, 130}), dialog);
     Forget();
     User().Move(310, 110);
-    User().Press();
-    User().Release();
+    User().Click();
     EXPECT_EQ(Told().Count(dialog, WM_LBUTTONDOWN), 1);
     EXPECT_TRUE(EnableWindow(owner, TRUE));
     User().Move(120, 120);
@@ -365,8 +359,7 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
     EXPECT_EQ(GetActiveWindow(), two);
     Forget();
     User().Move(110, 110);
-    User().Press();
-    User().Release();
+    User().Click();
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(GetFocus(), one);
     EXPECT_EQ(ScreenColour(175, 175), kRedPixel);
@@ -385,8 +378,7 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
               "ACTIVATE SETFOCUS LBUTTONDOWN");
     const HWND quiet = Open(300, 300, 50, 50, kBlue, {}, WS_EX_NOACTIVATE);
     User().Move(310, 310);
-    User().Press();
-    User().Release();
+    User().Click();
     EXPECT_EQ(Told().Count(quiet, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(GetActiveWindow(), one);
 }

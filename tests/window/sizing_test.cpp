@@ -27,11 +27,7 @@ class SizingTest : public WindowTest {
         Forget();
         return window_;
     }
-    CRect Place() {
-        RECT rect;
-        GetWindowRect(window_, &rect);
-        return rect;
-    }
+    CRect Place() { return RectOf(window_); }
     void Drag(CPoint from, CPoint to) {
         User().Move(from.x, from.y);
         goal_ = to;
@@ -79,8 +75,7 @@ TEST_F(SizingTest, MaximisedItIsWhereItSays) {
 TEST_F(SizingTest, TheRightButtonAsksForAContextMenu) {
     OpenSized();
     User().Move(150, 170);
-    User().Press(3);
-    User().Release(3);
+    User().Click(3);
     const std::vector<Heard> asked = Told().Of(window_, {WM_CONTEXTMENU});
     ASSERT_EQ(asked.size(), 1U);
     EXPECT_EQ(asked[0].lParam, MAKELPARAM(150, 170));

@@ -157,23 +157,21 @@ TEST_F(StackingTest, AnyOrderOfMovesKeepsTheRules) {
 
 TEST_F(StackingTest, PlacesAndSizes) {
     const HWND window = Open(100, 100, 50, 50, kRed);
-    RECT rect;
     Forget();
     EXPECT_TRUE(SetWindowPos(window, {}, 5, 6, 7, 8, SWP_NOZORDER | SWP_NOACTIVATE));
     EXPECT_EQ(NamesOf(Told().Of(window)).substr(0, 26), "WINDOWPOSCHANGED MOVE SIZE");
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect, CRect(5, 6, 12, 14));
-    GetClientRect(window, &rect);
-    EXPECT_EQ(rect, CRect(0, 0, 7, 8));
+    EXPECT_EQ(RectOf(window), CRect(5, 6, 12, 14));
+    CRect client;
+    GetClientRect(window, client);
+    EXPECT_EQ(client, CRect(0, 0, 7, 8));
     Forget();
     EXPECT_TRUE(MoveWindow(window, 5, 6, 7, 8, TRUE));
     EXPECT_TRUE(Told().heard.empty()) << "nothing changed";
     EXPECT_FALSE(SetWindowPos(window, {}, 0, 0, -1, 5, SWP_NOZORDER));
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
     EXPECT_TRUE(SetWindowPos(window, {}, -20, 2000000000, 0, 0, SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE));
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect.left, -20);
-    EXPECT_LT(rect.bottom, 40000) << "held inside what a window system can name";
+    EXPECT_EQ(RectOf(window).left, -20);
+    EXPECT_LT(RectOf(window).bottom, 40000) << "held inside what a window system can name";
     const HWND child = OpenChild(window, 2, 3, 4, 4, kBlue);
     MoveWindow(window, 100, 200, 20, 20, TRUE);
     POINT point = {1, 1};
@@ -225,9 +223,7 @@ TEST_F(StackingTest, MinimisingAndBack) {
     PostMessageW(window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     User().Settle();
     EXPECT_TRUE(IsIconic(window));
-    RECT rect;
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(CRect(rect).TopLeft(), CPoint(-32000, -32000));
+    EXPECT_EQ(RectOf(window).TopLeft(), CPoint(-32000, -32000));
     const std::vector<Heard> size = Told().Of(window, {WM_SIZE});
     ASSERT_EQ(size.size(), 1u);
     EXPECT_EQ(size[0].wParam, WPARAM{SIZE_MINIMIZED});
@@ -244,13 +240,11 @@ TEST_F(StackingTest, MinimisingAndBack) {
     EXPECT_EQ(Told().Count(window, WM_PAINT), 0);
     // Moved meanwhile, it comes back there.
     SetWindowPos(window, {}, 120, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect.left, -32000);
+    EXPECT_EQ(RectOf(window).left, -32000);
     PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
     User().Settle();
     EXPECT_FALSE(IsIconic(window));
-    GetWindowRect(window, &rect);
-    EXPECT_EQ(rect, CRect(120, 100, 170, 150));
+    EXPECT_EQ(RectOf(window), CRect(120, 100, 170, 150));
     EXPECT_EQ(Told().Of(window, {WM_SIZE}).at(0).wParam, WPARAM{SIZE_RESTORED});
     EXPECT_EQ(GetActiveWindow(), window);
     EXPECT_EQ(ScreenColour(125, 105), kRedPixel);
@@ -304,14 +298,12 @@ TEST_F(StackingTest, FocusMovesInsideAndBetween) {
     EXPECT_EQ(GetFocus(), child);
     User().Settle();
     Forget();
-    User().KeyDown('Q');
-    User().KeyUp('Q');
+    User().Stroke('Q');
     EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 1);
     EXPECT_EQ(Told().Count(window, WM_KEYDOWN), 0);
     EnableWindow(child, FALSE);
     Forget();
-    User().KeyDown('Q');
-    User().KeyUp('Q');
+    User().Stroke('Q');
     EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 0);
     EXPECT_EQ(SetFocus(child), HWND()) << "disabled";
     EnableWindow(child, TRUE);

@@ -9,47 +9,50 @@ std::unique_ptr<Driver> WindowTest::driver_;
 namespace {
 
 const std::map<UINT, const char*>& Names() {
-    static const std::map<UINT, const char*> names = {{WM_CREATE, "CREATE"},
-                                                      {WM_DESTROY, "DESTROY"},
-                                                      {WM_MOVE, "MOVE"},
-                                                      {WM_SIZE, "SIZE"},
-                                                      {WM_ACTIVATE, "ACTIVATE"},
-                                                      {WM_SETFOCUS, "SETFOCUS"},
-                                                      {WM_KILLFOCUS, "KILLFOCUS"},
-                                                      {WM_ENABLE, "ENABLE"},
-                                                      {WM_PAINT, "PAINT"},
-                                                      {WM_CLOSE, "CLOSE"},
-                                                      {WM_QUIT, "QUIT"},
-                                                      {WM_ERASEBKGND, "ERASEBKGND"},
-                                                      {WM_SHOWWINDOW, "SHOWWINDOW"},
-                                                      {WM_SETCURSOR, "SETCURSOR"},
-                                                      {WM_NCCREATE, "NCCREATE"},
-                                                      {WM_NCDESTROY, "NCDESTROY"},
-                                                      {WM_NCHITTEST, "NCHITTEST"},
-                                                      {WM_NCLBUTTONDOWN, "NCLBUTTONDOWN"},
-                                                      {WM_KEYDOWN, "KEYDOWN"},
-                                                      {WM_KEYUP, "KEYUP"},
-                                                      {WM_CHAR, "CHAR"},
-                                                      {WM_SYSKEYDOWN, "SYSKEYDOWN"},
-                                                      {WM_SYSKEYUP, "SYSKEYUP"},
-                                                      {WM_SYSCOMMAND, "SYSCOMMAND"},
-                                                      {WM_TIMER, "TIMER"},
-                                                      {WM_MOUSEMOVE, "MOUSEMOVE"},
-                                                      {WM_LBUTTONDOWN, "LBUTTONDOWN"},
-                                                      {WM_LBUTTONUP, "LBUTTONUP"},
-                                                      {WM_LBUTTONDBLCLK, "LBUTTONDBLCLK"},
-                                                      {WM_RBUTTONDOWN, "RBUTTONDOWN"},
-                                                      {WM_RBUTTONUP, "RBUTTONUP"},
-                                                      {WM_RBUTTONDBLCLK, "RBUTTONDBLCLK"},
-                                                      {WM_MBUTTONDOWN, "MBUTTONDOWN"},
-                                                      {WM_MBUTTONUP, "MBUTTONUP"},
-                                                      {WM_MBUTTONDBLCLK, "MBUTTONDBLCLK"},
-                                                      {WM_MOUSEWHEEL, "MOUSEWHEEL"},
-                                                      {WM_ENTERSIZEMOVE, "ENTERSIZEMOVE"},
-                                                      {WM_EXITSIZEMOVE, "EXITSIZEMOVE"},
-                                                      {WM_MOUSELEAVE, "MOUSELEAVE"},
-                                                      {WM_SETTEXT, "SETTEXT"},
-                                                      {WM_WINDOWPOSCHANGED, "WINDOWPOSCHANGED"}};
+#define NAMED(message) \
+    { WM_##message, #message }
+    static const std::map<UINT, const char*> names = {NAMED(CREATE),
+                                                      NAMED(DESTROY),
+                                                      NAMED(MOVE),
+                                                      NAMED(SIZE),
+                                                      NAMED(ACTIVATE),
+                                                      NAMED(SETFOCUS),
+                                                      NAMED(KILLFOCUS),
+                                                      NAMED(ENABLE),
+                                                      NAMED(PAINT),
+                                                      NAMED(CLOSE),
+                                                      NAMED(QUIT),
+                                                      NAMED(ERASEBKGND),
+                                                      NAMED(SHOWWINDOW),
+                                                      NAMED(SETCURSOR),
+                                                      NAMED(NCCREATE),
+                                                      NAMED(NCDESTROY),
+                                                      NAMED(NCHITTEST),
+                                                      NAMED(NCLBUTTONDOWN),
+                                                      NAMED(KEYDOWN),
+                                                      NAMED(KEYUP),
+                                                      NAMED(CHAR),
+                                                      NAMED(SYSKEYDOWN),
+                                                      NAMED(SYSKEYUP),
+                                                      NAMED(SYSCOMMAND),
+                                                      NAMED(TIMER),
+                                                      NAMED(MOUSEMOVE),
+                                                      NAMED(LBUTTONDOWN),
+                                                      NAMED(LBUTTONUP),
+                                                      NAMED(LBUTTONDBLCLK),
+                                                      NAMED(RBUTTONDOWN),
+                                                      NAMED(RBUTTONUP),
+                                                      NAMED(RBUTTONDBLCLK),
+                                                      NAMED(MBUTTONDOWN),
+                                                      NAMED(MBUTTONUP),
+                                                      NAMED(MBUTTONDBLCLK),
+                                                      NAMED(MOUSEWHEEL),
+                                                      NAMED(ENTERSIZEMOVE),
+                                                      NAMED(EXITSIZEMOVE),
+                                                      NAMED(MOUSELEAVE),
+                                                      NAMED(SETTEXT),
+                                                      NAMED(WINDOWPOSCHANGED)};
+#undef NAMED
     return names;
 }
 
@@ -108,6 +111,28 @@ int Script::Count(HWND window, UINT message) const {
     return static_cast<int>(Of(window, {message}).size());
 }
 
+void Script::At(UINT message, std::function<void(HWND)> act) {
+    answer = [=](HWND window, UINT heardMessage, WPARAM, LPARAM, LRESULT&) {
+        if (heardMessage == message) act(window);
+        return false;
+    };
+}
+
+void Script::Answer(UINT message, std::function<LRESULT(HWND)> act) {
+    answer = [=](HWND window, UINT heardMessage, WPARAM, LPARAM, LRESULT& result) {
+        if (heardMessage == message) result = act(window);
+        return heardMessage == message;
+    };
+}
+
+bool RegisterScriptedClass() {
+    WNDCLASSW description;
+    description.lpfnWndProc = Procedure;
+    description.lpszClassName = kWindowClass;
+    description.hCursor = LoadCursorW({}, IDC_ARROW);
+    return RegisterClassW(&description) != FALSE;
+}
+
 Script& TheScript() {
     static Script script;
     return script;
@@ -117,11 +142,7 @@ void WindowTest::SetUp() {
     if (!driver_) {
         driver_ = MakeDriver();
         ASSERT_TRUE(driver_) << ErrorText(GetLastError());
-        WNDCLASSW description;
-        description.lpfnWndProc = Procedure;
-        description.lpszClassName = kWindowClass;
-        description.hCursor = LoadCursorW({}, IDC_ARROW);
-        ASSERT_TRUE(RegisterClassW(&description));
+        ASSERT_TRUE(RegisterScriptedClass());
     }
     driver_->Move(790, 590);
     TheScript() = Script();

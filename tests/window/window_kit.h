@@ -1,4 +1,4 @@
-// Windows that write down what they are told, for tests through the public face.
+// Windows that write down the messages they receive, for tests through the public API.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ struct Heard {
     LPARAM lParam;
 };
 
-// Names as in the face; numbers for the rest.
+// Names as in the API; numbers for the rest.
 std::string NameOf(UINT message);
 std::string NamesOf(const std::vector<Heard>& heard);
 
@@ -29,6 +29,9 @@ struct Script {
     std::vector<Heard> heard;
     // Returns true and sets the result to answer the message.
     std::function<bool(HWND, UINT, WPARAM, LPARAM, LRESULT&)> answer;
+    // The same for one message: runs at it, before the default procedure, or instead of that.
+    void At(UINT message, std::function<void(HWND)> act);
+    void Answer(UINT message, std::function<LRESULT(HWND)> act);
     std::map<std::uint64_t, COLORREF> colours;  // what WM_PAINT fills with, by window
 
     // Those of one window and of the given messages, in order; no messages: all.
@@ -36,6 +39,13 @@ struct Script {
     int Count(HWND window, UINT message) const;
 };
 Script& TheScript();
+bool RegisterScriptedClass();
+
+inline CRect RectOf(HWND window) {
+    CRect rect;
+    GetWindowRect(window, rect);
+    return rect;
+}
 
 constexpr LPCWSTR kWindowClass = u"WindowTest";
 
