@@ -1,3 +1,5 @@
+#include <string>
+
 #include "framework/dialog_fixture.h"
 
 namespace {
@@ -152,24 +154,25 @@ TEST_F(ModalDialog, TheObjectMayGoWhileItRuns) {
     ExpectOwnerIsBack();
 }
 
-TEST_F(ModalDialog, AnOwnerThatWasDisabledStaysSo) {
-    owner.EnableWindow(FALSE);
-    ScriptedDialog dialog(PlainTemplate, &owner);
-    WhenIdle([&] { dialog.EndDialog(4); });
-    EXPECT_EQ(dialog.DoModal(), 4);
-    EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
-}
-
-TEST_F(ModalDialog, TheTopLevelOfAChildIsDisabled) {
+TEST_F(ModalDialog, TheTopLevelOfItsParentIsDisabledMeanwhile) {
     CWnd child;
     ASSERT_TRUE(child.CreateEx(0, u"", WS_CHILD | WS_VISIBLE, CRect(5, 5, 50, 50), &owner, 1));
-    ScriptedDialog dialog(PlainTemplate, &child);
-    WhenIdle([&] {
-        EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
-        dialog.EndDialog(4);
-    });
-    EXPECT_EQ(dialog.DoModal(), 4);
-    ExpectOwnerIsBack();
+    const struct {
+        CWnd* parent;
+        BOOL before, during;
+    } cases[] = {{&owner, TRUE, FALSE}, {&child, TRUE, FALSE}, {nullptr, TRUE, TRUE}, {&owner, FALSE, FALSE}};
+    for (const auto& one : cases) {
+        SCOPED_TRACE(&one - cases);
+        owner.EnableWindow(one.before);
+        ScriptedDialog dialog(PlainTemplate, one.parent);
+        WhenIdle([&] {
+            EXPECT_EQ(IsWindowEnabled(owner.m_hWnd), one.during);
+            dialog.EndDialog(4);
+        });
+        EXPECT_EQ(dialog.DoModal(), 4);
+        EXPECT_EQ(IsWindowEnabled(owner.m_hWnd), one.before);
+        if (one.parent && one.before) ExpectOwnerIsBack();
+    }
 }
 
 TEST_F(ModalDialog, GoesWithItsOwner) {
@@ -177,15 +180,6 @@ TEST_F(ModalDialog, GoesWithItsOwner) {
     WhenIdle([&] { owner.DestroyWindow(); });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_FALSE(dialog.m_hWnd);
-}
-
-TEST_F(ModalDialog, WithoutAParentNothingIsDisabled) {
-    ScriptedDialog dialog(PlainTemplate);
-    WhenIdle([&] {
-        EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
-        dialog.EndDialog(6);
-    });
-    EXPECT_EQ(dialog.DoModal(), 6);
 }
 
 // Two dialogs, one over the other; what the inner one's step does, and what both return.
@@ -202,6 +196,16 @@ TEST_F(ModalDialog, Nests) {
         {"outer's window goes", [](auto& outer, auto&) { outer.DestroyWindow(); }, IDCANCEL, IDCANCEL, false},
         {"both end", [](auto& outer, auto& inner) { outer.EndDialog(22), inner.EndDialog(23); }, 23, 22,
          false},
+        {"outer ends, and waits for inner",
+         [](auto& outer, auto& inner) {
+             outer.EndDialog(31);
+             WhenIdle([&] {
+                 EXPECT_TRUE(IsWindowVisible(inner.m_hWnd));
+                 inner.EndDialog(32);
+             });
+         },
+         32, 31, false},
+        {"quit", [](auto&, auto&) { PostQuitMessage(17); }, IDCANCEL, IDCANCEL, false},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
@@ -227,60 +231,20 @@ TEST_F(ModalDialog, Nests) {
             });
         });
         EXPECT_EQ(outer.DoModal(), one.outer);
+        EXPECT_FALSE(outer.m_hWnd);
         EXPECT_EQ(wentOn, one.outerGoesOn);
         ExpectOwnerIsBack();
+        EXPECT_EQ(TakeQuit().value_or(0), one.name == std::string("quit") ? 17 : 0);
     }
 }
 
-// An outer dialog that ends under an inner one returns when the inner one has ended too.
-TEST_F(ModalDialog, AnOuterDialogWaitsForTheInner) {
-    ScriptedDialog outer(PlainTemplate, &owner);
-    bool innerRan = false;
-    WhenIdle([&] {
-        ScriptedDialog inner(PlainTemplate, &outer);
-        WhenIdle([&] { outer.EndDialog(31); });
-        WhenIdle([&] {
-            innerRan = true;
-            EXPECT_TRUE(IsWindowVisible(inner.m_hWnd));
-            inner.EndDialog(32);
-        });
-        EXPECT_EQ(inner.DoModal(), 32);
-    });
-    EXPECT_EQ(outer.DoModal(), 31);
-    EXPECT_TRUE(innerRan);
-    ExpectOwnerIsBack();
-}
-
-TEST_F(ModalDialog, QuitLeavesEveryLoop) {
-    ScriptedDialog outer(PlainTemplate, &owner);
-    WhenIdle([&] {
-        ScriptedDialog inner(PlainTemplate, &outer);
-        WhenIdle([] { PostQuitMessage(17); });
-        EXPECT_EQ(inner.DoModal(), IDCANCEL);
-        EXPECT_FALSE(inner.m_hWnd);
-    });
-    EXPECT_EQ(outer.DoModal(), IDCANCEL);
-    EXPECT_FALSE(outer.m_hWnd);
-    ExpectOwnerIsBack();
-    EXPECT_EQ(TakeQuit(), 17);
-}
-
 TEST_F(ModalDialog, FailuresLeaveNothingBehind) {
-    const struct {
-        const char* name;
-        UINT id;
-        DWORD error;
-    } cases[] = {
-        {"unknown", 999, ERROR_RESOURCE_NAME_NOT_FOUND},
-        {"nought", 0, ERROR_RESOURCE_NAME_NOT_FOUND},
-        {"above 16 bits", 0x10000 + PlainTemplate, ERROR_RESOURCE_NAME_NOT_FOUND},
-    };
-    for (const auto& one : cases) {
-        SCOPED_TRACE(one.name);
-        ScriptedDialog dialog(one.id, &owner);
+    for (const UINT id : {999U, 0U, 0x10000 + PlainTemplate}) {
+        SCOPED_TRACE(id);
+        ScriptedDialog dialog(id, &owner);
         SetLastError(ERROR_SUCCESS);
         EXPECT_EQ(dialog.DoModal(), -1);
-        EXPECT_EQ(GetLastError(), one.error);
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_RESOURCE_NAME_NOT_FOUND});
         EXPECT_FALSE(dialog.m_hWnd);
         EXPECT_EQ(dialog.inits, 0);
         ExpectOwnerIsBack();

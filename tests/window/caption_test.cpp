@@ -9,7 +9,7 @@ class CaptionTest : public WindowTest {
     // A window that is moved by a press anywhere, as a window without a frame does it.
     HWND OpenMovable() {
         window_ = Open(100, 100, 50, 50, kRed);
-        Told().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+        Log().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
             if (window == window_ && message == WM_LBUTTONDOWN) {
                 SendMessageW(window_, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(10, 10));
                 returned_ = true;
@@ -20,18 +20,10 @@ class CaptionTest : public WindowTest {
         return window_;
     }
     CRect Place() { return RectOf(window_); }
-    // Steps of the user while the loop blocks.
-    using Act = void (*)(void*);
-    void Press(std::initializer_list<Act> acts) {
-        User().Move(110, 110);
-        for (const Act act : acts)
-            User().WhenBlocked(act, this);
-        User().Press();
-    }
-    static CaptionTest& Self(void* self) { return *static_cast<CaptionTest*>(self); }
-    static void MoveFar(void* self) { Self(self).User().Move(160, 90); }
-    static void LetGo(void* self) { Self(self).User().Release(); }
-    static void Escape(void* self) { Self(self).User().Stroke(VK_ESCAPE); }
+    using Act = std::function<void()>;
+    const Act MoveFar = [this] { User().Move(160, 90); };
+    const Act LetGo = [this] { User().Release(); };
+    const Act Escape = [this] { User().Stroke(VK_ESCAPE); };
 
     HWND window_;
     bool returned_ = false;
@@ -39,14 +31,14 @@ class CaptionTest : public WindowTest {
 
 TEST_F(CaptionTest, TheWindowFollowsUntilTheRelease) {
     OpenMovable();
-    Press({MoveFar, [](void* self) { EXPECT_EQ(Self(self).Place(), CRect(150, 80, 200, 130)); },
-           [](void* self) { EXPECT_FALSE(Self(self).returned_); }, LetGo});
+    PressAnd({MoveFar, [&] { EXPECT_EQ(Place(), CRect(150, 80, 200, 130)); },
+              [&] { EXPECT_FALSE(returned_); }, LetGo});
     EXPECT_TRUE(returned_);
     EXPECT_EQ(Place(), CRect(150, 80, 200, 130));
     EXPECT_EQ(GetCapture(), HWND());
     User().Settle();
-    EXPECT_EQ(NamesOf(Told().Of(window_,
-                                {WM_ENTERSIZEMOVE, WM_MOVE, WM_EXITSIZEMOVE, WM_LBUTTONUP, WM_LBUTTONDOWN})),
+    EXPECT_EQ(NamesOf(Log().Of(window_,
+                               {WM_ENTERSIZEMOVE, WM_MOVE, WM_EXITSIZEMOVE, WM_LBUTTONUP, WM_LBUTTONDOWN})),
               "LBUTTONDOWN ENTERSIZEMOVE MOVE EXITSIZEMOVE");
     // The button is known to be up: the next press is a press.
     User().Move(10, 10);
@@ -57,34 +49,34 @@ TEST_F(CaptionTest, TheWindowFollowsUntilTheRelease) {
 
 TEST_F(CaptionTest, EscapePutsItBack) {
     OpenMovable();
-    Press({MoveFar, Escape});
+    PressAnd({MoveFar, Escape});
     EXPECT_TRUE(returned_);
     EXPECT_EQ(Place(), CRect(100, 100, 150, 150));
-    EXPECT_EQ(Told().Count(window_, WM_EXITSIZEMOVE), 1);
+    EXPECT_EQ(Log().Count(window_, WM_EXITSIZEMOVE), 1);
     User().Release();
     EXPECT_EQ(GetCapture(), HWND());
 }
 
 TEST_F(CaptionTest, ADoubleClickIsStillSeen) {
     OpenMovable();
-    Press({LetGo});
-    Press({});
+    PressAnd({LetGo});
+    PressAnd({});
     User().Release();
-    EXPECT_EQ(Told().Count(window_, WM_LBUTTONDOWN), 1);
-    EXPECT_EQ(Told().Count(window_, WM_LBUTTONDBLCLK), 1);
+    EXPECT_EQ(Log().Count(window_, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(window_, WM_LBUTTONDBLCLK), 1);
 }
 
 TEST_F(CaptionTest, MessagesAndTimersGoOnMeanwhile) {
     OpenMovable();
-    Press({[](void* self) { PostMessageW(Self(self).window_, WM_USER, 0, 0); },
-           [](void* self) {
-               EXPECT_EQ(Self(self).Told().Count(Self(self).window_, WM_USER), 1);
-               SetTimer(Self(self).window_, 3, 20, nullptr);
-               Self(self).User().Pass(50);
-               EXPECT_GE(Self(self).Told().Count(Self(self).window_, WM_TIMER), 1);
-               KillTimer(Self(self).window_, 3);
-           },
-           LetGo});
+    PressAnd({[&] { PostMessageW(window_, WM_USER, 0, 0); },
+              [&] {
+                  EXPECT_EQ(Log().Count(window_, WM_USER), 1);
+                  SetTimer(window_, 3, 20, nullptr);
+                  User().Pass(50);
+                  EXPECT_GE(Log().Count(window_, WM_TIMER), 1);
+                  KillTimer(window_, 3);
+              },
+              LetGo});
     EXPECT_TRUE(returned_);
 }
 
@@ -94,13 +86,13 @@ TEST_F(CaptionTest, WhatEndsTheMove) {
         Act end;
         bool lives;
     } cases[] = {
-        {"release of the capture", [](void*) { ReleaseCapture(); }, true},
-        {"capture by another", [](void* self) { SetCapture(GetParent(Self(self).window_)); }, true},
-        {"hide", [](void* self) { ShowWindow(Self(self).window_, SW_HIDE); }, true},
-        {"minimise", [](void* self) { ShowWindow(Self(self).window_, SW_MINIMIZE); }, true},
-        {"disable", [](void* self) { EnableWindow(Self(self).window_, FALSE); }, true},
-        {"destroy", [](void* self) { DestroyWindow(Self(self).window_); }, false},
-        {"quit", [](void*) { PostQuitMessage(4); }, true},
+        {"release of the capture", [&] { ReleaseCapture(); }, true},
+        {"capture by another", [&] { SetCapture(GetParent(window_)); }, true},
+        {"hide", [&] { ShowWindow(window_, SW_HIDE); }, true},
+        {"minimise", [&] { ShowWindow(window_, SW_MINIMIZE); }, true},
+        {"disable", [&] { EnableWindow(window_, FALSE); }, true},
+        {"destroy", [&] { DestroyWindow(window_); }, false},
+        {"quit", [&] { PostQuitMessage(4); }, true},
     };
     const HWND owner = Open(400, 400, 20, 20, kBlue);
     for (const auto& one : cases) {
@@ -111,10 +103,10 @@ TEST_F(CaptionTest, WhatEndsTheMove) {
         window_ = Open(100, 100, 50, 50, kRed, owner);
         Forget();
         returned_ = false;
-        Press({MoveFar, one.end});
+        PressAnd({MoveFar, one.end});
         EXPECT_TRUE(returned_);
         EXPECT_EQ(IsWindow(window_) != FALSE, one.lives);
-        EXPECT_EQ(Told().Count(window_, WM_EXITSIZEMOVE), 1);
+        EXPECT_EQ(Log().Count(window_, WM_EXITSIZEMOVE), 1);
         MSG message{};
         while (PeekMessageW(&message, {}, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
             DispatchMessageW(&message);
@@ -134,19 +126,16 @@ TEST_F(CaptionTest, WithTheButtonUpItReturnsAtOnce) {
     SendMessageW(window_, WM_NCLBUTTONDOWN, HTCAPTION, 0);
     User().Move(160, 160);
     EXPECT_EQ(Place(), CRect(100, 100, 150, 150));
-    EXPECT_EQ(Told().Count(window_, WM_ENTERSIZEMOVE), 0);
+    EXPECT_EQ(Log().Count(window_, WM_ENTERSIZEMOVE), 0);
 }
 
 TEST_F(CaptionTest, AHitOnTheCaptionMovesByItself) {
     window_ = Open(100, 100, 50, 50, kRed);
-    Told().answer = [](HWND, UINT message, WPARAM, LPARAM, LRESULT& result) {
-        if (message == WM_NCHITTEST) result = HTCAPTION;
-        return message == WM_NCHITTEST;
-    };
+    Log().Answer(WM_NCHITTEST, [](HWND) { return HTCAPTION; });
     Forget();
-    Press({MoveFar, LetGo});
+    PressAnd({MoveFar, LetGo});
     EXPECT_EQ(Place(), CRect(150, 80, 200, 130));
-    EXPECT_EQ(NamesOf(Told().Of(window_, {WM_LBUTTONDOWN, WM_NCLBUTTONDOWN, WM_MOUSEMOVE})), "NCLBUTTONDOWN");
+    EXPECT_EQ(NamesOf(Log().Of(window_, {WM_LBUTTONDOWN, WM_NCLBUTTONDOWN, WM_MOUSEMOVE})), "NCLBUTTONDOWN");
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ TEST_F(FaultTest, AWindowMayGoInsideAnyMessage) {
             SetActiveWindow(window);
             User().Settle();
             bool met = false;
-            Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
+            Log().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) {
                 if (!(heard == window) || message != one.message || met) return false;
                 met = true;
                 DestroyWindow(destroysOwner ? owner : window);
@@ -179,10 +179,10 @@ TEST_F(FaultTest, AWindowMayGoInsideAnyMessage) {
             one.cause(window);
             User().Settle();
             EXPECT_TRUE(met);
-            Told().answer = nullptr;
+            Log().answer = nullptr;
             EXPECT_FALSE(IsWindow(window));
-            EXPECT_EQ(Told().Count(window, WM_NCDESTROY), 1);
-            EXPECT_EQ(Told().Count(window, WM_DESTROY), 1);
+            EXPECT_EQ(Log().Count(window, WM_NCDESTROY), 1);
+            EXPECT_EQ(Log().Count(window, WM_DESTROY), 1);
             if (IsWindow(owner)) DestroyWindow(owner);
             for (int button = 1; button <= 3; ++button)
                 User().Release(button);
@@ -196,7 +196,7 @@ TEST_F(FaultTest, AProcedureMayDestroyWhileItIsCreated) {
          {UINT{WM_NCCREATE}, UINT{WM_CREATE}, UINT{WM_SIZE}, UINT{WM_MOVE}, UINT{WM_SHOWWINDOW}}) {
         SCOPED_TRACE(NameOf(at));
         bool met = false;
-        Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+        Log().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
             if (message != at || met) return false;
             met = true;
             DestroyWindow(window);
@@ -214,7 +214,7 @@ TEST_F(FaultTest, SiblingsMayGoWhileTheirParentGoes) {
     for (int i = 0; i < 6; ++i)
         children.push_back(OpenChild(parent, i, i, 10, 10, kBlue, static_cast<UINT_PTR>(i)));
     const HWND owned = Open(10, 10, 10, 10, kGreen, parent);
-    Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+    Log().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_DESTROY && window == children[1]) {
             DestroyWindow(children[4]);
             DestroyWindow(children[0]);
@@ -227,7 +227,7 @@ TEST_F(FaultTest, SiblingsMayGoWhileTheirParentGoes) {
     EXPECT_FALSE(IsWindow(parent) || IsWindow(owned));
     for (const HWND child : children) {
         EXPECT_FALSE(IsWindow(child));
-        EXPECT_EQ(Told().Count(child, WM_NCDESTROY), 1);
+        EXPECT_EQ(Log().Count(child, WM_NCDESTROY), 1);
     }
 }
 
@@ -237,7 +237,7 @@ TEST_F(FaultTest, AnExceptionLeavesNoHalfWindow) {
     for (const UINT at : {UINT{WM_NCCREATE}, UINT{WM_CREATE}, UINT{WM_SIZE}}) {
         SCOPED_TRACE(NameOf(at));
         HWND met;
-        Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+        Log().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
             if (message != at) return false;
             met = window;
             throw Oops();
@@ -250,25 +250,25 @@ TEST_F(FaultTest, AnExceptionLeavesNoHalfWindow) {
         for (const bool inChild : {false, true}) {
             if (inChild && at == WM_SHOWWINDOW) continue;
             SCOPED_TRACE(NameOf(at));
-            Told().answer = nullptr;
+            Log().answer = nullptr;
             const HWND window = Open(100, 100, 50, 50, kRed);
             const HWND child = OpenChild(window, 0, 0, 9, 9, kGreen);
             const HWND owned = Open(100, 100, 9, 9, kGreen, window);
-            Told().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+            Log().answer = [&](HWND heard, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
                 if (message == at && heard == (inChild ? child : window)) throw Oops();
                 return false;
             };
             EXPECT_THROW(DestroyWindow(window), Oops);
             EXPECT_FALSE(IsWindow(window) || IsWindow(child) || IsWindow(owned));
         }
-    Told().answer = [](HWND, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+    Log().answer = [](HWND, UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
         if (message == WM_USER || message == WM_PAINT || message == WM_LBUTTONDOWN) throw Oops();
         return false;
     };
     EXPECT_THROW(SendMessageW(bystander, WM_USER, 0, 0), Oops);
     InvalidateRect(bystander, nullptr, TRUE);
     EXPECT_THROW(UpdateWindow(bystander), Oops);
-    Told().answer = nullptr;
+    Log().answer = nullptr;
     User().Settle();
     EXPECT_EQ(ScreenColour(303, 303), kBluePixel) << "what was not painted still is";
 }

@@ -13,7 +13,7 @@ class FileDragTest : public WindowTest {
     void SetUp() override {
         WindowTest::SetUp();
         window_ = Open(100, 100, 50, 50, kRed);
-        Told().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+        Log().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
             if (window != window_ || message != WM_LBUTTONDOWN) return false;
             SetCapture(window_);
             effect_ = Drag(u"/tmp/a file");
@@ -36,19 +36,14 @@ class FileDragTest : public WindowTest {
         source.CacheGlobalData(CF_HDROP, block);
         return source.DoDragDrop();
     }
-    // Steps of the user while the drag blocks.
-    using Act = void (*)(void*);
+    using Act = std::function<void()>;
     void Press(std::initializer_list<Act> acts) {
-        User().Move(110, 110);
-        for (const Act act : acts)
-            User().WhenBlocked(act, this);
         returned_ = false;
         effect_ = 77;
-        User().Press();
+        PressAnd(acts);
     }
-    static FileDragTest& Self(void* self) { return *static_cast<FileDragTest*>(self); }
-    static void MoveFar(void* self) { Self(self).User().Move(160, 90); }
-    static void LetGo(void* self) { Self(self).User().Release(); }
+    const Act MoveFar = [this] { User().Move(160, 90); };
+    const Act LetGo = [this] { User().Release(); };
 
     HWND window_;
     bool returned_ = false;
@@ -57,34 +52,34 @@ class FileDragTest : public WindowTest {
 
 TEST_F(FileDragTest, WindowsLiveOnButGetNoInput) {
     Press({MoveFar,
-           [](void* self) {
-               EXPECT_FALSE(Self(self).returned_);
+           [&] {
+               EXPECT_FALSE(returned_);
                EXPECT_EQ(GetCapture(), HWND());
                POINT at;
                GetCursorPos(&at);
                EXPECT_EQ(CPoint(at), CPoint(160, 90));
                EXPECT_TRUE(GetKeyState(VK_LBUTTON) < 0);
                EXPECT_EQ(Drag(u"/tmp/another"), DWORD{DROPEFFECT_NONE}) << "one at a time";
-               Self(self).User().Move(120, 120);
-               PostMessageW(Self(self).window_, WM_USER, 0, 0);
-               InvalidateRect(Self(self).window_, nullptr, FALSE);
-               SetTimer(Self(self).window_, 3, 20, nullptr);
-               Self(self).User().Pass(60);
-               KillTimer(Self(self).window_, 3);
-               EXPECT_GE(Self(self).Told().Count(Self(self).window_, WM_PAINT), 1);
+               User().Move(120, 120);
+               PostMessageW(window_, WM_USER, 0, 0);
+               InvalidateRect(window_, nullptr, FALSE);
+               SetTimer(window_, 3, 20, nullptr);
+               User().Pass(60);
+               KillTimer(window_, 3);
+               EXPECT_GE(Log().Count(window_, WM_PAINT), 1);
            },
            LetGo});
     EXPECT_TRUE(returned_);
     EXPECT_EQ(effect_, DWORD{DROPEFFECT_NONE});
     User().Settle();
-    EXPECT_EQ(Told().Count(window_, WM_USER), 1);
-    EXPECT_GE(Told().Count(window_, WM_TIMER), 1);
-    EXPECT_EQ(Told().Count(window_, WM_LBUTTONUP), 0);
+    EXPECT_EQ(Log().Count(window_, WM_USER), 1);
+    EXPECT_GE(Log().Count(window_, WM_TIMER), 1);
+    EXPECT_EQ(Log().Count(window_, WM_LBUTTONUP), 0);
     EXPECT_FALSE(GetKeyState(VK_LBUTTON) < 0);
     // The pointer is everybody's again.
     Forget();
     User().Move(125, 125);
-    EXPECT_EQ(Told().Count(window_, WM_MOUSEMOVE), 1);
+    EXPECT_EQ(Log().Count(window_, WM_MOUSEMOVE), 1);
 }
 
 TEST_F(FileDragTest, WhatEndsIt) {
@@ -93,9 +88,9 @@ TEST_F(FileDragTest, WhatEndsIt) {
         Act end;
     } cases[] = {
         {"release", LetGo},
-        {"Escape", [](void* self) { Self(self).User().Stroke(VK_ESCAPE); }},
-        {"another button", [](void* self) { Self(self).User().Click(3); }},
-        {"the end of the program", [](void*) { PostQuitMessage(4); }},
+        {"Escape", [&] { User().Stroke(VK_ESCAPE); }},
+        {"another button", [&] { User().Click(3); }},
+        {"the end of the program", [&] { PostQuitMessage(4); }},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.what);
@@ -112,14 +107,13 @@ TEST_F(FileDragTest, WhatEndsIt) {
 }
 
 TEST_F(FileDragTest, TheWindowThatBeganItMayGo) {
-    Press({MoveFar, [](void* self) { DestroyWindow(Self(self).window_); },
-           [](void* self) { EXPECT_FALSE(Self(self).returned_); }, MoveFar, LetGo});
+    Press({MoveFar, [&] { DestroyWindow(window_); }, [&] { EXPECT_FALSE(returned_); }, MoveFar, LetGo});
     EXPECT_TRUE(returned_);
     EXPECT_EQ(effect_, DWORD{DROPEFFECT_NONE});
 }
 
 TEST_F(FileDragTest, WhatIsNoListOfFilesIsNotDragged) {
-    Told().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
+    Log().answer = [this](HWND window, UINT message, WPARAM, LPARAM, LRESULT&) {
         if (window != window_ || message != WM_LBUTTONDOWN) return false;
         COleDataSource source;
         EXPECT_EQ(source.DoDragDrop(), DWORD{DROPEFFECT_NONE});

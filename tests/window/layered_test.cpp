@@ -154,7 +154,7 @@ TEST_F(LayeredTest, APushPlacesSizesAndCuts) {
         UpdateLayeredWindow(window, {}, &position, &size, source.Context(), &from, 0, &blend, ULW_ALPHA));
     User().Settle();
     EXPECT_EQ(RectOf(window), CRect(200, 150, 220, 170));
-    EXPECT_EQ(NamesOf(Told().Of(window, {WM_MOVE, WM_SIZE})), "MOVE SIZE");
+    EXPECT_EQ(NamesOf(Log().Of(window, {WM_MOVE, WM_SIZE})), "MOVE SIZE");
     const Headless::Picture screen = User().Screen();
     for (int y = 0; y < 20; ++y)
         for (int x = 0; x < 20; ++x) {

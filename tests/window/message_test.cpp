@@ -11,9 +11,9 @@ using MessageTest = WindowTest;
 
 TEST_F(MessageTest, CreationAndDestructionHaveAnOrder) {
     const HWND owner = Create(10, 10, 50, 40);
-    EXPECT_EQ(NamesOf(Told().Of(owner)), "NCCREATE CREATE SIZE MOVE");
-    EXPECT_EQ(Told().Of(owner, {WM_SIZE})[0].lParam, MAKELPARAM(50, 40));
-    EXPECT_EQ(Told().Of(owner, {WM_MOVE})[0].lParam, MAKELPARAM(10, 10));
+    EXPECT_EQ(NamesOf(Log().Of(owner)), "NCCREATE CREATE SIZE MOVE");
+    EXPECT_EQ(Log().Of(owner, {WM_SIZE})[0].lParam, MAKELPARAM(50, 40));
+    EXPECT_EQ(Log().Of(owner, {WM_MOVE})[0].lParam, MAKELPARAM(10, 10));
     const HWND child = OpenChild(owner, 1, 2, 3, 4, kRed);
     const HWND owned = Create(0, 0, 5, 5, 0, owner);
     EXPECT_EQ(GetParent(child), owner);
@@ -21,7 +21,7 @@ TEST_F(MessageTest, CreationAndDestructionHaveAnOrder) {
     Forget();
     EXPECT_TRUE(DestroyWindow(owner));
     std::vector<std::pair<std::uint64_t, UINT>> order;
-    for (const Heard& heard : Told().heard)
+    for (const Received& heard : Log().received)
         if (heard.message == WM_DESTROY || heard.message == WM_NCDESTROY)
             order.push_back({heard.window.ToParam(), heard.message});
     const std::vector<std::pair<std::uint64_t, UINT>> expected = {
@@ -36,7 +36,7 @@ TEST_F(MessageTest, CreationCanBeRefused) {
     for (const UINT refused : {UINT{WM_NCCREATE}, UINT{WM_CREATE}}) {
         SCOPED_TRACE(NameOf(refused));
         Forget();
-        Told().answer = [&](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
+        Log().answer = [&](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
             if (message == refused) {
                 EXPECT_EQ(reinterpret_cast<int*>(lParam), &parameter);
                 result = refused == WM_CREATE ? -1 : FALSE;
@@ -44,8 +44,8 @@ TEST_F(MessageTest, CreationCanBeRefused) {
             return message == refused;
         };
         EXPECT_FALSE(CreateWindowExW(0, kWindowClass, u"", WS_POPUP, 0, 0, 9, 9, {}, 0, {}, &parameter));
-        EXPECT_EQ(Told().heard.back().message, UINT{WM_NCDESTROY});
-        EXPECT_FALSE(IsWindow(Told().heard.back().window));
+        EXPECT_EQ(Log().received.back().message, UINT{WM_NCDESTROY});
+        EXPECT_FALSE(IsWindow(Log().received.back().window));
     }
 }
 
@@ -89,7 +89,7 @@ TEST_F(MessageTest, PostedThenPaintThenTimersThenQuit) {
     SetTimer(window, 1, 10, nullptr);
     SetTimer(window, 2, 10, nullptr);
     // When the first timer comes the second is due as well; everything else is new then, and overtakes it.
-    Told().answer = [](HWND heard, UINT message, WPARAM id, LPARAM, LRESULT&) {
+    Log().answer = [](HWND heard, UINT message, WPARAM id, LPARAM, LRESULT&) {
         if (message != WM_TIMER || id != 1) return false;
         PostQuitMessage(5);
         InvalidateRect(heard, nullptr, FALSE);
@@ -106,7 +106,7 @@ TEST_F(MessageTest, PostedThenPaintThenTimersThenQuit) {
         DispatchMessageW(&message);
     EXPECT_EQ(got, 0);
     EXPECT_EQ(message.wParam, 5u);
-    EXPECT_EQ(NamesOf(Told().Of(window, {WM_TIMER, WM_PAINT, WM_USER, WM_USER + 1})),
+    EXPECT_EQ(NamesOf(Log().Of(window, {WM_TIMER, WM_PAINT, WM_USER, WM_USER + 1})),
               "TIMER 1025 1024 PAINT TIMER");
 }
 
@@ -147,7 +147,7 @@ TEST_F(MessageTest, MessagesOfADestroyedWindowAreDropped) {
 
 TEST_F(MessageTest, OtherThreadsPostAndSend) {
     const HWND window = Create(0, 0, 5, 5);
-    Told().answer = [](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
+    Log().answer = [](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
         if (message == WM_USER) result = static_cast<LRESULT>(wParam * 2);
         return message == WM_USER;
     };
@@ -178,8 +178,8 @@ TEST_F(MessageTest, OtherThreadsPostAndSend) {
         thread.join();
     User().Settle();
     EXPECT_EQ(wrong, 0);
-    EXPECT_EQ(Told().Count(window, WM_USER + 1), kThreads * kEach);
-    EXPECT_EQ(Told().Count(window, WM_USER), kThreads * kEach);
+    EXPECT_EQ(Log().Count(window, WM_USER + 1), kThreads * kEach);
+    EXPECT_EQ(Log().Count(window, WM_USER), kThreads * kEach);
 }
 
 TEST_F(MessageTest, ASendFromElsewhereEndsWithItsWindow) {
@@ -220,7 +220,7 @@ TEST_F(MessageTest, KeysBecomeMessagesWithTheirText) {
     User().Settle();
     Forget();
     std::string states;
-    Told().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
+    Log().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN || message == WM_CHAR)
             states += GetKeyState(VK_SHIFT) & 0x8000 ? 'S' : GetKeyState(VK_MENU) & 0x8000 ? 'A' : '-';
         return message == WM_SYSKEYDOWN;
@@ -233,11 +233,11 @@ TEST_F(MessageTest, KeysBecomeMessagesWithTheirText) {
     User().Stroke('X');
     User().KeyUp(VK_MENU);
     const std::vector<UINT> keys = {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_SYSKEYDOWN, WM_SYSKEYUP};
-    EXPECT_EQ(NamesOf(Told().Of(window, keys)),
+    EXPECT_EQ(NamesOf(Log().Of(window, keys)),
               "KEYDOWN CHAR KEYUP KEYDOWN KEYDOWN CHAR KEYUP KEYUP "
               "SYSKEYDOWN SYSKEYDOWN SYSKEYUP SYSKEYUP");
     EXPECT_EQ(states, "--SSSAA");
-    const std::vector<Heard> text = Told().Of(window, {WM_CHAR});
+    const std::vector<Received> text = Log().Of(window, {WM_CHAR});
     ASSERT_EQ(text.size(), 2u);
     EXPECT_EQ(text[0].wParam, WPARAM{'a'});
     EXPECT_EQ(text[1].wParam, WPARAM{'A'});
@@ -257,7 +257,7 @@ TEST_F(MessageTest, AltF4AndTheCloseButtonCloseByTheSameRoad) {
         } else {
             User().RequestClose(window);
         }
-        EXPECT_EQ(NamesOf(Told().Of(window, {WM_SYSCOMMAND, WM_CLOSE, WM_DESTROY, WM_NCDESTROY})),
+        EXPECT_EQ(NamesOf(Log().Of(window, {WM_SYSCOMMAND, WM_CLOSE, WM_DESTROY, WM_NCDESTROY})),
                   "SYSCOMMAND CLOSE DESTROY NCDESTROY");
         EXPECT_FALSE(IsWindow(window));
     }

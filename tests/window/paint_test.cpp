@@ -15,7 +15,7 @@ class PaintTest : public WindowTest {
     }
     // Paints the next WM_PAINT of a window in `colour`, whatever its update region, and notes that.
     void PaintWith(HWND window, COLORREF colour) {
-        Told().answer = [=, this](HWND heard, UINT message, WPARAM, LPARAM, LRESULT& result) {
+        Log().answer = [=, this](HWND heard, UINT message, WPARAM, LPARAM, LRESULT& result) {
             if (message == WM_ERASEBKGND) result = TRUE;
             if (message != WM_PAINT || !(heard == window)) return message == WM_ERASEBKGND;
             PAINTSTRUCT paint;
@@ -87,12 +87,12 @@ TEST_F(PaintTest, AnEraseIsAskedForOnceAndAnswered) {
     InvalidateRect(window, &part, FALSE);
     Forget();
     User().Settle();
-    EXPECT_EQ(NamesOf(Told().Of(window)), "PAINT ERASEBKGND");
+    EXPECT_EQ(NamesOf(Log().Of(window)), "PAINT ERASEBKGND");
     InvalidateRect(window, &part, FALSE);
     Forget();
     User().Settle();
-    EXPECT_EQ(NamesOf(Told().Of(window)), "PAINT");
-    Told().answer = nullptr;
+    EXPECT_EQ(NamesOf(Log().Of(window)), "PAINT");
+    Log().answer = nullptr;
     InvalidateRect(window, &part, TRUE);
     PAINTSTRUCT paint;
     ASSERT_TRUE(BeginPaint(window, &paint));
@@ -103,20 +103,19 @@ TEST_F(PaintTest, AnEraseIsAskedForOnceAndAnswered) {
 TEST_F(PaintTest, WhatIsInvalidatedWhilePaintingComesNext) {
     const HWND window = Open(100, 100, 40, 40, kRed);
     int paints = 0;
-    Told().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
-        if (message != WM_PAINT) return false;
+    Log().Answer(WM_PAINT, [&](HWND) {
         PAINTSTRUCT paint;
         BeginPaint(window, &paint);
         const RECT part = {0, 0, 3, 3};
         if (++paints == 1) InvalidateRect(window, &part, FALSE);
         EndPaint(window, &paint);
-        return true;
-    };
+        return LRESULT{0};
+    });
     InvalidateRect(window, nullptr, FALSE);
     User().Settle();
     EXPECT_EQ(paints, 2);
     // A procedure that does nothing about its update region is not asked for ever.
-    Told().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
+    Log().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_PAINT) ++paints;
         return message == WM_PAINT;
     };
@@ -182,7 +181,7 @@ TEST_F(PaintTest, ChildrenPaintOverTheirParentInsideIt) {
     Forget();
     User().Settle();
     std::vector<HWND> order;
-    for (const Heard& heard : Told().heard)
+    for (const Received& heard : Log().received)
         if (heard.message == WM_PAINT) order.push_back(heard.window);
     EXPECT_EQ(order, (std::vector<HWND>{window, child, inner}));
     ExpectShown(window, kBluePixel, isInner);
@@ -210,7 +209,7 @@ TEST_F(PaintTest, ClippingStylesKeepWindowsOffEachOther) {
     };
     ExpectShown(window, 0xFFFFFF, [&](int x, int y) { return !inChild(x, y); });
     // The lower child, painted alone, leaves its sibling alone only by its style.
-    Told().answer = nullptr;
+    Log().answer = nullptr;
     InvalidateRect(lower, nullptr, FALSE);
     User().Settle();
     EXPECT_EQ(ScreenColour(125, 125), kGreenPixel);
@@ -230,7 +229,7 @@ TEST_F(PaintTest, ASizeAsksForAPaintOfAll) {
     EXPECT_EQ(box, CRect(0, 0, 60, 50));
     User().Settle();
     ExpectShown(window, kRedPixel, [](int, int) { return true; });
-    Told().colours[window.ToParam()] = kGreen;
+    Log().colours[window.ToParam()] = kGreen;
     MoveWindow(window, 200, 120, 60, 50, TRUE);
     EXPECT_FALSE(GetUpdateRect(window, &box, FALSE)) << "a move keeps the pixels";
     User().Settle();
@@ -244,21 +243,21 @@ TEST_F(PaintTest, UpdateWindowPaintsAtOnce) {
     const HWND child = OpenChild(window, 0, 0, 10, 10, kBlue);
     Forget();
     EXPECT_TRUE(UpdateWindow(window));
-    EXPECT_TRUE(Told().heard.empty()) << "nothing waits";
+    EXPECT_TRUE(Log().received.empty()) << "nothing waits";
     const RECT part = {5, 5, 20, 20};
     InvalidateRect(window, &part, FALSE);
     UpdateWindow(window);
-    EXPECT_EQ(Told().Count(window, WM_PAINT), 1);
-    EXPECT_EQ(Told().Count(child, WM_PAINT), 1);
+    EXPECT_EQ(Log().Count(window, WM_PAINT), 1);
+    EXPECT_EQ(Log().Count(child, WM_PAINT), 1);
     ShowWindow(window, SW_HIDE);
     InvalidateRect(window, &part, FALSE);
     Forget();
     UpdateWindow(window);
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_PAINT), 0) << "hidden windows do not paint";
+    EXPECT_EQ(Log().Count(window, WM_PAINT), 0) << "hidden windows do not paint";
     ShowWindow(window, SW_SHOW);
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_PAINT), 1);
+    EXPECT_EQ(Log().Count(window, WM_PAINT), 1);
 }
 
 TEST_F(PaintTest, AWindowTooLargeForASurfaceRecovers) {
@@ -268,7 +267,7 @@ TEST_F(PaintTest, AWindowTooLargeForASurfaceRecovers) {
         EXPECT_TRUE(MoveWindow(window, 100, 100, 32767, 32767, TRUE));
         User().Settle();
         MoveWindow(window, 100, 100, width, 50, TRUE);
-        Told().colours[window.ToParam()] = width == 50 ? kGreen : kBlue;
+        Log().colours[window.ToParam()] = width == 50 ? kGreen : kBlue;
         User().Settle();
         EXPECT_EQ(ScreenColour(110, 110), width == 50 ? kGreenPixel : kBluePixel);
         EXPECT_EQ(ScreenColour(100 + width - 1, 110), width == 50 ? kGreenPixel : kBluePixel);

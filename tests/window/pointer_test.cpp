@@ -25,7 +25,7 @@ TEST_F(PointerTest, ButtonsArriveInClientCoordinatesWithTheirState) {
     User().Release(1);
     User().Release(2);
     User().Release(3);
-    const std::vector<Heard> heard = Told().Of(window, kButtons);
+    const std::vector<Received> heard = Log().Of(window, kButtons);
     ASSERT_EQ(NamesOf(heard), "LBUTTONDOWN MBUTTONDOWN RBUTTONDOWN LBUTTONUP MBUTTONUP RBUTTONUP");
     const WPARAM states[] = {MK_LBUTTON,
                              MK_LBUTTON | MK_MBUTTON,
@@ -69,7 +69,7 @@ TEST_F(PointerTest, DoubleClicksNeedTimePlaceWindowAndButton) {
         User().Move(120 + one.dx, 120 + one.dy);
         Forget();
         User().Press(one.button);
-        EXPECT_EQ(NameOf(Told().Of(window, kButtons).at(0).message), one.second);
+        EXPECT_EQ(NameOf(Log().Of(window, kButtons).at(0).message), one.second);
         User().Release(one.button);
     }
     // The button decides, and the third press begins a new pair.
@@ -79,9 +79,8 @@ TEST_F(PointerTest, DoubleClicksNeedTimePlaceWindowAndButton) {
     for (const int button : {1, 3, 1, 1, 1, 1}) {
         User().Click(button);
     }
-    EXPECT_EQ(
-        NamesOf(Told().Of(window, {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONDBLCLK})),
-        "LBUTTONDOWN RBUTTONDOWN LBUTTONDOWN LBUTTONDBLCLK LBUTTONDOWN LBUTTONDBLCLK");
+    EXPECT_EQ(NamesOf(Log().Of(window, {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONDBLCLK})),
+              "LBUTTONDOWN RBUTTONDOWN LBUTTONDOWN LBUTTONDBLCLK LBUTTONDOWN LBUTTONDBLCLK");
 }
 
 TEST_F(PointerTest, AnotherWindowBreaksADoubleClick) {
@@ -91,9 +90,9 @@ TEST_F(PointerTest, AnotherWindowBreaksADoubleClick) {
     User().Click();
     User().Move(110, 110);
     User().Click();
-    EXPECT_EQ(Told().Count(window, WM_LBUTTONDOWN), 1);
-    EXPECT_EQ(Told().Count(child, WM_LBUTTONDOWN), 1);
-    EXPECT_EQ(Told().Count(child, WM_LBUTTONDBLCLK), 0);
+    EXPECT_EQ(Log().Count(window, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(child, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(child, WM_LBUTTONDBLCLK), 0);
 }
 
 TEST_F(PointerTest, TheDeepestChildIsHit) {
@@ -118,7 +117,7 @@ TEST_F(PointerTest, TheDeepestChildIsHit) {
         User().Move(100 + one.x, 100 + one.y);
         Forget();
         User().Press(3);
-        const std::vector<Heard> heard = Told().Of(one.target, {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK});
+        const std::vector<Received> heard = Log().Of(one.target, {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK});
         ASSERT_EQ(heard.size(), 1u);
         EXPECT_EQ(GET_X_LPARAM(heard[0].lParam), one.clientX);
         User().Release(3);
@@ -135,7 +134,7 @@ TEST_F(PointerTest, ATransparentHitPassesOn) {
     const HWND above = Open(120, 100, 100, 100, kGreen);
     const HWND child = OpenChild(above, 0, 0, 20, 20, kBlue);
     HWND transparent = child;
-    Told().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT& result) {
+    Log().answer = [&](HWND window, UINT message, WPARAM, LPARAM, LRESULT& result) {
         if (message != WM_NCHITTEST || !(window == transparent)) return false;
         result = HTTRANSPARENT;
         return true;
@@ -158,15 +157,15 @@ TEST_F(PointerTest, CaptureTakesEverythingUntilReleased) {
     User().Press();
     User().Move(20, 30);
     User().Release();
-    const std::vector<Heard> heard = Told().Of(window, kButtons);
+    const std::vector<Received> heard = Log().Of(window, kButtons);
     EXPECT_EQ(NamesOf(heard), "MOUSEMOVE LBUTTONDOWN MOUSEMOVE LBUTTONUP");
     EXPECT_EQ(heard.back().lParam, MAKELPARAM(-80, -70));
-    EXPECT_TRUE(Told().Of(other, kButtons).empty());
+    EXPECT_TRUE(Log().Of(other, kButtons).empty());
     EXPECT_EQ(SetCapture(other), window);
     EXPECT_TRUE(ReleaseCapture());
     EXPECT_EQ(GetCapture(), HWND());
     User().Move(110, 110);
-    EXPECT_EQ(Told().Count(window, WM_MOUSEMOVE), 3);
+    EXPECT_EQ(Log().Count(window, WM_MOUSEMOVE), 3);
     EXPECT_TRUE(ReleaseCapture());  // of nothing
 }
 
@@ -198,7 +197,7 @@ TEST_F(PointerTest, LeavingIsReportedOnceWhenAskedFor) {
     const HWND child = OpenChild(window, 0, 0, 20, 20, kBlue);
     const HWND other = Open(150, 100, 50, 50, kGreen);
     const auto leaves = [&] {
-        const int count = Told().Count(window, WM_MOUSELEAVE);
+        const int count = Log().Count(window, WM_MOUSELEAVE);
         Forget();
         return count;
     };
@@ -219,11 +218,11 @@ TEST_F(PointerTest, LeavingIsReportedOnceWhenAskedFor) {
     Track(window);
     Forget();
     User().Move(160, 110);
-    ASSERT_FALSE(Told().heard.empty());
-    EXPECT_EQ(Told().Of(window, {WM_MOUSELEAVE}).size(), 1u);
-    EXPECT_EQ(Told().Count(other, WM_MOUSEMOVE), 1);
-    std::vector<Heard> order;
-    for (const Heard& heard : Told().heard)
+    ASSERT_FALSE(Log().received.empty());
+    EXPECT_EQ(Log().Of(window, {WM_MOUSELEAVE}).size(), 1u);
+    EXPECT_EQ(Log().Count(other, WM_MOUSEMOVE), 1);
+    std::vector<Received> order;
+    for (const Received& heard : Log().received)
         if (heard.message == WM_MOUSELEAVE || heard.message == WM_MOUSEMOVE) order.push_back(heard);
     EXPECT_EQ(NamesOf(order), "MOUSELEAVE MOUSEMOVE");
     User().Move(130, 130);
@@ -249,10 +248,10 @@ TEST_F(PointerTest, WhileCapturedNobodyLeaves) {
     Track(window);
     SetCapture(window);
     User().Move(10, 10);
-    EXPECT_EQ(Told().Count(window, WM_MOUSELEAVE), 0);
+    EXPECT_EQ(Log().Count(window, WM_MOUSELEAVE), 0);
     ReleaseCapture();
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_MOUSELEAVE), 1);
+    EXPECT_EQ(Log().Count(window, WM_MOUSELEAVE), 1);
     Forget();
     User().Move(130, 130);
     Track(window);
@@ -260,7 +259,7 @@ TEST_F(PointerTest, WhileCapturedNobodyLeaves) {
     User().Move(120, 120);
     ReleaseCapture();
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_MOUSELEAVE), 0) << "the pointer is still over it";
+    EXPECT_EQ(Log().Count(window, WM_MOUSELEAVE), 0) << "the pointer is still over it";
 }
 
 TEST_F(PointerTest, AWindowThatGoesUnderThePointerIsLeft) {
@@ -275,7 +274,7 @@ TEST_F(PointerTest, AWindowThatGoesUnderThePointerIsLeft) {
         else
             SetWindowPos(window, HWND(), 300, 300, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         User().Settle();
-        EXPECT_EQ(Told().Count(window, WM_MOUSELEAVE), 1);
+        EXPECT_EQ(Log().Count(window, WM_MOUSELEAVE), 1);
         SetWindowPos(window, HWND(), 100, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         User().Move(10, 10);
     }
@@ -288,7 +287,7 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     const HWND dialog = Open(300, 100, 50, 50, kGreen, owner);
     EXPECT_FALSE(EnableWindow(owner, FALSE));
     EXPECT_FALSE(IsWindowEnabled(owner));
-    EXPECT_EQ(Told().Count(owner, WM_ENABLE), 1);
+    EXPECT_EQ(Log().Count(owner, WM_ENABLE), 1);
     User().Settle();
     Forget();
     for (const int at : {120, 170}) {
@@ -299,7 +298,7 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     User().Settle();
     for (const HWND window : {owner, child, below})
         EXPECT_EQ(
-            NamesOf(Told().Of(window, {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_SETCURSOR, WM_CLOSE})),
+            NamesOf(Log().Of(window, {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_SETCURSOR, WM_CLOSE})),
             "");
     EXPECT_EQ(GetActiveWindow(), dialog);
     const HWND bystander = Open(300, 120, 50, 50, kBlack);
@@ -311,11 +310,11 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     Forget();
     User().Move(310, 110);
     User().Click();
-    EXPECT_EQ(Told().Count(dialog, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(dialog, WM_LBUTTONDOWN), 1);
     EXPECT_TRUE(EnableWindow(owner, TRUE));
     User().Move(120, 120);
     User().Press();
-    EXPECT_EQ(Told().Count(owner, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(owner, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(GetActiveWindow(), owner);
     // The owner is active, and still the dialog is above it.
     EXPECT_EQ(WindowFromPoint(POINT{310, 110}), dialog);
@@ -329,7 +328,7 @@ TEST_F(PointerTest, TheCursorIsDecidedByMessageThenClass) {
     ASSERT_TRUE(hand);
     bool inMove = false;
     bool inMessage = false;
-    Told().answer = [&](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    Log().answer = [&](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         if (message == WM_MOUSEMOVE && inMove) SetCursor(hand);
         if (message != WM_SETCURSOR || !inMessage) return false;
         EXPECT_EQ(HWND::FromParam(wParam), window);
@@ -363,8 +362,8 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(GetFocus(), one);
     EXPECT_EQ(ScreenColour(175, 175), kRedPixel);
-    const std::vector<Heard> lost = Told().Of(two, {WM_ACTIVATE});
-    const std::vector<Heard> won = Told().Of(one, {WM_ACTIVATE});
+    const std::vector<Received> lost = Log().Of(two, {WM_ACTIVATE});
+    const std::vector<Received> won = Log().Of(one, {WM_ACTIVATE});
     ASSERT_EQ(lost.size(), 1u);
     ASSERT_EQ(won.size(), 1u);
     EXPECT_EQ(LOWORD(lost[0].wParam), WA_INACTIVE);
@@ -374,12 +373,12 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
         EXPECT_EQ(LOWORD(won[0].wParam), WA_CLICKACTIVE);
     }
     EXPECT_NE(LOWORD(won[0].wParam), WA_INACTIVE);
-    EXPECT_EQ(NamesOf(Told().Of(one, {WM_ACTIVATE, WM_SETFOCUS, WM_LBUTTONDOWN})),
+    EXPECT_EQ(NamesOf(Log().Of(one, {WM_ACTIVATE, WM_SETFOCUS, WM_LBUTTONDOWN})),
               "ACTIVATE SETFOCUS LBUTTONDOWN");
     const HWND quiet = Open(300, 300, 50, 50, kBlue, {}, WS_EX_NOACTIVATE);
     User().Move(310, 310);
     User().Click();
-    EXPECT_EQ(Told().Count(quiet, WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(Log().Count(quiet, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(GetActiveWindow(), one);
 }
 

@@ -13,7 +13,7 @@ class SizingTest : public WindowTest {
     HWND OpenSized() {
         window_ = Open(100, 100, 150, 120, kRed);
         SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | WS_THICKFRAME);
-        Told().answer = [](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT&) {
+        Log().answer = [](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT&) {
             if (message == WM_GETMINMAXINFO) {
                 auto& sizes = *reinterpret_cast<MINMAXINFO*>(lParam);
                 sizes.ptMinTrackSize = {100, 90};
@@ -30,24 +30,20 @@ class SizingTest : public WindowTest {
     CRect Place() { return RectOf(window_); }
     void Drag(CPoint from, CPoint to) {
         User().Move(from.x, from.y);
-        goal_ = to;
-        User().WhenBlocked([](void* self) { Self(self).User().Move(Self(self).goal_.x, Self(self).goal_.y); },
-                           this);
-        User().WhenBlocked([](void* self) { Self(self).User().Release(); }, this);
+        WhenBlocked([=, this] { User().Move(to.x, to.y); });
+        WhenBlocked([this] { User().Release(); });
         User().Press();
         User().Settle();
     }
-    static SizingTest& Self(void* self) { return *static_cast<SizingTest*>(self); }
 
     HWND window_;
-    CPoint goal_;
 };
 
 TEST_F(SizingTest, TheEdgeFollowsWithinTheSizes) {
     OpenSized();
     Drag({248, 160}, {268, 165});
     EXPECT_EQ(Place(), CRect(100, 100, 270, 220));
-    EXPECT_EQ(NamesOf(Told().Of(window_, {WM_ENTERSIZEMOVE, WM_EXITSIZEMOVE, WM_LBUTTONUP})),
+    EXPECT_EQ(NamesOf(Log().Of(window_, {WM_ENTERSIZEMOVE, WM_EXITSIZEMOVE, WM_LBUTTONUP})),
               "ENTERSIZEMOVE EXITSIZEMOVE");
     Drag({102, 102}, {182, 182});
     EXPECT_EQ(Place(), CRect(170, 130, 270, 220));
@@ -62,7 +58,7 @@ TEST_F(SizingTest, MaximisedItIsWhereItSays) {
     User().Settle();
     EXPECT_EQ(Place(), CRect(CPoint(7, 9), CSize(300, 250)));
     EXPECT_TRUE(IsZoomed(window_));
-    const std::vector<Heard> sizes = Told().Of(window_, {WM_SIZE});
+    const std::vector<Received> sizes = Log().Of(window_, {WM_SIZE});
     ASSERT_EQ(sizes.size(), 1U);
     EXPECT_EQ(sizes[0].wParam, WPARAM{SIZE_MAXIMIZED});
     EXPECT_EQ(ScreenColour(300, 250), kRedPixel);
@@ -76,7 +72,7 @@ TEST_F(SizingTest, TheRightButtonAsksForAContextMenu) {
     OpenSized();
     User().Move(150, 170);
     User().Click(3);
-    const std::vector<Heard> asked = Told().Of(window_, {WM_CONTEXTMENU});
+    const std::vector<Received> asked = Log().Of(window_, {WM_CONTEXTMENU});
     ASSERT_EQ(asked.size(), 1U);
     EXPECT_EQ(asked[0].lParam, MAKELPARAM(150, 170));
 }

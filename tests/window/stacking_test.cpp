@@ -28,7 +28,7 @@ class StackingTest : public WindowTest {
     }
     void SetUp() override {
         WindowTest::SetUp();
-        Told().answer = [](HWND window, UINT message, WPARAM, LPARAM, LRESULT& result) {
+        Log().answer = [](HWND window, UINT message, WPARAM, LPARAM, LRESULT& result) {
             if (message != WM_NCHITTEST) return false;
             if (std::find(Holes().begin(), Holes().end(), window) == Holes().end()) return false;
             result = HTTRANSPARENT;
@@ -159,14 +159,14 @@ TEST_F(StackingTest, PlacesAndSizes) {
     const HWND window = Open(100, 100, 50, 50, kRed);
     Forget();
     EXPECT_TRUE(SetWindowPos(window, {}, 5, 6, 7, 8, SWP_NOZORDER | SWP_NOACTIVATE));
-    EXPECT_EQ(NamesOf(Told().Of(window)).substr(0, 26), "WINDOWPOSCHANGED MOVE SIZE");
+    EXPECT_EQ(NamesOf(Log().Of(window)).substr(0, 26), "WINDOWPOSCHANGED MOVE SIZE");
     EXPECT_EQ(RectOf(window), CRect(5, 6, 12, 14));
     CRect client;
     GetClientRect(window, client);
     EXPECT_EQ(client, CRect(0, 0, 7, 8));
     Forget();
     EXPECT_TRUE(MoveWindow(window, 5, 6, 7, 8, TRUE));
-    EXPECT_TRUE(Told().heard.empty()) << "nothing changed";
+    EXPECT_TRUE(Log().received.empty()) << "nothing changed";
     EXPECT_FALSE(SetWindowPos(window, {}, 0, 0, -1, 5, SWP_NOZORDER));
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
     EXPECT_TRUE(SetWindowPos(window, {}, -20, 2000000000, 0, 0, SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE));
@@ -188,15 +188,15 @@ TEST_F(StackingTest, ShowingAndHiding) {
     EXPECT_FALSE(ShowWindow(window, SW_SHOW));
     EXPECT_TRUE(IsWindowVisible(window));
     EXPECT_EQ(GetActiveWindow(), window);
-    EXPECT_EQ(NamesOf(Told().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_SETFOCUS})),
+    EXPECT_EQ(NamesOf(Log().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_SETFOCUS})),
               "SHOWWINDOW ACTIVATE SETFOCUS");
     EXPECT_TRUE(ShowWindow(window, SW_SHOW));
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_SHOWWINDOW), 1);
-    EXPECT_EQ(Told().Count(window, WM_ACTIVATE), 1) << "what the system reports is no news";
+    EXPECT_EQ(Log().Count(window, WM_SHOWWINDOW), 1);
+    EXPECT_EQ(Log().Count(window, WM_ACTIVATE), 1) << "what the system reports is no news";
     Forget();
     EXPECT_TRUE(ShowWindow(window, SW_HIDE));
-    EXPECT_EQ(NamesOf(Told().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_KILLFOCUS})),
+    EXPECT_EQ(NamesOf(Log().Of(window, {WM_SHOWWINDOW, WM_ACTIVATE, WM_KILLFOCUS})),
               "SHOWWINDOW ACTIVATE KILLFOCUS");
     EXPECT_EQ(GetActiveWindow(), HWND());
     EXPECT_EQ(ScreenColour(110, 110), kDesktopColour);
@@ -224,10 +224,10 @@ TEST_F(StackingTest, MinimisingAndBack) {
     User().Settle();
     EXPECT_TRUE(IsIconic(window));
     EXPECT_EQ(RectOf(window).TopLeft(), CPoint(-32000, -32000));
-    const std::vector<Heard> size = Told().Of(window, {WM_SIZE});
+    const std::vector<Received> size = Log().Of(window, {WM_SIZE});
     ASSERT_EQ(size.size(), 1u);
     EXPECT_EQ(size[0].wParam, WPARAM{SIZE_MINIMIZED});
-    const std::vector<Heard> lost = Told().Of(window, {WM_ACTIVATE});
+    const std::vector<Received> lost = Log().Of(window, {WM_ACTIVATE});
     ASSERT_EQ(lost.size(), 1u);
     EXPECT_EQ(lost[0].wParam, (WPARAM{1} << 16) | WA_INACTIVE);
     EXPECT_EQ(GetActiveWindow(), other) << "the next one below comes up";
@@ -237,7 +237,7 @@ TEST_F(StackingTest, MinimisingAndBack) {
     InvalidateRect(window, nullptr, FALSE);
     Forget();
     User().Settle();
-    EXPECT_EQ(Told().Count(window, WM_PAINT), 0);
+    EXPECT_EQ(Log().Count(window, WM_PAINT), 0);
     // Moved meanwhile, it comes back there.
     SetWindowPos(window, {}, 120, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_EQ(RectOf(window).left, -32000);
@@ -245,7 +245,7 @@ TEST_F(StackingTest, MinimisingAndBack) {
     User().Settle();
     EXPECT_FALSE(IsIconic(window));
     EXPECT_EQ(RectOf(window), CRect(120, 100, 170, 150));
-    EXPECT_EQ(Told().Of(window, {WM_SIZE}).at(0).wParam, WPARAM{SIZE_RESTORED});
+    EXPECT_EQ(Log().Of(window, {WM_SIZE}).at(0).wParam, WPARAM{SIZE_RESTORED});
     EXPECT_EQ(GetActiveWindow(), window);
     EXPECT_EQ(ScreenColour(125, 105), kRedPixel);
 }
@@ -257,7 +257,7 @@ TEST_F(StackingTest, AWindowMayAppearMinimised) {
         const HWND window =
             CreateWindowExW(0, kWindowClass, u"", style, 100, 100, 30, 30, {}, 0, {}, nullptr);
         if (!born) ShowWindow(window, SW_MINIMIZE);
-        Told().colours[window.ToParam()] = kRed;
+        Log().colours[window.ToParam()] = kRed;
         User().Settle();
         EXPECT_TRUE(IsIconic(window) && IsWindowVisible(window));
         EXPECT_FALSE(GetActiveWindow() == window);
@@ -299,12 +299,12 @@ TEST_F(StackingTest, FocusMovesInsideAndBetween) {
     User().Settle();
     Forget();
     User().Stroke('Q');
-    EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 1);
-    EXPECT_EQ(Told().Count(window, WM_KEYDOWN), 0);
+    EXPECT_EQ(Log().Count(child, WM_KEYDOWN), 1);
+    EXPECT_EQ(Log().Count(window, WM_KEYDOWN), 0);
     EnableWindow(child, FALSE);
     Forget();
     User().Stroke('Q');
-    EXPECT_EQ(Told().Count(child, WM_KEYDOWN), 0);
+    EXPECT_EQ(Log().Count(child, WM_KEYDOWN), 0);
     EXPECT_EQ(SetFocus(child), HWND()) << "disabled";
     EnableWindow(child, TRUE);
     ShowWindow(child, SW_HIDE);

@@ -15,7 +15,7 @@ TEST_F(SystemTest, MovesThatWaitAreOne) {
     Move(window, {110, 112}, 5, kHeld);
     Settle();
     std::string order;
-    for (const Heard& one : Told().heard)
+    for (const Received& one : Log().received)
         if (one.message == WM_MOUSEMOVE || one.message == WM_USER || one.message == WM_LBUTTONDOWN)
             order += std::to_string(one.message) + ":" +
                      (one.message == WM_USER ? "" : std::to_string(GET_X_LPARAM(one.lParam))) + " ";
@@ -25,10 +25,10 @@ TEST_F(SystemTest, MovesThatWaitAreOne) {
 TEST_F(SystemTest, EventsComeInTheirTurn) {
     const HWND window = Open();
     // The handler of the first key disables the window: the second, reported before, is for nobody.
-    Told().At(WM_KEYDOWN, [&](HWND) { EnableWindow(window, FALSE); });
+    Log().At(WM_KEYDOWN, [&](HWND) { EnableWindow(window, FALSE); });
     Key(window, 'A', 1);
     Key(window, 'B', 1);
-    EXPECT_TRUE(Told().heard.empty()) << "nothing runs while the system reports";
+    EXPECT_TRUE(Log().received.empty()) << "nothing runs while the system reports";
     Settle();
     EXPECT_EQ(Count(window, WM_KEYDOWN), 1);
     EXPECT_TRUE(GetKeyState('B') & 0x8000);
@@ -72,7 +72,7 @@ TEST_F(SystemTest, FocusThatArrivesLateIsNoNews) {
     const HWND two = Create();
     ShowWindow(one, SW_SHOW);
     ShowWindow(two, SW_SHOW);
-    Told().heard.clear();
+    Log().received.clear();
     // The server is still at the first request.
     Focus(one, true);
     Settle();
@@ -184,7 +184,7 @@ TEST_F(SystemTest, AHeldButtonReportsForItsWindowButBelongsToAnother) {
     ShowWindow(two, SW_SHOW);
     MoveWindow(two, 300, 100, 40, 30, TRUE);
     Settle();
-    Told().heard.clear();
+    Log().received.clear();
     System().under = two;
     Move(one, {310, 110}, 1, kHeld);
     Settle();
@@ -199,14 +199,14 @@ TEST_F(SystemTest, AHeldButtonReportsForItsWindowButBelongsToAnother) {
 TEST_F(SystemTest, NoCaptionMoveWaitsForAReleaseThatWas) {
     const HWND window = Open();
     bool moves = false, waited = false;
-    Told().At(WM_LBUTTONDOWN, [&](HWND) {
+    Log().At(WM_LBUTTONDOWN, [&](HWND) {
         moves = true;
         SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0);
         moves = false;
     });
     for (const bool lost : {false, true}) {
         SCOPED_TRACE(lost);
-        Told().heard.clear();
+        Log().received.clear();
         const std::uint64_t time = lost ? 3000 : 1;
         System().held = !lost;
         System().onWait = [&] { waited = moves; };
@@ -240,15 +240,15 @@ TEST_F(SystemTest, APlaceReportedDuringACaptionMoveCountsUnlessItIsBehind) {
     EXPECT_EQ(RectOf(window), (RECT{120, 110, 160, 140}));
     EXPECT_EQ(Count(window, WM_LBUTTONUP), 0);
     // Input lands where the window was when it was made.
-    Told().heard.clear();
-    Told().answer = nullptr;
+    Log().received.clear();
+    Log().answer = nullptr;
     Move(window, {125, 115}, 4);
     Report(event::BoundsChanged{window, RECT{20, 10, 60, 40}});
     Move(window, {26, 16}, 5);
     Report(event::BoundsChanged{window, RECT{50, 10, 90, 40}});
     Settle();
     std::vector<LPARAM> points;
-    for (const Heard& one : Told().heard)
+    for (const Received& one : Log().received)
         if (one.message == WM_MOUSEMOVE) points.push_back(one.lParam);
     EXPECT_EQ(points, (std::vector<LPARAM>{MAKELPARAM(5, 5), MAKELPARAM(6, 6)}));
 }

@@ -15,10 +15,10 @@ class SystemTest : public testing::Test {
     void SetUp() override {
         ScriptedSystem::reachable = true;
         RegisterScriptedClass();
-        Told() = Script();
+        Log() = Script();
     }
     void TearDown() override {
-        Told() = Script();
+        Log() = Script();
         platform::ShutDownWindows();
         EXPECT_EQ(ScriptedSystem::current, nullptr);
     }
@@ -29,11 +29,11 @@ class SystemTest : public testing::Test {
     static HWND Open() {
         const HWND window = Create(WS_POPUP | WS_VISIBLE);
         Settle();
-        Told().heard.clear();
+        Log().received.clear();
         return window;
     }
-    static Script& Told() { return TheScript(); }
-    static int Count(HWND window, UINT message) { return Told().Count(window, message); }
+    static Script& Log() { return TheScript(); }
+    static int Count(HWND window, UINT message) { return Log().Count(window, message); }
     static ScriptedSystem& System() { return *ScriptedSystem::current; }
     static platform::WindowTraits& Traits(HWND window) { return System().traits[window.ToParam()]; }
     static void Settle() { platform::RunPendingMessages(); }
@@ -57,7 +57,7 @@ class SystemTest : public testing::Test {
     static void Focus(HWND window, bool focused) { Report(event::FocusChanged{window, focused}); }
     // A press on the window moves it by its caption.
     static void MoveByPress(HWND window) {
-        Told().At(WM_LBUTTONDOWN, [=](HWND) { SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0); });
+        Log().At(WM_LBUTTONDOWN, [=](HWND) { SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0); });
     }
 };
 

@@ -23,7 +23,7 @@ TEST_F(SystemTest, WithoutADisplayCreationFailsAndHeadlessRemains) {
     SetLastError(0);
     EXPECT_FALSE(Create());
     EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
-    EXPECT_TRUE(Told().heard.empty()) << "no window, no messages";
+    EXPECT_TRUE(Log().received.empty()) << "no window, no messages";
     MSG message{};
     SetLastError(0);
     EXPECT_EQ(GetMessageW(&message, {}, 0, 0), -1);
@@ -51,8 +51,8 @@ TEST_F(SystemTest, ASystemThatRefusesAWindowLeavesNone) {
     SetLastError(0);
     EXPECT_FALSE(Create());
     EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_FALSE(IsWindow(Told().heard.back().window));
-    EXPECT_EQ(Told().heard.back().message, UINT{WM_NCDESTROY});
+    EXPECT_FALSE(IsWindow(Log().received.back().window));
+    EXPECT_EQ(Log().received.back().message, UINT{WM_NCDESTROY});
 }
 
 TEST_F(SystemTest, WithoutMemoryOfTheSystemDrawingStaysSafe) {
@@ -119,7 +119,7 @@ TEST_F(SystemTest, LossEndsTheLoopAndLeavesEveryCallSafe) {
     // Windows can be destroyed, but none made, until the last is gone and the server is back.
     EXPECT_FALSE(Create());
     EXPECT_EQ(GetLastError(), ERROR_CONNECTION_UNAVAIL);
-    Told().heard.clear();
+    Log().received.clear();
     EXPECT_TRUE(DestroyWindow(window));
     EXPECT_EQ(Count(window, WM_DESTROY) + Count(window, WM_NCDESTROY) + Count(child, WM_NCDESTROY), 3);
     ScriptedSystem::reachable = false;
@@ -206,9 +206,9 @@ TEST_F(SystemTest, ShutDownForgetsAll) {
     SetTimer(window, 1, 10, nullptr);
     PostMessageW(window, WM_USER, 0, 0);
     PostQuitMessage(1);
-    Told().heard.clear();
+    Log().received.clear();
     platform::ShutDownWindows();
-    EXPECT_TRUE(Told().heard.empty()) << "a host that is ending is not called any more";
+    EXPECT_TRUE(Log().received.empty()) << "a host that is ending is not called any more";
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(ScriptedSystem::current, nullptr);
     EXPECT_TRUE(Create()) << "and a new start works";

@@ -33,7 +33,7 @@ TEST_F(SystemTest, OnlyWhatWasDrawnIsPresented) {
     ShowWindow(window, SW_SHOW);
     const HBRUSH brush = CreateSolidBrush(0);
     RECT drawn = {0, 0, 40, 30};
-    Told().Answer(WM_PAINT, [&](HWND) {
+    Log().Answer(WM_PAINT, [&](HWND) {
         PAINTSTRUCT paint;
         FillRect(BeginPaint(window, &paint), &drawn, brush);
         return EndPaint(window, &paint);
@@ -52,7 +52,7 @@ TEST_F(SystemTest, OnlyWhatWasDrawnIsPresented) {
     Settle();
     EXPECT_EQ(System().presented, Region(CRect{8, 6, 10, 12}));
     // Pixels that the display lost are shown again without a paint.
-    Told().heard.clear();
+    Log().received.clear();
     Report(event::Exposed{window, Region(CRect{1, 2, 3, 4})});
     Settle();
     EXPECT_EQ(System().presented, Region(CRect{1, 2, 3, 4}));
@@ -140,7 +140,7 @@ TEST_F(SystemTest, AnOwnerIsNotPutUnderWhatItOwns) {
 
 TEST_F(SystemTest, TheCursorIsToldOnceAMove) {
     const HWND window = Open();
-    Told().At(WM_MOUSEMOVE, [](HWND) { SetCursor(LoadCursorW({}, IDC_HAND)); });
+    Log().At(WM_MOUSEMOVE, [](HWND) { SetCursor(LoadCursorW({}, IDC_HAND)); });
     for (int i = 0; i < 3; ++i) {
         System().TakeLog();
         Move(window, {105 + i, 110}, 1);

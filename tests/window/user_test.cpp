@@ -16,7 +16,7 @@ class UserTest : public WindowTest {
         Forget();
     }
     std::string Buttons() {
-        return NamesOf(Told().Of(window_, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK}));
+        return NamesOf(Log().Of(window_, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK}));
     }
     HWND window_;
 };
@@ -25,7 +25,7 @@ TEST_F(UserTest, ClicksAreAloneAndDoubleClicksBelongTogether) {
     Headless::Click(window_, 50, 40);
     Headless::Click(window_, 50, 40);
     EXPECT_EQ(Buttons(), "LBUTTONDOWN LBUTTONUP LBUTTONDOWN LBUTTONUP");
-    EXPECT_EQ(Told().heard.back().lParam, MAKELPARAM(50, 40));
+    EXPECT_EQ(Log().received.back().lParam, MAKELPARAM(50, 40));
     Forget();
     Headless::DoubleClick(150, 140);
     Headless::Drag(window_, 50, 40, 90, 60, 2);
@@ -33,9 +33,10 @@ TEST_F(UserTest, ClicksAreAloneAndDoubleClicksBelongTogether) {
               "LBUTTONDOWN LBUTTONUP LBUTTONDBLCLK LBUTTONUP LBUTTONDOWN LBUTTONUP LBUTTONDBLCLK LBUTTONUP");
     Forget();
     Headless::Drag(window_, 50, 40, 90, 60);
-    const std::vector<Heard> moves = Told().Of(window_, {WM_MOUSEMOVE});
+    const std::vector<Received> moves = Log().Of(window_, {WM_MOUSEMOVE});
     EXPECT_GT(
-        std::count_if(moves.begin(), moves.end(), [](const Heard& h) { return h.wParam == MK_LBUTTON; }), 3);
+        std::count_if(moves.begin(), moves.end(), [](const Received& h) { return h.wParam == MK_LBUTTON; }),
+        3);
     EXPECT_EQ(moves.back().lParam, MAKELPARAM(90, 60));
 }
 
@@ -44,7 +45,7 @@ TEST_F(UserTest, TheWheelTurnsInNotches) {
     Headless::Wheel(-2);
     Headless::KeyUp(VK_CONTROL);
     Headless::Wheel(0);
-    const std::vector<Heard> turns = Told().Of(window_, {WM_MOUSEWHEEL});
+    const std::vector<Received> turns = Log().Of(window_, {WM_MOUSEWHEEL});
     ASSERT_EQ(turns.size(), 2u);
     EXPECT_EQ(GET_WHEEL_DELTA_WPARAM(turns[0].wParam), -120);
     EXPECT_EQ(LOWORD(turns[0].wParam), MK_CONTROL);
@@ -54,7 +55,7 @@ TEST_F(UserTest, TheWheelTurnsInNotches) {
 TEST_F(UserTest, TypedTextArrivesUnitByUnit) {
     std::u16string text;
     std::vector<WPARAM> keys;
-    Told().answer = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+    Log().answer = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         if (message == WM_CHAR) text += static_cast<char16_t>(wParam);
         if (message == WM_KEYDOWN) keys.push_back(wParam);
         return false;
@@ -72,26 +73,28 @@ TEST_F(UserTest, TypedTextArrivesUnitByUnit) {
 TEST_F(UserTest, ALoopInTheMiddleOfAGestureGetsTheRest) {
     int moves = 0;
     bool stepped = false;
-    Told().answer = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT&) {
-        if (message != WM_LBUTTONDOWN) return false;
+    Log().Answer(WM_LBUTTONDOWN, [&](HWND) {
         MSG next{};
         while (GetMessageW(&next, {}, 0, 0) > 0 && next.message != WM_LBUTTONUP)
             moves += next.message == WM_MOUSEMOVE && !stepped;
-        return true;
-    };
+        return LRESULT{0};
+    });
     Headless::WhenIdle([](void* flag) { *static_cast<bool*>(flag) = true; }, &stepped);
     Headless::Drag(window_, 10, 10, 110, 10);
     EXPECT_GT(moves, 3);
     EXPECT_FALSE(stepped);
-    Told().answer = nullptr;
+    Log().answer = nullptr;
     MSG none{};
     EXPECT_EQ(GetMessageW(&none, {}, 0, 0), 0);  // the step, and then the end
 }
 
 TEST_F(UserTest, PicturesAreComparedAndTheirDifferenceIsShown) {
     const Headless::Picture picture{3, 2, {0xFF102030, 0x80402010, 0, 0xFFFFFFFF, 0x01010101, 0xFF000000}};
-    const CString path((std::string(QKUI_TEST_OUTPUT) + "/compared.png"));
+    const CString path = CString(QKUI_TEST_OUTPUT) + CString(u"/Bild 世界.png");
     ASSERT_TRUE(picture.SavePng(path));
+    EXPECT_FALSE(picture.SavePng(u"/no/such/folder/a.png"));
+    const Headless::Picture lacking{3, 2, {1, 2, 3, 4, 5}};
+    EXPECT_FALSE(lacking.SavePng(path) || Headless::Picture().SavePng(path));
     EXPECT_EQ(Headless::Compare(Headless::Picture::Load(path), picture).largest, 0);
     EXPECT_EQ(Headless::Picture::Load(u"/nowhere.png").width, 0);
 

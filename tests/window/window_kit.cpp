@@ -9,8 +9,7 @@ std::unique_ptr<Driver> WindowTest::driver_;
 namespace {
 
 const std::map<UINT, const char*>& Names() {
-#define NAMED(message) \
-    { WM_##message, #message }
+#define NAMED(message) std::pair<const UINT, const char*>(WM_##message, #message)
     static const std::map<UINT, const char*> names = {NAMED(CREATE),
                                                       NAMED(DESTROY),
                                                       NAMED(MOVE),
@@ -73,7 +72,7 @@ void Paint(HWND window) {
 
 LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Script& script = TheScript();
-    script.heard.push_back({window, message, wParam, lParam});
+    script.received.push_back({window, message, wParam, lParam});
     LRESULT result = 0;
     if (const auto answer = script.answer; answer && answer(window, message, wParam, lParam, result))
         return result;
@@ -91,16 +90,16 @@ std::string NameOf(UINT message) {
     return found == Names().end() ? std::to_string(message) : found->second;
 }
 
-std::string NamesOf(const std::vector<Heard>& heard) {
+std::string NamesOf(const std::vector<Received>& received) {
     std::string names;
-    for (const Heard& one : heard)
+    for (const Received& one : received)
         names += (names.empty() ? "" : " ") + NameOf(one.message);
     return names;
 }
 
-std::vector<Heard> Script::Of(HWND window, const std::vector<UINT>& messages) const {
-    std::vector<Heard> found;
-    for (const Heard& one : heard)
+std::vector<Received> Script::Of(HWND window, const std::vector<UINT>& messages) const {
+    std::vector<Received> found;
+    for (const Received& one : received)
         if (one.window == window &&
             (messages.empty() || std::find(messages.begin(), messages.end(), one.message) != messages.end()))
             found.push_back(one);
@@ -183,6 +182,22 @@ HWND WindowTest::OpenChild(HWND parent, int x, int y, int width, int height, COL
     ShowWindow(window, SW_SHOW);
     driver_->Settle();
     return window;
+}
+
+void WindowTest::PressAnd(std::initializer_list<std::function<void()>> acts) {
+    driver_->Move(110, 110);
+    for (const auto& act : acts)
+        WhenBlocked(act);
+    driver_->Press();
+}
+
+void WindowTest::WhenBlocked(std::function<void()> act) {
+    driver_->WhenBlocked(
+        [](void* owned) {
+            const std::unique_ptr<std::function<void()>> mine(static_cast<std::function<void()>*>(owned));
+            (*mine)();
+        },
+        new std::function<void()>(std::move(act)));
 }
 
 }  // namespace windowtest

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@
 
 namespace windowtest {
 
-struct Heard {
+struct Received {
     HWND window;
     UINT message;
     WPARAM wParam;
@@ -21,12 +22,12 @@ struct Heard {
 
 // Names as in the API; numbers for the rest.
 std::string NameOf(UINT message);
-std::string NamesOf(const std::vector<Heard>& heard);
+std::string NamesOf(const std::vector<Received>& received);
 
 // What every window of the test hears. A test's own answer comes from `answer`; without one, or when it
 // says nothing, the default procedure answers.
 struct Script {
-    std::vector<Heard> heard;
+    std::vector<Received> received;
     // Returns true and sets the result to answer the message.
     std::function<bool(HWND, UINT, WPARAM, LPARAM, LRESULT&)> answer;
     // The same for one message: runs at it, before the default procedure, or instead of that.
@@ -35,7 +36,7 @@ struct Script {
     std::map<std::uint64_t, COLORREF> colours;  // what WM_PAINT fills with, by window
 
     // Those of one window and of the given messages, in order; no messages: all.
-    std::vector<Heard> Of(HWND window, const std::vector<UINT>& messages = {}) const;
+    std::vector<Received> Of(HWND window, const std::vector<UINT>& messages = {}) const;
     int Count(HWND window, UINT message) const;
 };
 Script& TheScript();
@@ -60,11 +61,15 @@ class WindowTest : public testing::Test {
     // Not shown.
     HWND Create(int x, int y, int width, int height, DWORD exStyle = 0, HWND owner = {});
 
+    // Steps of the user while a modal loop blocks; those while the loop that a press begins does.
+    void WhenBlocked(std::function<void()> act);
+    void PressAnd(std::initializer_list<std::function<void()>> acts);
+
     Driver& User() { return *driver_; }
-    Script& Told() { return TheScript(); }
+    Script& Log() { return TheScript(); }
     // The colour at a point of the screen, as 0x00RRGGBB.
     std::uint32_t ScreenColour(int x, int y) { return User().Screen().At(x, y) & 0xFFFFFF; }
-    void Forget() { TheScript().heard.clear(); }
+    void Forget() { TheScript().received.clear(); }
 
   private:
     static std::unique_ptr<Driver> driver_;
