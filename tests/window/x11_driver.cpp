@@ -22,6 +22,8 @@ std::string NameOfKey(UINT virtualKey) {
             return "Alt_L";
         case VK_ESCAPE:
             return "Escape";
+        case VK_RETURN:
+            return "Return";
         case VK_F4:
             return "F4";
         default:
@@ -53,17 +55,9 @@ class X11Driver : public Driver {
         const CString before = GetWindowTextW(window);
         SetWindowTextW(window, u"to be closed");
         Settle();
-        xcb_client_message_event_t request{};
-        request.response_type = XCB_CLIENT_MESSAGE;
-        request.format = 32;
-        request.window = session_->FindByTitle("to be closed");
-        request.type = session_->Atom("_NET_CLOSE_WINDOW");
-        request.data.data32[1] = 2;
+        const xcb_window_t found = session_->FindByTitle("to be closed");
         SetWindowTextW(window, before);
-        xcb_send_event(session_->Connection(), 0, session_->Root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&request));
-        xcb_flush(session_->Connection());
+        session_->Send(session_->Root(), found, "_NET_CLOSE_WINDOW", {0, 2});
         Settle();
     }
     // Quiet is when the server, the window manager and the compositor had time to answer and did not.

@@ -12,7 +12,7 @@
 namespace {
 
 using namespace platform;
-using xtest::Titled;
+using namespace xtest;
 
 constexpr DROPEFFECT kBoth = DROPEFFECT_COPY | DROPEFFECT_MOVE;
 
@@ -33,17 +33,16 @@ class Peer {
         : session_(session),
           c_(session.Connection()),
           manners_(manners),
-          window_(Make(place)),
+          window_(session.NewWindow(place.left, place.top, place.Width(), place.Height(), 0x204060)),
           speaker_(window_) {
         if (manners.proxy) {
-            speaker_ = Make(CRect(1, 1, 2, 2));
+            speaker_ = session.NewWindow(1, 1, 1, 1, 0);
             for (const xcb_window_t one : {window_, speaker_})
-                Set(one, "XdndProxy", speaker_);
+                session.Write(one, "XdndProxy", {speaker_}, "ATOM");
         }
-        Set(speaker_, "XdndAware", manners.version);
+        session.Write(speaker_, "XdndAware", {manners.version}, "ATOM");
         xcb_map_window(c_, window_);
-        // On the screen before the drag looks for it, by another connection.
-        std::free(xcb_get_input_focus_reply(c_, xcb_get_input_focus(c_), nullptr));
+        session.Sync();  // before the drag looks for it, by another connection
     }
     ~Peer() { Die(); }
     Peer(const Peer&) = delete;
@@ -55,12 +54,12 @@ class Peer {
         xcb_flush(c_);
     }
     void Pump() {
-        while (xcb_generic_event_t* event = xcb_poll_for_event(c_)) {
-            const std::uint8_t type = event->response_type & 0x7F;
-            if (type == XCB_CLIENT_MESSAGE) Hear(*reinterpret_cast<xcb_client_message_event_t*>(event));
+        session_.TakeEvents([this](const xcb_generic_event_t& event) {
+            const std::uint8_t type = event.response_type & 0x7F;
+            if (type == XCB_CLIENT_MESSAGE)
+                Receive(reinterpret_cast<const xcb_client_message_event_t&>(event));
             if (type == XCB_SELECTION_NOTIFY) Read();
-            std::free(event);
-        }
+        });
     }
     // Asks for the list in a form.
     void Fetch(const char* form) {
@@ -76,31 +75,7 @@ class Peer {
     xcb_window_t source = 0;
 
   private:
-    xcb_window_t Make(const CRect& place) {
-        const xcb_window_t id = xcb_generate_id(c_);
-        const std::uint32_t values[] = {0x204060, 1};
-        xcb_create_window(c_, XCB_COPY_FROM_PARENT, id, session_.Root(),
-                          static_cast<std::int16_t>(place.left), static_cast<std::int16_t>(place.top),
-                          static_cast<std::uint16_t>(place.Width()),
-                          static_cast<std::uint16_t>(place.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                          XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-        return id;
-    }
-    void Set(xcb_window_t window, const char* name, std::uint32_t value) {
-        xcb_change_property(c_, XCB_PROP_MODE_REPLACE, window, session_.Atom(name), XCB_ATOM_ATOM, 32, 1,
-                            &value);
-    }
-    void Answer(const char* type, std::array<std::uint32_t, 5> data) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = source;
-        message.type = session_.Atom(type);
-        std::copy(data.begin(), data.end(), message.data.data32);
-        xcb_send_event(c_, 0, source, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(c_);
-    }
-    void Hear(const xcb_client_message_event_t& message) {
+    void Receive(const xcb_client_message_event_t& message) {
         static constexpr std::array<const char*, 4> kTypes = {"XdndEnter", "XdndPosition", "XdndLeave",
                                                               "XdndDrop"};
         for (const char* type : kTypes) {
@@ -118,13 +93,14 @@ class Peer {
             if (!manners_.action) return;
             const bool takes = manners_.refusals == 0;
             if (manners_.refusals > 0) --manners_.refusals;
-            Answer("XdndStatus",
-                   {window_, takes ? 1U : 0U, 0, 0, takes ? session_.Atom(manners_.action) : 0});
+            session_.Send(source, source, "XdndStatus",
+                          {window_, takes ? 1U : 0U, 0, 0, takes ? session_.Atom(manners_.action) : 0});
         }
         if (log.ends_with('D') && manners_.done) {
             const bool says = manners_.version >= 5;
-            Answer("XdndFinished", {window_, says && manners_.success ? 1U : 0U,
-                                    says ? session_.Atom(manners_.done) : 0, 0, 0});
+            session_.Send(
+                source, source, "XdndFinished",
+                {window_, says && manners_.success ? 1U : 0U, says ? session_.Atom(manners_.done) : 0, 0, 0});
         }
     }
     void Read() {
@@ -171,13 +147,8 @@ class Drag : public xtest::X11Test {
             milliseconds);
     }
     bool PointerIsFree() {
-        xcb_connection_t* c = session->Connection();
-        xcb_grab_pointer_reply_t* reply = xcb_grab_pointer_reply(
-            c, xcb_grab_pointer(c, 0, session->Root(), 0, 1, 1, 0, 0, XCB_CURRENT_TIME), nullptr);
-        const bool free = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
-        std::free(reply);
-        xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
-        xcb_flush(c);
+        const bool free = session->GrabPointer();
+        session->ReleasePointer();
         return free;
     }
 };
@@ -245,24 +216,20 @@ TEST_F(Drag, TheListArrivesWhateverTheNames) {
     const std::string list =
         "file:///tmp/a%20b\r\nfile:///tmp/100%25\r\nfile:///tmp/%231%3F%26\r\nfile:///tmp/line%0Aend%0D\r\n"
         "file:///tmp/%E6%9C%88.txt\r\nfile:///tmp/%F0%9F%8C%99~-_.A9\r\n";
-    for (const char* form : {"text/uri-list", "text/plain", "UTF8_STRING"}) {
+    const auto fetch = [&](const char* form) {
         peer.Fetch(form);
-        ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
-        EXPECT_EQ(*peer.fetched, list) << form;
-    }
-    peer.Fetch("TARGETS");
-    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
-    EXPECT_EQ(peer.fetched->size(), 5 * sizeof(xcb_atom_t));
-    peer.Fetch("image/png");
-    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
-    EXPECT_EQ(*peer.fetched, "");
+        EXPECT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
+        return peer.fetched.value_or("nothing");
+    };
+    for (const char* form : {"text/uri-list", "text/plain", "UTF8_STRING"})
+        EXPECT_EQ(fetch(form), list) << form;
+    EXPECT_EQ(fetch("TARGETS").size(), 5 * sizeof(xcb_atom_t));
+    EXPECT_EQ(fetch("image/png"), "");
 
     // More than one request holds.
     const CString longest(u'x', 9'000'000);
     ASSERT_TRUE(Dragger().Begin(Offer({u"/" + longest, u"/" + longest}), At(450, 150)));
-    peer.Fetch("text/uri-list");
-    ASSERT_TRUE(Sees(peer, [&] { return peer.fetched.has_value(); }));
-    EXPECT_EQ(peer.fetched->size(), 2 * (9'000'000 + std::size_t{10}));
+    EXPECT_EQ(fetch("text/uri-list").size(), 2 * (9'000'000 + std::size_t{10}));
 }
 
 TEST_F(Drag, KeysDecideWhatIsOffered) {
@@ -322,12 +289,9 @@ TEST_F(Drag, TheReceiverThatLiesBehindTheOneThatDiesIsNext) {
 
 TEST_F(Drag, WithoutAPointerOrAServerThereIsNone) {
     Open({.windowManager = true});
-    xcb_connection_t* c = session->Connection();
-    std::free(xcb_grab_pointer_reply(
-        c, xcb_grab_pointer(c, 0, session->Root(), 0, 1, 1, 0, 0, XCB_CURRENT_TIME), nullptr));
+    ASSERT_TRUE(session->GrabPointer());
     EXPECT_FALSE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
-    xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
-    xcb_flush(c);
+    session->ReleasePointer();
     Idle(20);
     Peer peer(*session, kPeer, {});
     ASSERT_TRUE(Dragger().Begin(Offer({u"/a"}), At(450, 150)));
@@ -360,13 +324,12 @@ class Source {
         const char* action = "XdndActionMove";
     };
     Source(xtest::XSession& session, const Manners& manners)
-        : session_(session), c_(session.Connection()), manners_(manners), window_(xcb_generate_id(c_)) {
-        xcb_create_window(c_, 0, window_, session.Root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
-                          nullptr);
+        : session_(session),
+          c_(session.Connection()),
+          manners_(manners),
+          window_(session.NewWindow(0, 0, 1, 1, 0)) {
         xcb_set_selection_owner(c_, window_, session.Atom("XdndSelection"), XCB_CURRENT_TIME);
-        const xcb_atom_t types[] = {1, 2, 3, 4, session.Atom(manners.type)};
-        xcb_change_property(c_, XCB_PROP_MODE_REPLACE, window_, session.Atom("XdndTypeList"), XCB_ATOM_ATOM,
-                            32, std::size(types), types);
+        session.Write(window_, "XdndTypeList", {1, 2, 3, 4, session.Atom(manners.type)}, "ATOM");
     }
     ~Source() { xcb_destroy_window(c_, window_); }
     Source(const Source&) = delete;
@@ -374,38 +337,31 @@ class Source {
 
     void DropOn(xcb_window_t target) {
         target_ = target;
-        Say("XdndEnter", manners_.version << 24 | (manners_.manyTypes ? 1 : 0),
-            manners_.manyTypes ? 1 : session_.Atom(manners_.type));
-        Say("XdndPosition", 0, 110 << 16 | 120, XCB_CURRENT_TIME, session_.Atom(manners_.action));
-        Say("XdndDrop", 0, XCB_CURRENT_TIME);
+        Send("XdndEnter", manners_.version << 24 | (manners_.manyTypes ? 1 : 0),
+             manners_.manyTypes ? 1 : session_.Atom(manners_.type));
+        Send("XdndPosition", 0, 110 << 16 | 120, XCB_CURRENT_TIME, session_.Atom(manners_.action));
+        Send("XdndDrop", 0, XCB_CURRENT_TIME);
     }
     void Pump() {
-        while (xcb_generic_event_t* event = xcb_poll_for_event(c_)) {
-            const std::uint8_t type = event->response_type & 0x7F;
-            if (type == XCB_CLIENT_MESSAGE) Hear(*reinterpret_cast<xcb_client_message_event_t*>(event));
-            if (type == XCB_SELECTION_REQUEST) Give(*reinterpret_cast<xcb_selection_request_event_t*>(event));
+        session_.TakeEvents([this](const xcb_generic_event_t& event) {
+            const std::uint8_t type = event.response_type & 0x7F;
+            if (type == XCB_CLIENT_MESSAGE)
+                Receive(reinterpret_cast<const xcb_client_message_event_t&>(event));
+            if (type == XCB_SELECTION_REQUEST)
+                Give(reinterpret_cast<const xcb_selection_request_event_t&>(event));
             if (type == XCB_PROPERTY_NOTIFY &&
-                reinterpret_cast<xcb_property_notify_event_t*>(event)->state == XCB_PROPERTY_DELETE)
+                reinterpret_cast<const xcb_property_notify_event_t&>(event).state == XCB_PROPERTY_DELETE)
                 GivePiece();
-            std::free(event);
-        }
+        });
     }
     std::optional<std::array<std::uint32_t, 5>> status, finished;
 
   private:
-    void Say(const char* type, std::uint32_t a = 0, std::uint32_t b = 0, std::uint32_t c = 0,
-             std::uint32_t d = 0) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = target_;
-        message.type = session_.Atom(type);
-        const std::array<std::uint32_t, 5> data = {window_, a, b, c, d};
-        std::copy(data.begin(), data.end(), message.data.data32);
-        xcb_send_event(c_, 0, target_, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(c_);
+    void Send(const char* type, std::uint32_t a = 0, std::uint32_t b = 0, std::uint32_t c = 0,
+              std::uint32_t d = 0) {
+        session_.Send(target_, target_, type, {window_, a, b, c, d});
     }
-    void Hear(const xcb_client_message_event_t& message) {
+    void Receive(const xcb_client_message_event_t& message) {
         auto& kept = message.type == session_.Atom("XdndStatus") ? status : finished;
         std::copy(message.data.data32, message.data.data32 + 5, kept.emplace().begin());
     }
@@ -414,8 +370,8 @@ class Source {
         requestor_ = request.requestor;
         property_ = request.property;
         if (manners_.piece != 0) {
-            const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE, size = 1;
-            xcb_change_window_attributes(c_, requestor_, XCB_CW_EVENT_MASK, &events);
+            session_.Listen(requestor_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+            const std::uint32_t size = 1;
             xcb_change_property(c_, XCB_PROP_MODE_REPLACE, requestor_, property_, session_.Atom("INCR"), 32,
                                 1, &size);
         } else {

@@ -11,8 +11,7 @@
 namespace {
 
 using namespace platform;
-using xtest::Seen;
-using xtest::Titled;
+using namespace xtest;
 
 const CRect kRect(100, 100, 300, 200);
 
@@ -74,7 +73,7 @@ TEST_F(Faults, TheServerDies) {
         EXPECT_FALSE(system->IsAlive());
         EXPECT_FALSE(system->Wait(system->Now() + 60000));
         EXPECT_FALSE(system->Poll());
-        EXPECT_EQ(seen.Count(Seen::Kind::Lost), 1);
+        EXPECT_EQ(seen.Count<ConnectionLost>(), 1);
         FillRect(*surface, CRect(0, 0, 200, 100), 1);  // its memory stays
         CallAll(*system, window);
         EXPECT_FALSE(system->Create(HWND(77, 1), kRect, Titled(u"none")));
@@ -103,7 +102,7 @@ TEST_F(Faults, TheServerDiesWhileItIsWaitedFor) {
     while (system->Wait(std::nullopt)) {
     }
     killer.join();
-    EXPECT_EQ(seen.Count(Seen::Kind::Lost), 1);
+    EXPECT_EQ(seen.Count<ConnectionLost>(), 1);
 }
 
 TEST_F(Faults, SomebodyElseDestroysAWindow) {
@@ -116,8 +115,8 @@ TEST_F(Faults, SomebodyElseDestroysAWindow) {
     xcb_destroy_window(session->Connection(), session->FindByTitle("victim"));
     xcb_flush(session->Connection());
     CallAll(*system, window);  // before we know
-    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Destroyed) == 1; }));
-    EXPECT_TRUE(seen.Last(Seen::Kind::Destroyed)->window == window);
+    ASSERT_TRUE(Until([&] { return seen.Count<SystemDestroyed>() == 1; }));
+    EXPECT_TRUE(seen.Last<SystemDestroyed>().window == window);
     CallAll(*system, window);  // and after
     CallAll(*system, HWND(4711, 3));
     ShowAndWait(owned);
@@ -167,38 +166,26 @@ TEST_F(Faults, ForeignMessagesAreTakenForWhatTheyAre) {
     const HWND window = NewWindow(kRect, Titled(u"target"));
     ShowAndWait(window);
     const xcb_window_t id = session->FindByTitle("target");
-    xcb_connection_t* c = session->Connection();
-    const std::uint32_t watch = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(c, session->Root(), XCB_CW_EVENT_MASK, &watch);
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = id;
-    message.type = session->Atom("WM_PROTOCOLS");
+    session->Listen(session->Root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     const auto send = [&](const char* protocol) {
-        message.data.data32[0] = session->Atom(protocol);
-        message.data.data32[1] = 12345;
-        message.data.data32[2] = id;
-        xcb_send_event(c, 0, id, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(c);
+        session->Send(id, id, "WM_PROTOCOLS", {session->Atom(protocol), 12345, id});
     };
     send("NONSENSE");
     send("_NET_WM_PING");
     bool answered = false;
     EXPECT_TRUE(Until([&] {
-        while (xcb_generic_event_t* event = xcb_poll_for_event(c)) {
-            const auto* answer = reinterpret_cast<const xcb_client_message_event_t*>(event);
-            if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE && answer->window == session->Root() &&
-                answer->data.data32[0] == session->Atom("_NET_WM_PING") && answer->data.data32[1] == 12345 &&
-                answer->data.data32[2] == id)
-                answered = true;
-            std::free(event);
-        }
+        session->TakeEvents([&](const xcb_generic_event_t& event) {
+            const auto& answer = reinterpret_cast<const xcb_client_message_event_t&>(event);
+            const std::uint32_t* words = answer.data.data32;
+            answered |= (event.response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
+                        answer.window == session->Root() && words[0] == session->Atom("_NET_WM_PING") &&
+                        words[1] == 12345 && words[2] == id;
+        });
         return answered;
     }));
-    EXPECT_EQ(seen.Count(Seen::Kind::Close), 0);
+    EXPECT_EQ(seen.Count<CloseRequested>(), 0);
     send("WM_DELETE_WINDOW");
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Close) == 1; }));
+    EXPECT_TRUE(Until([&] { return seen.Count<CloseRequested>() == 1; }));
 }
 
 TEST_F(Faults, SourcesOfOtherLibrariesRunInTheWait) {

@@ -34,23 +34,9 @@ BEGIN_MESSAGE_MAP(Acting, CQKDialogBase)
 ON_WM_TIMER()
 END_MESSAGE_MAP()
 
-void AskToClose(xtest::XSession& session, xcb_window_t window) {
-    xcb_client_message_event_t event = {};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = session.Atom("_NET_CLOSE_WINDOW");
-    xcb_send_event(session.Connection(), 0, session.Root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&event));
-    xcb_flush(session.Connection());
-}
-
-// One server for the whole story: a process that lost its server stays without one.
+// One server for all of it: a process that lost its server stays without one.
 TEST(Host, IgnoresKeysHeedsTheManagerAndOutlivesTheServer) {
-    xtest::SessionOptions options;
-    options.windowManager = false;
-    auto session = xtest::XSession::Start(options);
+    auto session = xtest::XSession::Start();
     ASSERT_TRUE(session);
 
     // No window manager: the keys come to the dialog itself.
@@ -75,7 +61,7 @@ TEST(Host, IgnoresKeysHeedsTheManagerAndOutlivesTheServer) {
         Acting dialog([&](Acting&) {
             const xcb_window_t window = session->FindByTitle("acting");
             if (window == 0 || session->PixelAt(150, 150) != 0x00FF00) return false;
-            AskToClose(*session, window);
+            session->Send(session->Root(), window, "_NET_CLOSE_WINDOW");
             return true;
         });
         EXPECT_EQ(dialog.DoModal(), IDCANCEL);

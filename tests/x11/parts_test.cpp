@@ -6,7 +6,6 @@
 #include <platform/window.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "platform/window/x11/display_plan.h"
 #include "platform/window/x11/pixel_conversion.h"
 #include "platform/window/x11/row_spans.h"
 #include "platform/window/x11/server_clock.h"
@@ -17,7 +16,6 @@ namespace {
 using namespace platform;
 using namespace platform::x11;
 using Kind = SpanRule::Kind;
-using Mode = Compositing::Mode;
 
 Region ToRegion(const std::vector<xcb_rectangle_t>& rectangles) {
     std::vector<RECT> rects;
@@ -123,40 +121,6 @@ TEST(RowSpans, ComeInAsManyRectanglesAsAllowed) {
     }
 }
 
-TEST(DisplayPlan, SaysHowEachModeIsShown) {
-    const SpanRule all{}, nothing{Kind::Nothing, 0, 0}, caught{Kind::AlphaAtLeast, 1, 0},
-        visible{Kind::AlphaAtLeast, 128, 0}, notKey{Kind::NotKey, 0, 0xFF00FF};
-    const Compositing none{Mode::Nothing, 0, 255, false}, opaque{Mode::Opaque, 0, 255, false},
-        key{Mode::Constant, 0xFF00FF, 255, true}, constant{Mode::Constant, 0, 100, false},
-        both{Mode::Constant, 0xFF00FF, 100, true}, gone{Mode::Constant, 0, 0, false},
-        pixels{Mode::PerPixel, 0, 200, false};
-    struct Case {
-        Compositing compositing;
-        bool alphaChannel, compositor;
-        DisplayPlan plan;
-    };
-    const Case cases[] = {
-        {none, true, true, {nothing, all, Conversion::None, 0, 255}},
-        {opaque, false, true, {all, all, Conversion::None, 0, 255}},
-        {opaque, true, true, {all, all, Conversion::ForceOpaque, 0, 255}},
-        {constant, true, true, {all, all, Conversion::ForceOpaque, 0, 100}},
-        {constant, true, false, {all, all, Conversion::ForceOpaque, 0, 255}},
-        {gone, true, true, {nothing, all, Conversion::None, 0, 255}},
-        {key, true, true, {all, notKey, Conversion::KeyToTransparent, 0xFF00FF, 255}},
-        {key, false, true, {notKey, all, Conversion::None, 0xFF00FF, 255}},
-        {key, true, false, {notKey, all, Conversion::ForceOpaque, 0xFF00FF, 255}},
-        {both, true, true, {all, notKey, Conversion::KeyToTransparent, 0xFF00FF, 100}},
-        {pixels, true, true, {all, caught, Conversion::None, 0, 200}},
-        {pixels, true, false, {visible, all, Conversion::Unpremultiply, 0, 255}},
-        {pixels, false, true, {visible, all, Conversion::Unpremultiply, 0, 255}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << static_cast<int>(c.compositing.mode) << c.alphaChannel << c.compositor);
-        EXPECT_TRUE(PlanDisplay(c.compositing, c.alphaChannel, c.compositor) == c.plan);
-    }
-}
-
 TEST(PixelConversion, TurnsSurfacesIntoWhatWindowsShow) {
     struct Case {
         Conversion conversion;
@@ -199,11 +163,7 @@ TEST(PixelConversion, TurnsSurfacesIntoWhatWindowsShow) {
 }
 
 TEST(VirtualKeys, CoverTheKeysOfAKeyboard) {
-    struct Case {
-        xkb_keysym_t symbol;
-        UINT code;
-    };
-    const Case cases[] = {
+    const std::pair<xkb_keysym_t, UINT> cases[] = {
         {XKB_KEY_a, 'A'},
         {XKB_KEY_Z, 'Z'},
         {XKB_KEY_0, '0'},
@@ -212,20 +172,31 @@ TEST(VirtualKeys, CoverTheKeysOfAKeyboard) {
         {XKB_KEY_F24, VK_F1 + 23},
         {XKB_KEY_KP_0, 0x60},
         {XKB_KEY_KP_9, 0x69},
+        {XKB_KEY_Insert, VK_INSERT},
         {XKB_KEY_KP_Insert, VK_INSERT},
         {XKB_KEY_Shift_L, VK_SHIFT},
         {XKB_KEY_Shift_R, VK_SHIFT},
+        {XKB_KEY_Control_L, VK_CONTROL},
         {XKB_KEY_ISO_Level3_Shift, VK_MENU},
+        {XKB_KEY_Super_L, VK_LWIN},
         {XKB_KEY_Super_R, VK_RWIN},
+        {XKB_KEY_Return, VK_RETURN},
         {XKB_KEY_ISO_Left_Tab, VK_TAB},
-        {XKB_KEY_Caps_Lock, VK_CAPITAL},
+        {XKB_KEY_Home, VK_HOME},
+        {XKB_KEY_End, VK_END},
+        {XKB_KEY_Left, VK_LEFT},
+        {XKB_KEY_Up, VK_UP},
+        {XKB_KEY_Right, VK_RIGHT},
+        {XKB_KEY_Down, VK_DOWN},
         {XKB_KEY_Page_Up, VK_PRIOR},
+        {XKB_KEY_Page_Down, VK_NEXT},
+        {XKB_KEY_Caps_Lock, VK_CAPITAL},
         {XKB_KEY_Cyrillic_a, 0},
         {XKB_KEY_exclam, 0},
         {XKB_KEY_NoSymbol, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(VirtualKeyOf(c.symbol), c.code) << std::hex << c.symbol;
+    for (const auto& [symbol, code] : cases)
+        EXPECT_EQ(VirtualKeyOf(symbol), code) << std::hex << symbol;
 }
 
 TEST(ServerClock, FollowsTheServerAcrossItsWrap) {

@@ -11,125 +11,66 @@
 #include <string>
 #include <vector>
 
-#include "platform/window/file_drop.h"
 #include "platform/window/window_system.h"
 #include "x11/x_session.h"
 
 namespace xtest {
 
-struct Seen {
-    enum class Kind {
-        Moved,
-        Left,
-        Button,
-        Wheel,
-        Key,
-        Focus,
-        Placed,
-        Exposed,
-        Minimised,
-        Close,
-        GrabLost,
-        Destroyed,
-        Lost
-    };
-    Kind kind;
-    HWND window;
-    CPoint screen;
-    int value = 0;  // button, wheel delta or virtual key
-    bool on = false;
-    char16_t character = 0;
-    platform::InputState state;
-    std::uint64_t time = 0;
-    CRect rect;  // placed, or the box of what was exposed
-};
+using namespace platform::event;
 
 class Recorder final : public platform::WindowEvents {
   public:
-    std::vector<Seen> events;
+    std::vector<platform::WindowEvent> events;
 
-    int Count(Seen::Kind kind) const {
-        return static_cast<int>(
-            std::count_if(events.begin(), events.end(), [&](const Seen& seen) { return seen.kind == kind; }));
+    template <class Event>
+    std::vector<Event> All() const {
+        std::vector<Event> all;
+        for (const platform::WindowEvent& one : events)
+            if (const auto* event = std::get_if<Event>(&one)) all.push_back(*event);
+        return all;
     }
-    // The latest of its kind; null without one.
-    const Seen* Last(Seen::Kind kind) const {
-        const auto found =
-            std::find_if(events.rbegin(), events.rend(), [&](const Seen& seen) { return seen.kind == kind; });
-        return found == events.rend() ? nullptr : &*found;
+    std::vector<Pointer> All(Pointer::Kind kind) const {
+        std::vector<Pointer> all = All<Pointer>();
+        std::erase_if(all, [kind](const Pointer& pointer) { return pointer.kind != kind; });
+        return all;
+    }
+    template <class Event>
+    int Count() const {
+        return static_cast<int>(All<Event>().size());
+    }
+    int Count(Pointer::Kind kind) const { return static_cast<int>(All(kind).size()); }
+    // The latest; an empty one when there is none.
+    template <class Event>
+    Event Last() const {
+        const std::vector<Event> all = All<Event>();
+        return all.empty() ? Event() : all.back();
+    }
+    Pointer Last(Pointer::Kind kind) const {
+        const std::vector<Pointer> all = All(kind);
+        return all.empty() ? Pointer() : all.back();
     }
     bool IsFocused(HWND window) const {
         bool focused = false;
-        for (const Seen& seen : events)
-            if (seen.kind == Seen::Kind::Focus && seen.window == window) focused = seen.on;
+        for (const FocusChanged& change : All<FocusChanged>())
+            if (change.window == window) focused = change.focused;
         return focused;
     }
 
     void Notify(platform::WindowEvent happened) override {
-        using namespace platform::event;
-        using Kind = Seen::Kind;
-        std::visit(platform::Overloaded{
-                       [this](const Pointer& pointer) {
-                           const bool button = pointer.kind == Pointer::Button;
-                           const Kind kind = button                           ? Kind::Button
-                                             : pointer.kind == Pointer::Moved ? Kind::Moved
-                                                                              : Kind::Wheel;
-                           events.push_back({kind,
-                                             pointer.window,
-                                             pointer.screen,
-                                             button ? pointer.button : pointer.delta,
-                                             pointer.down,
-                                             0,
-                                             pointer.state,
-                                             pointer.time,
-                                             {}});
-                       },
-                       [this](const Key& key) {
-                           events.push_back({Kind::Key,
-                                             key.window,
-                                             {},
-                                             static_cast<int>(key.virtualKey),
-                                             key.down,
-                                             key.character,
-                                             key.state,
-                                             key.time,
-                                             {}});
-                       },
-                       [this](const PointerLeft& left) { Add(Kind::Left, left.window); },
-                       [this](const KeysHeld& now) { held = now.keys; },
-                       [this](const FocusChanged& focus) { Add(Kind::Focus, focus.window, focus.focused); },
-                       [this](const BoundsChanged& bounds) {
-                           Add(Kind::Placed, bounds.window);
-                           events.back().rect = bounds.screen;
-                       },
-                       [this](const Exposed& exposed) {
-                           Add(Kind::Exposed, exposed.window);
-                           events.back().rect = exposed.region.Box();
-                           if (onExposed) onExposed(exposed.window, exposed.region);
-                       },
-                       [this](const MinimisedChanged& change) {
-                           Add(Kind::Minimised, change.window, change.minimised);
-                       },
-                       [this](const CloseRequested& close) { Add(Kind::Close, close.window); },
-                       [this](const GrabLost& lost) { Add(Kind::GrabLost, lost.window); },
-                       [this](const SystemDestroyed& gone) { Add(Kind::Destroyed, gone.window); },
-                       [this](FilesDropped& files) { drops.push_back(std::move(files.drop)); },
-                       [this](const ConnectionLost&) { Add(Kind::Lost, HWND()); },
-                       [](const auto&) {},
-                   },
-                   happened);
+        if (auto* const files = std::get_if<FilesDropped>(&happened)) {
+            drops.push_back(std::move(files->drop));
+            return;
+        }
+        events.push_back(std::move(happened));
+        // A copy: what is done about it may report more.
+        if (const auto* const exposed = std::get_if<Exposed>(&events.back()); exposed && onExposed)
+            onExposed(exposed->window, platform::Region(exposed->region));
     }
     DROPEFFECT FilesOver(HWND, POINT, DROPEFFECT wanted) override { return accepts & wanted; }
 
     std::function<void(HWND, const platform::Region&)> onExposed;
-    platform::KeySet held;  // as last reported
     DROPEFFECT accepts = DROPEFFECT_NONE;
     std::vector<platform::FileDrop> drops;
-
-  private:
-    void Add(Seen::Kind kind, HWND window, bool on = false) {
-        events.push_back({kind, window, {}, 0, on, 0, {}, 0, {}});
-    }
 };
 
 inline platform::WindowTraits Titled(LPCWSTR title) {
@@ -184,9 +125,9 @@ class X11Test : public testing::Test {
     }
     // Shows it and waits until the server says that it is there.
     void ShowAndWait(HWND window) {
-        const int before = seen.Count(Seen::Kind::Exposed);
+        const int before = seen.Count<Exposed>();
         system->Show(window, platform::Visibility::Shown);
-        EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Exposed) > before; }));
+        EXPECT_TRUE(Until([&] { return seen.Count<Exposed>() > before; }));
     }
     bool ScreenShows(int x, int y, std::uint32_t colour) {
         const bool shows = Until([&] { return session->PixelAt(x, y) == colour; }, 5000);

@@ -9,8 +9,7 @@
 namespace {
 
 using namespace platform;
-using xtest::Seen;
-using xtest::Titled;
+using namespace xtest;
 using Mode = Compositing::Mode;
 
 constexpr std::uint32_t kGreen = 0xFF00C000;
@@ -20,21 +19,20 @@ class Windows : public xtest::X11Test {
     // The test's own connection speaks as a window manager that marks minimised windows and does nothing else
     // by itself; it ends with the window returned.
     xcb_window_t ActAsManager() {
-        xcb_connection_t* c = session->Connection();
-        const xcb_window_t check = xcb_generate_id(c);
-        xcb_create_window(c, 0, check, session->Root(), -9, -9, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
-                          nullptr);
-        Write(session->Root(), "_NET_SUPPORTED", session->Atom("_NET_WM_STATE_HIDDEN"));
+        const xcb_window_t check = session->NewWindow(-9, -9, 1, 1, 0);
+        session->Write(session->Root(), "_NET_SUPPORTED", {session->Atom("_NET_WM_STATE_HIDDEN")});
         for (const xcb_window_t window : {check, session->Root()})
-            Write(window, "_NET_SUPPORTING_WM_CHECK", check);
+            session->Write(window, "_NET_SUPPORTING_WM_CHECK", {check});
         return check;
     }
-    void Write(xcb_window_t window, const char* property, std::uint32_t value) {
-        xcb_change_property(session->Connection(), XCB_PROP_MODE_REPLACE, window, session->Atom(property),
-                            XCB_ATOM_CARDINAL, 32, 1, &value);
-        xcb_flush(session->Connection());
+    bool IsMinimised() const { return seen.Last<MinimisedChanged>().minimised; }
+    // A green window, shown.
+    HWND Green(const CRect& rect, LPCWSTR title = u"") {
+        const HWND window = NewWindow(rect, Titled(title));
+        Fill(window, rect.Size(), kGreen);
+        ShowAndWait(window);
+        return window;
     }
-    const Seen* LastMinimised() const { return seen.Last(Seen::Kind::Minimised); }
 };
 
 TEST_F(Windows, ComeUpUndecoratedWhereTheyWereAskedFor) {
@@ -42,9 +40,7 @@ TEST_F(Windows, ComeUpUndecoratedWhereTheyWereAskedFor) {
         SCOPED_TRACE(manager ? "openbox" : "no window manager");
         Open({.windowManager = manager});
         const CRect rect(200, 150, 500, 350);
-        const HWND window = NewWindow(rect, Titled(u"Ünïcode 標題"));
-        Fill(window, rect.Size(), 0x1200C000);  // an opaque window ignores alpha
-        ShowAndWait(window);
+        const HWND window = Green(rect, u"Ünïcode 標題");
         for (const CPoint corner : {CPoint(200, 150), CPoint(499, 150), CPoint(200, 349), CPoint(499, 349)})
             EXPECT_TRUE(ScreenShows(corner.x, corner.y, 0x00C000));
         EXPECT_NE(session->PixelAt(199, 150), 0x00C000U);
@@ -53,10 +49,10 @@ TEST_F(Windows, ComeUpUndecoratedWhereTheyWereAskedFor) {
         EXPECT_TRUE(system->WindowAt({300, 200}) == window);
         EXPECT_FALSE(system->WindowAt({100, 100}));
         Idle(400);
-        EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0);
+        EXPECT_EQ(seen.Count<BoundsChanged>(), 0);
         EXPECT_NE(session->FindByTitle("Ünïcode 標題"), 0U);
         system->Destroy(window);
-        EXPECT_TRUE(xtest::Eventually([&] { return session->PixelAt(300, 200) != 0x00C000U; }));
+        EXPECT_TRUE(Eventually([&] { return session->PixelAt(300, 200) != 0x00C000U; }));
         system.reset();
     }
 }
@@ -82,7 +78,7 @@ TEST_F(Windows, SayWhatTheyAre) {
         return names;
     };
     using Names = std::vector<std::string>;
-    EXPECT_TRUE(xtest::Eventually([&] { return states("modal") == Names{"MODAL"}; }));
+    EXPECT_TRUE(Eventually([&] { return states("modal") == Names{"MODAL"}; }));
     EXPECT_EQ(states("tool"), (Names{"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}));
     EXPECT_EQ(states("owner"), Names{});
     const xcb_window_t ownerId = session->FindByTitle("owner");
@@ -93,7 +89,7 @@ TEST_F(Windows, SayWhatTheyAre) {
     WindowTraits renamed = Titled(u"renamed");
     renamed.topmost = true;
     system->SetTraits(owner, renamed);
-    EXPECT_TRUE(xtest::Eventually([&] {
+    EXPECT_TRUE(Eventually([&] {
         system->Poll();
         return states("renamed") == Names{"ABOVE"};
     }));
@@ -123,10 +119,7 @@ TEST_F(Windows, BelongToAProgram) {
     setenv("DESKTOP_STARTUP_ID", "a\"launch_TIME4711", 1);
     session = xtest::XSession::Start({.windowManager = true});
     ASSERT_TRUE(session);
-    xcb_connection_t* c = session->Connection();
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(c, session->Root(), XCB_CW_EVENT_MASK, &events);
-    xcb_flush(c);
+    session->Listen(session->Root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     system = MakeX11WindowSystem(seen);
     EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);
     auto icon = Surface::Create(2, 1);
@@ -149,17 +142,16 @@ TEST_F(Windows, BelongToAProgram) {
         [&] { return session->Property(session->FindByTitle("second"), "WM_CLIENT_LEADER") == leader; }));
     EXPECT_EQ(session->Property(leader[0], "WM_CLIENT_LEADER"), leader);
     EXPECT_EQ(session->Property(window, "WM_HINTS").at(8), leader[0]);
-    std::string told;
-    EXPECT_TRUE(xtest::Eventually([&] {
-        while (xcb_generic_event_t* event = xcb_poll_for_event(c)) {
-            const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event);
-            if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE && message->format == 8)
-                told.append(reinterpret_cast<const char*>(message->data.data8), 20);
-            std::free(event);
-        }
-        return told.find('\0') != std::string::npos;
+    std::string received;
+    EXPECT_TRUE(Eventually([&] {
+        session->TakeEvents([&](const xcb_generic_event_t& event) {
+            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+            if ((event.response_type & 0x7F) == XCB_CLIENT_MESSAGE && message.format == 8)
+                received.append(reinterpret_cast<const char*>(message.data.data8), 20);
+        });
+        return received.find('\0') != std::string::npos;
     }));
-    EXPECT_STREQ(told.c_str(), "remove: ID=\"a\\\"launch_TIME4711\"");
+    EXPECT_STREQ(received.c_str(), "remove: ID=\"a\\\"launch_TIME4711\"");
     traits.icons = {};
     system->SetTraits(first, traits);
     EXPECT_TRUE(Until([&] { return session->Property(window, "_NET_WM_ICON").size() != 4; }));
@@ -169,25 +161,17 @@ TEST_F(Windows, KnowTheMonitorsAndWhatPanelsTake) {
     Open({.windowManager = true});
     const auto monitors = [&] { return system->Monitors(); };
     EXPECT_EQ(monitors(), (std::vector<Monitor>{{{0, 0, 1280, 800}, {0, 0, 1280, 800}}}));
-    using xtest::Process;
     ASSERT_TRUE(Process::Start({"xrandr", "--setmonitor", "left", "640/160x800/200+0+0", "screen"}).Finish());
     ASSERT_TRUE(
         Process::Start({"xrandr", "--setmonitor", "*right", "640/160x800/200+640+0", "none"}).Finish());
-    xcb_connection_t* c = session->Connection();
-    const xcb_window_t panel = xcb_generate_id(c);
-    xcb_create_window(c, 0, panel, session->Root(), 0, 770, 1280, 30, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
-                      nullptr);
-    const auto set = [&](const char* name, const char* type, std::vector<std::uint32_t> words) {
-        xcb_change_property(c, XCB_PROP_MODE_REPLACE, panel, session->Atom(name), session->Atom(type), 32,
-                            static_cast<std::uint32_t>(words.size()), words.data());
-    };
-    set("_NET_WM_WINDOW_TYPE", "ATOM", {session->Atom("_NET_WM_WINDOW_TYPE_DOCK")});
-    set("_NET_WM_STRUT", "CARDINAL", {0, 0, 0, 30});
-    xcb_map_window(c, panel);
-    xcb_flush(c);
+    const xcb_window_t panel = session->NewWindow(0, 770, 1280, 30, 0, true);
+    session->Write(panel, "_NET_WM_WINDOW_TYPE", {session->Atom("_NET_WM_WINDOW_TYPE_DOCK")}, "ATOM");
+    session->Write(panel, "_NET_WM_STRUT", {0, 0, 0, 30});
+    xcb_map_window(session->Connection(), panel);
+    session->Sync();
     const std::vector<Monitor> both = {{{640, 0, 1280, 800}, {640, 0, 1280, 770}},
                                        {{0, 0, 640, 800}, {0, 0, 640, 770}}};
-    EXPECT_TRUE(xtest::Eventually([&] { return monitors() == both; }));
+    EXPECT_TRUE(Eventually([&] { return monitors() == both; }));
 }
 
 TEST_F(Windows, AreMovedByUsAndByOthers) {
@@ -195,9 +179,7 @@ TEST_F(Windows, AreMovedByUsAndByOthers) {
         SCOPED_TRACE(manager ? "openbox" : "no window manager");
         Open({.windowManager = manager});
         const CSize size(200, 100);
-        const HWND window = NewWindow(CRect(CPoint(100, 100), size), Titled(u"moved"));
-        Fill(window, size, kGreen);
-        ShowAndWait(window);
+        const HWND window = Green(CRect(CPoint(100, 100), size), u"moved");
         for (int step = 1; step <= 50; ++step) {
             system->SetBounds(window, CRect(CPoint(100 + step * 4, 100 + step * 2), size));
             system->Poll();
@@ -205,13 +187,13 @@ TEST_F(Windows, AreMovedByUsAndByOthers) {
         EXPECT_TRUE(ScreenShows(300, 200, 0x00C000));
         EXPECT_TRUE(ScreenShows(499, 299, 0x00C000));
         Idle(500);
-        EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0) << "an echo of our own request";
+        EXPECT_EQ(seen.Count<BoundsChanged>(), 0) << "an echo of our own request";
 
         const std::string id = std::to_string(session->FindByTitle("moved"));
         ASSERT_TRUE(session->Xdotool({"windowmove", id, "640", "320"}));
-        ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Placed) > 0; }));
+        ASSERT_TRUE(Until([&] { return seen.Count<BoundsChanged>() > 0; }));
         Idle(300);
-        EXPECT_EQ(seen.Last(Seen::Kind::Placed)->rect, CRect(CPoint(640, 320), size));
+        EXPECT_EQ(seen.Last<BoundsChanged>().screen, CRect(CPoint(640, 320), size));
         EXPECT_TRUE(ScreenShows(640, 320, 0x00C000));
         system->SetBounds(window, CRect(10, 20, 330, 260));
         Fill(window, CSize(320, 240), 0xFF0000C0);
@@ -227,13 +209,10 @@ TEST_F(Windows, MinimiseAndComeBack) {
         SCOPED_TRACE(manager ? "openbox" : "no window manager");
         Open({.windowManager = manager});
         const CRect rect(200, 150, 500, 350);
-        const HWND window = NewWindow(rect, Titled(u"iconic"));
-        Fill(window, rect.Size(), kGreen);
-        ShowAndWait(window);
+        const HWND window = Green(rect, u"iconic");
         EXPECT_TRUE(ScreenShows(300, 200, 0x00C000));
         const auto minimised = [&](bool wanted) {
-            const Seen* last = seen.Last(Seen::Kind::Minimised);
-            return last != nullptr && last->on == wanted;
+            return seen.Count<MinimisedChanged>() > 0 && IsMinimised() == wanted;
         };
         for (int round = 0; round < 2; ++round) {
             system->Show(window, Visibility::Minimised);
@@ -244,8 +223,8 @@ TEST_F(Windows, MinimiseAndComeBack) {
             EXPECT_TRUE(ScreenShows(300, 200, 0x00C000));
             EXPECT_TRUE(Until([&] { return seen.IsFocused(window); }));
         }
-        EXPECT_EQ(seen.Count(Seen::Kind::Minimised), 4);
-        EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0);
+        EXPECT_EQ(seen.Count<MinimisedChanged>(), 4);
+        EXPECT_EQ(seen.Count<BoundsChanged>(), 0);
         // Hidden and shown at once, before the window manager could let go.
         system->Show(window, Visibility::Hidden);
         system->Show(window, Visibility::Shown);
@@ -273,28 +252,28 @@ TEST_F(Windows, AreMinimisedWhenTheWindowManagerSaysSo) {
     const HWND window = NewWindow(CRect(200, 150, 500, 350), Titled(u"iconic"));
     ShowAndWait(window);
     const xcb_window_t id = session->FindByTitle("iconic");
-    Write(id, "WM_STATE", kNormal);
+    session->Write(id, "WM_STATE", {kNormal});
     Idle(100);
-    const int exposed = seen.Count(Seen::Kind::Exposed);
+    const int exposed = seen.Count<Exposed>();
     xcb_unmap_window(session->Connection(), id);
-    Write(id, "WM_STATE", 0);
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Exposed) > exposed; })) << "let go by mistake";
-    Write(id, "WM_STATE", kNormal);
+    session->Write(id, "WM_STATE", {0});
+    EXPECT_TRUE(Until([&] { return seen.Count<Exposed>() > exposed; })) << "let go by mistake";
+    session->Write(id, "WM_STATE", {kNormal});
     system->Show(window, Visibility::Minimised);
-    ASSERT_TRUE(Until([&] { return LastMinimised(); })) << "nothing came of it";
-    EXPECT_FALSE(LastMinimised()->on);
-    Write(id, "WM_STATE", kIconic);
+    ASSERT_TRUE(Until([&] { return seen.Count<MinimisedChanged>() > 0; })) << "nothing came of it";
+    EXPECT_FALSE(IsMinimised());
+    session->Write(id, "WM_STATE", {kIconic});
     Idle(100);
-    EXPECT_FALSE(LastMinimised()->on) << "on another workspace";
-    Write(id, "_NET_WM_STATE", session->Atom("_NET_WM_STATE_HIDDEN"));
-    EXPECT_TRUE(Until([&] { return LastMinimised()->on; }));
+    EXPECT_FALSE(IsMinimised()) << "on another workspace";
+    session->Write(id, "_NET_WM_STATE", {session->Atom("_NET_WM_STATE_HIDDEN")});
+    EXPECT_TRUE(Until([&] { return IsMinimised(); }));
     // It dies, and the server puts its windows back on the screen.
     xcb_destroy_window(session->Connection(), manager);
     xcb_flush(session->Connection());
-    EXPECT_TRUE(Until([&] { return !LastMinimised()->on; }));
+    EXPECT_TRUE(Until([&] { return !IsMinimised(); }));
 }
 
-TEST_F(Windows, BelieveWhatTheyAreToldAtOnceAndWaitForTheRest) {
+TEST_F(Windows, BelieveAPlaceThatIsSentAtOnceAndWaitForTheRest) {
     Open();
     const CSize size(300, 200);
     const HWND window = NewWindow(CRect(CPoint(200, 150), size), Titled(u"placed"));
@@ -306,18 +285,17 @@ TEST_F(Windows, BelieveWhatTheyAreToldAtOnceAndWaitForTheRest) {
     xcb_configure_window(c, id, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
     xcb_flush(c);
     ASSERT_TRUE(session->Click(650, 330));
-    ASSERT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
-    const auto first = std::ranges::find_if(seen.events, [](const Seen& one) {
-        return one.kind == Seen::Kind::Placed || one.kind == Seen::Kind::Button;
+    ASSERT_TRUE(Until([&] { return seen.Count(Pointer::Button) == 2; }));
+    const auto first = std::ranges::find_if(seen.events, [](const platform::WindowEvent& one) {
+        const auto* pointer = std::get_if<Pointer>(&one);
+        return std::holds_alternative<BoundsChanged>(one) || (pointer && pointer->kind == Pointer::Button);
     });
-    EXPECT_EQ(first->kind, Seen::Kind::Placed) << "the place is known before the click";
-    EXPECT_EQ(first->rect, CRect(CPoint(640, 320), size));
+    ASSERT_TRUE(std::holds_alternative<BoundsChanged>(*first)) << "the place is known before the click";
+    EXPECT_EQ(std::get<BoundsChanged>(*first).screen, CRect(CPoint(640, 320), size));
     // A window manager takes the window on in a frame, and moves that to the place afterwards.
     Idle(400);
     seen.events.clear();
-    const xcb_window_t frame = xcb_generate_id(c);
-    xcb_create_window(c, 0, frame, session->Root(), 0, 0, 300, 200, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
-                      nullptr);
+    const xcb_window_t frame = session->NewWindow(0, 0, 300, 200, 0);
     xcb_map_window(c, frame);
     xcb_reparent_window(c, id, frame, 0, 0);
     xcb_flush(c);
@@ -325,7 +303,7 @@ TEST_F(Windows, BelieveWhatTheyAreToldAtOnceAndWaitForTheRest) {
     xcb_configure_window(c, frame, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
     xcb_flush(c);
     Idle(400);
-    EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0);
+    EXPECT_EQ(seen.Count<BoundsChanged>(), 0);
 }
 
 TEST_F(Windows, TakeNoFocusWhenShownInactive) {
@@ -344,7 +322,7 @@ TEST_F(Windows, TakeNoFocusWhenShownInactive) {
     system->Show(passive, Visibility::Shown);
     EXPECT_TRUE(ScreenShows(650, 100, 0x00C000));
     ASSERT_TRUE(session->Click(650, 100));
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Button) == 2; }));
+    EXPECT_TRUE(Until([&] { return seen.Count(Pointer::Button) == 2; }));
     Idle(200);
     EXPECT_TRUE(seen.IsFocused(first));
     EXPECT_FALSE(seen.IsFocused(second));
@@ -353,71 +331,48 @@ TEST_F(Windows, TakeNoFocusWhenShownInactive) {
     EXPECT_TRUE(Until([&] { return seen.IsFocused(second) && !seen.IsFocused(first); }));
 }
 
-TEST_F(Windows, StackAsTold) {
-    for (const bool manager : {false, true}) {
-        SCOPED_TRACE(manager ? "openbox" : "no window manager");
-        Open({.windowManager = manager});
-        const CRect rect(200, 150, 400, 250);
-        const std::uint32_t colours[] = {0xC00000, 0x00C000, 0x0000C0};
-        HWND windows[3];
-        for (int i = 0; i < 3; ++i) {
-            windows[i] = NewWindow(rect);
-            Fill(windows[i], rect.Size(), 0xFF000000 | colours[i]);
-            ShowAndWait(windows[i]);
-        }
-        EXPECT_TRUE(ScreenShows(300, 200, colours[2]));
-        system->Restack(windows[0], StackPlace::Top, HWND());
-        EXPECT_TRUE(ScreenShows(300, 200, colours[0]));
-        system->Restack(windows[0], StackPlace::Bottom, HWND());
-        EXPECT_TRUE(ScreenShows(300, 200, colours[2]));
-        system->Restack(windows[1], StackPlace::Above, windows[2]);
-        EXPECT_TRUE(ScreenShows(300, 200, colours[1]));
-        system->Restack(windows[1], StackPlace::Below, windows[0]);
-        EXPECT_TRUE(ScreenShows(300, 200, colours[2]));
-        system->Activate(windows[1]);
-        EXPECT_TRUE(ScreenShows(300, 200, colours[1]));
-        EXPECT_TRUE(Until([&] { return seen.IsFocused(windows[1]); }));
-        system.reset();
+TEST_F(Windows, StackAsAskedWithoutAManager) {
+    Open();
+    const CRect rect(200, 150, 400, 250);
+    const std::uint32_t colours[] = {0xC00000, 0x00C000, 0x0000C0};
+    HWND windows[3];
+    for (int i = 0; i < 3; ++i) {
+        windows[i] = NewWindow(rect);
+        Fill(windows[i], rect.Size(), 0xFF000000 | colours[i]);
+        ShowAndWait(windows[i]);
     }
-}
-
-TEST_F(Windows, CloseWhenTheWindowManagerAsks) {
-    Open({.windowManager = true});
-    WindowTraits decorated = Titled(u"closing");
-    decorated.decorated = true;
-    const HWND window = NewWindow(CRect(200, 150, 500, 350), decorated);
-    ShowAndWait(window);
-    ASSERT_TRUE(Until([&] { return seen.IsFocused(window); }));
-    Idle(300);
-    EXPECT_EQ(seen.Count(Seen::Kind::Placed), 0) << "the frame goes around the window";
-    EXPECT_TRUE(system->WindowAt({200, 150}) == window);
-    EXPECT_FALSE(session->WindowsAt(210, 140).empty()) << "a title above it";
-    // The manager closes the window that it takes for the active one.
-    const std::vector<std::uint32_t> active{session->FindByTitle("closing")};
-    ASSERT_TRUE(xtest::Eventually(
-        [&] { return session->Property(session->Root(), "_NET_ACTIVE_WINDOW") == active; }));
-    ASSERT_TRUE(session->Xdotool({"key", "--clearmodifiers", "alt+F4"}));
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Close) == 1; }));
+    const struct {
+        int window, reference, top;  // that shows afterwards
+        StackPlace place;
+    } steps[] = {{0, 0, 0, StackPlace::Top},
+                 {0, 0, 2, StackPlace::Bottom},
+                 {1, 2, 1, StackPlace::Above},
+                 {1, 0, 2, StackPlace::Below}};
+    for (const auto& [window, reference, top, place] : steps) {
+        system->Restack(windows[window], place, windows[reference]);
+        EXPECT_TRUE(ScreenShows(300, 200, colours[top]));
+    }
+    system->Activate(windows[1]);
+    EXPECT_TRUE(ScreenShows(300, 200, colours[1]));
+    EXPECT_TRUE(Until([&] { return seen.IsFocused(windows[1]); }));
 }
 
 TEST_F(Windows, SurviveTheWindowManager) {
     Open({.windowManager = true});
     const CRect rect(200, 150, 500, 350);
-    const HWND window = NewWindow(rect);
-    Fill(window, rect.Size(), kGreen);
-    ShowAndWait(window);
+    const HWND window = Green(rect);
     ASSERT_TRUE(session->StopWindowManager());
     EXPECT_TRUE(ScreenShows(200, 150, 0x00C000));
     Idle(300);
     system->Show(window, Visibility::Minimised);
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Minimised) == 1; }));
+    EXPECT_TRUE(Until([&] { return seen.Count<MinimisedChanged>() == 1; }));
     system->Show(window, Visibility::Restored);
     EXPECT_TRUE(ScreenShows(200, 150, 0x00C000));
     ASSERT_TRUE(session->StartWindowManager());
     system->SetBounds(window, CRect(CPoint(300, 200), rect.Size()));
     EXPECT_TRUE(ScreenShows(599, 399, 0x00C000));
     system->Show(window, Visibility::Minimised);
-    EXPECT_TRUE(Until([&] { return seen.Count(Seen::Kind::Minimised) == 3; }));
+    EXPECT_TRUE(Until([&] { return seen.Count<MinimisedChanged>() == 3; }));
 }
 
 }  // namespace

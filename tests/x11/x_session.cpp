@@ -5,8 +5,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -29,34 +27,6 @@ struct Free {
 };
 template <class T>
 using Reply = std::unique_ptr<T, Free>;
-
-std::string SocketOf(const std::string& number) {
-    return "/tmp/.X11-unix/X" + number;
-}
-
-// Whether a server listens there; one that was killed leaves its socket behind.
-bool Answers(int number) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::snprintf(address.sun_path, sizeof address.sun_path, "%s", SocketOf(std::to_string(number)).c_str());
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool answers =
-        connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    close(descriptor);
-    return answers;
-}
-
-// Display numbers to try one after the other, when a range is given in the environment ("61-69"); else the
-// server picks one itself.
-std::vector<int> DisplayNumbers() {
-    int first = 0, last = 0;
-    const char* range = std::getenv("X_SESSION_DISPLAYS");
-    if (range == nullptr || std::sscanf(range, "%d-%d", &first, &last) != 2) return {-1};
-    std::vector<int> numbers;
-    for (int number = first; number <= last; ++number)
-        if (!Answers(number)) numbers.push_back(number);
-    return numbers;
-}
 
 // The number that the server writes once it takes connections; empty when it ends before.
 std::string ReadLine(int descriptor) {
@@ -87,19 +57,6 @@ std::uint32_t Picture::At(int x, int y) const {
     if (x < 0 || y < 0 || x >= width || y >= height) return 0xFFFFFFFF;
     return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                   static_cast<std::size_t>(x)];
-}
-
-bool Picture::SavePpm(const std::string& path) const {
-    std::FILE* file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr) return false;
-    std::fprintf(file, "P6\n%d %d\n255\n", width, height);
-    for (const std::uint32_t pixel : pixels) {
-        const unsigned char bytes[] = {static_cast<unsigned char>(pixel >> 16),
-                                       static_cast<unsigned char>(pixel >> 8),
-                                       static_cast<unsigned char>(pixel)};
-        std::fwrite(bytes, 1, sizeof bytes, file);
-    }
-    return std::fclose(file) == 0;
 }
 
 // ---- Process
@@ -194,41 +151,40 @@ XSession::~XSession() {
 }
 
 bool XSession::StartServer(const SessionOptions& options) {
-    for (const int number : DisplayNumbers()) {
-        int ready[2];
-        if (pipe2(ready, O_CLOEXEC) != 0) return false;
-        std::vector<std::string> command{"Xvfb"};
-        if (number >= 0) command.push_back(":" + std::to_string(number));
-        command.insert(command.end(),
-                       {"-displayfd", std::to_string(ready[1]), "-screen", "0",
-                        std::to_string(options.width) + "x" + std::to_string(options.height) + "x24",
-                        "-nolisten", "tcp", "-noreset"});
-        command.insert(command.end(), {options.alphaVisual ? "+extension" : "-extension", "Composite"});
-        if (!options.sharedMemory) command.insert(command.end(), {"-extension", "MIT-SHM"});
-        server_ = Process::Start(command, ready[1]);
-        close(ready[1]);
-        const std::string line = ReadLine(ready[0]);
-        close(ready[0]);
-        if (line.empty()) {
-            server_.Kill();
-            continue;
-        }
-        display_ = ":" + line;
-        setenv("DISPLAY", display_.c_str(), 1);
-        connection_ = xcb_connect(display_.c_str(), nullptr);
-        if (xcb_connection_has_error(connection_) != 0) return false;
-        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
-        root_ = screen->root;
-        width_ = screen->width_in_pixels;
-        height_ = screen->height_in_pixels;
-        return true;
-    }
-    return false;
+    int ready[2];
+    if (pipe2(ready, O_CLOEXEC) != 0) return false;
+    std::vector<std::string> command{
+        "Xvfb",
+        "-displayfd",
+        std::to_string(ready[1]),
+        "-screen",
+        "0",
+        std::to_string(options.width) + "x" + std::to_string(options.height) + "x24",
+        "-nolisten",
+        "tcp",
+        "-noreset",
+        options.alphaVisual ? "+extension" : "-extension",
+        "Composite"};
+    if (!options.sharedMemory) command.insert(command.end(), {"-extension", "MIT-SHM"});
+    server_ = Process::Start(command, ready[1]);
+    close(ready[1]);
+    const std::string line = ReadLine(ready[0]);
+    close(ready[0]);
+    if (line.empty()) return false;
+    display_ = ":" + line;
+    setenv("DISPLAY", display_.c_str(), 1);
+    connection_ = xcb_connect(display_.c_str(), nullptr);
+    if (xcb_connection_has_error(connection_) != 0) return false;
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    root_ = screen->root;
+    width_ = screen->width_in_pixels;
+    height_ = screen->height_in_pixels;
+    return true;
 }
 
 void XSession::KillServer() {
     server_.Kill();
-    unlink(SocketOf(display_.substr(1)).c_str());
+    unlink(("/tmp/.X11-unix/X" + display_.substr(1)).c_str());
     unlink(("/tmp/.X" + display_.substr(1) + "-lock").c_str());
 }
 
@@ -274,9 +230,7 @@ bool XSession::StartWindowManager() {
 
 bool XSession::ManagesWindows() {
     // While it starts it loses requests to map a window: only one that was taken shows that it is ready.
-    const xcb_window_t probe = xcb_generate_id(connection_);
-    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, probe, root_, 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const xcb_window_t probe = NewWindow(0, 0, 1, 1, 0, true);
     xcb_map_window(connection_, probe);
     const bool taken = Eventually([&] { return !Property(probe, "WM_STATE").empty(); }, 300);
     xcb_destroy_window(connection_, probe);
@@ -315,11 +269,12 @@ bool XSession::Click(int x, int y, int button) {
     return Xdotool({"mousemove", std::to_string(x), std::to_string(y), "click", std::to_string(button)});
 }
 
-Picture XSession::Read(xcb_drawable_t drawable, int width, int height) {
+Picture XSession::Read(xcb_drawable_t drawable, int x, int y, int width, int height) {
     Picture picture;
     const auto cookie =
-        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, 0, 0,
-                      static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height), 0xFFFFFFFF);
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(x),
+                      static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+                      static_cast<std::uint16_t>(height), 0xFFFFFFFF);
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection_, cookie, nullptr));
     if (!reply) return picture;
     picture.width = width;
@@ -333,7 +288,7 @@ Picture XSession::Read(xcb_drawable_t drawable, int width, int height) {
 }
 
 Picture XSession::Screenshot() {
-    Picture picture = Read(root_, width_, height_);
+    Picture picture = Read(root_, 0, 0, width_, height_);
     for (std::uint32_t& pixel : picture.pixels)
         pixel &= 0xFFFFFF;
     return picture;
@@ -342,18 +297,70 @@ Picture XSession::Screenshot() {
 Picture XSession::PixelsOf(xcb_window_t window) {
     const auto cookie = xcb_get_geometry(connection_, window);
     const Reply<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(connection_, cookie, nullptr));
-    return place ? Read(window, place->width, place->height) : Picture();
+    return place ? Read(window, 0, 0, place->width, place->height) : Picture();
 }
 
 std::uint32_t XSession::PixelAt(int x, int y) {
-    const auto cookie =
-        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, static_cast<std::int16_t>(x),
-                      static_cast<std::int16_t>(y), 1, 1, 0xFFFFFFFF);
-    const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection_, cookie, nullptr));
-    if (!reply) return 0xFFFFFFFF;
-    std::uint32_t pixel = 0;
-    std::memcpy(&pixel, xcb_get_image_data(reply.get()), sizeof pixel);
-    return pixel & 0xFFFFFF;
+    const Picture one = Read(root_, x, y, 1, 1);
+    return one.pixels.empty() ? 0xFFFFFFFF : one.pixels[0] & 0xFFFFFF;
+}
+
+xcb_window_t XSession::NewWindow(int x, int y, int width, int height, std::uint32_t colour, bool managed) {
+    const xcb_window_t id = xcb_generate_id(connection_);
+    const std::uint32_t values[] = {colour, managed ? 0U : 1U, XCB_EVENT_MASK_BUTTON_PRESS};
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, id, root_, static_cast<std::int16_t>(x),
+                      static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      values);
+    return id;
+}
+
+void XSession::Write(xcb_window_t window, const std::string& property,
+                     const std::vector<std::uint32_t>& words, const std::string& type) {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, Atom(property), Atom(type), 32,
+                        static_cast<std::uint32_t>(words.size()), words.data());
+    xcb_flush(connection_);
+}
+
+void XSession::Send(xcb_window_t to, xcb_window_t about, const std::string& type,
+                    const std::array<std::uint32_t, 5>& words) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = about;
+    message.type = Atom(type);
+    std::copy(words.begin(), words.end(), message.data.data32);
+    constexpr std::uint32_t kManager =
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    xcb_send_event(connection_, 0, to, to == root_ ? kManager : 0, reinterpret_cast<const char*>(&message));
+    xcb_flush(connection_);
+}
+
+void XSession::Listen(xcb_window_t window, std::uint32_t events) {
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
+    Sync();
+}
+
+void XSession::Sync() {
+    std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+void XSession::TakeEvents(const std::function<void(const xcb_generic_event_t&)>& take) {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)})
+        take(*event);
+}
+
+bool XSession::GrabPointer() {
+    const auto cookie = xcb_grab_pointer(connection_, 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                                         0, 0, XCB_CURRENT_TIME);
+    const Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(connection_, cookie, nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void XSession::ReleasePointer() {
+    xcb_ungrab_pointer(connection_, XCB_CURRENT_TIME);
+    Sync();
 }
 
 std::vector<xcb_window_t> XSession::WindowsAt(int x, int y) {
@@ -396,18 +403,11 @@ xcb_window_t XSession::FindByTitle(const std::string& title) {
 // ---- ForeignWindow
 
 ForeignWindow::ForeignWindow(XSession& session, int x, int y, int width, int height, std::uint32_t colour)
-    : session_(session), id_(xcb_generate_id(session.Connection())) {
-    xcb_connection_t* c = session.Connection();
-    const std::uint32_t values[] = {colour, 1, XCB_EVENT_MASK_BUTTON_PRESS};
-    xcb_create_window(c, XCB_COPY_FROM_PARENT, id_, session.Root(), static_cast<std::int16_t>(x),
-                      static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
-                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
-                      values);
-    xcb_map_window(c, id_);
+    : session_(session), id_(session.NewWindow(x, y, width, height, colour)) {
     const std::uint32_t below = XCB_STACK_MODE_BELOW;
-    xcb_configure_window(c, id_, XCB_CONFIG_WINDOW_STACK_MODE, &below);
-    std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+    xcb_map_window(session.Connection(), id_);
+    xcb_configure_window(session.Connection(), id_, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    session.Sync();
 }
 
 ForeignWindow::~ForeignWindow() {
@@ -416,13 +416,11 @@ ForeignWindow::~ForeignWindow() {
 }
 
 int ForeignWindow::Presses() {
-    xcb_connection_t* c = session_.Connection();
-    // What the server has sent so far is behind the answer to a question.
-    std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
-    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {
-        const auto* press = reinterpret_cast<const xcb_button_press_event_t*>(event.get());
-        if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS && press->event == id_) ++presses_;
-    }
+    session_.Sync();  // what the server has sent so far is behind the answer to a question
+    session_.TakeEvents([this](const xcb_generic_event_t& event) {
+        const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(event);
+        if ((event.response_type & 0x7F) == XCB_BUTTON_PRESS && press.event == id_) ++presses_;
+    });
     return presses_;
 }
 

@@ -6,6 +6,7 @@
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -20,7 +21,6 @@ struct Picture {
     int height = 0;
     std::vector<std::uint32_t> pixels;
     std::uint32_t At(int x, int y) const;  // 0xFFFFFFFF outside
-    bool SavePpm(const std::string& path) const;
 };
 
 // A program that runs beside the test.
@@ -87,6 +87,20 @@ class XSession {
     xcb_atom_t Atom(const std::string& name);
     // The 32-bit words of a property; empty without it.
     std::vector<std::uint32_t> Property(xcb_window_t window, const std::string& name);
+    void Write(xcb_window_t window, const std::string& property, const std::vector<std::uint32_t>& words,
+               const std::string& type = "CARDINAL");
+    // A window of the observer's, not mapped, that receives presses; `managed` when window managers may.
+    xcb_window_t NewWindow(int x, int y, int width, int height, std::uint32_t colour, bool managed = false);
+    // A message in 32-bit words. What is sent to the root goes to the window manager.
+    void Send(xcb_window_t to, xcb_window_t about, const std::string& type,
+              const std::array<std::uint32_t, 5>& words = {});
+    void Listen(xcb_window_t window, std::uint32_t events);
+    // The server has done what was asked of it, on this connection.
+    void Sync();
+    // Hands over each event that has arrived for the observer.
+    void TakeEvents(const std::function<void(const xcb_generic_event_t&)>& take);
+    bool GrabPointer();
+    void ReleasePointer();
     // The window that a press at this point would go to, and the windows around it, innermost first.
     std::vector<xcb_window_t> WindowsAt(int x, int y);
     // Finds a window by its _NET_WM_NAME anywhere below the root; 0 without one.
@@ -94,7 +108,7 @@ class XSession {
 
   private:
     XSession() = default;
-    Picture Read(xcb_drawable_t drawable, int width, int height);
+    Picture Read(xcb_drawable_t drawable, int x, int y, int width, int height);
     bool StartServer(const SessionOptions& options);
     bool WaitForOwner(bool wanted);
     bool WaitForManager(bool wanted);
