@@ -1,18 +1,15 @@
-// The HTML view with its browser, in a real window: one story on one display.
+// The HTML view with its browser, in a real window on one display.
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <thread>
 
 #include "html/html_host.h"
+#include "web/test_server.h"
 #include "x11/x_session.h"
 
 namespace html_test {
@@ -22,7 +19,6 @@ constexpr std::uint32_t kBody = 0x20A040;
 constexpr std::uint32_t kLink = 0xFFFF00;
 constexpr std::uint32_t kFrame = 0xC00000;
 constexpr std::uint32_t kPicture = 0x0000FF;
-constexpr int kPatience = 60;  // seconds
 
 bool IsMapped(const char* library) {
     std::ifstream maps("/proc/self/maps");
@@ -31,24 +27,17 @@ bool IsMapped(const char* library) {
     return false;
 }
 
-bool Until(const std::function<bool()>& condition, int seconds = kPatience) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-    while (std::chrono::steady_clock::now() < end) {
-        MSG message;
-        while (PeekMessageW(&message, HWND(), 0, 0, PM_REMOVE)) {
-            if (CWnd::WalkPreTranslateTree(&message)) continue;
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-        if (condition()) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return false;
+bool Until(const std::function<bool()>& condition, int milliseconds = 60000) {
+    return xtest::Eventually(
+        [&] {
+            Headless::RunPending();
+            return condition();
+        },
+        milliseconds);
 }
 
 void Pass(int milliseconds) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    Until([&] { return std::chrono::steady_clock::now() >= end; });
+    Until([] { return false; }, milliseconds);
 }
 
 // The process that shows our pages; 0 without one.
@@ -64,19 +53,6 @@ pid_t PageProcess() {
         if (ours && name.starts_with("WebKitWebProc")) return std::stoi(entry.path().filename());
     }
     return 0;
-}
-
-// Where nobody listens.
-CString FreePort() {
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    bind(listener, reinterpret_cast<const sockaddr*>(&address), size);
-    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
-    close(listener);
-    return CString(std::to_string(ntohs(address.sin_port)).c_str());
 }
 
 class Browser : public ::testing::Test {
@@ -104,11 +80,11 @@ class Browser : public ::testing::Test {
         ASSERT_TRUE(Until([&] { return session->PixelAt(320 - 10, 250) == kBody; }));
     }
     Control& View() { return *host->control; }
-    int Told(const char* what) { return View().Count(std::string("told ") + what); }
+    int Notified(const char* failed) { return View().Count(std::string("notified ") + failed); }
     bool Shows(UINT page) {
-        const int before = Told("0");
+        const int before = Notified("0");
         View().LoadFromResource(page);
-        return Until([&] { return Told("0") == before + 1; });
+        return Until([&] { return Notified("0") == before + 1; });
     }
     // In pixels of the page.
     std::uint32_t Pixel(int x, int y) {
@@ -124,14 +100,14 @@ class Browser : public ::testing::Test {
         const CPoint at = OnScreen(x, y);
         session->Click(at.x, at.y);
     }
-    // One failure, told once, and then no more.
+    // One failure, reported once, and then no more.
     void ExpectOneFailure(DWORD code) {
-        EXPECT_TRUE(Until([&] { return Told("1") == 1; }));
+        EXPECT_TRUE(Until([&] { return Notified("1") == 1; }));
         EXPECT_EQ(View().lastError, code);
         EXPECT_TRUE(Shows(kPage));
         Pass(300);
-        EXPECT_EQ(Told("1"), 1);
-        EXPECT_EQ(Told("0"), 2);
+        EXPECT_EQ(Notified("1"), 1);
+        EXPECT_EQ(Notified("0"), 2);
     }
     static xtest::XSession* session;
     std::unique_ptr<Host> host;
@@ -142,7 +118,7 @@ TEST_F(Browser, ShowsAPageWithItsPictureAndFrameAndNoScrollBars) {
     EXPECT_TRUE(IsMapped("QKUILib-webkit"));
     EXPECT_TRUE(Until([&] { return Pixel(5, 65) == kPicture && Pixel(50, 70) == kFrame; }));
     EXPECT_EQ(Pixel(5, 5), kLink);
-    EXPECT_EQ(View().Count("told 0"), 1);
+    EXPECT_EQ(View().Count("notified 0"), 1);
     EXPECT_EQ(View().Count("frame complete"), 1);
     EXPECT_EQ(View().Count("title A page"), 1);
     const CPoint inside = OnScreen(150, 100);
@@ -186,7 +162,7 @@ TEST_F(Browser, TakesClicksAndKeysAndFollowsItsWindow) {
 }
 
 TEST_F(Browser, ReportsAnUnreachableAddressOnce) {
-    View().Navigate(CString(u"http://127.0.0.1:") + FreePort() + u"/");
+    View().Navigate(CString(("http://127.0.0.1:" + std::to_string(kit::DeadPort()) + "/").c_str()));
     ExpectOneFailure(INET_E_CANNOT_CONNECT);
     host.reset();
     SetUp();
@@ -203,7 +179,7 @@ TEST_F(Browser, OutlivesItsProcess) {
 }
 
 TEST_F(Browser, ADialogMayEndInTheNotification) {
-    for (const char* last : {"told 0", "app close?x=%20y z"}) {
+    for (const char* last : {"notified 0", "app close?x=%20y z"}) {
         if (!host) SetUp();
         const HWND window = host->m_hWnd;
         View().act = [&](const std::string& what) {

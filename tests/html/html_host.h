@@ -1,4 +1,4 @@
-// A dialog with a browser in it, which notes what it is told.
+// A dialog with a browser in it, which notes what it receives.
 #pragma once
 
 #include <functional>
@@ -49,7 +49,7 @@ class Control : public CHtmlCtrls {
     void Watch() {
         m_pDocCompleteParam = reinterpret_cast<DWORD_PTR>(this);
         m_pfnDocComplete = [](DWORD_PTR self, IDispatch* document, BOOL failed) {
-            reinterpret_cast<Control*>(self)->Note(std::string("told ") + (failed ? "1" : "0") +
+            reinterpret_cast<Control*>(self)->Note(std::string("notified ") + (failed ? "1" : "0") +
                                                    (document ? "" : " without document"));
         };
     }

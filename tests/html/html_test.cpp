@@ -58,7 +58,7 @@ TEST_F(Html, LoadsInTheOrderOfABrowser) {
     Go(kUrl);
     EXPECT_EQ(View().log,
               (Log{"before http://host/page", "navigated", "title Title", "before http://host/frame",
-                   "frame navigated", "frame complete", "told 0", "complete"}));
+                   "frame navigated", "frame complete", "notified 0", "complete"}));
     EXPECT_EQ(View().m_bDocComplete, TRUE);
     EXPECT_EQ(View().m_pTopDisp, nullptr);
     EXPECT_EQ(View().GetLocationName(), u"Title");
@@ -71,7 +71,7 @@ TEST_F(Html, CommandsAreCancelledAndHandedOnAsTheyAre) {
     Go(kUrl);
     struct Case {
         LPCWSTR url;
-        std::string told;
+        std::string noted;
         bool goes;
     };
     for (const Case& one : {Case{u"APP:close", "app close", false},
@@ -82,7 +82,7 @@ TEST_F(Html, CommandsAreCancelledAndHandedOnAsTheyAre) {
         View().log.clear();
         EXPECT_EQ(Headless::FollowLink(View().m_hWnd, one.url), one.goes);
         ASSERT_FALSE(View().log.empty());
-        EXPECT_EQ(View().log.front(), one.told);
+        EXPECT_EQ(View().log.front(), one.noted);
         EXPECT_EQ(View().log.size() == 1, !one.goes);
     }
     // From a frame, by a window and by the host itself.
@@ -94,25 +94,25 @@ TEST_F(Html, CommandsAreCancelledAndHandedOnAsTheyAre) {
 }
 
 // Steps: n page navigates, c page completes, f and g a frame does, x the page fails, y a frame does.
-TEST_F(Html, TellsOncePerPageAndOfErrorsOnce) {
+TEST_F(Html, NotifiesOncePerPageAndOfErrorsOnce) {
     struct Case {
         const char* steps;
-        Log told;
+        Log noted;
         BOOL navError, hasNavError;
     };
     const Case cases[] = {
-        {"nc", {"told 0"}, 0, 0},
-        {"nfgc", {"told 0"}, 0, 0},
-        {"nfcg", {"told 0"}, 0, 0},
-        {"x", {"told 1"}, 0, 1},
-        {"xnc", {"told 1", "told 0"}, 0, 1},
-        {"nyc", {"told 1"}, 0, 1},
-        {"nycnc", {"told 1", "told 0"}, 0, 1},
-        {"nncc", {"told 0"}, 0, 0},
+        {"nc", {"notified 0"}, 0, 0},
+        {"nfgc", {"notified 0"}, 0, 0},
+        {"nfcg", {"notified 0"}, 0, 0},
+        {"x", {"notified 1"}, 0, 1},
+        {"xnc", {"notified 1", "notified 0"}, 0, 1},
+        {"nyc", {"notified 1"}, 0, 1},
+        {"nycnc", {"notified 1", "notified 0"}, 0, 1},
+        {"nncc", {"notified 0"}, 0, 0},
         {"c", {}, 0, 0},
         {"g", {}, 0, 0},
-        {"ncy", {"told 0"}, 1, 1},
-        {"ncfnc", {"told 0", "told 0", "told 0"}, 0, 0},
+        {"ncy", {"notified 0"}, 1, 1},
+        {"ncfnc", {"notified 0", "notified 0", "notified 0"}, 0, 0},
     };
     for (const Case& one : cases) {
         Host fresh;
@@ -124,10 +124,10 @@ TEST_F(Html, TellsOncePerPageAndOfErrorsOnce) {
             if (*step == 'c' || *step == 'g') Headless::CompletePage(window, kUrl, frame);
             if (*step == 'x' || *step == 'y') Headless::FailPage(window, kUrl, INET_E_CANNOT_CONNECT, frame);
         }
-        Log told;
+        Log noted;
         for (const std::string& line : fresh.control->log)
-            if (line.starts_with("told")) told.push_back(line);
-        EXPECT_EQ(told, one.told) << one.steps;
+            if (line.starts_with("notified")) noted.push_back(line);
+        EXPECT_EQ(noted, one.noted) << one.steps;
         EXPECT_EQ(fresh.control->m_bNavError, one.navError) << one.steps;
         EXPECT_EQ(fresh.control->m_bHasNavError, one.hasNavError) << one.steps;
     }
@@ -170,7 +170,7 @@ TEST_F(Html, FindsPagesAmongTheResources) {
     EXPECT_TRUE(View().LoadFromResource(kPage));
     EXPECT_TRUE(View().LoadFromResource(u"Frame.html"));
     Headless::RunPending();
-    EXPECT_EQ(View().Count("told 0"), 2);
+    EXPECT_EQ(View().Count("notified 0"), 2);
     const auto requests = Headless::PageRequests(View().m_hWnd);
     ASSERT_EQ(requests.size(), 2U);
     EXPECT_EQ(requests[0].url, base + u"201");
@@ -219,10 +219,10 @@ TEST_F(Html, AHostMayEndInEveryEvent) {
                             "before http://host/frame",
                             "frame navigated",
                             "frame complete",
-                            "told 0",
+                            "notified 0",
                             "complete",
                             "error",
-                            "told 1",
+                            "notified 1",
                             "window",
                             "app x"};
     enum class End { DestroyControl, DestroyDialog, DeleteControl, DeleteHost, Navigate };
@@ -242,7 +242,7 @@ TEST_F(Html, AHostMayEndInEveryEvent) {
                 if (end == End::DeleteHost) ending.reset();
                 if (end == End::Navigate) ending->control->Navigate(u"about:blank");
             };
-            const bool fails = std::string(event) == "error" || std::string(event) == "told 1";
+            const bool fails = std::string(event) == "error" || std::string(event) == "notified 1";
             ending->control->Navigate(fails ? u"http://host/bad" : kUrl);
             Headless::RunPending();
             Headless::AskForWindow(window, u"app:x");
@@ -261,7 +261,7 @@ TEST_F(Html, WhatAHandlerThrowsReachesTheLoop) {
     View().Navigate(kUrl);
     EXPECT_THROW(Headless::RunPending(), std::string);
     Headless::RunPending();
-    EXPECT_EQ(View().Count("told 0"), 1);
+    EXPECT_EQ(View().Count("notified 0"), 1);
 }
 
 TEST_F(Html, HasTheFocusThatItsWindowHas) {

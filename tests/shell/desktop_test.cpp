@@ -143,12 +143,12 @@ TEST_F(Desktop, HoldsTheDialogBelowTheOthers) {
 
 class PutOutDialog : public DeskDialog {
   public:
-    int told = 0;
+    int moved = 0;  // notifications of a change of place
     bool closes = false;
 
   protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_WINDOWPOSCHANGED && ++told && closes) return DestroyWindow();
+        if (message == WM_WINDOWPOSCHANGED && ++moved && closes) return DestroyWindow();
         return DeskDialog::WindowProc(message, wParam, lParam);
     }
 };
@@ -162,10 +162,10 @@ TEST_F(Desktop, GoesAndLeavesTheDialogWhereItWas) {
         PutOutDialog dialog;
         dialog.Open(100, 140);
         ASSERT_EQ(dialog.SetDesk(), 1);
-        dialog.told = 0;
+        dialog.moved = 0;
         dialog.closes = closes;
         Headless::CloseForeignWindow(desktop);
-        EXPECT_EQ(dialog.told, 1);
+        EXPECT_EQ(dialog.moved, 1);
         EXPECT_EQ(IsWindow(dialog.m_hWnd), !closes);
         EXPECT_FALSE(IsWindow(desktop));
         EXPECT_FALSE(FindWindowW(u"Progman", nullptr));

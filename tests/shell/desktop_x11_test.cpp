@@ -54,17 +54,10 @@ class RealDesktop : public testing::Test {
     }
     void TearDown() override { SetWinKeyMask(FALSE, HWND()); }
 
-    static void Pump() {
-        MSG message;
-        while (PeekMessageW(&message, HWND(), 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
     static bool Until(const std::function<bool()>& condition, int milliseconds = 10000) {
         return xtest::Eventually(
             [&] {
-                Pump();
+                Headless::RunPending();
                 return condition();
             },
             milliseconds);

@@ -51,12 +51,12 @@ TEST(Proxy, IsTheEnvironmentsOrElseTheDesktops) {
         {{{"http_proxy", proxy}}, u"127.0.0.1", u"target", INTERNET_OPEN_TYPE_DIRECT},
     };
     for (const auto& each : cases) {
-        std::string told = ToUtf8(each.host);
+        std::string setting = ToUtf8(each.host);
         for (const auto& [name, value] : each.environment) {
             setenv(name.c_str(), value.c_str(), 1);
-            told += " " + name + "=" + value;
+            setting += " " + name + "=" + value;
         }
-        SCOPED_TRACE(told);
+        SCOPED_TRACE(setting);
         CInternetSession session(nullptr, 1, each.access);
         const std::unique_ptr<CHttpConnection> connection(
             session.GetHttpConnection(each.host, target.Port()));
@@ -69,7 +69,7 @@ TEST(Proxy, IsTheEnvironmentsOrElseTheDesktops) {
         for (const auto& [name, value] : each.environment)
             unsetenv(name.c_str());
     }
-    // A proxy is told the whole address.
+    // A proxy is sent the whole address.
     const std::string port = std::to_string(target.Port());
     EXPECT_TRUE(desktop.Request().starts_with("GET http://127.0.0.1:" + port + "/x HTTP/1.1\r\n"));
     EXPECT_TRUE(target.Request().starts_with("GET /x HTTP/1.1\r\n"));

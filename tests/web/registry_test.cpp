@@ -1,4 +1,4 @@
-// The user's settings: what is kept, what is told, and what a damaged file does.
+// The user's settings: what is kept, what is returned, and what a damaged file does.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -97,7 +97,7 @@ TEST(Session, RequestsSideBySide) {
         EXPECT_EQ(Body(*request), "abcdefghijkl");
 }
 
-TEST(Session, CallsOutOfOrderAreToldSo) {
+TEST(Session, CallsOutOfOrderFail) {
     TestServer server;
     server.Play("HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nabc");
     Client client(server);

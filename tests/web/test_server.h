@@ -18,7 +18,7 @@ class Wire {
     bool Send(std::string_view bytes) const;
     // A body of so many bytes, all 'x', of which the server holds no more than a block.
     bool SendBody(std::size_t size) const;
-    // Ends the connection in a way that the client is told of as an error.
+    // Ends the connection in a way that the client sees as an error.
     void Reset() const;
     // Says nothing more until the client goes.
     void Hold() const;

@@ -67,9 +67,11 @@ struct Setting {
     bool compositor;
     bool alphaVisual;
 };
+// A window manager and a compositor together are the window suite's.
 constexpr Setting kSettings[] = {
-    {"BareServer", false, false, true},     {"Openbox", true, false, true},
-    {"OpenboxAndPicom", true, true, true},  {"Picom", false, true, true},
+    {"BareServer", false, false, true},
+    {"Openbox", true, false, true},
+    {"Picom", false, true, true},
     {"NoAlphaVisual", false, false, false},
 };
 
@@ -203,50 +205,6 @@ TEST_F(Layers, NothingIsShownOfAWindowThatWasNotFed) {
         ExpectClick(true, behind, window, 200, 150);
         system.reset();
     }
-}
-
-TEST_F(Layers, ConstantAlphaFadesAllOrAllButTheKey) {
-    Open({.windowManager = true, .compositor = true});
-    ForeignWindow behind(*session, 0, 0, 600, 400, kBehind);
-    const HWND window = NewWindow(kRect);
-    auto surface = system->NewSurface(window, 200, 100);
-    FillRect(*surface, CRect(0, 0, 200, 100), 0x00FFFFFF);
-    FillRect(*surface, CRect(0, 0, 50, 100), 0x00FF00FF);
-    system->Present(window, Region(CRect(0, 0, 200, 100)));
-    ShowAndWait(window);
-    // From here on it needs an alpha channel: a new native window, in the same place and still there.
-    system->SetCompositing(window, {Mode::Constant, 0, 128, false});
-    const auto about = [&](int x, int red, int green, int blue) {
-        return Until(
-            [&] {
-                const int pixel = static_cast<int>(session->PixelAt(x, 150));
-                const auto near = [](int a, int b) { return a - b >= -2 && a - b <= 2; };
-                return near(pixel >> 16, red) && near((pixel >> 8) & 255, green) && near(pixel & 255, blue);
-            },
-            5000);
-    };
-    EXPECT_TRUE(about(250, 128, 128, 0xDF));
-    EXPECT_TRUE(about(125, 128, 0, 0xDF));
-    ExpectClick(true, behind, window, 125, 150);
-    system->SetCompositing(window, {Mode::Constant, 0xFF00FF, 128, true});
-    EXPECT_TRUE(about(250, 128, 128, 0xDF));
-    EXPECT_TRUE(about(125, 0, 0, 0xC0));
-    ExpectClick(false, behind, window, 125, 150);
-    ExpectClick(true, behind, window, 250, 150);
-    // And back to opaque, whatever the alpha of its pixels.
-    system->SetCompositing(window, {Mode::Opaque});
-    EXPECT_TRUE(about(250, 255, 255, 255));
-    EXPECT_TRUE(about(125, 255, 0, 255));
-    // Faded out entirely it is not there for the pointer either.
-    system->SetCompositing(window, {Mode::Constant, 0, 0, false});
-    EXPECT_TRUE(about(250, 0, 0, 0xC0));
-    ExpectClick(false, behind, window, 250, 150);
-    system->SetCompositing(window, PerPixel(128));
-    system->BeginWrite(window);
-    FillRect(*surface, CRect(0, 0, 200, 100), 0x80808080);
-    system->Present(window, Region(CRect(0, 0, 200, 100)));
-    EXPECT_TRUE(about(250, 64, 64, 0xC0 * 3 / 4 + 64));
-    EXPECT_EQ(seen.Count<BoundsChanged>(), 0);
 }
 
 TEST_F(Layers, FollowTheCompositor) {

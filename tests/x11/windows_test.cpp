@@ -306,31 +306,6 @@ TEST_F(Windows, BelieveAPlaceThatIsSentAtOnceAndWaitForTheRest) {
     EXPECT_EQ(seen.Count<BoundsChanged>(), 0);
 }
 
-TEST_F(Windows, TakeNoFocusWhenShownInactive) {
-    Open({.windowManager = true});
-    const HWND first = NewWindow(CRect(50, 50, 250, 150), Titled(u"first"));
-    ShowAndWait(first);
-    ASSERT_TRUE(Until([&] { return seen.IsFocused(first); }));
-    const HWND second = NewWindow(CRect(300, 50, 500, 150), Titled(u"second"));
-    Fill(second, CSize(200, 100), kGreen);
-    system->Show(second, Visibility::ShownInactive);
-    EXPECT_TRUE(ScreenShows(400, 100, 0x00C000));
-    WindowTraits passiveTraits = Titled(u"passive");
-    passiveTraits.activates = false;
-    const HWND passive = NewWindow(CRect(550, 50, 750, 150), passiveTraits);
-    Fill(passive, CSize(200, 100), kGreen);
-    system->Show(passive, Visibility::Shown);
-    EXPECT_TRUE(ScreenShows(650, 100, 0x00C000));
-    ASSERT_TRUE(session->Click(650, 100));
-    EXPECT_TRUE(Until([&] { return seen.Count(Pointer::Button) == 2; }));
-    Idle(200);
-    EXPECT_TRUE(seen.IsFocused(first));
-    EXPECT_FALSE(seen.IsFocused(second));
-    EXPECT_FALSE(seen.IsFocused(passive));
-    system->Activate(second);
-    EXPECT_TRUE(Until([&] { return seen.IsFocused(second) && !seen.IsFocused(first); }));
-}
-
 TEST_F(Windows, StackAsAskedWithoutAManager) {
     Open();
     const CRect rect(200, 150, 400, 250);
