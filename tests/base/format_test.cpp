@@ -24,17 +24,14 @@ std::string Printed(const std::string& format, Arguments... arguments) {
     return text.substr(0, static_cast<std::size_t>(length));
 }
 
-const std::vector<std::string>& Decorations() {
-    static const std::vector<std::string> all = {
-        "",    "5",   "-5",  "05",  "+",    " ",   "#",    ".0",  ".3",  "8.3",   "-8.3",
-        "+.2", "#08", "- 6", "300", ".200", "+05", "-300", "0-7", "#.0", "+-9.4", " 012.5"};
-    return all;
-}
+const std::string kDecorations[] = {"",    "5",    "-5",   "05",  "+",     " ",     "#",   ".0",
+                                    ".3",  "8.3",  "-8.3", "+.2", "#08",   "- 6",   "300", ".200",
+                                    "+05", "-300", "0-7",  "#.0", "+-9.4", " 012.5"};
 
 template <class T>
 void ExpectAsPrintf(const std::string& length, const std::string& conversions, const std::vector<T>& values) {
     for (const char conversion : conversions)
-        for (const std::string& decoration : Decorations()) {
+        for (const std::string& decoration : kDecorations) {
             std::string format = "<%";
             format.append(decoration).append(length).append({conversion, '>'});
             SCOPED_TRACE(format);
@@ -80,11 +77,7 @@ TEST(Format, TextsTakeWidthPrecisionAndNull) {
 }
 
 TEST(Format, WhatIsNoSpecifierStandsForItself) {
-    struct Case {
-        const char16_t* format;
-        const char* expected;
-    };
-    const Case cases[] = {
+    const std::pair<const char16_t*, const char*> cases[] = {
         {u"", ""},           {u"100%", "100%"},
         {u"%%%", "%%"},      {u"%5.3", "%5.3"},
         {u"%n", "%n"},       {u"a%-", "a%-"},
@@ -92,10 +85,8 @@ TEST(Format, WhatIsNoSpecifierStandsForItself) {
         {u"%y%%", "%y%"},    {u"50% yes", "50% yes"},
         {u"你%你", "你%你"}, {u"%99999999999999", "%99999999999999"},
     };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.expected);
-        EXPECT_EQ(Formatted(one.format), one.expected);
-    }
+    for (const auto& [format, expected] : cases)
+        EXPECT_EQ(Formatted(format), expected);
     CString none(u"before");
     none.Format(LPCWSTR{});
     EXPECT_TRUE(none.IsEmpty());

@@ -11,39 +11,29 @@ namespace {
 constexpr int kMost = INT_MAX;
 constexpr int kLeast = INT_MIN;
 
-void ExpectRect(const RECT& rect, int left, int top, int right, int bottom) {
-    EXPECT_EQ(rect.left, left);
-    EXPECT_EQ(rect.top, top);
-    EXPECT_EQ(rect.right, right);
-    EXPECT_EQ(rect.bottom, bottom);
-}
-
 TEST(Geometry, ArithmeticStopsAtTheEnds) {
     const CRect all(kLeast, kLeast, kMost, kMost);
     EXPECT_EQ(all.Width(), kMost);
     EXPECT_EQ(CRect(kMost, 0, kLeast, 0).Width(), kLeast);
     EXPECT_TRUE(all.CenterPoint() == CPoint(0, 0));
     EXPECT_TRUE(CRect(kMost, kMost, kMost, kMost).CenterPoint() == CPoint(kMost, kMost));
-    ExpectRect(CRect(CPoint(kMost - 1, -5), CSize(10, 3)), kMost - 1, -5, kMost, -2);
+    EXPECT_TRUE(CRect(CPoint(kMost - 1, -5), CSize(10, 3)) == CRect(kMost - 1, -5, kMost, -2));
 
     CRect moved(1, 2, kMost - 1, kMost);
     moved.OffsetRect(5, kLeast);
-    ExpectRect(moved, 6, kLeast + 2, kMost, -1);
+    EXPECT_TRUE(moved == CRect(6, kLeast + 2, kMost, -1));
     CRect grown(0, kLeast, 0, kMost);
     grown.InflateRect(kLeast, 1);
-    ExpectRect(grown, kMost, kLeast, kLeast, kMost);
+    EXPECT_TRUE(grown == CRect(kMost, kLeast, kLeast, kMost));
     CRect shrunk(0, 0, 10, 10);
     shrunk.DeflateRect(kLeast, 2);
-    ExpectRect(shrunk, kLeast, 2, kMost, 8);
+    EXPECT_TRUE(shrunk == CRect(kLeast, 2, kMost, 8));
     CPoint point(kMost, kLeast);
     point.Offset(1, -1);
     EXPECT_TRUE(point == CPoint(kMost, kLeast));
-}
-
-TEST(Geometry, NormalizeSwapsWhatIsReversed) {
-    CRect rect(5, 1, 2, 3);
-    rect.NormalizeRect();
-    ExpectRect(rect, 2, 1, 5, 3);
+    CRect reversed(5, 1, 2, 3);
+    reversed.NormalizeRect();
+    EXPECT_TRUE(reversed == CRect(2, 1, 5, 3));
 }
 
 // Every pair of small rectangles, empty and reversed ones too: the common part holds exactly the pixels of

@@ -45,34 +45,22 @@ TEST(Thread, LastErrorAndStartsBelongToTheThread) {
 }
 
 TEST(Error, EveryCodeHasItsOwnSentence) {
-    const DWORD codes[] = {ERROR_SUCCESS,
-                           ERROR_FILE_NOT_FOUND,
-                           ERROR_INVALID_HANDLE,
-                           ERROR_NOT_ENOUGH_MEMORY,
-                           ERROR_BAD_FORMAT,
-                           ERROR_INVALID_DATA,
-                           ERROR_NOT_SUPPORTED,
-                           ERROR_INVALID_PARAMETER,
-                           ERROR_CONNECTION_UNAVAIL,
-                           ERROR_INVALID_WINDOW_HANDLE,
-                           ERROR_CANNOT_FIND_WND_CLASS,
-                           ERROR_WINDOW_OF_OTHER_THREAD,
-                           ERROR_CLASS_ALREADY_EXISTS,
-                           ERROR_RESOURCE_DATA_NOT_FOUND,
-                           ERROR_RESOURCE_TYPE_NOT_FOUND,
-                           ERROR_RESOURCE_NAME_NOT_FOUND};
     std::set<std::string> sentences = {ErrorText(0xFFFFFFFF)};
-    for (const DWORD code : codes)
+    for (const DWORD code :
+         {ERROR_SUCCESS, ERROR_FILE_NOT_FOUND, ERROR_INVALID_HANDLE, ERROR_NOT_ENOUGH_MEMORY,
+          ERROR_BAD_FORMAT, ERROR_INVALID_DATA, ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER,
+          ERROR_CONNECTION_UNAVAIL, ERROR_INVALID_WINDOW_HANDLE, ERROR_CANNOT_FIND_WND_CLASS,
+          ERROR_WINDOW_OF_OTHER_THREAD, ERROR_CLASS_ALREADY_EXISTS, ERROR_RESOURCE_DATA_NOT_FOUND,
+          ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND})
         EXPECT_TRUE(sentences.insert(ErrorText(code)).second) << code;
 }
 
 TEST(Block, LivesUntilItIsFreed) {
     const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 1000);
     EXPECT_EQ(GlobalSize(block), 1000u);
-    BYTE* bytes = static_cast<BYTE*>(GlobalLock(block));
-    ASSERT_NE(bytes, nullptr);
-    for (int i = 0; i < 1000; ++i)
-        ASSERT_EQ(bytes[i], 0);
+    ASSERT_NE(GlobalLock(block), nullptr);
+    EXPECT_EQ(std::memcmp(GlobalLock(block), std::string(1000, '\0').data(), 1000), 0);
+    EXPECT_TRUE(GlobalUnlock(block));
     EXPECT_TRUE(GlobalUnlock(block));
     EXPECT_FALSE(GlobalUnlock(block));
     EXPECT_FALSE(GlobalFree(block));
@@ -112,11 +100,10 @@ TEST(Block, LentBytesCannotBeFreed) {
 TEST(Block, ManyThreadsTakeAndFree) {
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;
-    threads.reserve(4);
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&wrong, t] {
-            for (int i = 0; i < 2000; ++i) {
-                const std::string text(static_cast<std::size_t>(i % 50 + 1), static_cast<char>('a' + t));
+    for (const char letter : {'a', 'b', 'c', 'd'})
+        threads.emplace_back([&wrong, letter] {
+            for (std::size_t i = 0; i < 2000; ++i) {
+                const std::string text(i % 50 + 1, letter);
                 const HGLOBAL block = BlockOf(text);
                 if (std::memcmp(GlobalLock(block), text.data(), text.size()) != 0) ++wrong;
                 if (GlobalFree(block)) ++wrong;
@@ -146,14 +133,13 @@ TEST(Stream, ReadsAndSeeks) {
     EXPECT_EQ(read(20), "456789");
     EXPECT_EQ(read(1), "");
 
-    struct Case {
+    const struct {
         std::int64_t offset;
         DWORD origin;
         HRESULT result;
         std::uint64_t position;  // after the call
         const char* next;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {3, STREAM_SEEK_SET, S_OK, 3, "34"},
         {-2, STREAM_SEEK_CUR, S_OK, 3, "34"},
         {-1, STREAM_SEEK_END, S_OK, 9, "9"},
@@ -167,13 +153,13 @@ TEST(Stream, ReadsAndSeeks) {
         {INT64_MAX, STREAM_SEEK_END, E_INVALIDARG, INT64_MAX, ""},
         {INT64_MIN, STREAM_SEEK_CUR, E_INVALIDARG, INT64_MAX, ""},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(stream->Seek(cases[i].offset, cases[i].origin, nullptr), cases[i].result);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        EXPECT_EQ(stream->Seek(c.offset, c.origin, nullptr), c.result);
         std::uint64_t position = 0;
         EXPECT_EQ(stream->Seek(0, STREAM_SEEK_CUR, &position), S_OK);
-        EXPECT_EQ(position, cases[i].position);
-        EXPECT_EQ(read(2), cases[i].next);
+        EXPECT_EQ(position, c.position);
+        EXPECT_EQ(read(2), c.next);
     }
     EXPECT_EQ(stream->Read(nullptr, 1, nullptr), E_POINTER);
     EXPECT_EQ(stream->Size(nullptr), E_POINTER);

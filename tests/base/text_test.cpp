@@ -15,12 +15,11 @@ std::u16string Units(const CString& text) {
 }
 
 TEST(Conversion, MalformedUtf8IsReplacedPartByPart) {
-    struct Case {
+    const struct {
         const char* what;
         std::string bytes;
         std::u16string units;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {"ASCII, a zero among it", std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
         {"each length at its ends",
          "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
@@ -36,41 +35,24 @@ TEST(Conversion, MalformedUtf8IsReplacedPartByPart) {
         {"cut short by ASCII", "\xE4\xBD!", u"\xFFFD!"},
         {"cut short by a lead", "\xF0\x9F\x98\xE4\xBD\xA0", u"\xFFFD\x4F60"},
         {"cut short by the end", "ok\xF0\x9F\x98", u"ok\xFFFD"},
-        {"maximal parts",
-         "a\xF1\x80\x80\xE1\x80\xC2"
-         "b\x80"
-         "c\x80\xBF"
-         "d",
-         u"a\xFFFD\xFFFD\xFFFD"
-         u"b\xFFFD"
-         u"c\xFFFD\xFFFD"
-         u"d"},
+        {"maximal parts", "z\xF1\x80\x80\xE1\x80\xC2y\x80x\x80\xBFw",
+         u"z\uFFFD\uFFFD\uFFFDy\uFFFDx\uFFFD\uFFFDw"},
     };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.what);
-        EXPECT_EQ(Units(FromUtf8(one.bytes)), one.units);
-    }
+    for (const auto& one : cases)
+        EXPECT_EQ(Units(FromUtf8(one.bytes)), one.units) << one.what;
 }
 
 TEST(Conversion, UnpairedSurrogatesBecomeTheReplacement) {
-    struct Case {
-        std::u16string units;
-        std::string bytes;
-    };
-    const std::vector<Case> cases = {
-        {u"\U0001F600", "\xF0\x9F\x98\x80"},
-        {{0xD83D}, "\xEF\xBF\xBD"},
-        {{0xDE00, u'a'},
-         "\xEF\xBF\xBD"
-         "a"},
-        {{0xDE00, 0xD83D}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
-        {{0xD83D, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
+    const std::pair<std::u16string, std::string> cases[] = {
+        {u"\U0001F600", "\U0001F600"},
+        {{0xD83D}, "\uFFFD"},
+        {{0xDE00, u'a'}, "\uFFFDa"},
+        {{0xDE00, 0xD83D}, "\uFFFD\uFFFD"},
+        {{0xD83D, 0xD83D, 0xDE00}, "\uFFFD\U0001F600"},
         {{u'a', 0, u'b'}, std::string("a\0b", 3)},
     };
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(ToUtf8(cases[i].units), cases[i].bytes);
-    }
+    for (const auto& [units, bytes] : cases)
+        EXPECT_EQ(ToUtf8(units), bytes);
     const wchar_t foreign[] = {L'a', 0x1F600, static_cast<wchar_t>(0xD800), 0x110000, -1, 0};
     EXPECT_EQ(Units(CString(foreign)), u"a\U0001F600\xFFFD\xFFFD\xFFFD");
 }
@@ -104,11 +86,7 @@ TEST(Conversion, RandomBytesGiveWellFormedText) {
 
 TEST(String, PartsAreClamped) {
     const CString text(u"abcdef");
-    struct Case {
-        CString part;
-        const char16_t* expected;
-    };
-    const Case cases[] = {
+    const std::pair<CString, const char16_t*> cases[] = {
         {text.Left(2), u"ab"},
         {text.Left(0), u""},
         {text.Left(-1), u""},
@@ -133,10 +111,8 @@ TEST(String, PartsAreClamped) {
         {CString(LPCWSTR{}, 3), u""},
         {CString(static_cast<const char*>(nullptr)), u""},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(Units(cases[i].part), cases[i].expected);
-    }
+    for (const auto& [part, expected] : cases)
+        EXPECT_EQ(Units(part), expected);
 }
 
 TEST(String, FindsFromAPosition) {
@@ -155,20 +131,18 @@ TEST(String, FindsFromAPosition) {
 }
 
 TEST(String, ReplacesWithoutReadingWhatItWrote) {
-    struct Case {
+    const struct {
         const char16_t *text, *what, *with;
         int places;
         const char16_t* result;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {u"aaaa", u"a", u"aa", 4, u"aaaaaaaa"}, {u"aaaaa", u"aa", u"b", 2, u"bba"},
         {u"abc", u"", u"x", 0, u"abc"},         {u"abc", u"x", u"y", 0, u"abc"},
         {u"abcabc", u"bc", u"", 2, u"aa"},      {u"", u"a", u"b", 0, u""},
     };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(ToUtf8(one.text));
+    for (const auto& one : cases) {
         CString text(one.text);
-        EXPECT_EQ(text.Replace(one.what, one.with), one.places);
+        EXPECT_EQ(text.Replace(one.what, one.with), one.places) << ToUtf8(one.text);
         EXPECT_EQ(Units(text), one.result);
     }
     CString self(u"ab");
@@ -181,11 +155,10 @@ TEST(String, ReplacesWithoutReadingWhatItWrote) {
 }
 
 TEST(String, ComparesByUnitAndFoldsOnlyAscii) {
-    struct Case {
+    const struct {
         const char16_t *a, *b;
         int exact, folded;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {u"a", u"a", 0, 0},
         {u"a", u"B", 1, -1},
         {u"Ab", u"aB", -1, 0},
@@ -198,7 +171,7 @@ TEST(String, ComparesByUnitAndFoldsOnlyAscii) {
         {u"", u"a", -1, -1},
         {u"\xFFFF", u"\xD83D\xDE00", 1, 1},
     };
-    for (const Case& one : cases) {
+    for (const auto& one : cases) {
         SCOPED_TRACE(ToUtf8(one.a) + " against " + ToUtf8(one.b));
         EXPECT_EQ(CString(one.a).Compare(one.b), one.exact);
         EXPECT_EQ(CString(one.b).Compare(one.a), -one.exact);

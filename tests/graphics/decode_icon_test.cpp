@@ -18,23 +18,16 @@ Bytes Dib(unsigned side, std::uint32_t pixel, unsigned mask = 0) {
 }
 
 Bytes Png(int side, std::uint32_t pixel) {
-    const auto surface = platform::Surface::Create(side, side);
-    for (int y = 0; y < side; ++y)
-        std::fill_n(surface->Row(y), side, pixel);
-    return platform::EncodePng(*surface);
+    return kit::Png(Pixels(side, side, pixel));
 }
 
 TEST(DecodeIcon, TheLargestSoundEntryIsTaken) {
     const Bytes small = Dib(16, 0xFF0000FF);
     const Bytes large = Dib(32, 0xFF00FF00);
     const Bytes torn(large.begin(), large.begin() + 400);
-    Bytes palette = ByteWriter()
-                        .Append(kit::BitmapHeader(32, 64, 8, 0, 2))
-                        .Long(0)
-                        .Long(0x123456)
-                        .Fill(32 * 32, 1)
-                        .Fill(32 * 4, 0)
-                        .Take();
+    ByteWriter writer;
+    writer.Append(kit::BitmapHeader(32, 64, 8, 0, 2)).Long(0).Long(0x123456);
+    const Bytes palette = writer.Fill(32 * 32, 1).Fill(32 * 4, 0).Take();
     struct Case {
         const char* what;
         std::vector<IconImage> images;
@@ -57,11 +50,8 @@ TEST(DecodeIcon, TheLargestSoundEntryIsTaken) {
              Case{"an offset into the directory", {{9, 9, {}, 0, 90}, {16, 16, small}}, 16, 0xFF0000FF},
          }) {
         SCOPED_TRACE(c.what);
-        for (const unsigned type : {1U, 2U}) {  // icons and cursors
-            const kit::Opened opened = kit::Open(kit::Icon(c.images, type));
-            ASSERT_NE(opened.picture, nullptr);
-            EXPECT_TRUE(kit::Same(kit::PixelsOf(*opened.picture->Frame(0)), Pixels(c.side, c.side, c.pixel)));
-        }
+        for (const unsigned type : {1U, 2U})  // icons and cursors
+            EXPECT_TRUE(kit::Shows(kit::Open(kit::Icon(c.images, type)), 0, Pixels(c.side, c.side, c.pixel)));
     }
 }
 
@@ -92,36 +82,25 @@ TEST(DecodeIcon, LowDepthsReadTheirBitsFromTheTop) {
         words.Word(i % 2 == 0 ? 0x001F : 0x7C00);
         triples.Byte(i % 2 == 0 ? 255 : 0).Byte(0).Byte(i % 2 == 0 ? 0 : 255);
     }
-    struct Case {
-        unsigned depth;
-        Bytes row;
-    };
-    for (const Case& c :
-         {Case{1, {0x55, 0, 0, 0}}, Case{4, {0x01, 0x01, 0x01, 0x01}}, Case{8, {0, 1, 0, 1, 0, 1, 0, 1}},
-          Case{16, words.Take()}, Case{24, triples.Take()}}) {
-        SCOPED_TRACE(c.depth);
-        const kit::Opened opened = kit::Open(icon(c.depth, c.depth <= 8 ? 2 : 0, c.row));
-        ASSERT_NE(opened.picture, nullptr);
-        ASSERT_EQ(opened.picture->Height(), 1);
-        const auto frame = opened.picture->Frame(0);
-        for (int x = 0; x < 8; ++x)
-            EXPECT_EQ(frame->Row(0)[x], x >= 4 ? 0U : (x % 2 == 0 ? 0xFF0000FFU : 0xFFFF0000U)) << x;
-    }
+    Pixels expected(8, 1);
+    for (int x = 0; x < 4; ++x)
+        expected.At(x, 0) = x % 2 == 0 ? 0xFF0000FFU : 0xFFFF0000U;
+    for (const auto& [depth, row] : {std::pair(1U, Bytes{0x55, 0, 0, 0}),
+                                     {4U, Bytes{0x01, 0x01, 0x01, 0x01}},
+                                     {8U, Bytes{0, 1, 0, 1, 0, 1, 0, 1}},
+                                     {16U, words.Take()},
+                                     {24U, triples.Take()}})
+        EXPECT_TRUE(kit::Shows(kit::Open(icon(depth, depth <= 8 ? 2 : 0, row)), 0, expected)) << depth;
 }
 
 TEST(DecodeIcon, FilesWithoutASoundEntryAreRefused) {
     std::vector<IconImage> many(3000, IconImage{0, 0, {}, 6 + 16 * 3000, 200});
     many.front().data = kit::PngClaiming(256, 256, Bytes(100, 9));
-    int number = 0;
     for (const Bytes& bytes : {kit::Icon({}), kit::Icon({{16, 16, {}}}), kit::Icon({{16, 16, Bytes(39, 40)}}),
                                kit::Icon({{0, 0, Dib(0, 0)}}), kit::Icon(many),
                                kit::Icon({{16, 16, kit::BitmapHeader(16, 32, 7, 0, 0)}}),
-                               kit::Icon({{16, 16, kit::BitmapHeader(16, 32, 32, 1, 0)}})}) {
-        SCOPED_TRACE(number++);
-        const kit::Opened opened = kit::Open(bytes);
-        EXPECT_EQ(opened.picture, nullptr);
-        EXPECT_EQ(opened.status, Gdiplus::UnknownImageFormat);
-    }
+                               kit::Icon({{16, 16, kit::BitmapHeader(16, 32, 32, 1, 0)}})})
+        EXPECT_TRUE(kit::IsRefused(bytes)) << bytes.size();
 }
 
 }  // namespace

@@ -27,8 +27,8 @@ inline std::uint32_t Crc(const Bytes& bytes) {
 
 inline Bytes PngChunk(const std::string& name, const Bytes& data) {
     const Bytes checked = ByteWriter().Text(name).Append(data).Take();
-    return ByteWriter()
-        .BigLong(static_cast<std::uint32_t>(data.size()))
+    ByteWriter writer;
+    return writer.BigLong(static_cast<std::uint32_t>(data.size()))
         .Append(checked)
         .BigLong(Crc(checked))
         .Take();
@@ -47,33 +47,20 @@ inline Bytes PngClaiming(std::uint32_t width, std::uint32_t height, const Bytes&
 
 inline Bytes BitmapHeader(std::uint32_t width, std::uint32_t height, unsigned depth, unsigned compression,
                           unsigned colours) {
-    return ByteWriter()
-        .Long(40)
-        .Long(width)
-        .Long(height)
-        .Word(1)
-        .Word(depth)
-        .Long(compression)
-        .Fill(12, 0)
-        .Long(colours)
-        .Long(0)
-        .Take();
+    ByteWriter writer;
+    writer.Long(40).Long(width).Long(height).Word(1).Word(depth).Long(compression).Fill(12, 0);
+    return writer.Long(colours).Long(0).Take();
 }
 
 // `height` as the header counts it: negative for rows from the top.
 inline Bytes Bmp(int width, int height, unsigned depth, const Bytes& table, const Bytes& rows,
                  unsigned compression = 0) {
     const auto at = static_cast<std::uint32_t>(54 + table.size());
-    return ByteWriter()
-        .Text("BM")
-        .Long(at + static_cast<std::uint32_t>(rows.size()))
-        .Long(0)
-        .Long(at)
-        .Append(BitmapHeader(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), depth,
-                             compression, static_cast<unsigned>(table.size() / 4)))
-        .Append(table)
-        .Append(rows)
-        .Take();
+    ByteWriter writer;
+    writer.Text("BM").Long(at + static_cast<std::uint32_t>(rows.size())).Long(0).Long(at);
+    writer.Append(BitmapHeader(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), depth,
+                               compression, static_cast<unsigned>(table.size() / 4)));
+    return writer.Append(table).Append(rows).Take();
 }
 
 struct IconImage {
@@ -104,6 +91,10 @@ inline Bytes ReadData(const std::string& name) {
     return bytes;
 }
 
+inline Bytes Png(const Pixels& pixels) {
+    return platform::EncodePng(*SurfaceOf(pixels));
+}
+
 struct Opened {
     std::unique_ptr<platform::EncodedPicture> picture;
     Gdiplus::Status status = Gdiplus::Ok;
@@ -113,6 +104,16 @@ inline Opened Open(Bytes bytes) {
     Opened opened;
     opened.picture = platform::OpenPicture(std::move(bytes), opened.status);
     return opened;
+}
+
+inline testing::AssertionResult Shows(const Opened& opened, int index, const Pixels& expected) {
+    const auto frame = opened.picture ? opened.picture->Frame(index) : nullptr;
+    return frame ? Same(PixelsOf(*frame), expected) : testing::AssertionFailure() << "no picture";
+}
+inline testing::AssertionResult IsRefused(const Bytes& bytes) {
+    const Opened opened = Open(bytes);
+    if (!opened.picture && opened.status == Gdiplus::UnknownImageFormat) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "status " << opened.status << (opened.picture ? ", opened" : "");
 }
 
 // Either a picture with a first frame of its size, or a reason.

@@ -1,6 +1,7 @@
 // Images in tests: made of plain pixels, or of frames that are made up.
 #pragma once
 
+#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -12,16 +13,12 @@
 
 namespace kit {
 
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
 inline std::unique_ptr<Gdiplus::Bitmap> MakeBitmap(const Pixels& pixels) {
     auto bitmap = std::make_unique<Gdiplus::Bitmap>(pixels.width, pixels.height);
-    Gdiplus::BitmapData data{};
-    EXPECT_EQ(Gdiplus::Ok,
-              bitmap->LockBits(nullptr, Gdiplus::ImageLockModeWrite, Gdiplus::PixelFormat32bppPARGB, &data));
-    for (int y = 0; y < pixels.height; ++y)
-        for (int x = 0; x < pixels.width; ++x)
-            reinterpret_cast<std::uint32_t*>(static_cast<char*>(data.Scan0) + y * data.Stride)[x] =
-                pixels.At(x, y);
-    EXPECT_EQ(Gdiplus::Ok, bitmap->UnlockBits(&data));
+    Put(*bitmap->Data()->Writable(), pixels);
     return bitmap;
 }
 
@@ -29,14 +26,24 @@ inline Pixels PixelsOf(const Gdiplus::Image& image) {
     return PixelsOf(*image.Data()->Pixels());
 }
 
-inline Pixels Scattered(Dice& dice, int width, int height, bool opaque = false) {
-    Pixels pixels(width, height);
-    for (std::uint32_t& word : pixels.words)
-        word = opaque ? dice.Next() | 0xFF000000U : dice.Premultiplied();
-    return pixels;
+// `pixels` after draw(graphics).
+template <class Draw>
+Pixels DrawnOn(const Pixels& pixels, const Draw& draw) {
+    const auto bitmap = MakeBitmap(pixels);
+    Gdiplus::Graphics graphics(bitmap.get());
+    draw(graphics);
+    return PixelsOf(*bitmap);
+}
+template <class Draw>
+Pixels Drawn(int width, int height, const Draw& draw) {
+    return DrawnOn(Pixels(width, height), draw);
 }
 
-// Plain frames; counts how often each is asked for. A frame of width 0 is a damaged one.
+inline Gdiplus::Rect RectOf(const RECT& rect) {
+    return Gdiplus::Rect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+}
+
+// Plain frames. One of width 0 is damaged.
 class MadeUpPicture final : public platform::EncodedPicture {
   public:
     MadeUpPicture(std::vector<Pixels> frames, std::vector<std::uint32_t> delays, int loops)
@@ -48,12 +55,7 @@ class MadeUpPicture final : public platform::EncodedPicture {
     int LoopCount() const override { return loops_; }
     std::shared_ptr<platform::Surface> Frame(int index) override {
         const Pixels& frame = frames_[static_cast<std::size_t>(index)];
-        if (frame.width == 0) return {};
-        auto surface = platform::Surface::Create(frame.width, frame.height);
-        for (int y = 0; y < frame.height; ++y)
-            for (int x = 0; x < frame.width; ++x)
-                surface->Row(y)[x] = frame.At(x, y);
-        return surface;
+        return frame.width == 0 ? nullptr : SurfaceOf(frame);
     }
 
   private:

@@ -7,9 +7,9 @@ namespace Gdiplus {
 namespace {
 
 using kit::Canvas;
-using kit::Dice;
 using kit::MakeBitmap;
 using kit::Pixels;
+using kit::Random;
 
 class ScaledPictures : public testing::Test {
   protected:
@@ -28,35 +28,34 @@ class ScaledPictures : public testing::Test {
 };
 
 TEST_F(ScaledPictures, AreMadeOncePerWayOfScaling) {
-    Dice dice(31);
-    const auto bitmap = MakeBitmap(kit::Scattered(dice, 8, 8));
+    Random random(31);
+    const auto bitmap = MakeBitmap(random.Scattered(8, 8));
     Canvas canvas(64, 64);
     Graphics graphics(canvas.Context());
     ImageAttributes mirrored;
     mirrored.SetWrapMode(WrapModeTileFlipXY);
     ImageAttributes tiled;
     tiled.SetWrapMode(WrapModeTile);
-    const auto draw = [&](int x, int size, int source, const ImageAttributes* attributes) {
-        return Made([&] {
-            graphics.DrawImage(bitmap.get(), Rect(x, 3, size, size), 0, 0, source, source, UnitPixel,
-                               attributes);
-        });
+    const auto draw = [&](const Rect& to, int source, const ImageAttributes* attributes = nullptr) {
+        return Made(
+            [&] { graphics.DrawImage(bitmap.get(), to, 0, 0, source, source, UnitPixel, attributes); });
     };
-    EXPECT_EQ(1U, draw(0, 20, 8, nullptr));
-    EXPECT_EQ(0U, draw(0, 20, 8, nullptr));
-    EXPECT_EQ(0U, draw(17, 20, 8, nullptr)) << "elsewhere";
-    EXPECT_EQ(0U, draw(55, 20, 8, nullptr)) << "partly outside";
-    EXPECT_EQ(0U, draw(5, 20, 8, &mirrored)) << "the same pixels";
-    EXPECT_EQ(1U, draw(5, 20, 8, &tiled));
-    EXPECT_EQ(1U, draw(5, 21, 8, nullptr));
-    EXPECT_EQ(1U, draw(5, 20, 7, nullptr));
-    EXPECT_EQ(0U, draw(5, 8, 8, nullptr)) << "unscaled";
+    const Rect there(5, 3, 20, 20);
+    EXPECT_EQ(1U, draw(Rect(0, 3, 20, 20), 8));
+    EXPECT_EQ(0U, draw(Rect(0, 3, 20, 20), 8));
+    EXPECT_EQ(0U, draw(there, 8)) << "elsewhere";
+    EXPECT_EQ(0U, draw(Rect(55, 3, 20, 20), 8)) << "partly outside";
+    EXPECT_EQ(0U, draw(there, 8, &mirrored)) << "the same pixels";
+    EXPECT_EQ(1U, draw(there, 8, &tiled));
+    EXPECT_EQ(1U, draw(Rect(5, 3, 21, 21), 8));
+    EXPECT_EQ(1U, draw(there, 7));
+    EXPECT_EQ(0U, draw(Rect(5, 3, 8, 8), 8)) << "unscaled";
     graphics.SetInterpolationMode(InterpolationModeNearestNeighbor);
-    EXPECT_EQ(1U, draw(5, 20, 8, nullptr));
+    EXPECT_EQ(1U, draw(there, 8));
     graphics.SetInterpolationMode(InterpolationModeBilinear);
-    EXPECT_EQ(0U, draw(5, 20, 8, nullptr));
+    EXPECT_EQ(0U, draw(there, 8));
     IntersectClipRect(canvas.Context(), 9, 9, 11, 11);
-    EXPECT_EQ(0U, draw(5, 20, 7, nullptr));
+    EXPECT_EQ(0U, draw(there, 7));
     const std::unique_ptr<Bitmap> clone(bitmap->Clone());
     EXPECT_EQ(0U, Made([&] { graphics.DrawImage(clone.get(), 5, 5, 20, 20); })) << "clones share";
 }
@@ -101,8 +100,8 @@ TEST_F(ScaledPictures, OfAnAnimationAreMadeOncePerFrame) {
 // One that takes the place of what is there is scaled into it, until that has cost as much as a copy.
 TEST_F(ScaledPictures, OfBackgroundsAreKeptWhenTheyAreWantedAgain) {
     SetDrawingCacheLimit(std::size_t{8} << 20);
-    Dice dice(35);
-    const auto bitmap = MakeBitmap(kit::Scattered(dice, 40, 30));
+    Random random(35);
+    const auto bitmap = MakeBitmap(random.Scattered(40, 30));
     const auto draw = [&](Canvas& canvas, CompositingMode mode) {
         Graphics graphics(canvas.Context());
         graphics.SetCompositingMode(mode);
@@ -114,7 +113,7 @@ TEST_F(ScaledPictures, OfBackgroundsAreKeptWhenTheyAreWantedAgain) {
     SetDrawingCacheLimit(0);
     SetDrawingCacheLimit(std::size_t{8} << 20);
     for (const std::uint64_t isKept : {0U, 0U, 1U, 1U}) {
-        canvas.Scatter(dice);
+        Put(canvas.Surface(), random.Scattered(700, 400));
         draw(canvas, CompositingModeSourceCopy);
         EXPECT_EQ(isKept, Kept() > 0 ? 1U : 0U);
         EXPECT_TRUE(Same(canvas.Get(), expected.Get()));
@@ -123,8 +122,8 @@ TEST_F(ScaledPictures, OfBackgroundsAreKeptWhenTheyAreWantedAgain) {
 }
 
 TEST_F(ScaledPictures, StayBelowTheLimit) {
-    Dice dice(32);
-    const auto bitmap = MakeBitmap(kit::Scattered(dice, 16, 16));
+    Random random(32);
+    const auto bitmap = MakeBitmap(random.Scattered(16, 16));
     Canvas canvas(700, 700);
     Graphics graphics(canvas.Context());
     for (int size = 20; size < 300; ++size) {
@@ -143,33 +142,28 @@ TEST_F(ScaledPictures, StayBelowTheLimit) {
 }
 
 TEST_F(ScaledPictures, ShowTheSameWithAndWithoutACache) {
-    Dice dice(33);
+    Random random(33);
     for (int round = 0; round < 120; ++round) {
         SCOPED_TRACE(round);
-        const int side = dice.Between(1, 30);
-        const auto bitmap = MakeBitmap(kit::Scattered(dice, side, side, round % 3 == 0));
-        const RECT from = dice.Rect(-3, 20);
-        const RECT to = dice.Rect(-40, 60);
+        const int side = random.Between(1, 30);
+        const auto bitmap = MakeBitmap(random.Scattered(side, side, round % 3 == 0));
+        const Pixels background = random.Scattered(50, 40);
+        const Rect from = kit::RectOf(random.Rect(-3, 20));
+        const Rect to = kit::RectOf(random.Rect(-40, 60));
         ImageAttributes attributes;
-        attributes.SetWrapMode(static_cast<WrapMode>(dice.Between(0, 4)),
+        attributes.SetWrapMode(static_cast<WrapMode>(random.Between(0, 4)),
                                Color(round % 2 ? 0x80112233U : 0U));
-        const auto draw = [&] {
-            Canvas canvas(50, 40);
-            Dice background(static_cast<std::uint32_t>(round));
-            canvas.Scatter(background);
-            Graphics graphics(canvas.Context());
+        const auto draw = [&](Graphics& graphics) {
             graphics.SetInterpolationMode(round % 4 == 0 ? InterpolationModeHighQualityBicubic
                                                          : InterpolationModeDefault);
-            graphics.DrawImage(bitmap.get(), Rect(to.left, to.top, to.right - to.left, to.bottom - to.top),
-                               from.left, from.top, from.right - from.left, from.bottom - from.top, UnitPixel,
+            graphics.DrawImage(bitmap.get(), to, from.X, from.Y, from.Width, from.Height, UnitPixel,
                                &attributes);
-            return canvas.Get();
         };
         SetDrawingCacheLimit(0);
-        const Pixels uncached = draw();
+        const Pixels uncached = DrawnOn(background, draw);
         SetDrawingCacheLimit(kLimit);
-        EXPECT_TRUE(Same(draw(), uncached)) << "cold";
-        EXPECT_TRUE(Same(draw(), uncached)) << "warm";
+        EXPECT_TRUE(Same(DrawnOn(background, draw), uncached)) << "cold";
+        EXPECT_TRUE(Same(DrawnOn(background, draw), uncached)) << "warm";
     }
 }
 

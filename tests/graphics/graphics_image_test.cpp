@@ -1,4 +1,5 @@
 // DrawImage: exact copies, scaling, source rectangles, wrap modes.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -9,9 +10,12 @@ namespace Gdiplus {
 namespace {
 
 using kit::Canvas;
-using kit::Dice;
+using kit::Drawn;
+using kit::kInfinity;
+using kit::kNan;
 using kit::MakeBitmap;
 using kit::Pixels;
+using kit::Random;
 using platform::Region;
 
 std::uint32_t Over(std::uint32_t from, std::uint32_t to) {
@@ -20,53 +24,37 @@ std::uint32_t Over(std::uint32_t from, std::uint32_t to) {
 }
 
 TEST(DrawImage, AtItsOwnSizeBlendsEveryPixelExactly) {
-    Dice dice(21);
+    Random random(21);
     for (int round = 0; round < 300; ++round) {
         SCOPED_TRACE(round);
-        Canvas canvas(24, 20);
-        canvas.Scatter(dice);
-        const Pixels before = canvas.Get();
+        const Pixels before = random.Scattered(24, 20);
+        Canvas canvas(before);
         const int side = round % 5 == 0 ? 40 : 15;  // large ones take the road of known opacity
-        const Pixels pixels = kit::Scattered(dice, side, side, round % 2 == 0);
+        const Pixels pixels = random.Scattered(side, side, round % 2 == 0);
         const auto bitmap = MakeBitmap(pixels);
         Region clip(CRect(0, 0, 24, 20));
         if (round % 3 == 0) {
-            clip = Region(dice.Rect(0, 12));
-            clip.Add(dice.Rect(0, 18));
+            clip = Region(random.Rect(0, 12));
+            clip.Add(random.Rect(0, 18));
             canvas.Clip(clip);
         }
-        const RECT to = dice.Rect(-10, 14);
-        const int sourceX = dice.Between(-5, side);
-        const int sourceY = dice.Between(-5, side);
+        const RECT to = random.Rect(-10, 14);
+        const POINT from{random.Between(-5, side), random.Between(-5, side)};
         Graphics graphics(canvas.Context());
         const bool copies = round % 7 == 0;
         if (copies) graphics.SetCompositingMode(CompositingModeSourceCopy);
-        EXPECT_EQ(Ok, graphics.DrawImage(
-                          bitmap.get(), Rect(to.left, to.top, to.right - to.left, to.bottom - to.top),
-                          sourceX, sourceY, to.right - to.left, to.bottom - to.top, UnitPixel));
+        EXPECT_EQ(Ok, graphics.DrawImage(bitmap.get(), kit::RectOf(to), from.x, from.y, to.right - to.left,
+                                         to.bottom - to.top, UnitPixel));
         Pixels expected = before;
         for (int y = to.top; y < to.bottom; ++y)
             for (int x = to.left; x < to.right; ++x) {
-                const int fromX = x - to.left + sourceX;
-                const int fromY = y - to.top + sourceY;
+                const int fromX = x - to.left + from.x;
+                const int fromY = y - to.top + from.y;
                 if (expected.Has(x, y) && pixels.Has(fromX, fromY) && clip.Contains(x, y))
                     expected.At(x, y) = Over(pixels.At(fromX, fromY), copies ? 0 : before.At(x, y));
             }
         EXPECT_TRUE(Same(canvas.Get(), expected));
     }
-}
-
-TEST(DrawImage, FramesOfAStripMayReachBeyondIt) {
-    Pixels strip(4, 6, 0xFF0000FF);
-    strip.Fill(CRect(0, 3, 4, 6), 0xFFFF0000);
-    const auto bitmap = MakeBitmap(strip);
-    Canvas canvas(4, 10);
-    Graphics graphics(canvas.Context());
-    graphics.DrawImage(bitmap.get(), Rect(0, 0, 4, 10), 0, 2, 4, 10, UnitPixel);
-    Pixels expected(4, 10);
-    expected.Fill(CRect(0, 0, 4, 1), 0xFF0000FF);
-    expected.Fill(CRect(0, 1, 4, 4), 0xFFFF0000);
-    EXPECT_TRUE(Same(canvas.Get(), expected));
 }
 
 TEST(DrawImage, APlainColourStaysItselfAtEveryScaleUpToTheEdges) {
@@ -81,18 +69,24 @@ TEST(DrawImage, APlainColourStaysItselfAtEveryScaleUpToTheEdges) {
                     // Around the source rectangle lies another colour, which must never show.
                     Pixels pixels(from + 4, from + 2, 0xFF00FF00);
                     pixels.Fill(CRect(2, 1, from + 2, from + 1), color);
-                    const auto bitmap = MakeBitmap(pixels);
-                    Canvas canvas(to + 2, to + 2);
-                    Graphics graphics(canvas.Context());
-                    graphics.SetInterpolationMode(mode);
                     ImageAttributes attributes;
                     attributes.SetWrapMode(wrap, Color(0xFF, 0, 0, 0));
-                    EXPECT_EQ(Ok, graphics.DrawImage(bitmap.get(), Rect(1, 1, to, to), 2, 1, from, from,
-                                                     UnitPixel, &attributes));
-                    Pixels expected(to + 2, to + 2);
-                    expected.Fill(CRect(1, 1, to + 1, to + 1), color);
-                    ASSERT_TRUE(Same(canvas.Get(), expected));
+                    const Pixels drawn = Drawn(to + 2, to + 2, [&](Graphics& graphics) {
+                        graphics.SetInterpolationMode(mode);
+                        graphics.DrawImage(MakeBitmap(pixels).get(), Rect(1, 1, to, to), 2, 1, from, from,
+                                           UnitPixel, &attributes);
+                    });
+                    ASSERT_TRUE(Same(drawn, Pixels(to + 2, to + 2, {{CRect(1, 1, to + 1, to + 1), color}})));
                 }
+}
+
+// Any picture drawn over the whole of another size.
+Pixels Scaled(const Pixels& pixels, int width, int height,
+              InterpolationMode mode = InterpolationModeDefault) {
+    return Drawn(width, height, [&](Graphics& graphics) {
+        graphics.SetInterpolationMode(mode);
+        EXPECT_EQ(Ok, graphics.DrawImage(MakeBitmap(pixels).get(), 0, 0, width, height));
+    });
 }
 
 // Bilinear interpolation between pixel centres in real numbers, edges continued.
@@ -110,17 +104,15 @@ double Interpolated(const Pixels& pixels, double x, double y, int shift) {
 }
 
 TEST(DrawImage, ScalesBilinearlyOnPremultipliedPixels) {
-    Dice dice(22);
+    Random random(22);
     for (const auto& [from, to] : {std::pair(2, 9), {5, 13}, {16, 31}, {9, 8}, {31, 20}}) {
         SCOPED_TRACE(testing::Message() << from << ">" << to);
-        const Pixels pixels = kit::Scattered(dice, from, from);
-        const auto bitmap = MakeBitmap(pixels);
-        Canvas canvas(to, to);
-        Graphics(canvas.Context()).DrawImage(bitmap.get(), 0, 0, to, to);
+        const Pixels pixels = random.Scattered(from, from);
+        const Pixels scaled = Scaled(pixels, to, to);
         const double scale = static_cast<double>(from) / to;
         for (int y = 0; y < to; ++y)
             for (int x = 0; x < to; ++x) {
-                const std::uint32_t pixel = canvas.At(x, y);
+                const std::uint32_t pixel = scaled.At(x, y);
                 for (int shift = 0; shift < 32; shift += 8) {
                     const double expected =
                         Interpolated(pixels, (x + 0.5) * scale - 0.5, (y + 0.5) * scale - 0.5, shift);
@@ -132,13 +124,11 @@ TEST(DrawImage, ScalesBilinearlyOnPremultipliedPixels) {
 }
 
 TEST(DrawImage, StrongShrinkingAveragesEveryPixel) {
-    Dice dice(23);
+    Random random(23);
     for (const auto& [from, to] : {std::pair(8, 4), {40, 7}, {100, 3}, {64, 1}}) {
         SCOPED_TRACE(testing::Message() << from << ">" << to);
-        const Pixels pixels = kit::Scattered(dice, from, from);
-        const auto bitmap = MakeBitmap(pixels);
-        Canvas canvas(to, to);
-        Graphics(canvas.Context()).DrawImage(bitmap.get(), 0, 0, to, to);
+        const Pixels pixels = random.Scattered(from, from);
+        const Pixels scaled = Scaled(pixels, to, to);
         const double scale = static_cast<double>(from) / to;
         const auto share = [&](int pixel, int cell) {
             return std::max(0.0,
@@ -150,58 +140,41 @@ TEST(DrawImage, StrongShrinkingAveragesEveryPixel) {
                 for (int y = 0; y < from; ++y)
                     for (int x = 0; x < from; ++x)
                         sum += share(x, cellX) * share(y, cellY) * ((pixels.At(x, y) >> 16) & 0xFF);
-                EXPECT_NEAR(sum / scale / scale, (canvas.At(cellX, cellY) >> 16) & 0xFF, 0.7);
+                EXPECT_NEAR(sum / scale / scale, (scaled.At(cellX, cellY) >> 16) & 0xFF, 0.7);
             }
     }
     // Between whole and half size only the better mode averages.
     Pixels stripes(12, 1, 0xFF000000);
     for (int x = 0; x < 12; x += 3)
         stripes.At(x, 0) = 0xFFFFFFFF;
-    const auto bitmap = MakeBitmap(stripes);
-    Canvas canvas(8, 1);
-    Graphics graphics(canvas.Context());
-    graphics.SetInterpolationMode(InterpolationModeHighQualityBilinear);
-    graphics.DrawImage(bitmap.get(), 0, 0, 8, 1);
-    for (int x = 0; x < 8; x += 2) {
-        EXPECT_NEAR(170, canvas.At(x, 0) & 0xFF, 1);
-        EXPECT_NEAR(0, canvas.At(x + 1, 0) & 0xFF, 1);
-    }
+    const Pixels better = Scaled(stripes, 8, 1, InterpolationModeHighQualityBilinear);
+    for (int x = 0; x < 8; ++x)
+        EXPECT_NEAR(x % 2 == 0 ? 170 : 0, better.At(x, 0) & 0xFF, 1);
 }
 
 TEST(DrawImage, NearestNeighbourRepeatsPixels) {
-    Dice dice(24);
-    const Pixels pixels = kit::Scattered(dice, 3, 2);
-    const auto bitmap = MakeBitmap(pixels);
-    Canvas canvas(12, 8);
-    Graphics graphics(canvas.Context());
-    graphics.SetInterpolationMode(InterpolationModeNearestNeighbor);
-    graphics.DrawImage(bitmap.get(), 0, 0, 12, 8);
+    Random random(24);
+    const Pixels pixels = random.Scattered(3, 2);
+    const Pixels scaled = Scaled(pixels, 12, 8, InterpolationModeNearestNeighbor);
     for (int y = 0; y < 8; ++y)
         for (int x = 0; x < 12; ++x)
-            ASSERT_EQ(pixels.At(x / 4, y / 4), canvas.At(x, y));
+            ASSERT_EQ(pixels.At(x / 4, y / 4), scaled.At(x, y));
 }
 
 TEST(DrawImage, TilingBringsTheOppositeEdgeMirroringDoesNot) {
-    Pixels pixels(2, 2, 0xFF000000);
-    pixels.Fill(CRect(1, 0, 2, 2), 0xFFFFFFFF);  // black left, white right
+    const Pixels pixels(2, 2, {{CRect(0, 0, 1, 2), 0xFF000000}, {CRect(1, 0, 2, 2), 0xFFFFFFFF}});
     const auto bitmap = MakeBitmap(pixels);
-    const struct {
-        WrapMode mode;
-        bool tilesX;
-    } cases[] = {{WrapModeTile, true},
-                 {WrapModeTileFlipX, false},
-                 {WrapModeTileFlipY, true},
-                 {WrapModeTileFlipXY, false},
-                 {WrapModeClamp, false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.mode);
-        Canvas canvas(8, 2);
+    for (const WrapMode mode :
+         {WrapModeTile, WrapModeTileFlipX, WrapModeTileFlipY, WrapModeTileFlipXY, WrapModeClamp}) {
+        SCOPED_TRACE(mode);
+        const bool tilesX = mode == WrapModeTile || mode == WrapModeTileFlipY;
         ImageAttributes attributes;
-        attributes.SetWrapMode(c.mode);
-        Graphics(canvas.Context())
-            .DrawImage(bitmap.get(), Rect(0, 0, 8, 2), 0, 0, 2, 2, UnitPixel, &attributes);
-        EXPECT_EQ(c.tilesX, canvas.At(0, 0) != 0xFF000000);
-        EXPECT_EQ(c.tilesX, canvas.At(7, 1) != 0xFFFFFFFF);
+        attributes.SetWrapMode(mode);
+        const Pixels drawn = Drawn(8, 2, [&](Graphics& graphics) {
+            graphics.DrawImage(bitmap.get(), Rect(0, 0, 8, 2), 0, 0, 2, 2, UnitPixel, &attributes);
+        });
+        EXPECT_EQ(tilesX, drawn.At(0, 0) != 0xFF000000);
+        EXPECT_EQ(tilesX, drawn.At(7, 1) != 0xFFFFFFFF);
     }
     EXPECT_EQ(InvalidParameter, ImageAttributes().SetWrapMode(static_cast<WrapMode>(7)));
 }
@@ -218,17 +191,17 @@ std::uint32_t Tiled(const Pixels& pixels, WrapMode mode, int x, int y) {
 }
 
 TEST(DrawImage, TilesShowBeyondThePictureAtEveryScaleAndTurned) {
-    Dice dice(26);
+    Random random(26);
     for (int round = 0; round < 400; ++round) {
         const auto mode = static_cast<WrapMode>(round % 4);
-        const int scale = dice.Between(1, 3);  // below none: 2 shrinks by it
+        const int scale = random.Between(1, 3);  // below none: 2 shrinks by it
         const bool shrinks = scale == 2;
         const bool turns = round % 5 == 0;
         SCOPED_TRACE(testing::Message() << round << " mode " << mode << " scale " << scale);
-        const Pixels pixels = kit::Scattered(dice, dice.Between(1, 6), dice.Between(1, 6), true);
+        const Pixels pixels = random.Scattered(random.Between(1, 6), random.Between(1, 6), true);
         const auto bitmap = MakeBitmap(pixels);
-        const CRect from(CPoint(dice.Between(-20, 20), dice.Between(-20, 20)),
-                         CSize(2 * dice.Between(1, 9), 2 * dice.Between(1, 9)));
+        const CRect from(CPoint(random.Between(-20, 20), random.Between(-20, 20)),
+                         CSize(2 * random.Between(1, 9), 2 * random.Between(1, 9)));
         const CSize to = shrinks ? CSize(from.Width() / 2, from.Height() / 2)
                                  : CSize(from.Width() * scale, from.Height() * scale);
         Canvas canvas(60, 60);
@@ -261,7 +234,7 @@ TEST(DrawImage, TilesShowBeyondThePictureAtEveryScaleAndTurned) {
     }
     // However many tiles there are: their mean, and soon.
     Canvas canvas(40, 40);
-    const auto bitmap = MakeBitmap(kit::Scattered(dice, 1500, 3, true));
+    const auto bitmap = MakeBitmap(random.Scattered(1500, 3, true));
     ImageAttributes attributes;
     attributes.SetWrapMode(WrapModeTileFlipXY);
     const Matrix upright;
@@ -278,48 +251,39 @@ TEST(DrawImage, TilesShowBeyondThePictureAtEveryScaleAndTurned) {
 TEST(DrawImage, PartsOutsideTheImageDrawNothingAndKeepTheScale) {
     const auto bitmap = MakeBitmap(Pixels(10, 10, 0xFF445566));
     const struct {
-        int x, y, width, height;  // of the source
-        CRect drawn;              // of 40 x 40
+        Rect from;
+        CRect drawn;  // of 40 x 40
     } cases[] = {
-        {-10, 0, 20, 10, CRect(20, 0, 40, 40)},
-        {0, -10, 10, 20, CRect(0, 20, 40, 40)},
-        {5, 0, 10, 10, CRect(0, 0, 20, 40)},
-        {-5, -5, 20, 20, CRect(10, 10, 30, 30)},
-        {10, 0, 10, 10, CRect()},
-        {0, -10, 10, 10, CRect()},
-        {2, 2, 40, 40, CRect(0, 0, 8, 8)},
-        {-1000, 0, 10, 10, CRect()},
+        {Rect(-10, 0, 20, 10), CRect(20, 0, 40, 40)},
+        {Rect(0, -10, 10, 20), CRect(0, 20, 40, 40)},
+        {Rect(5, 0, 10, 10), CRect(0, 0, 20, 40)},
+        {Rect(-5, -5, 20, 20), CRect(10, 10, 30, 30)},
+        {Rect(10, 0, 10, 10), CRect()},
+        {Rect(0, -10, 10, 10), CRect()},
+        {Rect(2, 2, 40, 40), CRect(0, 0, 8, 8)},
+        {Rect(-1000, 0, 10, 10), CRect()},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.x << " " << c.y << " " << c.width << " " << c.height);
-        Canvas canvas(40, 40);
-        Graphics graphics(canvas.Context());
-        EXPECT_EQ(
-            Ok, graphics.DrawImage(bitmap.get(), Rect(0, 0, 40, 40), c.x, c.y, c.width, c.height, UnitPixel));
-        Pixels expected(40, 40);
-        expected.Fill(c.drawn, 0xFF445566);
-        EXPECT_TRUE(Same(canvas.Get(), expected));
-
-        ImageAttributes attributes;
-        attributes.SetWrapMode(WrapModeClamp, Color(0xFF, 1, 2, 3));
-        graphics.Clear(Color(0, 0, 0, 0));
-        graphics.DrawImage(bitmap.get(), Rect(0, 0, 40, 40), c.x, c.y, c.width, c.height, UnitPixel,
-                           &attributes);
-        expected = Pixels(40, 40, 0xFF010203);
-        expected.Fill(c.drawn, 0xFF445566);
-        EXPECT_TRUE(Same(canvas.Get(), expected)) << "the wrap colour fills the rest";
-    }
+    ImageAttributes black;
+    black.SetWrapMode(WrapModeClamp, Color(0xFF, 1, 2, 3));
+    for (const auto& c : cases)
+        for (const ImageAttributes* const attributes : {static_cast<ImageAttributes*>(nullptr), &black}) {
+            SCOPED_TRACE(testing::Message() << &c - cases << (attributes ? " wrapped" : ""));
+            const Pixels drawn = Drawn(40, 40, [&](Graphics& graphics) {
+                EXPECT_EQ(Ok, graphics.DrawImage(bitmap.get(), Rect(0, 0, 40, 40), c.from.X, c.from.Y,
+                                                 c.from.Width, c.from.Height, UnitPixel, attributes));
+            });
+            Pixels expected(40, 40, attributes ? 0xFF010203 : 0);  // the wrap colour fills the rest
+            expected.Fill(c.drawn, 0xFF445566);
+            EXPECT_TRUE(Same(drawn, expected));
+        }
 }
 
 TEST(DrawImage, EmptyNegativeAndEndlessRectanglesDrawNothing) {
     const auto bitmap = MakeBitmap(Pixels(4, 4, 0xFFFF0000));
     Canvas canvas(16, 16);
     Graphics graphics(canvas.Context());
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float infinity = std::numeric_limits<float>::infinity();
     const struct {
-        RectF to;
-        RectF from;
+        RectF to, from;
         Status status;
     } cases[] = {
         {{0, 0, 0, 8}, {0, 0, 4, 4}, Ok},
@@ -327,19 +291,17 @@ TEST(DrawImage, EmptyNegativeAndEndlessRectanglesDrawNothing) {
         {{0, 0, 0.25F, 8}, {0, 0, 4, 4}, Ok},
         {{0, 0, 8, 8}, {0, 0, 0, 4}, Ok},
         {{0, 0, 8, 8}, {4, 4, -4, -4}, Ok},
-        {{nan, 0, 8, 8}, {0, 0, 4, 4}, InvalidParameter},
-        {{0, 0, infinity, 8}, {0, 0, 4, 4}, InvalidParameter},
-        {{0, -infinity, 8, 8}, {0, 0, 4, 4}, InvalidParameter},
-        {{0, 0, 8, 8}, {0, nan, 4, 4}, InvalidParameter},
-        {{0, 0, 8, 8}, {0, 0, infinity, 4}, InvalidParameter},
+        {{kNan, 0, 8, 8}, {0, 0, 4, 4}, InvalidParameter},
+        {{0, 0, kInfinity, 8}, {0, 0, 4, 4}, InvalidParameter},
+        {{0, -kInfinity, 8, 8}, {0, 0, 4, 4}, InvalidParameter},
+        {{0, 0, 8, 8}, {0, kNan, 4, 4}, InvalidParameter},
+        {{0, 0, 8, 8}, {0, 0, kInfinity, 4}, InvalidParameter},
         {{-3e38F, 0, 3e38F, 8}, {0, 0, 4, 4}, InvalidParameter},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << c.to.X << " " << c.to.Y << " " << c.to.Width << " " << c.to.Height);
+    for (const auto& c : cases)
         EXPECT_EQ(c.status, graphics.DrawImage(bitmap.get(), c.to, c.from.X, c.from.Y, c.from.Width,
-                                               c.from.Height, UnitPixel));
-    }
+                                               c.from.Height, UnitPixel))
+            << &c - cases;
     EXPECT_EQ(InvalidParameter, graphics.DrawImage(nullptr, 0, 0));
     EXPECT_EQ(InvalidParameter, graphics.DrawImage(bitmap.get(), Rect(0, 0, 4, 4), 0, 0, 4, 4, UnitPoint));
     const int high = std::numeric_limits<int>::max();
@@ -353,32 +315,34 @@ TEST(DrawImage, EmptyNegativeAndEndlessRectanglesDrawNothing) {
 
 TEST(DrawImage, FractionalDestinationsGoToTheNearestPixelsEdgeByEdge) {
     const auto bitmap = MakeBitmap(Pixels(4, 4, 0x80402010));
-    const struct {
-        RectF to;
-        CRect drawn;
-    } cases[] = {{{2.25F, 3.5F, 4, 4}, CRect(2, 4, 6, 8)},
-                 {{1.5F, 1.5F, 5.1F, 4.9F}, CRect(2, 2, 7, 6)},
-                 {{-1.75F, 0, 3.25F, 2.5F}, CRect(0, 0, 2, 3)}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.to.X << " " << c.to.Y);
-        Canvas canvas(10, 10);
-        Graphics(canvas.Context()).DrawImage(bitmap.get(), c.to);
-        Pixels expected(10, 10);
-        expected.Fill(c.drawn, 0x80402010);
-        EXPECT_TRUE(Same(canvas.Get(), expected));
-    }
+    for (const auto& [to, drawn] : {std::pair(RectF(2.25F, 3.5F, 4, 4), CRect(2, 4, 6, 8)),
+                                    {RectF(1.5F, 1.5F, 5.1F, 4.9F), CRect(2, 2, 7, 6)},
+                                    {RectF(-1.75F, 0, 3.25F, 2.5F), CRect(0, 0, 2, 3)}})
+        EXPECT_TRUE(Same(Drawn(10, 10, [&](Graphics& graphics) { graphics.DrawImage(bitmap.get(), to); }),
+                         Pixels(10, 10, {{drawn, 0x80402010}})));
     // Neighbours that share an edge leave no gap and no overlap.
-    Canvas canvas(30, 1);
-    Graphics graphics(canvas.Context());
-    for (int i = 0; i < 9; ++i)
-        graphics.DrawImage(bitmap.get(), RectF(static_cast<float>(i) * 3.3F, 0, 3.3F, 1));
-    for (int x = 0; x < 30; ++x)
-        EXPECT_EQ(0x80402010, canvas.At(x, 0)) << x;
+    EXPECT_TRUE(Same(Drawn(30, 1,
+                           [&](Graphics& graphics) {
+                               for (int i = 0; i < 10; ++i)
+                                   graphics.DrawImage(bitmap.get(),
+                                                      RectF(static_cast<float>(i) * 3.3F, 0, 3.3F, 1));
+                           }),
+                     Pixels(30, 1, 0x80402010)));
+}
+
+TEST(DrawImage, FramesOfAStripMayReachBeyondIt) {
+    const auto bitmap =
+        MakeBitmap(Pixels(4, 6, {{CRect(0, 0, 4, 3), 0xFF0000FF}, {CRect(0, 3, 4, 6), 0xFFFF0000}}));
+    EXPECT_TRUE(Same(Drawn(4, 10,
+                           [&](Graphics& graphics) {
+                               graphics.DrawImage(bitmap.get(), Rect(0, 0, 4, 10), 0, 2, 4, 10, UnitPixel);
+                           }),
+                     Pixels(4, 10, {{CRect(0, 0, 4, 1), 0xFF0000FF}, {CRect(0, 1, 4, 4), 0xFFFF0000}})));
 }
 
 TEST(DrawImage, AnImageOntoItselfShowsWhatItWas) {
-    Dice dice(25);
-    const Pixels pixels = kit::Scattered(dice, 12, 12, true);
+    Random random(25);
+    const Pixels pixels = random.Scattered(12, 12, true);
     const auto bitmap = MakeBitmap(pixels);
     Graphics(bitmap.get()).DrawImage(bitmap.get(), Rect(1, 0, 11, 12), 0, 0, 11, 12, UnitPixel);
     const Pixels shifted = kit::PixelsOf(*bitmap);
@@ -388,33 +352,21 @@ TEST(DrawImage, AnImageOntoItselfShowsWhatItWas) {
 }
 
 TEST(DrawImage, FollowsTheWorldTransform) {
-    Pixels pixels(4, 2, 0xFF0000FF);
-    pixels.Fill(CRect(0, 0, 1, 2), 0xFFFF0000);
-    const auto bitmap = MakeBitmap(pixels);
-    Canvas canvas(12, 12);
-    Graphics graphics(canvas.Context());
-    const Matrix shifted(1, 0, 0, 1, 3, 4);
-    graphics.SetTransform(&shifted);
-    graphics.DrawImage(bitmap.get(), 1, 1);
-    EXPECT_EQ(0xFFFF0000, canvas.At(4, 5));
-    EXPECT_EQ(0xFF0000FF, canvas.At(7, 6));
-    EXPECT_EQ(0U, canvas.At(8, 6));
-    graphics.Clear(Color(0, 0, 0, 0));
-    const Matrix mirrored(-1, 0, 0, 1, 10, 0);
-    graphics.SetTransform(&mirrored);
-    graphics.DrawImage(bitmap.get(), 2, 3);
-    Pixels expected(12, 12);
-    expected.Fill(CRect(4, 3, 8, 5), 0xFF0000FF);
-    expected.Fill(CRect(7, 3, 8, 5), 0xFFFF0000);
-    EXPECT_TRUE(Same(canvas.Get(), expected));
-    graphics.Clear(Color(0, 0, 0, 0));
-    const Matrix quarter(0, 1, -1, 0, 6, 0);
-    graphics.SetTransform(&quarter);
-    graphics.DrawImage(bitmap.get(), 1, 2);
-    expected = Pixels(12, 12);
-    expected.Fill(CRect(2, 1, 4, 5), 0xFF0000FF);
-    expected.Fill(CRect(2, 1, 4, 2), 0xFFFF0000);
-    EXPECT_TRUE(Same(canvas.Get(), expected));
+    constexpr std::uint32_t kRed = 0xFFFF0000, kBlue = 0xFF0000FF;
+    const auto bitmap = MakeBitmap(Pixels(4, 2, {{CRect(0, 0, 4, 2), kBlue}, {CRect(0, 0, 1, 2), kRed}}));
+    const struct {
+        Matrix matrix;
+        CRect all, first;  // column
+    } cases[] = {{Matrix(1, 0, 0, 1, 3, 4), CRect(5, 7, 9, 9), CRect(5, 7, 6, 9)},
+                 {Matrix(-1, 0, 0, 1, 10, 0), CRect(4, 3, 8, 5), CRect(7, 3, 8, 5)},
+                 {Matrix(0, 1, -1, 0, 6, 0), CRect(1, 2, 3, 6), CRect(1, 2, 3, 3)}};
+    for (const auto& c : cases)
+        EXPECT_TRUE(Same(Drawn(12, 12,
+                               [&](Graphics& graphics) {
+                                   graphics.SetTransform(&c.matrix);
+                                   graphics.DrawImage(bitmap.get(), 2, 3);
+                               }),
+                         Pixels(12, 12, {{c.all, kBlue}, {c.first, kRed}})));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // A partial repaint gives what a full one gives, whatever is drawn.
-#include <vector>
+#include <array>
 
 #include "graphics/gdiplus_kit.h"
 
@@ -7,9 +7,9 @@ namespace Gdiplus {
 namespace {
 
 using kit::Canvas;
-using kit::Dice;
 using kit::MakeBitmap;
 using kit::Pixels;
+using kit::Random;
 using platform::Region;
 
 constexpr int kWidth = 90;
@@ -19,85 +19,73 @@ constexpr int kHeight = 70;
 class Scene {
   public:
     explicit Scene(std::uint32_t seed) : seed_(seed) {
-        Dice dice(seed);
-        for (int i = 0; i < 3; ++i) {
-            const int side = dice.Between(1, 40);
-            images_.push_back(MakeBitmap(kit::Scattered(dice, side, side, i == 0)));
+        Random random(seed);
+        for (std::unique_ptr<Bitmap>& image : images_) {
+            const int side = random.Between(1, 40);
+            image = MakeBitmap(random.Scattered(side, side, !images_[0]));
         }
     }
 
     void Draw(HDC context) const {
-        Dice dice(seed_ + 77);
+        Random random(seed_ + 77);
         Graphics graphics(context);
         graphics.Clear(Color(0xFF, 0x20, 0x40, 0x60));
         for (int i = 0; i < 14; ++i) {
-            graphics.SetSmoothingMode(dice.Between(0, 1) ? SmoothingModeAntiAlias : SmoothingModeNone);
-            graphics.SetInterpolationMode(dice.Between(0, 2) ? InterpolationModeDefault
-                                                             : InterpolationModeHighQualityBicubic);
-            if (dice.Between(0, 3) == 0) {
-                const Matrix matrix(0.8F, dice.Between(0, 1) ? 0.3F : 0, dice.Between(0, 1) ? -0.2F : 0, 1.1F,
-                                    3.3F, -2.7F);
+            graphics.SetSmoothingMode(random.Between(0, 1) ? SmoothingModeAntiAlias : SmoothingModeNone);
+            graphics.SetInterpolationMode(random.Between(0, 2) ? InterpolationModeDefault
+                                                               : InterpolationModeHighQualityBicubic);
+            if (random.Between(0, 3) == 0) {
+                const Matrix matrix(0.8F, random.Between(0, 1) ? 0.3F : 0, random.Between(0, 1) ? -0.2F : 0,
+                                    1.1F, 3.3F, -2.7F);
                 graphics.SetTransform(&matrix);
             } else {
                 graphics.ResetTransform();
             }
-            DrawOne(graphics, dice);
+            DrawOne(graphics, random);
         }
     }
 
   private:
-    static RectF AnyRect(Dice& dice) {
+    static RectF AnyRect(Random& random) {
         const auto coordinate = [&](int low, int high) {
-            return static_cast<REAL>(dice.Between(low * 4, high * 4)) / 4;
+            return static_cast<REAL>(random.Between(low * 4, high * 4)) / 4;
         };
-        const REAL x = coordinate(-20, kWidth);
-        const REAL y = coordinate(-20, kHeight);
-        return RectF(x, y, coordinate(0, 80), coordinate(0, 80));
+        return RectF(coordinate(-20, kWidth), coordinate(-20, kHeight), coordinate(0, 80), coordinate(0, 80));
     }
 
-    void DrawOne(Graphics& graphics, Dice& dice) const {
-        const RectF rect = AnyRect(dice);
-        const Color color(dice.Next());
+    void DrawOne(Graphics& graphics, Random& random) const {
+        const RectF rect = AnyRect(random);
+        const Color color(random.Next());
         const SolidBrush brush(color);
-        const Pen pen(color, static_cast<REAL>(dice.Between(0, 5)));
-        Image* const image = images_[static_cast<std::size_t>(dice.Between(0, 2))].get();
-        GraphicsPath path(dice.Between(0, 1) ? FillModeAlternate : FillModeWinding);
-        switch (dice.Between(0, 9)) {
+        const Pen pen(color, static_cast<REAL>(random.Between(0, 5)));
+        Image* const image = images_[static_cast<std::size_t>(random.Between(0, 2))].get();
+        GraphicsPath path(random.Between(0, 1) ? FillModeAlternate : FillModeWinding);
+        path.AddEllipse(rect);
+        switch (random.Between(0, 9)) {
             case 0:
-                graphics.FillRectangle(&brush, rect);
-                break;
+                return (void)graphics.FillRectangle(&brush, rect);
             case 1:
-                graphics.DrawRectangle(&pen, rect);
-                break;
+                return (void)graphics.DrawRectangle(&pen, rect);
             case 2:
-                graphics.FillEllipse(&brush, rect);
-                break;
+                return (void)graphics.FillEllipse(&brush, rect);
             case 3:
-                graphics.DrawLine(&pen, rect.X, rect.Y, rect.Width, rect.Height);
-                break;
+                return (void)graphics.DrawLine(&pen, rect.X, rect.Y, rect.Width, rect.Height);
             case 4:
-                path.AddEllipse(rect);
-                path.AddRectangle(AnyRect(dice));
-                graphics.FillPath(&brush, &path);
-                break;
+                path.AddRectangle(AnyRect(random));
+                return (void)graphics.FillPath(&brush, &path);
             case 5:
-                path.AddEllipse(rect);
-                graphics.DrawPath(&pen, &path);
-                break;
+                return (void)graphics.DrawPath(&pen, &path);
             case 6:
-                graphics.DrawImage(image, static_cast<INT>(rect.X), static_cast<INT>(rect.Y));
-                break;
+                return (void)graphics.DrawImage(image, static_cast<INT>(rect.X), static_cast<INT>(rect.Y));
             default:
-                graphics.DrawImage(image, rect, static_cast<REAL>(dice.Between(-4, 20)),
-                                   static_cast<REAL>(dice.Between(-4, 20)),
-                                   static_cast<REAL>(dice.Between(1, 40)),
-                                   static_cast<REAL>(dice.Between(1, 40)), UnitPixel);
-                break;
+                const RectF from = AnyRect(random);
+                graphics.DrawImage(image, rect, from.X / 5, from.Y / 5, from.Width / 2 + 1,
+                                   from.Height / 2 + 1, UnitPixel);
         }
     }
 
     std::uint32_t seed_;
-    std::vector<std::unique_ptr<Bitmap>> images_;
+    std::array<std::unique_ptr<Bitmap>, 3> images_;
 };
 
 TEST(Scenes, PartialRepaintEqualsFullRepaint) {
@@ -107,10 +95,10 @@ TEST(Scenes, PartialRepaintEqualsFullRepaint) {
         Canvas full(kWidth, kHeight);
         scene.Draw(full.Context());
 
-        Dice dice(seed);
+        Random random(seed);
         Region clip;
-        for (int i = dice.Between(1, 4); i > 0; --i)
-            clip.Add(dice.Rect(-5, 60));
+        for (int i = random.Between(1, 4); i > 0; --i)
+            clip.Add(random.Rect(-5, 60));
         Canvas partial(kWidth, kHeight);
         partial.Clip(clip);
         scene.Draw(partial.Context());

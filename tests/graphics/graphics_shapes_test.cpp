@@ -1,6 +1,5 @@
 // Rectangles, lines, ellipses and paths.
 #include <cmath>
-#include <limits>
 
 #include "graphics/gdiplus_kit.h"
 #include "platform/graphics/pixel_rows.h"
@@ -9,78 +8,72 @@ namespace Gdiplus {
 namespace {
 
 using kit::Canvas;
+using kit::Drawn;
+using kit::kInfinity;
+using kit::kNan;
 using kit::Pixels;
 
 constexpr std::uint32_t kRed = 0xFFFF0000;
 constexpr std::uint32_t kHalf = 0x80008000;  // premultiplied
 const Color kHalfGreen(0x80, 0, 0xFF, 0);
 
+const SolidBrush kRedBrush(Color(0xFF, 0xFF, 0, 0));
+const SolidBrush kGreenBrush(kHalfGreen);
+
 Pixels Framed(int side, const CRect& outer, const CRect& inner, std::uint32_t pixel) {
-    Pixels pixels(side, side);
-    pixels.Fill(outer, pixel);
-    pixels.Fill(inner, 0);
-    return pixels;
+    return Pixels(side, side, {{outer, pixel}, {inner, 0}});
 }
 
 TEST(FillRectangle, OnWholePixelsIsExactWithAndWithoutSmoothing) {
-    const SolidBrush brush(kHalfGreen);
     for (const SmoothingMode mode : {SmoothingModeDefault, SmoothingModeAntiAlias}) {
-        Canvas canvas(12, 12);
-        Graphics graphics(canvas.Context());
-        graphics.SetSmoothingMode(mode);
-        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 2, 3, 5, 4));
-        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, RectF(7, 3, 100, 4)));
-        Pixels expected(12, 12);
-        expected.Fill(CRect(2, 3, 12, 7), kHalf);
-        EXPECT_TRUE(Same(canvas.Get(), expected));
-        EXPECT_EQ(Ok, graphics.FillRectangle(&brush, Rect(2, 3, 1, 1)));
+        const Pixels drawn = Drawn(12, 12, [&](Graphics& graphics) {
+            graphics.SetSmoothingMode(mode);
+            EXPECT_EQ(Ok, graphics.FillRectangle(&kGreenBrush, 2, 3, 5, 4));
+            EXPECT_EQ(Ok, graphics.FillRectangle(&kGreenBrush, RectF(7, 3, 100, 4)));
+            EXPECT_EQ(Ok, graphics.FillRectangle(&kGreenBrush, Rect(2, 3, 1, 1)));
+        });
         std::uint32_t twice = kHalf;
-        platform::BlendColorRow(&twice, kHalf, 1);
-        EXPECT_EQ(twice, canvas.At(2, 3)) << "over, not instead";
+        platform::BlendColorRow(&twice, kHalf, 1);  // over, not instead
+        EXPECT_TRUE(Same(drawn, Pixels(12, 12, {{CRect(2, 3, 12, 7), kHalf}, {CRect(2, 3, 3, 4), twice}})));
     }
 }
 
 TEST(FillRectangle, FractionsAreRoundedOrSmoothed) {
-    const SolidBrush brush(Color(0xFF, 0xFF, 0, 0));
-    Canvas canvas(8, 8);
-    Graphics graphics(canvas.Context());
-    graphics.FillRectangle(&brush, RectF(1.4F, 1.5F, 3, 3));
-    Pixels expected(8, 8);
-    expected.Fill(CRect(1, 2, 4, 5), kRed);
-    EXPECT_TRUE(Same(canvas.Get(), expected));
-    graphics.Clear(Color(0, 0, 0, 0));
-    graphics.SetSmoothingMode(SmoothingModeAntiAlias);
-    graphics.FillRectangle(&brush, RectF(1.5F, 1, 3, 3));
-    EXPECT_NEAR(0x80, canvas.At(1, 1) >> 24, 1);
-    EXPECT_EQ(kRed, canvas.At(2, 1));
-    EXPECT_NEAR(0x80, canvas.At(4, 3) >> 24, 1);
-    EXPECT_EQ(0U, canvas.At(5, 1));
-    EXPECT_EQ(0U, canvas.At(2, 4));
+    EXPECT_TRUE(Same(
+        Drawn(8, 8, [](Graphics& graphics) { graphics.FillRectangle(&kRedBrush, RectF(1.4F, 1.5F, 3, 3)); }),
+        Pixels(8, 8, {{CRect(1, 2, 4, 5), kRed}})));
+    const Pixels smooth = Drawn(8, 8, [](Graphics& graphics) {
+        graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+        graphics.FillRectangle(&kRedBrush, RectF(1.5F, 1, 3, 3));
+    });
+    EXPECT_NEAR(0x80, smooth.At(1, 1) >> 24, 1);
+    EXPECT_EQ(kRed, smooth.At(2, 1));
+    EXPECT_NEAR(0x80, smooth.At(4, 3) >> 24, 1);
+    EXPECT_EQ(0U, smooth.At(5, 1));
+    EXPECT_EQ(0U, smooth.At(2, 4));
 }
 
-TEST(FillRectangle, RefusesWhatIsNoRectangle) {
-    const SolidBrush brush(kHalfGreen);
-    Canvas canvas(8, 8);
-    Graphics graphics(canvas.Context());
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float infinity = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 1, 1, 0, 5));
-    EXPECT_EQ(Ok, graphics.FillRectangle(&brush, 4, 4, -2, -2));
-    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(nullptr, 1, 1, 2, 2));
-    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(&brush, nan, 1.0F, 2.0F, 2.0F));
-    EXPECT_EQ(InvalidParameter, graphics.FillRectangle(&brush, 0.0F, 0.0F, infinity, 2.0F));
-    EXPECT_EQ(InvalidParameter, graphics.FillEllipse(&brush, RectF(0, 0, nan, 2)));
-    EXPECT_EQ(Ok, graphics.FillEllipse(&brush, RectF(4, 4, -3, 2)));
-    EXPECT_EQ(InvalidParameter, graphics.FillEllipse(&brush, RectF(0, 0, 5e8F, 5e8F)));
-    EXPECT_EQ(InvalidParameter, graphics.DrawRectangle(nullptr, 1, 1, 2, 2));
+TEST(Shapes, RefuseWhatIsNone) {
+    const SolidBrush* const brush = &kGreenBrush;
     const Pen pen(kHalfGreen);
-    EXPECT_EQ(InvalidParameter, graphics.DrawRectangle(&pen, 0.0F, nan, 2.0F, 2.0F));
-    EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, 3, 3, -1, 2));
-    EXPECT_EQ(InvalidParameter, graphics.DrawLine(&pen, 0.0F, 0.0F, infinity, 0.0F));
-    EXPECT_EQ(InvalidParameter, graphics.DrawLine(nullptr, 0, 0, 1, 0));
-    EXPECT_EQ(InvalidParameter, graphics.FillPath(&brush, nullptr));
-    EXPECT_EQ(InvalidParameter, graphics.DrawPath(&pen, nullptr));
-    EXPECT_TRUE(Same(canvas.Get(), Pixels(8, 8)));
+    const Pixels drawn = Drawn(8, 8, [&](Graphics& graphics) {
+        EXPECT_EQ(Ok, graphics.FillRectangle(brush, 1, 1, 0, 5));
+        EXPECT_EQ(Ok, graphics.FillRectangle(brush, 4, 4, -2, -2));
+        EXPECT_EQ(Ok, graphics.FillEllipse(brush, RectF(4, 4, -3, 2)));
+        EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, 3, 3, -1, 2));
+        for (const Status status :
+             {graphics.FillRectangle(nullptr, 1, 1, 2, 2),
+              graphics.FillRectangle(brush, kNan, 1.0F, 2.0F, 2.0F),
+              graphics.FillRectangle(brush, 0.0F, 0.0F, kInfinity, 2.0F),
+              graphics.FillEllipse(brush, RectF(0, 0, kNan, 2)),
+              graphics.FillEllipse(brush, RectF(0, 0, 5e8F, 5e8F)),
+              graphics.DrawRectangle(nullptr, 1, 1, 2, 2),
+              graphics.DrawRectangle(&pen, 0.0F, kNan, 2.0F, 2.0F),
+              graphics.DrawLine(&pen, 0.0F, 0.0F, kInfinity, 0.0F), graphics.DrawLine(nullptr, 0, 0, 1, 0),
+              graphics.FillPath(brush, nullptr), graphics.DrawPath(&pen, nullptr)})
+            EXPECT_EQ(InvalidParameter, status);
+    });
+    EXPECT_TRUE(Same(drawn, Pixels(8, 8)));
 }
 
 TEST(DrawRectangle, CoversEveryPixelOfItsFrameOnce) {
@@ -101,36 +94,35 @@ TEST(DrawRectangle, CoversEveryPixelOfItsFrameOnce) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.rect.X << " " << c.rect.Y << " width " << c.width);
-        Canvas canvas(14, 14);
         const Pen pen(kHalfGreen, c.width);
-        EXPECT_EQ(Ok, Graphics(canvas.Context()).DrawRectangle(&pen, c.rect));
-        EXPECT_TRUE(Same(canvas.Get(), Framed(14, c.outer, c.inner, kHalf)));
+        EXPECT_TRUE(Same(
+            Drawn(14, 14, [&](Graphics& graphics) { EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, c.rect)); }),
+            Framed(14, c.outer, c.inner, kHalf)));
     }
 }
 
 TEST(DrawRectangle, WithSmoothingLiesOnBothSidesOfItsEdge) {
-    Canvas canvas(12, 12);
-    Graphics graphics(canvas.Context());
-    graphics.SetSmoothingMode(SmoothingModeAntiAlias);
     const Pen pen(Color(0xFF, 0xFF, 0, 0), 2);
-    graphics.DrawRectangle(&pen, 4, 4, 4, 4);
-    EXPECT_TRUE(Same(canvas.Get(), Framed(12, CRect(3, 3, 9, 9), CRect(5, 5, 7, 7), kRed)));
+    EXPECT_TRUE(Same(Drawn(12, 12,
+                           [&](Graphics& graphics) {
+                               graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+                               graphics.DrawRectangle(&pen, 4, 4, 4, 4);
+                           }),
+                     Framed(12, CRect(3, 3, 9, 9), CRect(5, 5, 7, 7), kRed)));
 }
 
 TEST(DrawLine, ThinLinesHoldBothEndsAndOnePixelPerStep) {
+    const Pen thin(kHalfGreen);
     const struct {
         int x1, y1, x2, y2;
         int pixels;
     } cases[] = {{1, 1, 8, 1, 8},  {8, 1, 1, 1, 8},  {3, 2, 3, 9, 8}, {1, 1, 8, 8, 8},
                  {0, 0, 9, 3, 10}, {9, 9, 2, 0, 10}, {4, 4, 4, 4, 1}, {-5, 5, 30, 5, 10}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.x1 << "," << c.y1 << " " << c.x2 << "," << c.y2);
-        Canvas canvas(10, 10);
-        const Pen pen(kHalfGreen);
-        EXPECT_EQ(Ok, Graphics(canvas.Context())
-                          .DrawLine(&pen, static_cast<REAL>(c.x1), static_cast<REAL>(c.y1),
-                                    static_cast<REAL>(c.x2), static_cast<REAL>(c.y2)));
-        const Pixels drawn = canvas.Get();
+        SCOPED_TRACE(&c - cases);
+        const Pixels drawn = Drawn(10, 10, [&](Graphics& graphics) {
+            EXPECT_EQ(Ok, graphics.DrawLine(&thin, REAL(c.x1), REAL(c.y1), REAL(c.x2), REAL(c.y2)));
+        });
         int count = 0;
         for (int y = 0; y < 10; ++y)
             for (int x = 0; x < 10; ++x) {
@@ -139,43 +131,30 @@ TEST(DrawLine, ThinLinesHoldBothEndsAndOnePixelPerStep) {
                 EXPECT_EQ(kHalf, drawn.At(x, y));
                 const double length = std::hypot(c.x2 - c.x1, c.y2 - c.y1);
                 const double off = (c.x2 - c.x1) * (y - c.y1) - (c.y2 - c.y1) * (x - c.x1);
-                if (length > 0) {
-                    EXPECT_LE(std::abs(off) / length, 0.71);
-                }
+                EXPECT_LE(std::abs(off), 0.71 * length);
             }
         EXPECT_EQ(c.pixels, count);
-        if (drawn.Has(c.x1, c.y1)) {
-            EXPECT_EQ(kHalf, drawn.At(c.x1, c.y1));
-        }
+        EXPECT_TRUE(!drawn.Has(c.x1, c.y1) || drawn.At(c.x1, c.y1) == kHalf);
     }
-    Canvas canvas(10, 10);
     const Pen wide(kHalfGreen, 3);
-    Graphics(canvas.Context()).DrawLine(&wide, 2, 5, 8, 5);
-    Pixels expected(10, 10);
-    expected.Fill(CRect(2, 4, 8, 7), kHalf);
-    EXPECT_TRUE(Same(canvas.Get(), expected));
-    const Pen thin(kHalfGreen);
+    EXPECT_TRUE(Same(Drawn(10, 10, [&](Graphics& graphics) { graphics.DrawLine(&wide, 2, 5, 8, 5); }),
+                     Pixels(10, 10, {{CRect(2, 4, 8, 7), kHalf}})));
+    const Canvas canvas(10, 10);
     EXPECT_EQ(Ok, Graphics(canvas.Context()).DrawLine(&thin, -9e8F, -9e8F, 9e8F, 9e8F)) << "and soon";
 }
 
 TEST(FillEllipse, HoldsThePixelsWhoseCentresAreInside) {
-    const SolidBrush brush(kHalfGreen);
-    Canvas canvas(22, 16);
-    Graphics(canvas.Context()).FillEllipse(&brush, RectF(1, 2, 20, 12));
+    const Pixels drawn =
+        Drawn(22, 16, [](Graphics& graphics) { graphics.FillEllipse(&kGreenBrush, RectF(1, 2, 20, 12)); });
     for (int y = 0; y < 16; ++y)
         for (int x = 0; x < 22; ++x) {
             const double distance = std::hypot((x + 0.5 - 11) / 10, (y + 0.5 - 8) / 6);
-            if (distance < 0.99) {
-                EXPECT_EQ(kHalf, canvas.At(x, y)) << x << " " << y;
-            }
-            if (distance > 1.01) {
-                EXPECT_EQ(0U, canvas.At(x, y)) << x << " " << y;
-            }
+            if (std::abs(distance - 1) < 0.01) continue;
+            EXPECT_EQ(distance < 1 ? kHalf : 0U, drawn.At(x, y)) << x << " " << y;
         }
 }
 
 TEST(Path, FillsByItsModeAndMeasuresItself) {
-    const SolidBrush brush(Color(0xFF, 0xFF, 0, 0));
     for (const FillMode mode : {FillModeAlternate, FillModeWinding}) {
         GraphicsPath path(mode);
         RectF bounds;
@@ -187,14 +166,12 @@ TEST(Path, FillsByItsModeAndMeasuresItself) {
         EXPECT_EQ(Ok, path.GetBounds(&bounds));
         EXPECT_EQ(1.0F, bounds.X);
         EXPECT_EQ(9.0F, bounds.GetBottom());
-        Canvas canvas(10, 10);
-        EXPECT_EQ(Ok, Graphics(canvas.Context()).FillPath(&brush, &path));
         EXPECT_TRUE(Same(
-            canvas.Get(),
+            Drawn(10, 10, [&](Graphics& graphics) { graphics.FillPath(&kRedBrush, &path); }),
             Framed(10, CRect(1, 1, 9, 9), mode == FillModeAlternate ? CRect(3, 3, 7, 7) : CRect(), kRed)));
     }
     GraphicsPath path;
-    EXPECT_EQ(InvalidParameter, path.AddEllipse(RectF(0, 0, std::numeric_limits<float>::infinity(), 1)));
+    EXPECT_EQ(InvalidParameter, path.AddEllipse(RectF(0, 0, kInfinity, 1)));
     EXPECT_EQ(InvalidParameter, path.AddRectangle(RectF(9e6F, 0, 1, 1)));
     EXPECT_EQ(InvalidParameter, path.GetBounds(nullptr));
     EXPECT_EQ(Ok, path.AddEllipse(RectF(2, 4, 6, 3)));
@@ -225,15 +202,15 @@ TEST(Path, IsScaledByTheWorldTransformAndStrokedInWorldUnits) {
 }
 
 TEST(Shapes, ThroughCairoHaveTheSameColourAsThroughOurLoops) {
-    kit::Dice dice(41);
+    kit::Random random(41);
     for (int round = 0; round < 400; ++round) {
-        const Color color(dice.Next());
+        const Color color(random.Next());
         const SolidBrush brush(color);
-        Canvas canvas(9, 9);
-        Graphics graphics(canvas.Context());
-        graphics.SetSmoothingMode(SmoothingModeAntiAlias);
-        graphics.FillEllipse(&brush, RectF(0, 0, 9, 9));
-        ASSERT_EQ(platform::Premultiply(color.GetValue()), canvas.At(4, 4)) << std::hex << color.GetValue();
+        const Pixels drawn = Drawn(9, 9, [&](Graphics& graphics) {
+            graphics.SetSmoothingMode(SmoothingModeAntiAlias);
+            graphics.FillEllipse(&brush, RectF(0, 0, 9, 9));
+        });
+        ASSERT_EQ(platform::Premultiply(color.GetValue()), drawn.At(4, 4)) << std::hex << color.GetValue();
     }
 }
 

@@ -16,24 +16,19 @@ std::vector<std::pair<const char*, std::function<Status(Graphics&)>>> EveryCall(
     static const SolidBrush brush(Color(1, 2, 3));
     static const Pen pen(Color(1, 2, 3));
     static Bitmap picture(4, 4);
+    static const Font font(u"DejaVu Sans", 12);
+    static GraphicsPath path;
+    path.AddEllipse(RectF(0, 0, 4, 4));
     return {
         {"Clear", [](Graphics& g) { return g.Clear(Color()); }},
         {"FillRectangle", [](Graphics& g) { return g.FillRectangle(&brush, 0, 0, 4, 4); }},
         {"FillEllipse", [](Graphics& g) { return g.FillEllipse(&brush, RectF(0, 0, 4, 4)); }},
         {"DrawRectangle", [](Graphics& g) { return g.DrawRectangle(&pen, 0, 0, 4, 4); }},
         {"DrawLine", [](Graphics& g) { return g.DrawLine(&pen, 0, 0, 4, 4); }},
-        {"FillPath",
-         [](Graphics& g) {
-             GraphicsPath path;
-             path.AddEllipse(RectF(0, 0, 4, 4));
-             return g.FillPath(&brush, &path);
-         }},
-        {"DrawPath",
-         [](Graphics& g) {
-             GraphicsPath path;
-             path.AddEllipse(RectF(0, 0, 4, 4));
-             return g.DrawPath(&pen, &path);
-         }},
+        {"FillPath", [](Graphics& g) { return g.FillPath(&brush, &path); }},
+        {"DrawPath", [](Graphics& g) { return g.DrawPath(&pen, &path); }},
+        {"DrawString",
+         [](Graphics& g) { return g.DrawString(u"a", -1, &font, RectF(0, 0, 9, 9), nullptr, &brush); }},
         {"DrawImage", [](Graphics& g) { return g.DrawImage(&picture, 0, 0); }},
         {"DrawImage scaled", [](Graphics& g) { return g.DrawImage(&picture, 0, 0, 9, 9); }},
         {"GetHDC",
@@ -70,6 +65,9 @@ TEST(Graphics, OnWhatIsGoneFailsWithAStatus) {
     EXPECT_EQ(Ok, onImage.Clear(Color()));
     image.reset();
     ExpectAllFail(onImage, Win32Error);
+    const Font font(u"DejaVu Sans", 12);
+    RectF measured;
+    EXPECT_NE(Ok, onImage.MeasureString(u"a", -1, &font, RectF(), nullptr, &measured));
 
     Graphics onStale(stale);
     ExpectAllFail(onStale, Win32Error);

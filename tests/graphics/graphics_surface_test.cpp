@@ -12,17 +12,17 @@ namespace platform {
 namespace {
 
 TEST(Surface, RefusesSizesBeyondItsLimits) {
-    const struct {
-        int width, height;
-        bool possible;
-    } cases[] = {{1, 1, true},      {0, 1, false},         {1, 0, false},
-                 {-1, 5, false},    {32767, 1, true},      {32768, 1, false},
-                 {1, 32767, true},  {16384, 16385, false}, {8192, 64, true},
-                 {1, 32768, false}, {32767, 32767, false}, {std::numeric_limits<int>::min(), 1, false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.width << "x" << c.height);
-        EXPECT_EQ(c.possible, Surface::Create(c.width, c.height) != nullptr);
-    }
+    for (const auto& [width, height] : {std::pair(1, 1), {32767, 1}, {1, 32767}, {8192, 64}})
+        EXPECT_TRUE(Surface::Create(width, height)) << width << "x" << height;
+    for (const auto& [width, height] : {std::pair(0, 1),
+                                        {1, 0},
+                                        {-1, 5},
+                                        {32768, 1},
+                                        {1, 32768},
+                                        {16384, 16385},
+                                        {32767, 32767},
+                                        {std::numeric_limits<int>::min(), 1}})
+        EXPECT_FALSE(Surface::Create(width, height)) << width << "x" << height;
 }
 
 TEST(Surface, ReusedMemoryComesZeroedAndWithoutTheSystem) {
@@ -32,10 +32,8 @@ TEST(Surface, ReusedMemoryComesZeroedAndWithoutTheSystem) {
         // A window that is being resized.
         const auto surface = Surface::Create(640 - round, 480 - round);
         for (int y = 0; y < surface->Height(); ++y)
-            for (int x = 0; x < surface->Width(); ++x) {
-                ASSERT_EQ(0U, surface->Row(y)[x]);
-                surface->Row(y)[x] = 0xFFFFFFFF;
-            }
+            for (int x = 0; x < surface->Width(); ++x)
+                ASSERT_EQ(0U, std::exchange(surface->Row(y)[x], 0xFFFFFFFF));
     }
     EXPECT_EQ(before, PixelMemory::SystemAllocations());
 }

@@ -1,6 +1,7 @@
 // Bitmaps: locks in every format, single pixels, clones and revisions.
 #include <cstring>
 #include <functional>
+#include <limits>
 
 #include "graphics/gdiplus_kit.h"
 #include "platform/graphics/pixel_rows.h"
@@ -8,9 +9,9 @@
 namespace Gdiplus {
 namespace {
 
-using kit::Dice;
 using kit::MakeBitmap;
 using kit::Pixels;
+using kit::Random;
 
 std::uint32_t Shown(std::uint32_t pixel, Gdiplus::PixelFormat format) {
     if (format == PixelFormat32bppPARGB) return pixel;
@@ -19,8 +20,8 @@ std::uint32_t Shown(std::uint32_t pixel, Gdiplus::PixelFormat format) {
 }
 
 TEST(LockBits, ReadsEveryFormatIntoOwnAndUserMemory) {
-    Dice dice(11);
-    const Pixels pixels = kit::Scattered(dice, 13, 9);
+    Random random(11);
+    const Pixels pixels = random.Scattered(13, 9);
     const auto bitmap = MakeBitmap(pixels);
     for (const Gdiplus::PixelFormat format :
          {PixelFormat32bppARGB, PixelFormat32bppPARGB, PixelFormat32bppRGB})
@@ -52,8 +53,8 @@ TEST(LockBits, ReadsEveryFormatIntoOwnAndUserMemory) {
 }
 
 TEST(LockBits, WritingBackWhatWasReadChangesNoPixel) {
-    Dice dice(12);
-    const Pixels pixels = kit::Scattered(dice, 31, 17);
+    Random random(12);
+    const Pixels pixels = random.Scattered(31, 17);
     for (const Gdiplus::PixelFormat format : {PixelFormat32bppARGB, PixelFormat32bppPARGB}) {
         const auto bitmap = MakeBitmap(pixels);
         const std::uint64_t before = bitmap->GetRevision();
@@ -90,26 +91,24 @@ TEST(LockBits, WritesTakeEffectAtUnlockAndConvert) {
 TEST(LockBits, RefusesWhatItCannotDo) {
     Bitmap bitmap(8, 8);
     std::uint32_t memory[64] = {};
-    BitmapData user{};
-    user.Scan0 = memory;
-    user.Stride = 32;
-    const auto lock = [&](Rect rect, UINT flags, Gdiplus::PixelFormat format = PixelFormat32bppARGB) {
-        BitmapData data = user;
+    const UINT read = ImageLockModeRead;
+    const UINT own = read | ImageLockModeUserInputBuf;
+    const int high = std::numeric_limits<int>::max();
+    const auto lock = [&](Rect rect, UINT flags, Gdiplus::PixelFormat format = PixelFormat32bppARGB,
+                          INT stride = 32, void* scan0 = nullptr) {
+        BitmapData data{};
+        data.Stride = stride;
+        data.Scan0 = scan0;
         return bitmap.LockBits(&rect, flags, format, &data);
     };
-    const UINT read = ImageLockModeRead;
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 9, 1), read));
-    EXPECT_EQ(InvalidParameter, lock(Rect(-1, 0, 2, 1), read));
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 0, 1), read));
-    EXPECT_EQ(InvalidParameter, lock(Rect(2147483647, 0, 2, 1), read));
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 8, 8), 0));
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 8, 8), read, 0x21808));
-    user.Stride = 28;
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 8, 8), read | ImageLockModeUserInputBuf));
-    user.Stride = 34;
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 8, 8), read | ImageLockModeUserInputBuf));
-    user.Scan0 = nullptr;
-    EXPECT_EQ(InvalidParameter, lock(Rect(0, 0, 8, 8), read | ImageLockModeUserInputBuf));
+    for (const Rect& rect : {Rect(0, 0, 9, 1), Rect(-1, 0, 2, 1), Rect(0, 0, 0, 1), Rect(high, 0, 2, 1)})
+        EXPECT_EQ(InvalidParameter, lock(rect, read)) << rect.X;
+    const Rect all(0, 0, 8, 8);
+    EXPECT_EQ(InvalidParameter, lock(all, 0));
+    EXPECT_EQ(InvalidParameter, lock(all, read, 0x21808));
+    EXPECT_EQ(InvalidParameter, lock(all, own, PixelFormat32bppARGB, 28, memory));
+    EXPECT_EQ(InvalidParameter, lock(all, own, PixelFormat32bppARGB, 34, memory));
+    EXPECT_EQ(InvalidParameter, lock(all, own, PixelFormat32bppARGB, 32, nullptr));
     EXPECT_EQ(InvalidParameter, bitmap.LockBits(nullptr, read, PixelFormat32bppARGB, nullptr));
     BitmapData data{};
     EXPECT_EQ(WrongState, bitmap.UnlockBits(&data));
@@ -162,7 +161,9 @@ TEST(Bitmap, WithoutAlphaStaysOpaqueWhateverIsWritten) {
     const SolidBrush brush(Color(0x30, 0xFF, 0, 0));
     graphics.FillRectangle(&brush, 1, 1, 3, 2);
     graphics.FillEllipse(&brush, RectF(0.5F, 0.5F, 4, 3));
-    expectOpaque("shapes");
+    const Font font(u"DejaVu Sans", 12);
+    graphics.DrawString(u"I", -1, &font, PointF(0, -9), &brush);
+    expectOpaque("shapes and texts");
     const HDC context = graphics.GetHDC();
     const kit::Canvas empty(6, 4);
     BitBlt(context, 0, 0, 6, 4, empty.Context(), 0, 0, SRCCOPY);
@@ -197,10 +198,9 @@ TEST(Bitmap, BadSizesAndHandlesGiveAnObjectInError) {
 }
 
 TEST(Bitmap, CopiesAContextsBitmap) {
-    Dice dice(3);
-    kit::Canvas canvas(5, 4);
-    canvas.Scatter(dice);
-    const Pixels before = canvas.Get();
+    Random random(3);
+    const Pixels before = random.Scattered(5, 4);
+    const kit::Canvas canvas(before);
     Bitmap copy(canvas.Bitmap());
     EXPECT_TRUE(Same(kit::PixelsOf(copy), before));
     copy.SetPixel(0, 0, Color(1, 2, 3));
@@ -208,8 +208,8 @@ TEST(Bitmap, CopiesAContextsBitmap) {
 }
 
 TEST(Bitmap, ClonesShareUntilOneChanges) {
-    Dice dice(4);
-    const Pixels pixels = kit::Scattered(dice, 9, 5);
+    Random random(4);
+    const Pixels pixels = random.Scattered(9, 5);
     const auto original = MakeBitmap(pixels);
     const std::unique_ptr<Bitmap> clone(original->Clone());
     EXPECT_EQ(original->GetRevision(), clone->GetRevision());
@@ -241,35 +241,22 @@ TEST(Image, RevisionMovesExactlyWhenThePixelsDo) {
     const SolidBrush brush(Color(1, 2, 3));
     const SolidBrush nothing(Color(0, 1, 2, 3));
     const auto other = MakeBitmap(Pixels(2, 2, 0xFF00FF00));
+    const auto lock = [](Bitmap& b, UINT flags, bool unlocks) {
+        BitmapData data{};
+        b.LockBits(nullptr, flags, PixelFormat32bppARGB, &data);
+        if (unlocks) b.UnlockBits(&data);
+    };
     const struct {
         const char* what;
         bool changes;
         std::function<void(Bitmap&)> act;
     } cases[] = {
-        {"GetPixel", false,
-         [](Bitmap& b) {
-             Color c;
-             b.GetPixel(0, 0, &c);
-         }},
+        {"GetPixel", false, [](Bitmap& b) { b.GetPixel(0, 0, std::make_unique<Color>().get()); }},
         {"SetPixel", true, [](Bitmap& b) { b.SetPixel(0, 0, Color(1, 2, 3)); }},
         {"SetPixel outside", false, [](Bitmap& b) { b.SetPixel(-1, 0, Color(1, 2, 3)); }},
-        {"read lock", false,
-         [](Bitmap& b) {
-             BitmapData d{};
-             b.LockBits(nullptr, ImageLockModeRead, PixelFormat32bppARGB, &d);
-             b.UnlockBits(&d);
-         }},
-        {"write lock", true,
-         [](Bitmap& b) {
-             BitmapData d{};
-             b.LockBits(nullptr, ImageLockModeWrite, PixelFormat32bppARGB, &d);
-             b.UnlockBits(&d);
-         }},
-        {"write lock left open", false,
-         [](Bitmap& b) {
-             BitmapData d{};
-             b.LockBits(nullptr, ImageLockModeWrite, PixelFormat32bppARGB, &d);
-         }},
+        {"read lock", false, [&](Bitmap& b) { lock(b, ImageLockModeRead, true); }},
+        {"write lock", true, [&](Bitmap& b) { lock(b, ImageLockModeWrite, true); }},
+        {"write lock left open", false, [&](Bitmap& b) { lock(b, ImageLockModeWrite, false); }},
         {"turn", true, [](Bitmap& b) { b.RotateFlip(Rotate90FlipNone); }},
         {"no turn", false, [](Bitmap& b) { b.RotateFlip(RotateNoneFlipNone); }},
         {"fill", true, [&](Bitmap& b) { Graphics(&b).FillRectangle(&brush, 0, 0, 1, 1); }},
@@ -279,11 +266,7 @@ TEST(Image, RevisionMovesExactlyWhenThePixelsDo) {
         {"picture", true, [&](Bitmap& b) { Graphics(&b).DrawImage(other.get(), 0, 0); }},
         {"picture outside", false, [&](Bitmap& b) { Graphics(&b).DrawImage(other.get(), -2, 0); }},
         {"clear", true, [](Bitmap& b) { Graphics(&b).Clear(Color(1, 2, 3)); }},
-        {"being drawn", false,
-         [](Bitmap& b) {
-             Bitmap target(20, 20);
-             Graphics(&target).DrawImage(&b, 0, 0, 20, 20);
-         }},
+        {"being drawn", false, [&](Bitmap& b) { Graphics(other.get()).DrawImage(&b, 0, 0, 20, 20); }},
         {"clone", false, [](Bitmap& b) { const std::unique_ptr<Bitmap> clone(b.Clone()); }},
         {"graphics alone", false, [](Bitmap& b) { Graphics graphics(&b); }},
     };

@@ -2,8 +2,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <string>
 
 #include "graphics/gdiplus_kit.h"
@@ -145,7 +145,7 @@ class OddStream final : public IStream {
 TEST(Image, HoldsItsStreamAndReadsItFromTheStart) {
     Pixels pixels(30, 20, 0xFF204060);
     pixels.At(29, 19) = 0x80800000;
-    const std::vector<std::uint8_t> png = platform::EncodePng(*kit::MakeBitmap(pixels)->Data()->Pixels());
+    const std::vector<std::uint8_t> png = platform::EncodePng(*kit::SurfaceOf(pixels));
     OddStream stream(png);
     {
         const Bitmap image(&stream);
@@ -162,27 +162,30 @@ TEST(Image, HoldsItsStreamAndReadsItFromTheStart) {
     EXPECT_EQ(UnknownImageFormat, Image(&garbage).GetLastStatus());
 }
 
+void WritePng(const std::string& path, const Pixels& pixels) {
+    const std::vector<std::uint8_t> png = platform::EncodePng(*kit::SurfaceOf(pixels));
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));
+}
+
+Status Loaded(const std::string& path) {
+    return Image(FromUtf8(path).GetString()).GetLastStatus();
+}
+
 TEST(Image, LoadsFilesAndRefusesWhatIsNone) {
     const std::string folder = testing::TempDir();
     const std::string path = folder + "/graphics_\xE5\x9B\xBE.png";
-    const std::vector<std::uint8_t> png =
-        platform::EncodePng(*kit::MakeBitmap(Pixels(5, 3, 0xFF0000FF))->Data()->Pixels());
-    std::FILE* const file = std::fopen(path.c_str(), "wb");
-    ASSERT_TRUE(file);
-    std::fwrite(png.data(), 1, png.size(), file);
-    std::fclose(file);
-    const Image image(FromUtf8(path).GetString());
-    EXPECT_EQ(5U, image.GetWidth());
-    EXPECT_EQ(3U, image.GetHeight());
-    EXPECT_EQ(Ok, image.GetLastStatus());
+    const Pixels pixels(5, 3, 0xFF0000FF);
+    WritePng(path, pixels);
+    EXPECT_TRUE(Same(kit::PixelsOf(Image(FromUtf8(path).GetString())), pixels));
+    EXPECT_EQ(Ok, Loaded(path));
     unlink(path.c_str());
-
-    EXPECT_EQ(FileNotFound, Image(FromUtf8(path).GetString()).GetLastStatus());
-    EXPECT_EQ(FileNotFound, Image(FromUtf8(folder).GetString()).GetLastStatus());
+    EXPECT_EQ(FileNotFound, Loaded(path));
+    EXPECT_EQ(FileNotFound, Loaded(folder));
     const std::string pipe = folder + "/graphics_pipe";
     unlink(pipe.c_str());
     ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
-    EXPECT_EQ(FileNotFound, Image(FromUtf8(pipe).GetString()).GetLastStatus()) << "and does not wait";
+    EXPECT_EQ(FileNotFound, Loaded(pipe)) << "and does not wait";
     unlink(pipe.c_str());
 }
 
@@ -214,12 +217,7 @@ TEST(Image, AFileWrittenAnewIsReadAnew) {
     const std::string path = testing::TempDir() + "/graphics_anew.png";
     std::vector<std::unique_ptr<Image>> held;
     for (std::uint32_t colour = 0xFF000001; colour < 0xFF000010; ++colour) {
-        const std::vector<std::uint8_t> png =
-            platform::EncodePng(*kit::MakeBitmap(Pixels(5, 3, colour))->Data()->Pixels());
-        std::FILE* const file = std::fopen(path.c_str(), "wb");
-        ASSERT_TRUE(file);
-        std::fwrite(png.data(), 1, png.size(), file);
-        std::fclose(file);
+        WritePng(path, Pixels(5, 3, colour));
         held.push_back(std::make_unique<Image>(FromUtf8(path).GetString()));
         EXPECT_EQ(colour, kit::PixelsOf(*held.back()).At(0, 0));
     }

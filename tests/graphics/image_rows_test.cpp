@@ -53,7 +53,7 @@ TEST(PixelRows, PremultiplyingRoundsExactly) {
 
 // Whatever the processor, wherever a row starts and ends, and with pixels that no drawing makes.
 TEST(PixelRows, RowsAgreeWithSinglePixelsAtEveryLength) {
-    kit::Dice dice(5);
+    kit::Random random(5);
     std::vector<std::uint32_t> from(75);
     std::vector<std::uint32_t> under(from.size());
     std::vector<std::uint8_t> cover(from.size());
@@ -62,15 +62,15 @@ TEST(PixelRows, RowsAgreeWithSinglePixelsAtEveryLength) {
         const std::size_t end = first + static_cast<std::size_t>(round) % (from.size() - 7);
         for (std::size_t i = 0; i < from.size(); ++i) {
             const std::uint32_t kind =
-                (i + dice.Next() % 4) % 16;  // runs of opaque and empty pixels included
-            from[i] = round % 3 == 0 ? dice.Premultiplied()
-                      : kind < 6     ? dice.Next() | 0xFF000000
+                (i + random.Next() % 4) % 16;  // runs of opaque and empty pixels included
+            from[i] = round % 3 == 0 ? random.Premultiplied()
+                      : kind < 6     ? random.Next() | 0xFF000000
                       : kind < 11    ? 0
-                                     : dice.Premultiplied();
-            cover[i] = static_cast<std::uint8_t>(kind < 6 ? 0 : kind < 9 ? 255 : dice.Next());
-            under[i] = round % 5 == 0 ? dice.Next() : dice.Premultiplied();
+                                     : random.Premultiplied();
+            cover[i] = static_cast<std::uint8_t>(kind < 6 ? 0 : kind < 9 ? 255 : random.Next());
+            under[i] = round % 5 == 0 ? random.Next() : random.Premultiplied();
         }
-        const std::uint32_t color = dice.Premultiplied();
+        const std::uint32_t color = random.Premultiplied();
         for (const RowBlends* blends : {&kPlainRowBlends, Sse2RowBlends(), Avx2RowBlends()}) {
             if (!blends) continue;
             std::vector<std::uint32_t> blended = under;
@@ -111,17 +111,17 @@ TEST(PixelRows, ChannelsAboveTheirAlphaDoNotWrap) {
 TEST(PixelRows, ScalingIsExactOnEveryProcessor) {
     const RowScales* const scales = Avx2RowScales();
     if (!scales) GTEST_SKIP() << "no such processor";
-    kit::Dice dice(6);
+    kit::Random random(6);
     std::vector<std::uint32_t> row(40);
     for (std::size_t count = 0; count < 30; ++count) {
         std::vector<TapPair> taps(count + 1);
         for (TapPair& pair : taps) {
-            pair.first = dice.Between(0, 38);
+            pair.first = random.Between(0, 38);
             pair.second = pair.first + 1;
-            pair.firstWeight = static_cast<std::int16_t>(dice.Between(0, kWeightSum));
+            pair.firstWeight = static_cast<std::int16_t>(random.Between(0, kWeightSum));
             pair.secondWeight = static_cast<std::int16_t>(kWeightSum - pair.firstWeight);
         }
-        std::generate(row.begin(), row.end(), [&] { return dice.Next() % 3 ? dice.Next() : 0xFFFFFFFF; });
+        std::generate(row.begin(), row.end(), [&] { return random.Next() % 3 ? random.Next() : 0xFFFFFFFF; });
         std::vector<std::int16_t> across(count * 4), below(count * 4);
         const std::size_t done = scales->across(across.data(), row.data(), taps.data(), count);
         ASSERT_EQ(count / 4 * 4, done);
@@ -134,7 +134,7 @@ TEST(PixelRows, ScalingIsExactOnEveryProcessor) {
                        (1 << (kAcrossShift - 1))) >>
                           kAcrossShift,
                       across[i]);
-            below[i] = static_cast<std::int16_t>(dice.Between(0, 255 << kMiddleBits));
+            below[i] = static_cast<std::int16_t>(random.Between(0, 255 << kMiddleBits));
         }
         std::vector<std::uint32_t> pixels(count);
         const TapPair& rows = taps[count];

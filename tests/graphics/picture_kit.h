@@ -2,9 +2,12 @@
 // the first pixel that differs.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <string>
+#include <initializer_list>
+#include <memory>
+#include <ostream>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -12,6 +15,11 @@
 #include <platform/geometry.h>
 
 #include "platform/graphics/device_context.h"
+#include "platform/graphics/gdi_objects.h"
+
+inline std::ostream& operator<<(std::ostream& out, const RECT& r) {
+    return out << r.left << "," << r.top << " - " << r.right << "," << r.bottom;
+}
 
 namespace kit {
 
@@ -22,6 +30,11 @@ struct Pixels {
 
     Pixels(int w, int h, std::uint32_t fill = 0)
         : width(w), height(h), words(static_cast<std::size_t>(w) * static_cast<std::size_t>(h), fill) {}
+    // With rectangles of other colours, painted in their order.
+    Pixels(int w, int h, std::initializer_list<std::pair<CRect, std::uint32_t>> parts) : Pixels(w, h) {
+        for (const auto& [rect, pixel] : parts)
+            Fill(rect, pixel);
+    }
     bool Has(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height; }
     std::uint32_t& At(int x, int y) {
         return words[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
@@ -38,33 +51,47 @@ struct Pixels {
 inline Pixels PixelsOf(const platform::Surface& surface) {
     Pixels pixels(surface.Width(), surface.Height());
     for (int y = 0; y < pixels.height; ++y)
-        for (int x = 0; x < pixels.width; ++x)
-            pixels.At(x, y) = surface.Row(y)[x];
+        std::copy_n(surface.Row(y), pixels.width, &pixels.At(0, y));
     return pixels;
+}
+
+inline void Put(platform::Surface& surface, const Pixels& pixels) {
+    for (int y = 0; y < pixels.height; ++y)
+        std::copy_n(&pixels.words[static_cast<std::size_t>(y * pixels.width)], pixels.width, surface.Row(y));
+    surface.Touch();
+}
+
+inline std::shared_ptr<platform::Surface> SurfaceOf(const Pixels& pixels) {
+    auto surface = platform::Surface::Create(pixels.width, pixels.height);
+    Put(*surface, pixels);
+    return surface;
 }
 
 inline testing::AssertionResult Same(const Pixels& actual, const Pixels& expected) {
     if (actual.width != expected.width || actual.height != expected.height)
         return testing::AssertionFailure() << actual.width << "x" << actual.height << " instead of "
                                            << expected.width << "x" << expected.height;
-    int differing = 0;
-    std::string first;
     for (int y = 0; y < actual.height; ++y)
-        for (int x = 0; x < actual.width; ++x) {
-            if (actual.At(x, y) == expected.At(x, y)) continue;
-            char text[96];
-            std::snprintf(text, sizeof text, "(%d, %d) is %08X instead of %08X", x, y, actual.At(x, y),
-                          expected.At(x, y));
-            if (differing++ == 0) first = text;
-        }
-    if (differing == 0) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << first << ", " << differing << " pixels differ";
+        for (int x = 0; x < actual.width; ++x)
+            if (actual.At(x, y) != expected.At(x, y))
+                return testing::AssertionFailure() << "(" << x << ", " << y << ") is " << std::hex
+                                                   << actual.At(x, y) << " instead of " << expected.At(x, y);
+    return testing::AssertionSuccess();
+}
+
+// Around every pixel that is not `background`.
+inline CRect InkOf(const Pixels& pixels, std::uint32_t background = 0) {
+    CRect box;
+    for (int y = 0; y < pixels.height; ++y)
+        for (int x = 0; x < pixels.width; ++x)
+            if (pixels.At(x, y) != background) box.UnionRect(CRect(box), CRect(x, y, x + 1, y + 1));
+    return box;
 }
 
 // A small generator of its own, so that a failing seed fails everywhere.
-class Dice {
+class Random {
   public:
-    explicit Dice(std::uint32_t seed) : state_(seed * 2654435761U + 1) {}
+    explicit Random(std::uint32_t seed) : state_(seed * 2654435761U + 1) {}
     std::uint32_t Next() {
         state_ ^= state_ << 13;
         state_ ^= state_ >> 17;
@@ -87,6 +114,12 @@ class Dice {
             pixel |= (Next() % (alpha + 1)) << shift;
         return pixel;
     }
+    Pixels Scattered(int width, int height, bool opaque = false) {
+        Pixels pixels(width, height);
+        for (std::uint32_t& word : pixels.words)
+            word = opaque ? Next() | 0xFF000000U : Premultiplied();
+        return pixels;
+    }
 
   private:
     std::uint32_t state_;
@@ -99,6 +132,7 @@ class Canvas {
         : context_(CreateCompatibleDC(nullptr)), bitmap_(CreateCompatibleBitmap(nullptr, width, height)) {
         SelectObject(context_, bitmap_);
     }
+    explicit Canvas(const Pixels& pixels) : Canvas(pixels.width, pixels.height) { Put(Surface(), pixels); }
     ~Canvas() {
         DeleteDC(context_);
         DeleteObject(bitmap_);
@@ -111,26 +145,9 @@ class Canvas {
     platform::Surface& Surface() const { return *platform::SurfaceOf(context_); }
     Pixels Get() const { return PixelsOf(Surface()); }
     std::uint32_t At(int x, int y) const { return Surface().Row(y)[x]; }
-    void Set(const Pixels& pixels) {
-        for (int y = 0; y < pixels.height; ++y)
-            for (int x = 0; x < pixels.width; ++x)
-                Surface().Row(y)[x] = pixels.At(x, y);
-        Surface().Touch();
-    }
-    void Scatter(Dice& dice) {
-        Pixels pixels(Surface().Width(), Surface().Height());
-        for (std::uint32_t& word : pixels.words)
-            word = dice.Premultiplied();
-        Set(pixels);
-    }
     void Clip(const platform::Region& region) {
         const HRGN handle = CreateRectRgn(0, 0, 0, 0);
-        for (int i = 0; i < region.Count(); ++i) {
-            const CRect part = region.Rect(i);
-            const HRGN one = CreateRectRgn(part.left, part.top, part.right, part.bottom);
-            CombineRgn(handle, handle, one, RGN_OR);
-            DeleteObject(one);
-        }
+        *platform::ShareRegion(handle) = region;
         SelectClipRgn(context_, handle);
         DeleteObject(handle);
     }

@@ -1,6 +1,4 @@
 // Where a text says that it lies, against where it is drawn.
-#include <limits>
-
 #include "graphics/gdiplus_kit.h"
 #include "graphics/text_kit.h"
 
@@ -20,15 +18,6 @@ const Place kPlaces[] = {
     {{20, 30, 60, 5}, "lower than a line"}, {{30.5F, 30.5F, 0.3F, 0.3F}, "less than a pixel"},
     {{-30, -9, 60, 34}, "half outside"},
 };
-
-CRect PaintedIn(const Bitmap& bitmap) {
-    const kit::Pixels pixels = kit::PixelsOf(bitmap);
-    CRect box;
-    for (int y = 0; y < pixels.height; ++y)
-        for (int x = 0; x < pixels.width; ++x)
-            if (pixels.At(x, y) != 0) box.UnionRect(box, CRect(x, y, x + 1, y + 1));
-    return box;
-}
 
 // Every way to lay a text into every kind of rectangle.
 template <class Check>
@@ -65,7 +54,7 @@ TEST(TextExtent, HoldsEveryPixelThatIsDrawn) {
                 EXPECT_TRUE(extent.box.X == box.X && extent.box.Y == box.Y && extent.box.Width == box.Width &&
                             extent.box.Height == box.Height);
                 const CRect ink(extent.ink.X, extent.ink.Y, extent.ink.GetRight(), extent.ink.GetBottom());
-                const CRect painted = PaintedIn(bitmap);
+                const CRect painted = kit::InkOf(kit::PixelsOf(bitmap));
                 CRect both;
                 both.UnionRect(ink, painted);
                 EXPECT_EQ(both, ink) << painted << " in " << ink;
@@ -77,25 +66,6 @@ TEST(TextExtent, HoldsEveryPixelThatIsDrawn) {
                 EXPECT_LE(ink.Height(), painted.Height() + 8);
             });
         }
-}
-
-TEST(TextExtent, NothingForWhatCannotBeDrawn) {
-    const Font font(u"DejaVu Sans", 12);
-    const Font bad(u"DejaVu Sans", -1);
-    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-    for (const TextExtent& extent :
-         {GetTextExtent(nullptr, -1, &font, RectF(), nullptr),
-          GetTextExtent(u"a", -2, &font, RectF(), nullptr),
-          GetTextExtent(u"a", -1, nullptr, RectF(), nullptr), GetTextExtent(u"a", -1, &bad, RectF(), nullptr),
-          GetTextExtent(u"a", -1, &font, RectF(0, kNan, 9, 9), nullptr),
-          GetTextExtent(u"", -1, &font, RectF(), nullptr)}) {
-        EXPECT_EQ(extent.box.Width, 0);
-        EXPECT_EQ(extent.ink.Width, 0);
-    }
-    // Too far for any pixel, but measured all the same.
-    const TextExtent far = GetTextExtent(u"a", -1, &font, RectF(0, 1e8F, 50, 50), nullptr);
-    EXPECT_EQ(far.ink.Width, 0);
-    EXPECT_GT(far.box.Width, 0);
 }
 
 }  // namespace

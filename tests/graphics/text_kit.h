@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <platform/gdiplus.h>
 
+#include "graphics/picture_kit.h"
 #include "platform/graphics/text/coverage.h"
 #include "platform/graphics/text/text_layout.h"
 
@@ -47,26 +48,18 @@ inline int WidthOf(std::u16string_view text, const std::shared_ptr<platform::Fon
     return static_cast<int>(Laid(text, {}, font)->Box().Width);
 }
 
-// What each line says, without the blanks at its end.
-inline std::vector<std::u16string> LinesOf(const platform::TextLayout& laid) {
-    std::vector<std::u16string> lines;
+// What each line says in UTF-8, without the blanks at its end.
+inline std::vector<std::string> LinesOf(const platform::TextLayout& laid) {
+    std::vector<std::string> lines;
     for (const platform::TextLine& line : laid.Lines()) {
         const std::string_view all = pango_layout_get_text(line.layout.get());
         std::string_view part = all.substr(static_cast<std::size_t>(line.line->start_index),
                                            static_cast<std::size_t>(line.line->length));
         while (!part.empty() && part.back() == ' ')
             part.remove_suffix(1);
-        lines.emplace_back(FromUtf8(part).View());
+        lines.emplace_back(part);
     }
     return lines;
-}
-
-// For comparisons that can be read when they fail.
-inline std::vector<std::string> InUtf8(const std::vector<std::u16string>& lines) {
-    std::vector<std::string> texts;
-    for (const std::u16string& line : lines)
-        texts.push_back(ToUtf8(line));
-    return texts;
 }
 
 // Around every pixel with coverage, in the text's coordinates; all zero for none.
@@ -75,15 +68,12 @@ inline CRect PaintedBox(const platform::TextLayout& laid) {
     CRect around = laid.Ink();
     around.InflateRect(8, 8);
     const platform::Coverage coverage = platform::Coverage::Render(laid, around);
-    CRect box;
-    for (int y = around.top; y < around.bottom; ++y)
-        for (int x = around.left; x < around.right; ++x)
-            if (*coverage.At(x, y) != 0) box.UnionRect(box, CRect(x, y, x + 1, y + 1));
+    Pixels pixels(around.Width(), around.Height());
+    for (int y = 0; y < pixels.height; ++y)
+        std::copy_n(coverage.At(around.left, around.top + y), pixels.width, &pixels.At(0, y));
+    CRect box = InkOf(pixels);
+    box.OffsetRect(around.left, around.top);
     return box;
 }
 
 }  // namespace kit
-
-inline std::ostream& operator<<(std::ostream& out, const RECT& r) {
-    return out << r.left << "," << r.top << " - " << r.right << "," << r.bottom;
-}
