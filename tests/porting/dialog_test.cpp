@@ -14,7 +14,6 @@ class CHostDlg : public CDialog {
   public:
     explicit CHostDlg(CWnd* pParent = NULL) : CDialog(IDD_MAIN, pParent) {}
     CString told_;
-    CSize least_;
 
   protected:
     void DoDataExchange(CDataExchange* pDX) override { CDialog::DoDataExchange(pDX); }
@@ -152,6 +151,7 @@ TEST_F(PortingDialog, HandlersOfEveryForm) {
     dialog_.SetTimer(3, 50, NULL);
     Headless::Advance(200);
     dialog_.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_CHECK, 0), 0);
+    dialog_.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_CHECK, 5), 0);  // not a click
     EXPECT_EQ(ToUtf8(dialog_.told_),
               "wheel 8 -120 at 150;menu 1 150,140;key 93 1 0;menu 1 -1,-1;key 65 1 0;char a;timer 3;"
               "check;");

@@ -221,6 +221,10 @@ TEST_F(PortingBlocks, StretchBlt) {
     EXPECT_TRUE(StretchBlt(to_, 60, 0, -20, 10, from_, 0, 0, 2, 2, SRCCOPY));
     EXPECT_EQ(At(41, 1), Color::Lime);
     EXPECT_EQ(At(58, 1), Color::Red);
+    // The same cut off by the edge: what is left shows what it would show whole.
+    EXPECT_TRUE(StretchBlt(to_, 126, 20, -20, 10, from_, 0, 0, 2, 2, SRCCOPY));
+    EXPECT_EQ(At(115, 21), Color::Lime);
+    EXPECT_EQ(At(119, 21), Color::Red);
     // What lies outside the source leaves the destination alone.
     EXPECT_TRUE(StretchBlt(to_, 0, 30, 40, 20, from_, 1, 1, 2, 2, SRCCOPY));
     EXPECT_EQ(At(10, 35), Color::White);

@@ -35,6 +35,7 @@ TEST(Values, FormatsAndTheTableOfTexts) {
     text.AppendFormat(_T("%%"));
     EXPECT_EQ(text, "ab005%");
     EXPECT_EQ(Formatted(_T("%X"), 255), "FF");
+    EXPECT_EQ(Formatted(_T("%128d"), 7).Right(2), " 7");
     text.Format(IDS_FORMAT, 3, _T("9"));
     EXPECT_EQ(text, "3 of 9");
     TCHAR cut[4];

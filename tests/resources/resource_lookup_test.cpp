@@ -142,7 +142,7 @@ TEST(Module, ComesAndGoesWithTheLibraryThatHoldsIt) {
     EXPECT_TRUE(AfxGetResourceHandle() == host);
 }
 
-TEST(Module, IsNamedByItsFile) {
+TEST(Module, IsNamedByItsFileAndMayBeBareOrRefused) {
     const CString program = FileOf(nullptr);
     EXPECT_TRUE(program.Right(15) == u"/resources_test");
     const HMODULE host = AfxGetResourceHandle();
@@ -151,7 +151,11 @@ TEST(Module, IsNamedByItsFile) {
     const Bytes heap = ResourceFile().Take();
     EXPECT_FALSE(ModuleFromAddress(heap.data()));
     EXPECT_FALSE(ModuleFromAddress(nullptr));
+    EXPECT_FALSE(RegisterModuleResources(nullptr, heap.size()));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
     const HMODULE loose = RegisterModuleResources(heap.data(), heap.size());
+    EXPECT_FALSE(FindResourceW(loose, u"LOGO", u"PNG"));
+    EXPECT_EQ(GetLastError(), ERROR_RESOURCE_TYPE_NOT_FOUND);
     char16_t buffer[4] = u"abc";
     const struct {
         HMODULE module;
@@ -170,20 +174,6 @@ TEST(Module, IsNamedByItsFile) {
     }
     EXPECT_EQ(std::u16string(buffer), u"abc");
     UnregisterModuleResources(loose);
-}
-
-TEST(Module, BareAndRefusedOnes) {
-    const Bytes empty = ResourceFile().Take();
-    const HMODULE bare = RegisterModuleResources(empty.data(), empty.size());
-    ASSERT_TRUE(bare);
-    EXPECT_FALSE(FindResourceW(bare, u"LOGO", u"PNG"));
-    EXPECT_EQ(GetLastError(), ERROR_RESOURCE_TYPE_NOT_FOUND);
-    UnregisterModuleResources(bare);
-
-    EXPECT_FALSE(RegisterModuleResources(nullptr, 4));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-    EXPECT_FALSE(RegisterModuleResources(empty.data(), 0));
-    EXPECT_EQ(GetLastError(), ERROR_BAD_FORMAT);
 }
 
 }  // namespace
