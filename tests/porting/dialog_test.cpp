@@ -79,7 +79,10 @@ class CHostDlg : public CDialog {
         told_.AppendFormat(_T("timer %d;"), static_cast<int>(nIDEvent));
         KillTimer(nIDEvent);
     }
-    afx_msg void OnRButtonDblClk(UINT nFlags, CPoint point) { CDialog::OnRButtonDblClk(nFlags, point); }
+    afx_msg void OnRButtonDblClk(UINT nFlags, CPoint point) {
+        told_ += "double;";
+        CDialog::OnRButtonDblClk(nFlags, point);
+    }
     afx_msg void OnMButtonDown(UINT nFlags, CPoint point) { CDialog::OnMButtonDown(nFlags, point); }
     afx_msg void OnBnClickedCheck() { told_ += "check;"; }
     afx_msg LRESULT OnAnswer(WPARAM wParam, LPARAM lParam) { return static_cast<LRESULT>(wParam) + lParam; }
@@ -161,6 +164,27 @@ TEST_F(PortingDialog, HandlersOfEveryForm) {
     EXPECT_TRUE((::GetAsyncKeyState(VK_SHIFT) & 0x8000) && (::GetKeyState(VK_SHIFT) & 0x8000));
     Headless::KeyUp(VK_SHIFT);
     EXPECT_EQ(::GetAsyncKeyState(VK_SHIFT), 0);
+}
+
+TEST_F(PortingDialog, RepeatsAreNoPressesAndLateClicksNotDouble) {
+    const auto toggled = [] { return ::GetKeyState('B') & 1; };
+    const int before = toggled();
+    Headless::KeyDown('B');
+    Headless::KeyDown('B');
+    Headless::RunPending();
+    EXPECT_NE(toggled(), before);
+    Headless::KeyUp('B');
+    Headless::MovePointer(150, 140);
+    for (const UINT late : {0U, 1U}) {
+        dialog_.told_.Empty();
+        for (int press = 0; press < 2; ++press) {
+            Headless::ButtonDown(3);
+            Headless::ButtonUp(3);
+            Headless::Advance(::GetDoubleClickTime() + late);
+        }
+        EXPECT_EQ(dialog_.told_.Find("double") >= 0, late == 0);
+        Headless::Advance(::GetDoubleClickTime());
+    }
 }
 
 TEST_F(PortingDialog, PaintsIconsAndPlaceholders) {

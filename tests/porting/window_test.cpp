@@ -65,4 +65,21 @@ TEST(PortingShell, StartsAndOpens) {
     EXPECT_EQ(run(NULL, _T("no-such-scheme:x"), _T("")), SE_ERR_NOASSOC);
 }
 
+// A list that its block cuts off ends with the last whole path.
+TEST(PortingDrop, ListsOfFiles) {
+    struct {
+        DROPFILES header{sizeof(DROPFILES), {3, 4}, FALSE, TRUE};
+        WCHAR paths[6] = {u'/', u'a', 0, u'/', u'b', u'c'};
+    } const files;
+    const HDROP drop = HDROP::FromParam(BlockOf(&files, sizeof files).ToParam());
+    POINT point;
+    EXPECT_TRUE(DragQueryPoint(drop, &point) && point.x == 3 && point.y == 4);
+    EXPECT_EQ(DragQueryFileW(drop, 0xFFFFFFFF, NULL, 0), 1U);
+    WCHAR path[4];
+    EXPECT_EQ(DragQueryFileW(drop, 0, path, 4), 2U);
+    EXPECT_EQ(CString(path), "/a");
+    EXPECT_EQ(DragQueryFileW(drop, 1, path, 4), 0U);
+    DragFinish(drop);
+}
+
 }  // namespace

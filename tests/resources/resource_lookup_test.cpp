@@ -83,7 +83,7 @@ TEST(Lookup, FindingTwiceGivesTheSameHandles) {
 TEST(Module, HandlesGoStaleWithTheirModule) {
     const HMODULE host = AfxGetResourceHandle();
     ASSERT_TRUE(host);
-    const Bytes file = ResourceFile().Add(10, 7, BytesOf("seven")).Add(10, u"None", {}).Take();
+    const Bytes file = ResourceFile().Add(10, 7, BytesOf("seven")).Add(10, u"Fuzz", {}).Take();
     const HMODULE module = RegisterModuleResources(file.data(), file.size());
     ASSERT_TRUE(module);
     EXPECT_TRUE(AfxGetResourceHandle() == host);
@@ -91,7 +91,7 @@ TEST(Module, HandlesGoStaleWithTheirModule) {
     AfxSetResourceHandle(module);
     EXPECT_EQ(Characters(Embedded(MAKEINTRESOURCE(7), RT_RCDATA)), "seven");
 
-    const HRSRC none = FindResourceW(module, u"NONE", RT_RCDATA);
+    const HRSRC none = FindResourceW(module, u"fuZZ", RT_RCDATA);
     ASSERT_TRUE(none);
     EXPECT_EQ(SizeofResource(module, none), 0u);
     EXPECT_NE(LockResource(LoadResource(module, none)), nullptr);
