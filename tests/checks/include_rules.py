@@ -3,7 +3,7 @@
 
     include/    what hosts see: includes only itself and the standard library
     src/        own headers and <qkui/...> (by the table below), <platform/...>, the standard library
-    platform/   knows nothing of src/ and no QK name; include/platform is its face
+    platform/   knows nothing of src/ and no QK name; include/platform is its public API
     backends    (window/headless, window/x11, html/webkit) are included by nobody but themselves
     libraries   (cairo, xcb, glib, ...) are included by platform/ alone
 """
@@ -25,7 +25,7 @@ MAY_INCLUDE = {
 SOURCES_MAY_INCLUDE = {"items": {"dialog"}, "list": {"dialog"}}
 
 BACKENDS = ("platform/window/headless/", "platform/window/x11/", "platform/html/webkit/")
-FACE = "include/platform/"
+PLATFORM_API = "include/platform/"
 PUBLIC = "include/"
 
 # What may speak to a library itself: tests that play an X peer, or look into the module over that library, the
@@ -62,7 +62,7 @@ class Checker:
     def check(self, file):
         path = file.relative_to(self.root).as_posix()
         text = file.read_text(encoding="utf-8", errors="replace")
-        if path.startswith(("platform/", FACE)):
+        if path.startswith(("platform/", PLATFORM_API)):
             for match in QK_NAME.finditer(text):
                 self.report(path, line_of(text, match), f"platform/ must not know the name {match[0]}")
         for match in INCLUDE.finditer(text):
@@ -74,15 +74,15 @@ class Checker:
             if target.startswith(backend) and not path.startswith((backend, "tests/")):
                 self.report(path, line, f"{name} belongs to a backend, which nobody else may include")
         outside = path.startswith(("src/", "examples/", PUBLIC))
-        if outside and name.startswith("platform/") and angled and not target.startswith(FACE):
-            self.report(path, line, f"<{name}> is no header of platform/'s face")
+        if outside and name.startswith("platform/") and angled and not target.startswith(PLATFORM_API):
+            self.report(path, line, f"<{name}> is no public header of platform/")
         if path.startswith("src/"):
             self.check_source(path, line, angled, name, target)
             self.check_layer(path, line, name, target)
-        elif path.startswith(FACE):
+        elif path.startswith(PLATFORM_API):
             if not (angled and (STANDARD.match(name) or name.startswith("platform/"))):
-                self.report(path, line, f"the face may include only <platform/...> and the standard library,"
-                                        f" not {name}")
+                self.report(path, line, f"public headers of platform/ may include only <platform/...> and the"
+                                        f" standard library, not {name}")
         elif path.startswith(PUBLIC):
             if not (target.startswith(PUBLIC) or (angled and STANDARD.match(name))):
                 self.report(path, line, f"hosts see include/ and the standard library only, not {name}")

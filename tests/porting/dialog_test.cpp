@@ -13,7 +13,7 @@ namespace {
 class CHostDlg : public CDialog {
   public:
     explicit CHostDlg(CWnd* pParent = NULL) : CDialog(IDD_MAIN, pParent) {}
-    CString told_;
+    CString log_;
 
   protected:
     void DoDataExchange(CDataExchange* pDX) override { CDialog::DoDataExchange(pDX); }
@@ -28,7 +28,7 @@ class CHostDlg : public CDialog {
     }
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct) {
-        told_.AppendFormat(_T("create %s;"), lpCreateStruct->lpszName);
+        log_.AppendFormat(_T("create %s;"), lpCreateStruct->lpszName);
         return CDialog::OnCreate(lpCreateStruct);
     }
     afx_msg void OnPaint() {
@@ -47,24 +47,24 @@ class CHostDlg : public CDialog {
         CDialog::OnGetMinMaxInfo(lpMMI);
     }
     afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt) {
-        told_.AppendFormat(_T("wheel %d %d at %d;"), nFlags, zDelta, pt.x);
+        log_.AppendFormat(_T("wheel %d %d at %d;"), nFlags, zDelta, pt.x);
         return TRUE;
     }
     afx_msg void OnContextMenu(CWnd* pWnd, CPoint point) {
-        told_.AppendFormat(_T("menu %d %d,%d;"), pWnd == this, point.x, point.y);
+        log_.AppendFormat(_T("menu %d %d,%d;"), pWnd == this, point.x, point.y);
     }
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
-        told_.AppendFormat(_T("key %d %d %x;"), nChar, nRepCnt, nFlags);
+        log_.AppendFormat(_T("key %d %d %x;"), nChar, nRepCnt, nFlags);
         CDialog::OnKeyDown(nChar, nRepCnt, nFlags);
     }
-    afx_msg void OnChar(UINT nChar, UINT, UINT) { told_.AppendFormat(_T("char %c;"), nChar); }
+    afx_msg void OnChar(UINT nChar, UINT, UINT) { log_.AppendFormat(_T("char %c;"), nChar); }
     afx_msg void OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized) {
         CDialog::OnActivate(nState, pWndOther, bMinimized);
-        told_ += nState == WA_INACTIVE ? _T("inactive;") : _T("active;");
+        log_ += nState == WA_INACTIVE ? _T("inactive;") : _T("active;");
     }
     afx_msg void OnSetFocus(CWnd* pOldWnd) {
         CDialog::OnSetFocus(pOldWnd);
-        told_ += "focus;";
+        log_ += "focus;";
     }
     afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message) {
         if (nHitTest != HTCLIENT) return CDialog::OnSetCursor(pWnd, nHitTest, message);
@@ -73,18 +73,18 @@ class CHostDlg : public CDialog {
     }
     afx_msg void OnSize(UINT nType, int cx, int cy) {
         CDialog::OnSize(nType, cx, cy);
-        if (nType == SIZE_MAXIMIZED) told_.AppendFormat(_T("maximised %dx%d;"), cx, cy);
+        if (nType == SIZE_MAXIMIZED) log_.AppendFormat(_T("maximised %dx%d;"), cx, cy);
     }
     afx_msg void OnTimer(UINT_PTR nIDEvent) {
-        told_.AppendFormat(_T("timer %d;"), static_cast<int>(nIDEvent));
+        log_.AppendFormat(_T("timer %d;"), static_cast<int>(nIDEvent));
         KillTimer(nIDEvent);
     }
     afx_msg void OnRButtonDblClk(UINT nFlags, CPoint point) {
-        told_ += "double;";
+        log_ += "double;";
         CDialog::OnRButtonDblClk(nFlags, point);
     }
     afx_msg void OnMButtonDown(UINT nFlags, CPoint point) { CDialog::OnMButtonDown(nFlags, point); }
-    afx_msg void OnBnClickedCheck() { told_ += "check;"; }
+    afx_msg void OnBnClickedCheck() { log_ += "check;"; }
     afx_msg LRESULT OnAnswer(WPARAM wParam, LPARAM lParam) { return static_cast<LRESULT>(wParam) + lParam; }
     DECLARE_MESSAGE_MAP()
 
@@ -139,8 +139,8 @@ class PortingDialog : public testing::Test {
 };
 
 TEST_F(PortingDialog, HandlersOfEveryForm) {
-    EXPECT_EQ(ToUtf8(dialog_.told_), "create Host;focus;active;");
-    dialog_.told_.Empty();
+    EXPECT_EQ(ToUtf8(dialog_.log_), "create Host;focus;active;");
+    dialog_.log_.Empty();
     const HWND window = dialog_.GetSafeHwnd();
     ::PostMessage(window, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, -120), MAKELPARAM(150, 150));
     Headless::RunPending();
@@ -155,7 +155,7 @@ TEST_F(PortingDialog, HandlersOfEveryForm) {
     Headless::Advance(200);
     dialog_.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_CHECK, 0), 0);
     dialog_.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_CHECK, 5), 0);  // not a click
-    EXPECT_EQ(ToUtf8(dialog_.told_),
+    EXPECT_EQ(ToUtf8(dialog_.log_),
               "wheel 8 -120 at 150;menu 1 150,140;key 93 1 0;menu 1 -1,-1;key 65 1 0;char a;timer 3;"
               "check;");
     EXPECT_EQ(::SendMessage(window, WM_USER + 5, 2, 3), 5);
@@ -176,13 +176,13 @@ TEST_F(PortingDialog, RepeatsAreNoPressesAndLateClicksNotDouble) {
     Headless::KeyUp('B');
     Headless::MovePointer(150, 140);
     for (const UINT late : {0U, 1U}) {
-        dialog_.told_.Empty();
+        dialog_.log_.Empty();
         for (int press = 0; press < 2; ++press) {
             Headless::ButtonDown(3);
             Headless::ButtonUp(3);
             Headless::Advance(::GetDoubleClickTime() + late);
         }
-        EXPECT_EQ(dialog_.told_.Find("double") >= 0, late == 0);
+        EXPECT_EQ(dialog_.log_.Find("double") >= 0, late == 0);
         Headless::Advance(::GetDoubleClickTime());
     }
 }
@@ -223,11 +223,11 @@ TEST_F(PortingDialog, IsSizedByItsBorder) {
 }
 
 TEST_F(PortingDialog, FillsTheMonitor) {
-    dialog_.told_.Empty();
+    dialog_.log_.Empty();
     dialog_.ShowWindow(SW_MAXIMIZE);
     EXPECT_EQ(Place(), CRect(0, 20, 800, 600));
     EXPECT_TRUE(dialog_.IsZoomed() && dialog_.GetStyle() & WS_MAXIMIZE);
-    EXPECT_EQ(ToUtf8(dialog_.told_), "maximised 800x580;");
+    EXPECT_EQ(ToUtf8(dialog_.log_), "maximised 800x580;");
     // No border to size it by, nothing to move; minimised and back it is what it was.
     Drag({798, 300}, {700, 300});
     EXPECT_EQ(Place(), CRect(0, 20, 800, 600));

@@ -198,10 +198,10 @@ class PortingBlocks : public testing::Test {
         picture.GetPixel(x, y, &color);
         return color.GetValue();
     }
-    bool HasInk(const CRect& part, ARGB ground) const {
+    bool HasInk(const CRect& part, ARGB background) const {
         for (int y = part.top; y < part.bottom; ++y)
             for (int x = part.left; x < part.right; ++x)
-                if (At(x, y) != ground) return true;
+                if (At(x, y) != background) return true;
         return false;
     }
 
@@ -246,7 +246,7 @@ TEST_F(PortingBlocks, DrawTextKeepsToItsRectangle) {
     EXPECT_EQ(size.Height(), height);
     EXPECT_GT(size.Width(), 20);
     EXPECT_FALSE(HasInk(CRect(0, 0, 120, 60), 0));
-    // In the middle of the right half, and nowhere else.
+    // In the middle of the right half, and not outside of it.
     CRect half(60, 0, 120, 60);
     const int end = DrawText(to_, _T("&Hill"), -1, half, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
     EXPECT_EQ(end, (60 - height) / 2 + height);
