@@ -2,8 +2,8 @@
 #include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
 #include "dialog/item_tips.h"
+#include "dialog/press.h"
 #include "dialog/selection_watch.h"
-#include "items/arithmetic.h"
 #include "items/item_access.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. Every refresh is a
@@ -30,32 +30,13 @@ bool CQKDialogBase::HitRect(const QKItemBase* item, CRect& rect) {
 }
 
 int CQKDialogBase::MoveOnItem(QKItemBase* item, const CRect& rect, CPoint point) {
-    if (item->GetCaptrue()) return DragThumb(item, point);
+    if (item->GetCaptrue()) return m_pPress->DragThumb(item, point);
     const bool inside = rect.PtInRect(point);
     if (inside && item->GetMouseMoveHand()) SetCursor(LoadCursorW(nullptr, IDC_HAND));
     // A pressed item keeps its look outside its rectangle, too.
     const QKItemBase::QK_STATUS status = inside ? QKItemBase::QK_MOUSEON : QKItemBase::QK_NORMAL;
     if (item->GetStatus() == QKItemBase::QK_MOUSEDOWN || item->GetStatus() == status) return 0;
     item->SetStatus(status);
-    return 1;
-}
-
-// The thumb follows the pointer as far as its travel goes. Of all captured items only a scroll bar moves. The
-// host's function may end the dialog or the bar: neither is touched after it.
-int CQKDialogBase::DragThumb(QKItemBase* item, CPoint point) {
-    using qkui::ItemAccess;
-    POINT& pressedAt = ItemAccess::PressedAt(*item);
-    if (item->GetType() != QKUI_VSCROLLBAR || item->GetStatus() != QKItemBase::QK_MOUSEDOWN ||
-        point.y == pressedAt.y)
-        return 0;
-    auto* bar = static_cast<QKVScrollBar*>(item);
-    bar->SetBarPos(qkui::Sum(bar->GetBarPos(), qkui::Difference(point.y, pressedAt.y)));
-    pressedAt = point;
-    FollowThumb(bar);
-    const qkui::Alive dragged(*this, item);
-    const ItemAccess::Dragged calls = ItemAccess::CallsOf(*bar);
-    if (calls.position) calls.position(bar->GetBarPos(), calls.argument);
-    if (dragged && calls.scrolled) (*calls.scrolled)(bar->GetScrollPos());
     return 1;
 }
 
@@ -74,50 +55,6 @@ int CQKDialogBase::MoveDownItem(QKItemBase* item, const CRect& rect, CPoint poin
     return 1;
 }
 
-// Of one group at most one radio button stays checked by clicks.
-void CQKDialogBase::UncheckOthers(const QKItemBase* radio) {
-    const qkui::Alive alive(*this);
-    const unsigned int group = static_cast<const QKRadio*>(radio)->GetGroupID();
-    for (INT_PTR i = 0; i < m_arItems.GetSize(); ++i) {
-        if (m_arItems[i] == radio || m_arItems[i]->GetType() != QKUI_RADIO) continue;
-        auto* other = static_cast<QKRadio*>(m_arItems[i]);
-        if (other->GetGroupID() != group || !other->GetCheck()) continue;
-        other->SetCheck(0);
-        if (m_nLayStyle == LAY_OPAQUE) continue;  // the clicked one refreshes everything
-        CRect rect;
-        other->GetRect(&rect);
-        UpdateViewRect(rect);
-        if (!alive) return;
-    }
-}
-
-// What a completed click does to the item's check; true when it changed. The item may be gone afterwards.
-bool CQKDialogBase::ToggleCheck(QKItemBase* item) {
-    if (item->GetType() == QKUI_CHECKBOX) {
-        auto* box = static_cast<QKCheckBox*>(item);
-        box->SetCheck(!box->GetCheck());
-        return true;
-    }
-    if (item->GetType() != QKUI_RADIO || static_cast<QKRadio*>(item)->GetCheck()) return false;
-    const qkui::Alive alive(*this, item);
-    UncheckOthers(item);
-    if (alive) static_cast<QKRadio*>(item)->SetCheck(1);
-    return true;
-}
-
-// The check and the host's function. False when the item, the window or the dialog itself did not outlive
-// them: the release then touches none of them any more.
-bool CQKDialogBase::CompleteClick(QKItemBase* item, ClickedBy by, bool& changed) {
-    const qkui::Alive dialog(*this);
-    const qkui::Alive clicked(*this, item);
-    changed = ToggleCheck(item);
-    if (clicked && (by == ClickedBy::Key || item == m_pDownItem)) qkui::ItemAccess::CallClicked(*item);
-    if (!dialog || !IsWindow(m_hWnd)) return false;
-    if (clicked) return true;
-    m_bMinimized = 0;  // this was the release that MinQKDlg waited for
-    return false;
-}
-
 int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point) {
     if (!rect.PtInRect(point)) {
         if (item->GetStatus() == QKItemBase::QK_NORMAL) return 0;
@@ -127,7 +64,8 @@ int CQKDialogBase::MoveUpItem(QKItemBase* item, const CRect& rect, CPoint point)
     }
 
     bool changed = false;
-    if (item->GetStatus() == QKItemBase::QK_MOUSEDOWN && !CompleteClick(item, ClickedBy::Pointer, changed))
+    if (item->GetStatus() == QKItemBase::QK_MOUSEDOWN &&
+        !m_pPress->Complete(item, qkui::Press::ClickedBy::Pointer, changed))
         return 0;
 
     const bool minimized = m_bMinimized == 1;
@@ -156,13 +94,6 @@ void CQKDialogBase::StartBand(CPoint point) {
     UpdateView();
 }
 
-void CQKDialogBase::DragWindowOrCapture(CPoint point) {
-    if (m_bMove)
-        SendMessage(WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(point.x, point.y));
-    else
-        SetCapture(m_hWnd);
-}
-
 void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
     const qkui::Alive alive(*this);
     qkui::SelectionWatch watch(*this, m_arItems);
@@ -187,7 +118,7 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
     }
     if (alive) watch.Tell();
     // A press that a list took moves the window, too.
-    if (alive) DragWindowOrCapture(point);
+    if (alive) m_pPress->DragWindow(point);
 }
 
 // Unlike the first press, the second one of a double click does not press a scroll bar, stops at the topmost
@@ -216,30 +147,12 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     if (taker == kItem)
         SetCapture(m_hWnd);
     else
-        DragWindowOrCapture(point);
-}
-
-void CQKDialogBase::BeginPress(CPoint point) {
-    m_pTips->Hide();
-    PressTakesFocus(point);
-}
-
-// Of the items at a point the topmost that has a tooltip, unless one that takes the pointer covers it.
-const QKItemBase* CQKDialogBase::TippedItem(CPoint point) const {
-    for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
-        const QKItemBase* item = m_arItems[i];
-        if (!item->IsShow() || item->GetType() == QKUI_LISTCTRL) continue;
-        CRect rect;
-        const bool takesPointer = HitRect(item, rect);
-        if (!takesPointer) item->GetRect(&rect);
-        if (rect.PtInRect(point) && (takesPointer || !item->GetTooltip().IsEmpty())) return item;
-    }
-    return nullptr;
+        m_pPress->DragWindow(point);
 }
 
 void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
     const qkui::Alive alive(*this);
-    BeginPress(point);
+    m_pPress->Begin(point);
     if (!alive) return;
     OnLbuttonClkDown(flags, point);
     if (alive) CDialog::OnLButtonDown(flags, point);
@@ -247,7 +160,7 @@ void CQKDialogBase::OnLButtonDown(UINT flags, CPoint point) {
 
 void CQKDialogBase::OnLButtonDblClk(UINT flags, CPoint point) {
     const qkui::Alive alive(*this);
-    BeginPress(point);
+    m_pPress->Begin(point);
     if (!alive) return;
     OnLbuttonDbClkDown(flags, point);
     if (alive) CDialog::OnLButtonDblClk(flags, point);
@@ -262,7 +175,7 @@ QKItemBase* CQKDialogBase::CapturedItem() {
 void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     TRACKMOUSEEVENT leave = {sizeof(TRACKMOUSEEVENT), TME_LEAVE, m_hWnd, 0};
     TrackMouseEvent(&leave);
-    m_pTips->PointerOver(m_bSelecting ? nullptr : TippedItem(point), m_hWnd, m_pDefaultFont);
+    m_pTips->PointerOver(m_bSelecting ? nullptr : m_pPress->TippedAt(point), m_hWnd, m_pDefaultFont);
 
     const qkui::Alive alive(*this);
     qkui::SelectionWatch watch(*this, m_arItems);
@@ -290,27 +203,13 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     if (m_bSelRect && m_bSelecting) {
         StretchBand(point);
         UpdateView();
-    } else if (m_bDragOut && DragOut()) {
+    } else if (m_bDragOut && m_pPress->DragOut()) {
         if (alive) UpdateView();
     } else if (alive && changed) {
         UpdateView();
     }
     if (alive) watch.Tell();
     if (alive) CDialog::OnMouseMove(flags, point);
-}
-
-// The release that drops the files never comes here: the press that they were dragged by is over then.
-int CQKDialogBase::DragOut() {
-    const qkui::Alive alive(*this);
-    const int moved = DoDropSource();
-    if (!alive || GetKeyState(VK_LBUTTON) < 0) return moved;
-    if (QKItemBase* pressed = CapturedItem()) {
-        CRect rect;
-        pressed->GetRect(&rect);
-        MoveLeaveItem(pressed, rect);
-    }
-    if (alive) EndPress();
-    return moved;
 }
 
 void CQKDialogBase::OnMouseLeave() {
@@ -324,16 +223,6 @@ void CQKDialogBase::OnMouseLeave() {
         if (!alive) return;
     }
     CDialog::OnMouseLeave();
-}
-
-// Whatever ends the dispatch of a release, the press is over: nothing stays captured.
-void CQKDialogBase::EndPress() {
-    m_bSelecting = 0;
-    m_bDragOut = 0;
-    for (QKItemBase* item : m_arItems)
-        item->SetCaptrue(0);
-    m_pDownItem = nullptr;
-    ReleaseCapture();  // last: it ends a move of the window, and the host hears of that
 }
 
 void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
@@ -359,10 +248,10 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
             UpdateView();
         }
     } catch (...) {
-        if (alive) EndPress();
+        if (alive) m_pPress->End();
         throw;
     }
-    if (alive) EndPress();
+    if (alive) m_pPress->End();
     if (alive) watch.Tell();
     if (alive) CDialog::OnLButtonUp(flags, point);
 }

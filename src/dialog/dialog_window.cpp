@@ -1,10 +1,11 @@
 // The dialog as a window: construction, looks, background settings, commands, keys.
-#include <qkui/items/nine_parts.h>
 #include <qkui/items/resource_image.h>
 #include "dialog/alive.h"
 #include "dialog/frame_painter.h"
 #include "dialog/item_tips.h"
+#include "dialog/press.h"
 #include "dialog/tab_focus.h"
+#include "items/item_access.h"
 
 namespace {
 
@@ -35,8 +36,8 @@ END_MESSAGE_MAP()
 
 CQKDialogBase::CQKDialogBase(UINT templateId, CWnd* parent)
     : CDialog(templateId, parent),
-      m_pBackParts(std::make_unique<QKNineParts>()),
-      m_pFocus(std::make_unique<qkui::TabFocus>()),
+      m_pPress(std::make_unique<qkui::Press>(*this)),
+      m_pFocus(std::make_unique<qkui::TabFocus>(*this)),
       m_pTips(std::make_unique<qkui::ItemTips>()),
       m_pPainter(std::make_unique<qkui::FramePainter>(*this)) {}
 
@@ -135,13 +136,13 @@ int CQKDialogBase::SetBack(UINT id, LPCWSTR type, CRect& rcImage) {
 }
 
 void CQKDialogBase::SetBackMargins(int left, int top, int right, int bottom) {
-    m_pBackParts->SetMargins({left, top, right, bottom});
+    m_pPainter->BackgroundParts().SetMargins({left, top, right, bottom});
 }
 
 void CQKDialogBase::SetDefaultFont(const Gdiplus::Font& font) {
     m_pDefaultFont.reset(font.Clone());
     for (QKItemBase* item : m_arItems)
-        GiveDefaultFont(*item);
+        qkui::GiveDefaultFont(*item, m_pDefaultFont);
 }
 
 void CQKDialogBase::SetNoMove(int noMove) {
@@ -197,7 +198,7 @@ void CQKDialogBase::OnActivate(UINT state, HWND other, BOOL minimised) {
     CDialog::OnActivate(state, other, minimised);
     if (!alive || state != WA_INACTIVE) return;
     m_pTips->Hide();
-    ShowFocus(GetFocusItem(), false);
+    m_pFocus->Show(GetFocusItem(), false);
     if (alive && DropListFocus()) UpdateView();
 }
 
@@ -206,7 +207,7 @@ BOOL CQKDialogBase::PreTranslateMessage(MSG* message) {
     // dialog.
     if (message->wParam == VK_F4 && (GetKeyState(VK_MENU) & 0x8000)) return TRUE;
     if (message->message == WM_KEYDOWN) m_pTips->Hide();
-    if (TakeFocusKey(*message)) return TRUE;
+    if (m_pFocus->TakeKey(*message)) return TRUE;
     if (message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE))
         return TRUE;
     return CDialog::PreTranslateMessage(message);

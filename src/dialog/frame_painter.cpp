@@ -5,7 +5,6 @@
 #include <optional>
 #include <variant>
 
-#include <qkui/items/nine_parts.h>
 #include <qkui/list/list_ctrl.h>
 #include "dialog/recorder.h"
 #include "dialog/rubber_band.h"
@@ -46,7 +45,7 @@ CRect FramePainter::Client() const {
 }
 
 Background FramePainter::BackgroundNow() const {
-    return {dialog_.m_pBackImage.get(), *dialog_.m_pBackParts, dialog_.m_bBackKeepRatio != 0,
+    return {dialog_.m_pBackImage.get(), backgroundParts_, dialog_.m_bBackKeepRatio != 0,
             dialog_.m_bBackColor != 0, dialog_.m_crBack};
 }
 
@@ -157,7 +156,7 @@ void FramePainter::Record(Damage& damage) const {
     RecordSurroundings(whole, list);
     RecordItems(whole, list);
     if (const std::optional<RubberBand> band = Band()) band->Record(list);
-    if (const CRect focus = dialog_.FocusFrame(); !focus.IsRectEmpty()) {
+    if (const CRect focus = dialog_.m_pFocus->Frame(); !focus.IsRectEmpty()) {
         list.Begin();
         list.Add(focus);
         list.Add(dialog_.m_pFocus->GetColor().GetValue());
@@ -180,7 +179,7 @@ void FramePainter::Compose(HDC dc, CSize size, Under under, const DisplayList& l
         graphics.FillRectangle(&catching, AsRect(CRect(CPoint(0, 0), Client().Size())));
     }
     Replay(list, dc, graphics);
-    if (const CRect focus = dialog_.FocusFrame(); !focus.IsRectEmpty())
+    if (const CRect focus = dialog_.m_pFocus->Frame(); !focus.IsRectEmpty())
         dialog_.m_pFocus->Draw(graphics, focus);
     if (const std::optional<RubberBand> band = Band()) band->Draw(graphics);
 }

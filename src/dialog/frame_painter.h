@@ -7,6 +7,8 @@
 #include <platform/gdi.h>
 #include <platform/gdiplus.h>
 
+#include <qkui/items/nine_parts.h>
+
 #include "dialog/background.h"
 #include "dialog/backing_store.h"
 #include "dialog/rubber_band.h"
@@ -20,6 +22,8 @@ namespace qkui {
 class FramePainter {
   public:
     explicit FramePainter(CQKDialogBase& dialog) : dialog_(dialog) {}
+
+    QKNineParts& BackgroundParts() { return backgroundParts_; }
 
     // Straight onto a context, all of it.
     void PaintOnto(HDC dc, CSize size);
@@ -56,6 +60,7 @@ class FramePainter {
     void Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& graphics) const;
 
     CQKDialogBase& dialog_;
+    mutable QKNineParts backgroundParts_;  // cut when they are drawn
     std::unique_ptr<BackingStore> store_;  // null until it is needed, and while it is lent
     WindowStore window_;
     BackingStore* lent_ = nullptr;

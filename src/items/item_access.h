@@ -45,4 +45,7 @@ struct ItemAccess {
     static void RecordThumb(const QKVScrollBar& bar, OperationSink& sink);
 };
 
+// The font of a dialog (null: none) for an item with a text, unless it has its own.
+void GiveDefaultFont(QKItemBase& item, const std::shared_ptr<Gdiplus::Font>& font);
+
 }  // namespace qkui

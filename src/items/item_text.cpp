@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "items/draw_operations.h"
+#include "items/item_access.h"
 
 QKItemText::QKItemText(float fontSize, Gdiplus::Unit unit)
     : m_pFont(std::make_shared<Gdiplus::Font>(u"宋体", fontSize, Gdiplus::FontStyleRegular, unit)) {}
@@ -46,4 +46,19 @@ void QKItemText::SetTextFormat(Gdiplus::StringAlignment alignment) {
 qkui::TextOperation qkui::TextOf(const QKItemText& item, const Gdiplus::RectF& layout) {
     return {item.GetText(), item.GetTextLen(), item.GetFont(),
             layout,         &item.GetFormat(), item.GetTextColor()};
+}
+
+void qkui::GiveDefaultFont(QKItemBase& item, const std::shared_ptr<Gdiplus::Font>& font) {
+    if (!font) return;
+    switch (item.GetType()) {
+        case QKUI_STATICTEXT:
+            return static_cast<QKStaticText&>(item).TakeDefaultFont(font);
+        case QKUI_TEXTBUTTON:
+            return static_cast<QKTextButton&>(item).TakeDefaultFont(font);
+        case QKUI_CHECKBOX:
+        case QKUI_RADIO:
+            return static_cast<QKCheckBox&>(item).TakeDefaultFont(font);
+        default:
+            return;
+    }
 }

@@ -67,7 +67,7 @@ TEST(FrameStrip, OffsetOfEveryState) {
                      << c.count << " frames of " << c.length << ", vertical " << c.vertical << ", status "
                      << c.status << ", active " << c.active << ", enabled " << c.enabled);
         const qkui::SpriteStrip strip = {c.vertical ? 9 : c.length, c.vertical ? c.length : 9, c.count,
-                                    c.vertical};
+                                         c.vertical};
         EXPECT_EQ(qkui::SpriteOffset(strip, {c.status, c.active, c.enabled}), c.offset);
     }
 }

@@ -14,12 +14,12 @@ namespace qkui {
 class Alive;
 class FramePainter;
 class ItemTips;
+class Press;
 class TabFocus;
 struct Entry;
 }  // namespace qkui
 
 class COleDataSource;
-class QKNineParts;
 class QKButton;
 class QKCheckBox;
 class QKImage;
@@ -311,22 +311,18 @@ class PLATFORM_API CQKDialogBase : public CDialog {
   private:
     friend class qkui::Alive;
     friend class qkui::FramePainter;
+    friend class qkui::Press;
+    friend class qkui::TabFocus;
 
     // Where an item takes the pointer; false for kinds that never do.
     static bool HitRect(const QKItemBase* item, CRect& rect);
     static bool TakesPointer(const QKItemBase* item);
     QKItemBase* CapturedItem();
-    enum class ClickedBy { Pointer, Key };
-    bool CompleteClick(QKItemBase* item, ClickedBy by, bool& changed);
-    bool ToggleCheck(QKItemBase* item);
-    void UncheckOthers(const QKItemBase* radio);
-    int DragThumb(QKItemBase* item, CPoint point);
     template <class Visit>
     void ForEachList(Visit visit);
     QKListCtrl* TopmostList();
     std::u16string SelectedPaths();
     void CarryFirstIcon(COleDataSource& source);
-    int DragOut();
     void PressEntry(QKListCtrl& list, qkui::Entry& node);
     void SelectAlone(QKListCtrl& list, qkui::Entry& node);
     bool DropListFocus();
@@ -344,21 +340,10 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     void BeginBandAt(CPoint point);
     void StretchBand(CPoint point);
     QKListCtrl* BandList() const;
-    void DragWindowOrCapture(CPoint point);
-    void EndPress();
-
-    void GiveDefaultFont(QKItemBase& item) const;
-    CRect FocusFrame() const;  // empty while it does not show
-    void ShowFocus(QKItemBase* item, bool shown);
-    void BeginPress(CPoint point);
-    void PressTakesFocus(CPoint point);
-    bool TakeFocusKey(const MSG& message);
-    void ClickItem(QKItemBase* item);
-    const QKItemBase* TippedItem(CPoint point) const;
 
     const QKListCtrl* m_pKeyList = nullptr;  // pressed last; it may be gone
     std::shared_ptr<Gdiplus::Font> m_pDefaultFont;
-    std::unique_ptr<QKNineParts> m_pBackParts;
+    std::unique_ptr<qkui::Press> m_pPress;
     std::unique_ptr<qkui::TabFocus> m_pFocus;
     std::unique_ptr<qkui::ItemTips> m_pTips;
     std::unique_ptr<qkui::FramePainter> m_pPainter;
