@@ -53,15 +53,15 @@ TEST_F(Bars, TheBarIsSqueezedIntoItsTrack) {
     progress.SetPos(40);
     dialog.AddQKItem(&progress);
     dialog.Open();
-    struct Case {
-        int x, y;
-        std::uint32_t colour;
-    };
     // 40 of 100 pixels: the bar's left half ends before 31, its right half at 51.
-    for (const auto& [x, y, colour] :
-         {Case{10, 20, kTrack}, Case{11, 21, kRed}, Case{26, 38, kRed}, Case{36, 30, kBlue},
-          Case{50, 30, kBlue}, Case{51, 30, kTrack}, Case{20, 39, kTrack}, Case{111, 30, kTrack}})
-        EXPECT_EQ(dialog.Pixel(x, y), colour) << x << ", " << y;
+    dialog.ExpectPixels({{10, 20, kTrack},
+                         {11, 21, kRed},
+                         {26, 38, kRed},
+                         {36, 30, kBlue},
+                         {50, 30, kBlue},
+                         {51, 30, kTrack},
+                         {20, 39, kTrack},
+                         {111, 30, kTrack}});
     progress.SetShow(0);
     progress.SetPos(101);
     progress.SetShow(1);
@@ -149,16 +149,11 @@ TEST_F(Bars, TheThumbIsCapsAndAStretchedMiddle) {
             return drawn ? 0xFF000000 | (static_cast<std::uint32_t>(frame + 1) * 0x10) << shift : 0xFF000000;
         };
         // 20 below the bar's top: 10 of cap, 50 of middle, 10 of cap; 12 wide, in the middle of 16.
-        EXPECT_EQ(dialog.Pixel(22, 29), 0xFF000000);
-        EXPECT_EQ(dialog.Pixel(22, 30), part(16));
-        EXPECT_EQ(dialog.Pixel(33, 39), part(16));
-        EXPECT_EQ(dialog.Pixel(22, 40), part(8));
-        EXPECT_EQ(dialog.Pixel(33, 89), part(8));  // the last row shows nothing of the next frame
-        EXPECT_EQ(dialog.Pixel(22, 90), part(0));
-        EXPECT_EQ(dialog.Pixel(22, 99), part(0));
-        EXPECT_EQ(dialog.Pixel(22, 100), 0xFF000000);
-        EXPECT_EQ(dialog.Pixel(21, 60), 0xFF000000);
-        EXPECT_EQ(dialog.Pixel(34, 60), 0xFF000000);
+        for (const auto& [x, y] : {std::pair(22, 29), {22, 100}, {21, 60}, {34, 60}})
+            EXPECT_EQ(dialog.Pixel(x, y), 0xFF000000) << x << ", " << y;
+        dialog.ExpectPixels({{22, 30, part(16)}, {33, 39, part(16)}, {22, 40, part(8)}});
+        // The middle's last row shows nothing of the next frame.
+        dialog.ExpectPixels({{33, 89, part(8)}, {22, 90, part(0)}, {22, 99, part(0)}});
     };
     expect("at rest", 0);
     dialog.Move(25, 15);  // anywhere over the bar
@@ -181,8 +176,7 @@ TEST_F(Bars, TheThumbIsCapsAndAStretchedMiddle) {
     bar.SetBarImage(u"none", u"none", u"none");
     EXPECT_EQ(bar.SetTrackImage(Solid("scroll_track", 0xFFABCDEF, 3, 3)), 1);
     dialog.Refresh();
-    EXPECT_EQ(dialog.Pixel(20, 10), 0xFFABCDEFU);
-    EXPECT_EQ(dialog.Pixel(35, 129), 0xFFABCDEFU);
+    dialog.ExpectPixels({{20, 10, 0xFFABCDEF}, {35, 129, 0xFFABCDEF}});
 }
 
 TEST_F(Bars, ADragFollowsThePointerBetweenBothEnds) {

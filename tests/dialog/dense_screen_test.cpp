@@ -63,11 +63,8 @@ Shown Show(int style) {
     dialog.SetBackColor(Gdiplus::Color(255, 30, 60, 90), style != LAY_OPAQUE);
     if (style != LAY_COLORKEY)
         dialog.SetBack(SaveBoth("dense_back", kit::kDialogWidth, kit::kDialogHeight, 128), 0, 1);
-    dialog.Create(kit::kDialogTemplate);
-    dialog.SetWindowPos(HWND(), 7, 9, kit::kDialogWidth, kit::kDialogHeight, SWP_NOZORDER);
+    dialog.OpenAs(style, style == LAY_ALPHA ? 200 : 255, 7, 9);
     if (style == LAY_COLORKEY) dialog.Set_COLORKEYDlg(RGB(30, 60, 90));
-    if (style == LAY_ALPHA) dialog.Set_ALPHADlg(200);
-    if (style == LAY_OPAQUE) dialog.Set_OPAQUEDlg(255);
     const HRGN shape = CreateRectRgn(3, 0, kit::kDialogWidth, kit::kDialogHeight - 5);
     if (style != LAY_OPAQUE) SetWindowRgn(dialog.m_hWnd, shape, TRUE);
     dialog.Show();

@@ -88,15 +88,6 @@ TEST_F(DialogFault, AMissingTemplateIsReported) {
     EXPECT_EQ(modal.DoModal(), -1);
 }
 
-TEST_F(DialogFault, ItemsRegisteredEarlyHaveNoParentYetAndStillWork) {
-    TestDialog dialog;
-    TestButton button(10, 10);
-    dialog.AddQKItem(&button);
-    dialog.Open();
-    dialog.Click(20, 20);
-    EXPECT_EQ(button.clicks, 1);
-}
-
 TEST_F(DialogFault, OddGeometryIsDrawnWithoutHarm) {
     TestDialog dialog;
     TestButton button(10, 10);

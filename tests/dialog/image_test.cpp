@@ -34,14 +34,8 @@ TEST_F(Images, AStillOneFillsItsRectangle) {
     image.SetRect(20, 30, 100, 50);
     dialog.AddQKItem(&image);
     dialog.Open();
-    struct Case {
-        int x, y;
-        std::uint32_t colour;
-    };
-    for (const auto& [x, y, colour] :
-         {Case{20, 30, 0xFFFF0000}, Case{119, 79, 0xFF00FF00}, Case{20, 79, 0xFFFF0000},
-          Case{120, 50, 0xFF000000}, Case{50, 80, 0xFF000000}, Case{19, 50, 0xFF000000}})
-        EXPECT_EQ(dialog.Pixel(x, y), colour) << x << ", " << y;
+    dialog.ExpectPixels({{20, 30, 0xFFFF0000}, {119, 79, 0xFF00FF00}, {20, 79, 0xFFFF0000}});
+    dialog.ExpectPixels({{120, 50, 0xFF000000}, {50, 80, 0xFF000000}, {19, 50, 0xFF000000}});
     QKImage copy(image);  // shares the picture
     image.DestroyImag();
     dialog.AddQKItem(&copy);

@@ -313,7 +313,7 @@ class FuzzedDialog {
         dialog_.SetSelRect(1);
         dialog_.Create(kit::kDialogTemplate);
         dialog_.SetWindowPos(HWND(), 0, 0, size.cx, size.cy, SWP_NOZORDER);
-        Choose(style);
+        dialog_.Become(style);
         dialog_.Show();
     }
 
@@ -358,12 +358,6 @@ class FuzzedDialog {
     }
 
   private:
-    void Choose(int style) {
-        if (style == LAY_NONE) dialog_.SetNoLayDlg();
-        if (style == LAY_COLORKEY) dialog_.Set_COLORKEYDlg(RGB(255, 0, 255));
-        if (style == LAY_ALPHA) dialog_.Set_ALPHADlg(255);
-        if (style == LAY_OPAQUE) dialog_.Set_OPAQUEDlg(255);
-    }
     void ChangeItems(int what, QKItemBase& item) {
         if (what == 0) {
             dialog_.RemoveQKItem(&item);
@@ -383,7 +377,7 @@ class FuzzedDialog {
             dialog_.SetWindowPos(HWND(), 0, 0, size_.cx - crowd_.Roll(2) * 3, size_.cy - crowd_.Roll(2) * 5,
                                  SWP_NOZORDER);
         } else if (what == 7 && crowd_.Roll(8) == 0) {
-            Choose(crowd_.Roll(3) ? style_ : crowd_.Roll(4));
+            dialog_.Become(crowd_.Roll(3) ? style_ : crowd_.Roll(4));
         } else if (what == 8) {
             dialog_.SetBackMargins(crowd_.Roll(9), crowd_.Roll(9), crowd_.Roll(9), crowd_.Roll(2));
         }

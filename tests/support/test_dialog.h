@@ -31,6 +31,19 @@ class TestDialog : public CQKDialogBase {
         SetWindowPos(HWND(), x, y, kDialogWidth, kDialogHeight, SWP_NOZORDER);
         Show();
     }
+    // The same in a style, with an alpha where it takes one; the colour that the key leaves out is magenta.
+    void OpenAs(int style, int alpha = 255, int x = 100, int y = 100) {
+        ASSERT_TRUE(Create(kDialogTemplate));
+        SetWindowPos(HWND(), x, y, kDialogWidth, kDialogHeight, SWP_NOZORDER);
+        Become(style, alpha);
+        Show();
+    }
+    void Become(int style, int alpha = 255) {
+        if (style == LAY_NONE) SetNoLayDlg();
+        if (style == LAY_COLORKEY) Set_COLORKEYDlg(RGB(255, 0, 255));
+        if (style == LAY_ALPHA) Set_ALPHADlg(alpha);
+        if (style == LAY_OPAQUE) Set_OPAQUEDlg(alpha);
+    }
     void Show() {
         ShowWindow(SW_SHOW);
         UpdateView();
@@ -64,6 +77,14 @@ class TestDialog : public CQKDialogBase {
         return point;
     }
     std::uint32_t Pixel(int x, int y) { return Headless::Capture(m_hWnd).At(x, y); }
+    struct Spot {
+        int x, y;
+        std::uint32_t colour;
+    };
+    void ExpectPixels(std::initializer_list<Spot> spots) {
+        for (const auto& [x, y, colour] : spots)
+            EXPECT_EQ(Pixel(x, y), colour) << x << ", " << y;
+    }
 
     void UpdateView() override {
         ++refreshes;
