@@ -45,7 +45,7 @@ bool BackingStore::Prepare(HDC compatible, int width, int height) {
     return true;
 }
 
-void BackingStore::HandOut(const Gdiplus::Bitmap* under) {
+void BackingStore::Lend(const Gdiplus::Bitmap* under) {
     SelectClipRgn(context_, HRGN());
     underlay_.Take(under);
     untouched_ = SetFirstUseProc(context_, &BackingStore::StartOver, this);

@@ -29,7 +29,7 @@ class BackingStore {
     // Gives the context to a host as if it held a fresh surface that shows `under` (null: nothing) and has no
     // clip. Its pixels are the last frame's until somebody wants them: only then are they made what they are
     // to seem. TakeBack tells whether nobody did. Withdraw ends it, and forgets what lay under.
-    void HandOut(const Gdiplus::Bitmap* under);
+    void Lend(const Gdiplus::Bitmap* under);
     bool TakeBack();
     void Withdraw();
     bool LiesOnPicture() const { return underlay_.Revision() != 0; }
@@ -65,7 +65,7 @@ class BackingStore {
     HBITMAP bitmap_;
     void* bits_ = nullptr;    // top-down
     int scale_ = 1;           // pixels to a unit
-    bool untouched_ = false;  // since HandOut
+    bool untouched_ = false;  // since Lend
     Underlay underlay_;
     Damage damage_;
     // What the frame was last composed in.

@@ -89,7 +89,7 @@ void FramePainter::PaintKept(HDC dc, CSize size) {
 }
 
 bool FramePainter::PaintInWindow(HDC dc, CSize size) {
-    if (!window_.Meet(dialog_.m_hWnd, dc, size.cx, size.cy)) return false;
+    if (!window_.IsOurs(dialog_.m_hWnd, dc, size.cx, size.cy)) return false;
     Record(window_.Damaged());
     window_.Repaint(dc, CoversAll(size),
                     [&] { Compose(dc, size, Under::Nothing, window_.Damaged().List()); });

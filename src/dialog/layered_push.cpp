@@ -59,7 +59,7 @@ void FramePainter::Push(const CRect& window) {
     const Loan loan(*this);
     BackingStore& store = loan.Store();
     if (!store.Prepare(windowContext.Get(), size.cx, size.cy)) return;
-    store.HandOut(dialog_.m_pBackCache.get());
+    store.Lend(dialog_.m_pBackCache.get());
     dialog_.DrawSurface(store.Context(), size.cx, size.cy, 1);
     if (loan.IsOwnerGone()) return;
     const POINT source = dialog_.m_bLayerSrcSet ? dialog_.m_ptLayerSrc : POINT{0, 0};

@@ -12,7 +12,7 @@ class WindowStore {
   public:
     // Whether a context of the window has a surface of `width` by `height` that is the dialog's alone. Once
     // somebody else drew on it, it is not, until its size changes.
-    bool Meet(HWND window, HDC context, int width, int height);
+    bool IsOurs(HWND window, HDC context, int width, int height);
 
     Damage& Damaged() { return damage_; }
 
@@ -30,12 +30,12 @@ class WindowStore {
             compose();
         });
         repaint.Done();
-        met_ = true;
+        composed_ = true;
     }
 
   private:
     Damage damage_;
-    bool met_ = false;  // something was composed
+    bool composed_ = false;
     bool shared_ = false;
 };
 

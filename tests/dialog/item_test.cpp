@@ -38,7 +38,7 @@ TEST(Item, OnlyTheRectangleFormOfSetRectResetsTheStatus) {
     EXPECT_EQ(item.GetStatus(), QKItemBase::QK_NORMAL);
 }
 
-TEST(FrameStrip, OffsetOfEveryState) {
+TEST(SpriteStrip, OffsetOfEveryState) {
     constexpr int kNormal = QKItemBase::QK_NORMAL;
     constexpr int kOver = QKItemBase::QK_MOUSEON;
     constexpr int kDown = QKItemBase::QK_MOUSEDOWN;

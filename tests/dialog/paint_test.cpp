@@ -138,7 +138,7 @@ TEST_F(DialogPaint, ACachedBackgroundShowsThePixelsOfADrawnOne) {
         dialog.OpenAs(LAY_OPAQUE);
         EXPECT_EQ(dialog.m_pBackCache != nullptr, cache == 1);
         button.SetActive(1);
-        dialog.Refresh();  // mends from the cache
+        dialog.Refresh();  // repaints from the cache
         button.SetRect(50, 50, 40, 30);
         dialog.Refresh();
         pictures[cache] = Headless::Capture(dialog.m_hWnd);

@@ -10,18 +10,19 @@ namespace {
 
 using Gdiplus::RectF;
 
-struct Piece {
+struct Drawn {
     RectF to, from;
     bool mirrored;  // beyond its source, which keeps a stretched edge clean
 };
 
 struct Recorder final : qkui::OperationSink {
-    void Add(const qkui::ImageOperation& piece) override {
-        pieces[piece.image] = {piece.destination, piece.source, piece.wrap == Gdiplus::WrapModeTileFlipXY};
-        order.push_back(piece.image);
+    void Add(const qkui::ImageOperation& operation) override {
+        drawn[operation.image] = {operation.destination, operation.source,
+                                  operation.wrap == Gdiplus::WrapModeTileFlipXY};
+        order.push_back(operation.image);
     }
     void Add(const qkui::TextOperation&) override {}
-    std::map<Gdiplus::Image*, Piece> pieces;
+    std::map<Gdiplus::Image*, Drawn> drawn;
     std::vector<Gdiplus::Image*> order;
 };
 
@@ -34,7 +35,7 @@ std::string Text(const RectF& r) {
            std::to_string(r.Height);
 }
 
-TEST(StateImage, PlacesNinePieces) {
+TEST(NinePatch, PlacesNineImages) {
     struct Case {
         const char* name;
         std::array<SIZE, 9> sizes;  // no width: no image
@@ -98,10 +99,10 @@ TEST(StateImage, PlacesNinePieces) {
         EXPECT_EQ(recorder.order.size(), count);
         for (const auto& [index, rects] : c.wanted) {
             SCOPED_TRACE(index);
-            const Piece piece = recorder.pieces.at(images[static_cast<std::size_t>(index)]);
-            EXPECT_TRUE(Same(piece.to, rects.first)) << Text(piece.to);
-            EXPECT_TRUE(Same(piece.from, rects.second)) << Text(piece.from);
-            EXPECT_EQ(piece.mirrored, index % 2 == 1 || index == 4);
+            const Drawn one = recorder.drawn.at(images[static_cast<std::size_t>(index)]);
+            EXPECT_TRUE(Same(one.to, rects.first)) << Text(one.to);
+            EXPECT_TRUE(Same(one.from, rects.second)) << Text(one.from);
+            EXPECT_EQ(one.mirrored, index % 2 == 1 || index == 4);
         }
         if (count == 9) {
             std::vector<Gdiplus::Image*> wanted;
@@ -115,7 +116,7 @@ TEST(StateImage, PlacesNinePieces) {
     EXPECT_TRUE(nothing.order.empty());
 }
 
-TEST(StateImage, BothFormsDrawTheSame) {
+TEST(NinePatch, BothFormsDrawTheSame) {
     CQKDialogBase dialog(kit::kDialogTemplate);
     std::array<std::unique_ptr<Gdiplus::Bitmap>, 9> owned;
     std::array<Gdiplus::Bitmap*, 9> bitmaps;
@@ -142,7 +143,7 @@ TEST(StateImage, BothFormsDrawTheSame) {
         }
 }
 
-TEST(StateImage, OneAlphaForAllThatIsNotBlack) {
+TEST(NinePatch, OneAlphaForAllThatIsNotBlack) {
     CQKDialogBase dialog(kit::kDialogTemplate);
     for (const int alpha : {128, 384, -128}) {
         SCOPED_TRACE(alpha);

@@ -1,4 +1,5 @@
-// That mending a frame gives the pixels of a new one, whatever the host does, and costs no more than it must.
+// That repainting a part gives the pixels of a new frame, whatever the host does, and costs no more than it
+// must.
 #include <random>
 #include <utility>
 
@@ -15,7 +16,7 @@ using kit::Strip;
 using kit::TestButton;
 using kit::TestDialog;
 
-class MendedFrame : public testing::Test {
+class PartialRepaint : public testing::Test {
   protected:
     static void SetUpTestSuite() { ASSERT_TRUE(kit::OpenFrameScreen()); }
 };
@@ -399,7 +400,7 @@ class FuzzedDialog {
 
 // Long random runs of dialogs: whatever changed in between, or while a frame is drawn, each window shows what
 // a frame composed from nothing shows, also while others draw theirs.
-TEST_F(MendedFrame, EqualsANewOne) {
+TEST_F(PartialRepaint, EqualsANewOne) {
     const CSize usual(kDialogWidth, kDialogHeight), large(4300, 140);  // that is composed in several bands
     const struct {
         std::vector<int> styles;  // of dialogs that live at the same time
@@ -429,7 +430,7 @@ TEST_F(MendedFrame, EqualsANewOne) {
 }
 
 // Nothing is drawn on a frame that stays the same, also when others wrote to memory of their own.
-TEST_F(MendedFrame, IsNotTouchedWhileItStaysTheSame) {
+TEST_F(PartialRepaint, IsNotTouchedWhileItStaysTheSame) {
     struct Watching : TestDialog {
         void DrawSurface(HDC dc, int width, int height, int buffer) override {
             TestDialog::DrawSurface(dc, width, height, buffer);
@@ -456,7 +457,7 @@ TEST_F(MendedFrame, IsNotTouchedWhileItStaysTheSame) {
     EXPECT_NE(dialog.revision, before);
 }
 
-TEST_F(MendedFrame, RepeatsNoWork) {
+TEST_F(PartialRepaint, RepeatsNoWork) {
     if (kit::kScale > 1) GTEST_SKIP() << "pictures of usual size are scaled there";
     TestDialog dialog;
     dialog.SetBack(Strip("warm", {0xFFFF0000, 0xFF0000FF}, 33, 17, false), 1, 0);
