@@ -215,7 +215,7 @@ class RandomListDraw : public ListDraw, public ::testing::WithParamInterface<boo
 
 INSTANTIATE_TEST_SUITE_P(ManyHeld, RandomListDraw, ::testing::Bool());
 
-TEST_P(RandomListDraw, AMendedFrameEqualsANewOne) {
+TEST_P(RandomListDraw, APartialRepaintEqualsANewOne) {
     std::mt19937 random(11);
     const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
     Shown shown;
