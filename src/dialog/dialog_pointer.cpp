@@ -5,6 +5,7 @@
 #include "dialog/press.h"
 #include "dialog/selection_watch.h"
 #include "items/item_access.h"
+#include "list/list_access.h"
 
 // Items are visited from the last registered to the first: the topmost drawn comes first. Every refresh is a
 // call into the host, and so is default processing.
@@ -103,11 +104,11 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
         if (!TakesPointer(item)) continue;
         if (item->GetType() == QKUI_LISTCTRL) {
             auto* list = static_cast<QKListCtrl*>(item);
-            const qkui::Alive pressed(*this, list->m_lstItems);
+            const qkui::Alive pressed(*this, qkui::ListAccess::Life(*list));
             list->GetRect(&rect);
             const bool taken = MoveLDownList(list, rect, point);
             if (!alive) return;
-            if (!taken && !(pressed && list->m_nListMode == QKLIST_DESKTOP)) continue;
+            if (!taken && !(pressed && list->GetListMode() == QKLIST_DESKTOP)) continue;
             if (!taken && m_bSelRect) StartBand(point);
             break;
         }

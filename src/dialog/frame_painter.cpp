@@ -9,6 +9,7 @@
 #include "dialog/recorder.h"
 #include "dialog/rubber_band.h"
 #include "dialog/tab_focus.h"
+#include "list/list_access.h"
 #include "list/uninterrupted.h"
 
 namespace qkui {
@@ -118,9 +119,9 @@ void FramePainter::RecordSurroundings(const CRect& whole, DisplayList& list) con
 
 void FramePainter::RecordEntries(QKListCtrl& list, const CRect& area, DisplayList& entries) const {
     if (!list.IsShow()) return;
-    for (Entry* node : list.DrawnIn(area)) {
+    for (Entry* node : ListAccess::DrawnIn(list, area)) {
         entries.Begin();
-        list.DescribeEntry(*node, entries);
+        ListAccess::DescribeEntry(list, *node, entries);
         entries.DrawOnly(EntryOperation{&list, node});
     }
 }
@@ -143,7 +144,7 @@ void FramePainter::RecordItems(const CRect& area, DisplayList& list) const {
 std::optional<RubberBand> FramePainter::Band() const {
     if (!dialog_.m_bSelRect || !dialog_.m_bSelecting) return std::nullopt;
     RubberBand band{dialog_.m_rcSel, std::nullopt};
-    if (const QKListCtrl* const list = dialog_.BandList()) band.clip = list->View();
+    if (const QKListCtrl* const list = dialog_.BandList()) band.clip = ListAccess::View(*list);
     return band;
 }
 
@@ -151,7 +152,8 @@ void FramePainter::Record(Damage& damage) const {
     const CRect whole(0, 0, damage.Width(), damage.Height());
     dialog_.SettleScrolling();
     for (QKItemBase* item : dialog_.m_arItems)
-        if (item->GetType() == QKUI_LISTCTRL && item->IsShow()) static_cast<QKListCtrl*>(item)->BeginFrame();
+        if (item->GetType() == QKUI_LISTCTRL && item->IsShow())
+            ListAccess::BeginFrame(static_cast<QKListCtrl&>(*item));
     DisplayList& list = damage.NewList();
     RecordSurroundings(whole, list);
     RecordItems(whole, list);
@@ -194,7 +196,7 @@ void FramePainter::Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& gr
         if (scrolling == clipped) return;
         clipped = scrolling;
         if (scrolling)
-            graphics.SetClip(AsRect(scrolling->View()));
+            graphics.SetClip(AsRect(ListAccess::View(*scrolling)));
         else
             graphics.ResetClip();
     };
@@ -203,7 +205,7 @@ void FramePainter::Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& gr
                     const auto* const entry = std::get_if<EntryOperation>(&operation);
                     clipTo(entry && entry->list->IsScrolling() ? entry->list : nullptr);
                     if (entry)
-                        entry->list->ComposeEntry(*entry->node, painter);
+                        ListAccess::ComposeEntry(*entry->list, *entry->node, painter);
                     else if (const auto* const area = std::get_if<CatchOperation>(&operation))
                         graphics.FillRectangle(&catching, area->area);
                     else if (const auto* const image = std::get_if<ImageOperation>(&operation))

@@ -1,7 +1,7 @@
 #include "dialog/selection_watch.h"
 
 #include <qkui/list/list_ctrl.h>
-#include "list/list_entries.h"
+#include "list/list_access.h"
 
 namespace qkui {
 
@@ -9,8 +9,9 @@ SelectionWatch::SelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>&
     for (QKItemBase* item : items) {
         if (item->GetType() != QKUI_LISTCTRL) continue;
         auto* list = static_cast<QKListCtrl*>(item);
-        if (list->m_calls.selection)
-            watched_.push_back({list, Alive(dialog, list->m_lstItems), list->m_lstItems->SelectionMark()});
+        if (ListAccess::Calls(*list).selection)
+            watched_.push_back(
+                {list, Alive(dialog, ListAccess::Life(*list)), ListAccess::Entries(*list).SelectionMark()});
     }
 }
 
@@ -18,8 +19,8 @@ void SelectionWatch::Tell() {
     for (const Watched& watched : watched_) {
         // A list that was taken off the dialog is not asked for its selection any more.
         if (!watched.alive || !dialog_.GetQKItem(watched.list)) continue;
-        const auto call = watched.list->m_calls.selection;
-        if (call && watched.list->m_lstItems->SelectionMark() != watched.before) (*call)();
+        const auto call = ListAccess::Calls(*watched.list).selection;
+        if (call && ListAccess::Entries(*watched.list).SelectionMark() != watched.before) (*call)();
     }
 }
 

@@ -9,7 +9,7 @@
 
 #include "dialog/alive.h"
 #include "dialog/shown_lists.h"
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/memory.h"
 
 using namespace qkui;
@@ -66,8 +66,8 @@ void CarryIcon(COleDataSource& source, Gdiplus::Image* image, CSize size) {
 std::u16string CQKDialogBase::SelectedPaths() {
     std::u16string paths;
     ForEachList([&](QKListCtrl& list) {
-        list.m_lstItems->SyncAll();
-        for (const Entry* node : list.m_lstItems->Selected())
+        ListAccess::Entries(list).SyncAll();
+        for (const Entry* node : ListAccess::Entries(list).Selected())
             if (node->unselected == 0) paths.append(node->Path()) += u'\0';
     });
     return paths;
@@ -77,10 +77,11 @@ std::u16string CQKDialogBase::SelectedPaths() {
 void CQKDialogBase::CarryFirstIcon(COleDataSource& source) {
     bool carries = false;
     ForEachList([&](QKListCtrl& list) {
-        for (const Entry* node : list.m_lstItems->Selected()) {
+        for (const Entry* node : ListAccess::Entries(list).Selected()) {
             if (carries || node->unselected != 0) continue;
             carries = true;
-            if (node->Icon()) CarryIcon(source, node->Icon(), CSize(list.m_nImageWidth, list.m_nImageHeight));
+            if (node->Icon())
+                CarryIcon(source, node->Icon(), CSize(list.GetImageWidth(), list.GetImageHeight()));
         }
     });
 }
@@ -104,7 +105,7 @@ int CQKDialogBase::DoDropSource() {
 int CQKDialogBase::DeleteSelectedFiles() {
     return WithinMemory(0, [this] {
         int removed = 0;
-        ForEachList([&](QKListCtrl& list) { removed |= list.m_lstItems->ReleaseSelected(); });
+        ForEachList([&](QKListCtrl& list) { removed |= ListAccess::Entries(list).ReleaseSelected(); });
         return removed;
     });
 }

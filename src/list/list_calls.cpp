@@ -1,9 +1,8 @@
 // The functions of the host that a list calls.
-#include <qkui/list/list_calls.h>
-
 #include <utility>
 
 #include <qkui/list/list_ctrl.h>
+#include "list/list_access.h"
 
 using namespace qkui;
 
@@ -27,32 +26,34 @@ std::function<void(QKListItem*, POINT*)> AtPoint(const ListCalls::Call<QKListIte
 }  // namespace
 
 void QKListCtrl::SetClickCallBack(std::function<void(QKListItem*, CPoint)> clicked) {
-    m_calls.click = Kept(std::move(clicked));
+    m_state->calls.click = Kept(std::move(clicked));
 }
 
 void QKListCtrl::SetDblClickCallBack(std::function<void(QKListItem*)> clicked) {
-    m_calls.doubleClick = Kept(std::move(clicked));
+    m_state->calls.doubleClick = Kept(std::move(clicked));
 }
 
 void QKListCtrl::SetRClickCallBack(std::function<void(QKListItem*, CPoint)> clicked) {
-    m_calls.rightClick = Kept(std::move(clicked));
+    m_state->calls.rightClick = Kept(std::move(clicked));
 }
 
 void QKListCtrl::SetSelectionCallBack(std::function<void()> changed) {
-    m_calls.selection = Kept(std::move(changed));
+    m_state->calls.selection = Kept(std::move(changed));
 }
 
-std::function<void(QKListItem*, POINT*)> QKListCtrl::ClickCall() const {
-    return AtPoint(m_calls.click, m_listCallbacks.pfnClick, m_listCallbacks.pParam);
+std::function<void(QKListItem*, POINT*)> ListAccess::ClickCall(const QKListCtrl& list) {
+    return AtPoint(list.m_state->calls.click, list.m_listCallbacks.pfnClick, list.m_listCallbacks.pParam);
 }
 
-std::function<void(QKListItem*, POINT*)> QKListCtrl::RightClickCall() const {
-    return AtPoint(m_calls.rightClick, m_listCallbacks.pfnRClick, m_listCallbacks.pParam);
+std::function<void(QKListItem*, POINT*)> ListAccess::RightClickCall(const QKListCtrl& list) {
+    return AtPoint(list.m_state->calls.rightClick, list.m_listCallbacks.pfnRClick,
+                   list.m_listCallbacks.pParam);
 }
 
-std::function<void(QKListItem*)> QKListCtrl::DoubleClickCall() const {
-    if (const auto call = m_calls.doubleClick) return [call](QKListItem* entry) { (*call)(entry); };
-    const auto function = m_listCallbacks.pfnDblClick;
+std::function<void(QKListItem*)> ListAccess::DoubleClickCall(const QKListCtrl& list) {
+    if (const auto call = list.m_state->calls.doubleClick)
+        return [call](QKListItem* entry) { (*call)(entry); };
+    const auto function = list.m_listCallbacks.pfnDblClick;
     if (!function) return nullptr;
-    return [function, param = m_listCallbacks.pParam](QKListItem* entry) { function(entry, param); };
+    return [function, param = list.m_listCallbacks.pParam](QKListItem* entry) { function(entry, param); };
 }

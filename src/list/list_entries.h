@@ -28,7 +28,7 @@ namespace qkui {
 // those it may be looking at. Records are compared before each answer, as HeldRecords says.
 //
 // Where memory runs out, std::bad_alloc leaves a call. The collection and its entries are whole then.
-class ListEntries : public std::enable_shared_from_this<ListEntries> {
+class ListEntries {
   public:
     ListEntries() = default;
     ~ListEntries() { Release(); }

@@ -5,7 +5,7 @@
 #include <qkui/list/list_ctrl.h>
 #include "items/arithmetic.h"
 #include "list/cell_search.h"
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/list_text.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"
@@ -24,161 +24,179 @@ bool IsExact(const ListLayout& layout) {
                  m.itemHeight, m.imageWidth, m.imageHeight, m.innerTop, m.textGap);
 }
 
+void LoadFrames(std::array<std::shared_ptr<Gdiplus::Image>, 9>& images, const CStringArray& paths) {
+    if (paths.GetSize() != static_cast<INT_PTR>(images.size())) return;
+    for (std::size_t i = 0; i < images.size(); ++i)
+        images[i] = std::make_shared<Gdiplus::Image>(paths[static_cast<INT_PTR>(i)]);
+}
+
 }  // namespace
 
-ListMetrics QKListCtrl::Metrics() const {
-    return {m_nListType, m_nItemWidth, m_nItemHeight, m_nImageWidth, m_nImageHeight, m_nInerTop, m_nTextGap};
+ListMetrics ListAccess::Metrics(const QKListCtrl& list) {
+    return {list.m_nListType,    list.m_nItemWidth, list.m_nItemHeight, list.m_nImageWidth,
+            list.m_nImageHeight, list.m_nInerTop,   list.m_nTextGap};
 }
 
 // Drawing leaves its own trimming in the format.
-ListMeasure QKListCtrl::Measure() const {
-    ListMeasure measure = {Metrics(), {m_pFont, m_format}};
+ListMeasure ListAccess::Measure(const QKListCtrl& list) {
+    ListMeasure measure = {Metrics(list), {list.m_pFont, list.m_format}};
     measure.style.format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
     return measure;
 }
 
 // The cells that the settings make; nothing for a list too small for the first one.
-std::optional<CellGrid> QKListCtrl::Grid(bool columns) const {
-    const int stepX = Sum(m_nWIner, m_nItemWidth);
-    const int stepY = Sum(m_nHIner, m_nItemHeight);
-    const int length = columns ? m_nHeight : m_nWidth;
-    CellGrid grid = {
-        Corner(), {m_nItemWidth, m_nItemHeight}, columns ? stepY : stepX, columns ? stepX : stepY, columns, 0,
-        0};
+std::optional<CellGrid> ListAccess::Grid(const QKListCtrl& list, bool columns) {
+    const int stepX = Sum(list.m_nWIner, list.m_nItemWidth);
+    const int stepY = Sum(list.m_nHIner, list.m_nItemHeight);
+    const int length = columns ? list.m_nHeight : list.m_nWidth;
+    CellGrid grid = {Corner(list),
+                     {list.m_nItemWidth, list.m_nItemHeight},
+                     columns ? stepY : stepX,
+                     columns ? stepX : stepY,
+                     columns,
+                     0,
+                     0};
     if (length < grid.along) return std::nullopt;
-    grid.SetLines(length, columns ? m_nItemHeight : m_nItemWidth);
+    grid.SetLines(length, columns ? list.m_nItemHeight : list.m_nItemWidth);
     return grid;
 }
 
 // The cells that entries are laid out in.
-std::optional<CellGrid> QKListCtrl::LayoutGrid() const {
-    if (m_nListType != QKLT_LIST) return Grid(m_nArrange == 0);
-    const int inset = m_scroll.on ? IconOverhang(Metrics()) : 0;
-    return CellGrid{CPoint(Sum(Corner().x, inset), Corner().y),
-                    {Difference(m_nWidth, inset), m_nItemHeight},
-                    Sum(m_nHIner, m_nItemHeight),
+std::optional<CellGrid> ListAccess::LayoutGrid(const QKListCtrl& list) {
+    if (list.m_nListType != QKLT_LIST) return Grid(list, list.m_nArrange == 0);
+    const int inset = list.m_state->scroll.on ? IconOverhang(Metrics(list)) : 0;
+    return CellGrid{CPoint(Sum(Corner(list).x, inset), Corner(list).y),
+                    {Difference(list.m_nWidth, inset), list.m_nItemHeight},
+                    Sum(list.m_nHIner, list.m_nItemHeight),
                     0,  // one column without end
                     true,
                     0,
                     0};
 }
 
-std::optional<CellPlace> QKListCtrl::PlaceFirstFree(const std::optional<CellGrid>& grid) {
+std::optional<CellPlace> ListAccess::PlaceFirstFree(QKListCtrl& list, const std::optional<CellGrid>& grid) {
     if (!grid) return std::nullopt;
-    const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, 0);
+    const std::optional<CRect> cell = Entries(list).FirstFree(*grid, 0);
     if (!cell) return std::nullopt;
-    Grow(*cell);
-    return CellPlace{*cell, CaptionCell(Metrics(), *cell)};
+    Grow(list, *cell);
+    return CellPlace{*cell, CaptionCell(Metrics(list), *cell)};
 }
 
 // On a desktop: in the cell under the point, or the first free one after it, down the columns. A point that
 // no cell is under counts as one in the first where cells go on without end; else there is no place for it.
-std::optional<CellPlace> QKListCtrl::PlaceAtPoint(int x, int y) {
-    if (m_nListMode != QKLIST_DESKTOP) return std::nullopt;
-    const std::optional<CellGrid> grid = Grid(!m_scroll.on || m_nArrange == 0);
+std::optional<CellPlace> ListAccess::PlaceAtPoint(QKListCtrl& list, int x, int y) {
+    if (list.m_nListMode != QKLIST_DESKTOP) return std::nullopt;
+    const std::optional<CellGrid> grid = Grid(list, !list.m_state->scroll.on || list.m_nArrange == 0);
     if (!grid) return std::nullopt;
     // In the band at the bottom that no cell starts in, too; a list that scrolls has none.
-    const bool atBottom = !m_scroll.on && std::int64_t{y} + grid->along >= std::int64_t{m_nY} + m_nHeight;
+    const bool atBottom =
+        !list.m_state->scroll.on && std::int64_t{y} + grid->along >= std::int64_t{list.m_nY} + list.m_nHeight;
     const std::int64_t start = atBottom ? 0 : grid->NumberAt(CPoint(x, y)).value_or(grid->count);
-    const std::optional<CRect> cell = m_lstItems->FirstFree(*grid, start);
+    const std::optional<CRect> cell = Entries(list).FirstFree(*grid, start);
     if (!cell) return std::nullopt;
-    Grow(*cell);
-    return CellPlace{*cell, GridCaptionCell(Metrics(), *cell)};  // of any type
+    Grow(list, *cell);
+    return CellPlace{*cell, GridCaptionCell(Metrics(list), *cell)};  // of any type
 }
 
 // An entry that is told where it lies: it may be no entry of this list.
-void QKListCtrl::PlaceRecord(QKListItem& entry, const std::optional<CellPlace>& place) {
+void ListAccess::PlaceRecord(QKListCtrl& list, QKListItem& entry, const std::optional<CellPlace>& place) {
     if (!place) return;
     entry.rcItem = place->cell;
     entry.rcText = place->caption;
-    ReCalcStateRect(&entry);
+    list.ReCalcStateRect(&entry);
 }
 
-void QKListCtrl::Grow(const CRect& cell) {
-    if (m_scroll.on) return;
-    const CRect list(CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight));
-    if (list.bottom >= cell.bottom && list.right >= cell.right) return;
-    if (list.bottom < cell.bottom) m_nHeight = Difference(cell.bottom, m_nY);
-    if (list.right < cell.right) m_nWidth = Difference(cell.right, m_nX);
-    m_nStatus = QK_NORMAL;
+void ListAccess::Grow(QKListCtrl& list, const CRect& cell) {
+    if (list.m_state->scroll.on) return;
+    const CRect now = View(list);
+    if (now.bottom >= cell.bottom && now.right >= cell.right) return;
+    if (now.bottom < cell.bottom) list.m_nHeight = Difference(cell.bottom, list.m_nY);
+    if (now.right < cell.right) list.m_nWidth = Difference(cell.right, list.m_nX);
+    list.m_nStatus = QKItemBase::QK_NORMAL;
 }
 
 void QKListCtrl::ScaleItemXY(QKListItem* entry) {
     WithinMemory([&] {
-        m_lstItems->Find(entry);
-        const std::optional<CellPlace> place = PlaceFirstFree(LayoutGrid());
+        m_state->entries->Find(entry);
+        const std::optional<CellPlace> place =
+            ListAccess::PlaceFirstFree(*this, ListAccess::LayoutGrid(*this));
         if (place && m_nListType == QKLT_LIST) entry->szTextCath[0] = u'\0';
-        PlaceRecord(*entry, place);
+        ListAccess::PlaceRecord(*this, *entry, place);
     });
 }
 
 void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
     WithinMemory([&] {
-        m_lstItems->Find(entry);
-        PlaceRecord(*entry, PlaceAtPoint(x, y));
+        m_state->entries->Find(entry);
+        ListAccess::PlaceRecord(*this, *entry, ListAccess::PlaceAtPoint(*this, x, y));
     });
 }
 
-void QKListCtrl::LayOutAll() {
+void ListAccess::LayOutAll(QKListCtrl& list) {
     const Uninterrupted uninterrupted;
-    WithinMemory([this] {
-        ListLayout layout = {
-            Measure(), m_nWIner, m_nHIner, m_nArrange, {m_nWidth, m_nHeight}, m_lstItems->Generation(),
-            {},        Corner()};
-        if (!MoveLayout(layout)) PlaceAll(layout);
+    WithinMemory([&] {
+        ListLayout layout = {Measure(list),
+                             list.m_nWIner,
+                             list.m_nHIner,
+                             list.m_nArrange,
+                             {list.m_nWidth, list.m_nHeight},
+                             Entries(list).Generation(),
+                             {},
+                             Corner(list)};
+        if (!MoveLayout(list, layout)) PlaceAll(list, layout);
     });
-    KeepInRange();
+    KeepInRange(list);
 }
 
 // When only the list has moved since the last time, its cells move with it.
-bool QKListCtrl::MoveLayout(const ListLayout& layout) {
-    ListEntries& entries = *m_lstItems;
-    if (!m_hParent || !entries.LastLayout() || !entries.AllPlaced()) return false;
+bool ListAccess::MoveLayout(QKListCtrl& list, const ListLayout& layout) {
+    ListEntries& entries = Entries(list);
+    if (!list.m_hParent || !entries.LastLayout() || !entries.AllPlaced()) return false;
     ListLayout& last = *entries.LastLayout();
     if (!(last.measure == layout.measure) || last.gapX != layout.gapX || last.gapY != layout.gapY ||
         last.arrange != layout.arrange || !(last.given == layout.given) ||
         last.generation != layout.generation || !IsExact(last) || !IsExact(layout) ||
         last.grown.cx >= kExactPixels || last.grown.cy >= kExactPixels)
         return false;
-    if (m_nListType == QKLT_LIST) entries.Captions().EmptyAll();
+    if (list.m_nListType == QKLT_LIST) entries.Captions().EmptyAll();
     const CPoint by(layout.corner.x - last.corner.x, layout.corner.y - last.corner.y);
     last.corner = layout.corner;
-    if (!(last.grown == layout.given)) m_nStatus = QK_NORMAL;
-    m_nWidth = last.grown.cx;
-    m_nHeight = last.grown.cy;
+    if (!(last.grown == layout.given)) list.m_nStatus = QKItemBase::QK_NORMAL;
+    list.m_nWidth = last.grown.cx;
+    list.m_nHeight = last.grown.cy;
     entries.Move(by, layout.measure);
     return true;
 }
 
 // In collection order: the first entries take the first cells.
-void QKListCtrl::PlaceAll(ListLayout& layout) {
-    ListEntries& entries = *m_lstItems;
+void ListAccess::PlaceAll(QKListCtrl& list, ListLayout& layout) {
+    ListEntries& entries = Entries(list);
     entries.LastLayout().reset();
     entries.Unplace();
-    CSize size(m_nWidth, m_nHeight);
-    std::optional<CellGrid> grid = LayoutGrid();
+    CSize size(list.m_nWidth, list.m_nHeight);
+    std::optional<CellGrid> grid = LayoutGrid(list);
     for (int i = 0; i < entries.Count(); ++i) {
-        const std::optional<CellPlace> place = PlaceFirstFree(grid);
+        const std::optional<CellPlace> place = PlaceFirstFree(list, grid);
         if (!place) continue;
-        if (const CSize grown(m_nWidth, m_nHeight); !(grown == size)) {
+        if (const CSize grown(list.m_nWidth, list.m_nHeight); !(grown == size)) {
             size = grown;
-            grid = LayoutGrid();
+            grid = LayoutGrid(list);
         }
         Entry& node = entries.EntryAt(i);
-        if (m_nListType == QKLT_LIST) entries.Captions().Empty(node);
-        entries.Place(node, place->cell, place->caption, m_hParent ? &layout.measure : nullptr);
+        if (list.m_nListType == QKLT_LIST) entries.Captions().Empty(node);
+        entries.Place(node, place->cell, place->caption, list.m_hParent ? &layout.measure : nullptr);
     }
     entries.EndLayout();
-    if (!m_hParent) return;
+    if (!list.m_hParent) return;
     layout.generation = entries.Generation();
-    layout.grown = {m_nWidth, m_nHeight};
+    layout.grown = {list.m_nWidth, list.m_nHeight};
     entries.LastLayout() = layout;
 }
 
 void QKListCtrl::SetRect(const CRect* rect) {
     if (!rect) return;
-    MoveView(*rect);
-    LayOutAll();
+    ListAccess::MoveView(*this, *rect);
+    ListAccess::LayOutAll(*this);
 }
 
 void QKListCtrl::SetRect(CRect* rect) {
@@ -188,44 +206,48 @@ void QKListCtrl::SetRect(CRect* rect) {
 }
 
 void QKListCtrl::ReSetPos(int full) {
-    if (full) return LayOutAll();
-    m_lstItems->LastLayout().reset();
+    if (full) return ListAccess::LayOutAll(*this);
+    m_state->entries->LastLayout().reset();
     WithinMemory([this] {
-        m_lstItems->SyncAll();
-        const ListMeasure measure = Measure();
-        for (int i = 0; i < m_lstItems->Count(); ++i) {
-            Entry& node = m_lstItems->EntryAt(i);
-            auto [cell, caption, hit, focus] = m_lstItems->RectsOf(node);
+        m_state->entries->SyncAll();
+        const ListMeasure measure = ListAccess::Measure(*this);
+        for (int i = 0; i < m_state->entries->Count(); ++i) {
+            Entry& node = m_state->entries->EntryAt(i);
+            auto [cell, caption, hit, focus] = m_state->entries->RectsOf(node);
             cell.bottom = Sum(cell.top, m_nItemHeight);
             caption.top = Sum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
             caption.bottom = cell.bottom;
-            m_lstItems->Place(node, cell, caption, m_hParent ? &measure : nullptr);
+            m_state->entries->Place(node, cell, caption, m_hParent ? &measure : nullptr);
         }
-        m_lstItems->EndLayout();
+        m_state->entries->EndLayout();
     });
 }
 
 // `setRects` sets state rectangles of an entry, which may be no entry of this list.
 template <class SetRects>
-void QKListCtrl::MeasureRecord(QKListItem& entry, SetRects setRects) {
+void ListAccess::MeasureRecord(QKListCtrl& list, QKListItem& entry, SetRects setRects) {
     WithinMemory([&] {
-        Entry* node = m_lstItems->Find(&entry);
-        if (node) m_lstItems->SyncRecord(*node);
-        if (!m_hParent) return;
+        Entry* node = Entries(list).Find(&entry);
+        if (node) Entries(list).SyncRecord(*node);
+        if (!list.m_hParent) return;
         EntryRects rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState};
         setRects(rects);
         entry.rcMState = rects.hit;
         entry.rcFState = rects.focus;
-        if (node) m_lstItems->SyncFromRecord(*node);
+        if (node) Entries(list).SyncFromRecord(*node);
     });
 }
 
 void QKListCtrl::SetMStateRect(QKListItem* entry) {
-    MeasureRecord(*entry, [&](EntryRects& rects) { MeasureHit(Measure(), TextOf(entry->szText), rects); });
+    ListAccess::MeasureRecord(*this, *entry, [&](EntryRects& rects) {
+        MeasureHit(ListAccess::Measure(*this), TextOf(entry->szText), rects);
+    });
 }
 
 void QKListCtrl::SetFStateRect(QKListItem* entry) {
-    MeasureRecord(*entry, [&](EntryRects& rects) { MeasureFocus(Measure(), TextOf(entry->szText), rects); });
+    ListAccess::MeasureRecord(*this, *entry, [&](EntryRects& rects) {
+        MeasureFocus(ListAccess::Measure(*this), TextOf(entry->szText), rects);
+    });
 }
 
 void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
@@ -234,13 +256,17 @@ void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
 }
 
 int QKListCtrl::GetListMaxHeight() {
-    return WithinMemory(
-        0, [this] { return m_scroll.on ? Content().cy : Difference(m_lstItems->LowestBottom(), m_nY); });
+    return WithinMemory(0, [this] {
+        return m_state->scroll.on ? ListAccess::Content(*this).cy
+                                  : Difference(m_state->entries->LowestBottom(), m_nY);
+    });
 }
 
 int QKListCtrl::GetListMaxWidth() {
-    return WithinMemory(
-        0, [this] { return m_scroll.on ? Content().cx : Difference(m_lstItems->RightmostRight(), m_nX); });
+    return WithinMemory(0, [this] {
+        return m_state->scroll.on ? ListAccess::Content(*this).cx
+                                  : Difference(m_state->entries->RightmostRight(), m_nX);
+    });
 }
 
 void QKListCtrl::SetListType(QKListType type) {
@@ -266,12 +292,6 @@ void QKListCtrl::SetListType(QKListType type, int itemWidth, int itemHeight, int
     m_nImageHeight = imageHeight;
     m_nWIner = gapX;
     m_nHIner = gapY;
-}
-
-void QKListCtrl::LoadFrames(NineImages& images, const CStringArray& paths) {
-    if (paths.GetSize() != static_cast<INT_PTR>(images.size())) return;
-    for (std::size_t i = 0; i < images.size(); ++i)
-        images[i] = std::make_shared<Gdiplus::Image>(paths[static_cast<INT_PTR>(i)]);
 }
 
 void QKListCtrl::SetMouseMoveImage(const CStringArray& paths) {

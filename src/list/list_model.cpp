@@ -8,7 +8,7 @@
 #include <platform/window.h>
 
 #include <qkui/list/list_ctrl.h>
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/list_layout.h"
 #include "list/list_text.h"
 #include "list/memory.h"
@@ -63,80 +63,95 @@ void LetGo(QKListItem& host) {
 
 }  // namespace
 
-QKListCtrl::QKListCtrl()
-    : QKItemBase(QKUI_LISTCTRL), m_lstItems(std::make_shared<ListEntries>()), m_pFont(IconTitleFont()) {
+QKListCtrl::QKListCtrl() : QKItemBase(QKUI_LISTCTRL), m_pFont(IconTitleFont()) {
     m_format.SetAlignment(Gdiplus::StringAlignmentCenter);
     m_format.SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
 }
 
 QKListCtrl::~QKListCtrl() = default;
 
-std::shared_ptr<ListEntries> QKListCtrl::Entries::HoldToo(const std::shared_ptr<ListEntries>& other) {
-    return {other.get(), [held = other->shared_from_this()](ListEntries*) {}};
+QKListCtrl::State::State() : state_(std::make_unique<ListState>()) {
+    state_->entries = std::make_shared<ListEntries>();
 }
+
+QKListCtrl::State::State(const State& other) : state_(std::make_unique<ListState>(*other.state_)) {
+    state_->life = std::make_shared<const char>();
+}
+
+QKListCtrl::State& QKListCtrl::State::operator=(const State& other) {
+    const auto life = state_->entries == other->entries ? state_->life : std::make_shared<const char>();
+    *state_ = *other.state_;
+    state_->life = life;
+    return *this;
+}
+
+QKListCtrl::State::~State() = default;
 
 // `place` puts the entry into a cell; the list, which grows for it, is as before if it cannot stay.
 template <class Place>
-bool QKListCtrl::Add(QKListItem& host, int index, Place place) {
-    const CSize size(m_nWidth, m_nHeight);
-    const QK_STATUS status = m_nStatus;
+bool ListAccess::Add(QKListCtrl& list, QKListItem& host, int index, Place place) {
+    const CSize size(list.m_nWidth, list.m_nHeight);
+    const QKItemBase::QK_STATUS status = list.m_nStatus;
     const Uninterrupted uninterrupted;
     try {
-        std::unique_ptr<Entry> entry = EntryOf(host, *m_lstItems);
+        std::unique_ptr<Entry> entry = EntryOf(host, Entries(list));
         const std::optional<CellPlace> cell = place();
         if (cell) {
             entry->cell = cell->cell;
             entry->caption = cell->caption;
         }
-        const bool measured = cell && m_hParent;
-        const ListMeasure measure = measured ? Measure() : ListMeasure();
-        m_lstItems->Insert(std::move(entry), index, measured ? &measure : nullptr);
+        const bool measured = cell && list.m_hParent;
+        const ListMeasure measure = measured ? Measure(list) : ListMeasure();
+        Entries(list).Insert(std::move(entry), index, measured ? &measure : nullptr);
         LetGo(host);
         return true;
     } catch (const std::bad_alloc&) {
-        m_nWidth = size.cx;
-        m_nHeight = size.cy;
-        m_nStatus = status;
+        list.m_nWidth = size.cx;
+        list.m_nHeight = size.cy;
+        list.m_nStatus = status;
         return false;
     }
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int x, int y) {
-    return Add(*item, GetCount(), [&] { return PlaceAtPoint(x, y); });
+    return ListAccess::Add(*this, *item, GetCount(), [&] { return ListAccess::PlaceAtPoint(*this, x, y); });
 }
 
 int QKListCtrl::AddItem(QKListItem* item, int layout) {
-    return Add(*item, GetCount(), [&] { return layout ? PlaceFirstFree(LayoutGrid()) : std::nullopt; });
+    return ListAccess::Add(*this, *item, GetCount(), [&] {
+        return layout ? ListAccess::PlaceFirstFree(*this, ListAccess::LayoutGrid(*this)) : std::nullopt;
+    });
 }
 
 void QKListCtrl::InsertItem(QKListItem* item, int index) {
     const int place = index < 0 || index >= GetCount() ? GetCount() : index;
-    if (Add(*item, place, [] { return std::optional<CellPlace>(); })) LayOutAll();
+    if (ListAccess::Add(*this, *item, place, [] { return std::optional<CellPlace>(); }))
+        ListAccess::LayOutAll(*this);
 }
 
 int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
-    m_lstItems->Deselect(entry);
+    m_state->entries->Deselect(entry);
     return WithinMemory(0, [&] {
-        Entry* node = m_lstItems->Find(entry);
+        Entry* node = m_state->entries->Find(entry);
         if (!node) return 0;
-        if (!release) m_lstItems->Expose(*node);  // measured, as its new owner may expect
-        m_lstItems->Extract(*node);
+        if (!release) m_state->entries->Expose(*node);  // measured, as its new owner may expect
+        m_state->entries->Extract(*node);
         if (!release) return 1;
         // A freed record must not stand anywhere else.
-        while ((node = m_lstItems->Find(entry)))
-            m_lstItems->Extract(*node);
+        while ((node = m_state->entries->Find(entry)))
+            m_state->entries->Extract(*node);
         ReleaseRecord()(entry);
         return 1;
     });
 }
 
 void QKListCtrl::RemoveAll() {
-    m_lstItems->Release();
-    KeepInRange();
+    m_state->entries->Release();
+    ListAccess::KeepInRange(*this);
 }
 
 int QKListCtrl::GetCount() const {
-    return m_lstItems->Count();
+    return m_state->entries->Count();
 }
 
 int QKListCtrl::GetItem(int index, QKListItem** out) {
@@ -148,49 +163,49 @@ int QKListCtrl::GetItem(int index, QKListItem** out) {
 
 QKListItem* QKListCtrl::GetItem(int index) {
     return WithinMemory<QKListItem*>(nullptr, [&] {
-        Entry* node = m_lstItems->At(index);
-        return node ? m_lstItems->Expose(*node) : nullptr;
+        Entry* node = m_state->entries->At(index);
+        return node ? m_state->entries->Expose(*node) : nullptr;
     });
 }
 
 const QKListItem* QKListCtrl::GetItem(int index) const {
     return WithinMemory<const QKListItem*>(nullptr, [&] {
-        Entry* node = m_lstItems->At(index);
-        return node ? m_lstItems->Expose(*node, false) : nullptr;
+        Entry* node = m_state->entries->At(index);
+        return node ? m_state->entries->Expose(*node, false) : nullptr;
     });
 }
 
 void QKListCtrl::SetItem(int index, QKListItem* entry) {
     WithinMemory([&] {
-        Entry* node = m_lstItems->At(index);
-        if (node && entry) m_lstItems->Replace(*node, entry);
+        Entry* node = m_state->entries->At(index);
+        if (node && entry) m_state->entries->Replace(*node, entry);
     });
 }
 
 int QKListCtrl::ChangeItemPos(QKListItem* a, QKListItem* b) {
     return WithinMemory(0, [&] {
-        Entry* first = m_lstItems->Find(a);
-        Entry* second = m_lstItems->Find(b);
-        if (first && second && first != second) m_lstItems->Swap(*first, *second);
+        Entry* first = m_state->entries->Find(a);
+        Entry* second = m_state->entries->Find(b);
+        if (first && second && first != second) m_state->entries->Swap(*first, *second);
         return 0;
     });
 }
 
 int QKListCtrl::GetItemFromRect(const CRect* rect, QKListItem*& out) {
     return WithinMemory(-1, [&] {
-        Entry* node = m_lstItems->FirstMeeting(*rect);
+        Entry* node = m_state->entries->FirstMeeting(*rect);
         if (!node) return -1;
-        out = m_lstItems->Expose(*node);
-        return m_lstItems->PositionOf(*node);
+        out = m_state->entries->Expose(*node);
+        return m_state->entries->PositionOf(*node);
     });
 }
 
 int QKListCtrl::IsItemInPos(const POINT& point) {
-    return WithinMemory(0, [&] { return m_lstItems->IsOccupied(point) ? 1 : 0; });
+    return WithinMemory(0, [&] { return m_state->entries->IsOccupied(point) ? 1 : 0; });
 }
 
 int QKListCtrl::ItemInSelect(QKListItem* entry) {
-    return m_lstItems->IsSelected(entry);
+    return m_state->entries->IsSelected(entry);
 }
 
 int QKListCtrl::SetTextCath(QKListItem* entry, LPCWSTR text) {
@@ -200,12 +215,12 @@ int QKListCtrl::SetTextCath(QKListItem* entry, LPCWSTR text) {
 }
 
 int QKListCtrl::ComputerID() {
-    return WithinMemory(0, [this] { return m_lstItems->NextId(); });
+    return WithinMemory(0, [this] { return m_state->entries->NextId(); });
 }
 
 void QKListCtrl::RedrawList() {
-    m_lstItems->ReleaseCaptions();
-    LayOutAll();
+    m_state->entries->ReleaseCaptions();
+    ListAccess::LayOutAll(*this);
 }
 
 void QKListCtrl::SetListCallBack(const QKListCallbacks* callbacks) {

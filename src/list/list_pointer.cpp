@@ -4,7 +4,7 @@
 // first other one that still has the state which only one entry has at a time.
 #include <qkui/list/list_ctrl.h>
 #include "dialog/alive.h"
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/uninterrupted.h"
 
 using namespace qkui;
@@ -23,10 +23,10 @@ Entry* FirstOther(const EntrySet& nodes, int id) {
 
 // Presses an entry and gives it the focus.
 void CQKDialogBase::PressEntry(QKListCtrl& list, Entry& node) {
-    ListEntries& entries = *list.m_lstItems;
+    ListEntries& entries = ListAccess::Entries(list);
     entries.SetMouse(node, QKItemBase::QK_MOUSEDOWN);
     if (node.focus != 0) entries.SetFocus(node, 0);
-    list.Pressed(node);
+    ListAccess::Pressed(list, node);
     m_pKeyList = &list;
 }
 
@@ -34,15 +34,15 @@ void CQKDialogBase::PressEntry(QKListCtrl& list, Entry& node) {
 void CQKDialogBase::SelectAlone(QKListCtrl& list, Entry& node) {
     if (node.unselected == 0) return;
     UnSelRcItem();
-    list.m_lstItems->SetSelected(node, true);
+    ListAccess::Entries(list).SetSelected(node, true);
 }
 
 int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
     const Uninterrupted uninterrupted;
-    ListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = ListAccess::Entries(*list);
     int hot = kNothingHit;
     int changed = 0;
-    for (Entry* node : list->HitBy(point)) {
+    for (Entry* node : ListAccess::HitBy(*list, point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEON) continue;
         entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
@@ -57,7 +57,7 @@ int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
 }
 
 int CQKDialogBase::MoveLeaveList(QKListCtrl* list, const CRect& rect) {
-    ListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = ListAccess::Entries(*list);
     if (entries.Hovered().empty()) return 0;
     while (!entries.Hovered().empty())
         entries.SetMouse(**entries.Hovered().begin(), QKItemBase::QK_NORMAL);
@@ -66,10 +66,10 @@ int CQKDialogBase::MoveLeaveList(QKListCtrl* list, const CRect& rect) {
 }
 
 int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    ListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = ListAccess::Entries(*list);
     int hot = kNothingHit;
     int pressed = 0;
-    for (Entry* node : list->HitBy(point)) {
+    for (Entry* node : ListAccess::HitBy(*list, point)) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
@@ -85,14 +85,14 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 
 // The click function belongs to the entry under the release, wherever the press was.
 int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const Alive alive(*this, list->m_lstItems);
-    ListEntries& entries = *list->m_lstItems;
+    const Alive alive(*this, ListAccess::Life(*list));
+    ListEntries& entries = ListAccess::Entries(*list);
     POINT at = point;  // the host's function may change it
     int hot = kNothingHit;
     int changed = 0;
     for (int next = 0; !changed;) {
         Entry* node = nullptr;
-        for (Entry* hit : list->HitBy(at))
+        for (Entry* hit : ListAccess::HitBy(*list, at))
             if (!node && entries.PositionOf(*hit) >= next) node = hit;
         if (!node) break;
         hot = node->id;
@@ -106,7 +106,7 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
             entries.SetSelected(*node, true);
             changed = 1;
         }
-        if (const auto call = list->ClickCall()) {
+        if (const auto call = ListAccess::ClickCall(*list)) {
             call(entries.Expose(*node), &at);
             if (!alive) return 0;
         }
@@ -122,15 +122,15 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
 // Afterwards the first focused entry loses the focus, and that is as a rule the double-clicked one: what a
 // double click opens is no longer the list's business.
 int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    const Alive alive(*this, list->m_lstItems);
-    ListEntries& entries = *list->m_lstItems;
+    const Alive alive(*this, ListAccess::Life(*list));
+    ListEntries& entries = ListAccess::Entries(*list);
     int pressed = 0;
-    for (Entry* node : list->HitBy(point)) {
+    for (Entry* node : ListAccess::HitBy(*list, point)) {
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
         PressEntry(*list, *node);
         SelectAlone(*list, *node);
         pressed = 1;
-        if (const auto call = list->DoubleClickCall()) {
+        if (const auto call = ListAccess::DoubleClickCall(*list)) {
             call(entries.Expose(*node));
             if (!alive) return pressed;
         }
@@ -143,10 +143,10 @@ int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint 
 }
 
 int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint point) {
-    ListEntries& entries = *list->m_lstItems;
+    ListEntries& entries = ListAccess::Entries(*list);
     int hot = kNothingHit;
     int result = 0;
-    const std::vector<Entry*> hits = list->HitBy(point);
+    const std::vector<Entry*> hits = ListAccess::HitBy(*list, point);
     for (Entry* node : hits) {
         hot = node->id;
         if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
@@ -168,10 +168,10 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
 }
 
 int CQKDialogBase::MoveRUpList(QKListCtrl* list, const CRect&, CPoint point) {
-    ListEntries& entries = *list->m_lstItems;
-    const std::vector<Entry*> hits = list->HitBy(point);
+    ListEntries& entries = ListAccess::Entries(*list);
+    const std::vector<Entry*> hits = ListAccess::HitBy(*list, point);
     POINT at = point;
-    if (const auto call = list->RightClickCall())
+    if (const auto call = ListAccess::RightClickCall(*list))
         call(hits.empty() ? nullptr : entries.Expose(*hits.front()), &at);
     return !hits.empty();
 }
@@ -181,7 +181,7 @@ bool CQKDialogBase::DropListFocus() {
     bool changed = false;
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
-        ListEntries& entries = *static_cast<QKListCtrl*>(m_arItems[i])->m_lstItems;
+        ListEntries& entries = ListAccess::Entries(static_cast<QKListCtrl&>(*m_arItems[i]));
         if (entries.Focused().empty()) continue;
         entries.SetFocus(**entries.Focused().begin(), 1);
         changed = true;

@@ -1,6 +1,6 @@
 // The selected entries, as a host asks for them.
 #include <qkui/list/list_ctrl.h>
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
@@ -21,8 +21,8 @@ void ForEachSelected(ListEntries& entries, Visit visit) {
 std::vector<int> QKListCtrl::GetSelectedIndexes() const {
     return WithinMemory(std::vector<int>(), [this] {
         std::vector<int> indexes;
-        ForEachSelected(*m_lstItems,
-                        [&](const Entry& node) { indexes.push_back(m_lstItems->PositionOf(node)); });
+        ForEachSelected(*m_state->entries,
+                        [&](const Entry& node) { indexes.push_back(m_state->entries->PositionOf(node)); });
         return indexes;
     });
 }
@@ -44,7 +44,7 @@ std::vector<const QKListItem*> QKListCtrl::GetSelectedItems() const {
 int QKListCtrl::GetSelectedCount() const {
     return WithinMemory(0, [this] {
         int count = 0;
-        ForEachSelected(*m_lstItems, [&](const Entry&) { ++count; });
+        ForEachSelected(*m_state->entries, [&](const Entry&) { ++count; });
         return count;
     });
 }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "dialog/shown_lists.h"
-#include "list/list_entries.h"
+#include "list/list_access.h"
 #include "list/memory.h"
 #include "list/uninterrupted.h"
 
@@ -28,13 +28,13 @@ int QKListCtrl::SetSel(QKListItem* entry, int select) {
     return WithinMemory(0, [&] {
         const int wanted = select ? 0 : 1;
         const int changed = entry->nSelState != wanted;
-        if (Entry* node = m_lstItems->Find(entry)) {
-            m_lstItems->SetSelected(*node, select != 0);
+        if (Entry* node = m_state->entries->Find(entry)) {
+            m_state->entries->SetSelected(*node, select != 0);
         } else {
             if (select)
-                m_lstItems->Select(entry);
+                m_state->entries->Select(entry);
             else
-                m_lstItems->Deselect(entry);
+                m_state->entries->Deselect(entry);
             entry->nSelState = wanted;
         }
         return changed;
@@ -43,10 +43,10 @@ int QKListCtrl::SetSel(QKListItem* entry, int select) {
 
 int QKListCtrl::SetSel(int index, int select) {
     return WithinMemory(0, [&] {
-        Entry* node = m_lstItems->At(index);
+        Entry* node = m_state->entries->At(index);
         if (!node) return 0;
         const int changed = node->unselected != (select ? 0 : 1);
-        m_lstItems->SetSelected(*node, select != 0);
+        m_state->entries->SetSelected(*node, select != 0);
         return changed;
     });
 }
@@ -58,48 +58,48 @@ void QKListCtrl::SetSignalSel(int index) {
 void QKListCtrl::SelectAll() {
     const Uninterrupted uninterrupted;
     WithinMemory([this] {
-        for (int i = 0; i < m_lstItems->Count(); ++i)
-            m_lstItems->SetSelected(m_lstItems->EntryAt(i), true);
+        for (int i = 0; i < m_state->entries->Count(); ++i)
+            m_state->entries->SetSelected(m_state->entries->EntryAt(i), true);
     });
 }
 
 int QKListCtrl::UnSelRcItem() {
     const Uninterrupted uninterrupted;
-    const int changed = ForAll(m_lstItems->Selected(), [this](Entry& node) {
-        m_lstItems->SetUnselected(node, 1);
+    const int changed = ForAll(m_state->entries->Selected(), [this](Entry& node) {
+        m_state->entries->SetUnselected(node, 1);
         return 1;
     });
-    m_lstItems->DeselectEntries([](const Entry*) { return false; });
+    m_state->entries->DeselectEntries([](const Entry*) { return false; });
     return changed;
 }
 
 int QKListCtrl::ClearState() {
     const Uninterrupted uninterrupted;
-    m_lstItems->SyncAll();
+    m_state->entries->SyncAll();
     int changed = UnSelRcItem();
-    changed |= ForAll(m_lstItems->Focused(), [this](Entry& node) {
-        m_lstItems->SetFocus(node, 1);
+    changed |= ForAll(m_state->entries->Focused(), [this](Entry& node) {
+        m_state->entries->SetFocus(node, 1);
         return 1;
     });
-    changed |= ForAll(m_lstItems->Hovered(), [this](Entry& node) {
-        m_lstItems->SetMouse(node, QK_NORMAL);
+    changed |= ForAll(m_state->entries->Hovered(), [this](Entry& node) {
+        m_state->entries->SetMouse(node, QK_NORMAL);
         return 1;
     });
-    m_lstItems->ClearSelection();
+    m_state->entries->ClearSelection();
     return changed;
 }
 
 int QKListCtrl::RemoveMoveState() {
-    return ForAll(m_lstItems->Hovered(), [this](Entry& node) {
+    return ForAll(m_state->entries->Hovered(), [this](Entry& node) {
         if (node.mouse != QK_MOUSEON) return 0;
-        m_lstItems->SetMouse(node, QK_NORMAL);
+        m_state->entries->SetMouse(node, QK_NORMAL);
         return 1;
     });
 }
 
 int QKListCtrl::ClearAlphImage() {
     int freed = 0;
-    for (const auto& held : m_lstItems->Records().All()) {  // nobody else's were ever set
+    for (const auto& held : m_state->entries->Records().All()) {  // nobody else's were ever set
         QKListItem& entry = *held.item;
         freed |= entry.pAlphaImage != nullptr;
         delete std::exchange(entry.pAlphaImage, nullptr);
@@ -114,7 +114,7 @@ int CQKDialogBase::GetNumsSel() {
     const Uninterrupted uninterrupted;
     int count = 0;
     ForEachList([&](QKListCtrl& list) {
-        for (const Entry* node : list.m_lstItems->Selected())
+        for (const Entry* node : ListAccess::Entries(list).Selected())
             count += node->unselected == 0;
     });
     return count;
@@ -128,8 +128,8 @@ void CQKDialogBase::UnSelRcItem() {
 void CQKDialogBase::CaleSelItem() {
     const Uninterrupted uninterrupted;
     ForEachList([this](QKListCtrl& list) {
-        ListEntries& entries = *list.m_lstItems;
-        const std::vector<Entry*> touched = entries.HitBy(list.BandArea(m_rcSel));
+        ListEntries& entries = ListAccess::Entries(list);
+        const std::vector<Entry*> touched = entries.HitBy(ListAccess::BandArea(list, m_rcSel));
         const auto isTouched = [&](const Entry* node) {
             return std::binary_search(touched.begin(), touched.end(), node, InOrder());
         };

@@ -7,15 +7,16 @@
 #include "dialog/alive.h"
 #include "dialog/selection_watch.h"
 #include "dialog/shown_lists.h"
-#include "list/list_entries.h"
+#include "list/list_access.h"
 
 using namespace qkui;
 
 // A list knows the bar by its address alone: what is registered there may be another item by now.
 QKVScrollBar* CQKDialogBase::BarOf(const QKListCtrl& list) const {
-    if (!list.m_scroll.on) return nullptr;
+    if (!ListAccess::Scroll(list).on) return nullptr;
     for (QKItemBase* item : m_arItems)
-        if (item == list.m_scroll.bar && item->GetType() == QKUI_VSCROLLBAR) return list.m_scroll.bar;
+        if (item == ListAccess::Scroll(list).bar && item->GetType() == QKUI_VSCROLLBAR)
+            return ListAccess::Scroll(list).bar;
     return nullptr;
 }
 
@@ -24,16 +25,16 @@ void CQKDialogBase::SettleScrolling() const {
     for (QKItemBase* item : m_arItems) {
         if (item->GetType() != QKUI_LISTCTRL) continue;
         auto& list = static_cast<QKListCtrl&>(*item);
-        if (!list.m_scroll.on) continue;
-        list.KeepInRange();
-        if (BarOf(list)) list.ShowOnBar();
+        if (!ListAccess::Scroll(list).on) continue;
+        ListAccess::KeepInRange(list);
+        if (BarOf(list)) ListAccess::ShowOnBar(list);
     }
 }
 
 // The thumb was dragged.
 void CQKDialogBase::FollowThumb(const QKVScrollBar* bar) {
     ForEachList([&](QKListCtrl& list) {
-        if (list.m_scroll.bar == bar && BarOf(list)) list.FollowBar();
+        if (ListAccess::Scroll(list).bar == bar && BarOf(list)) ListAccess::FollowBar(list);
     });
 }
 
@@ -42,10 +43,10 @@ QKListCtrl* CQKDialogBase::ScrollingListAt(CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         if (m_arItems[i]->GetType() != QKUI_LISTCTRL || !TakesPointer(m_arItems[i])) continue;
         auto* list = static_cast<QKListCtrl*>(m_arItems[i]);
-        if (!list->m_scroll.on) continue;
+        if (!ListAccess::Scroll(*list).on) continue;
         CRect barPlace;
         if (const QKVScrollBar* bar = BarOf(*list); bar && bar->IsShow()) bar->GetRect(&barPlace);
-        if (list->View().PtInRect(point) || barPlace.PtInRect(point)) return list;
+        if (ListAccess::View(*list).PtInRect(point) || barPlace.PtInRect(point)) return list;
     }
     return nullptr;
 }
@@ -65,11 +66,11 @@ BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
     CPoint point = screen;
     ScreenToClient(&point);
     QKListCtrl* list = ScrollingListAt(point);
-    if (!list || !list->Turn(delta)) return CDialog::OnMouseWheel(flags, delta, screen);
+    if (!list || !ListAccess::Turn(*list, delta)) return CDialog::OnMouseWheel(flags, delta, screen);
     const Alive alive(*this);
     SelectionWatch watch(*this, m_arItems);
     // Other entries lie under the pointer now, and in the band.
-    if (!CapturedItem()) MoveOnList(list, list->View(), point);
+    if (!CapturedItem()) MoveOnList(list, ListAccess::View(*list), point);
     if (m_bSelRect && m_bSelecting) {
         StretchBand(point);
         UpdateView();
@@ -86,7 +87,7 @@ QKListCtrl* CQKDialogBase::BandList() const {
     for (QKItemBase* item : m_arItems) {
         if (item->GetType() != QKUI_LISTCTRL) continue;
         auto* list = static_cast<QKListCtrl*>(item);
-        if (list->m_scroll.on && list->m_scroll.hasBand) return list;
+        if (ListAccess::Scroll(*list).on && ListAccess::Scroll(*list).hasBand) return list;
     }
     return nullptr;
 }
@@ -96,16 +97,17 @@ void CQKDialogBase::BeginBandAt(CPoint point) {
     for (INT_PTR i = m_arItems.GetSize() - 1; i >= 0; --i) {
         if (m_arItems[i]->GetType() != QKUI_LISTCTRL) continue;
         auto& list = static_cast<QKListCtrl&>(*m_arItems[i]);
-        list.m_scroll.hasBand = !begun && list.m_scroll.on && list.IsShow() && list.View().PtInRect(point);
-        list.m_scroll.carried = CPoint();
-        begun = begun || list.m_scroll.hasBand;
+        ListAccess::Scroll(list).hasBand =
+            !begun && ListAccess::Scroll(list).on && list.IsShow() && ListAccess::View(list).PtInRect(point);
+        ListAccess::Scroll(list).carried = CPoint();
+        begun = begun || ListAccess::Scroll(list).hasBand;
     }
 }
 
 // Up to the pointer, from where it began: from that place in the content, when that has been scrolled since.
 void CQKDialogBase::StretchBand(CPoint point) {
     CPoint start = m_ptSelStart;
-    if (const QKListCtrl* list = BandList()) start.Offset(list->m_scroll.carried);
+    if (const QKListCtrl* list = BandList()) start.Offset(ListAccess::Scroll(*list).carried);
     m_ptSelEnd = point;
     m_rcSel = CRect(std::min(start.x, m_ptSelEnd.x), std::min(start.y, m_ptSelEnd.y),
                     std::max(start.x, m_ptSelEnd.x), std::max(start.y, m_ptSelEnd.y));

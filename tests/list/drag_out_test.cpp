@@ -156,42 +156,33 @@ TEST_F(DragOut, OneGestureDragsAnEntryAllTheWay) {
 }
 
 TEST_F(DragOut, OnlyAMoveTakesTheEntriesAway) {
+    const auto away = [] { Headless::MovePointer(450, 20); };
+    const auto escape = [] { Headless::KeyDown(VK_ESCAPE); };
+    const auto keys = [&] {  // Shift asks for a move, and Ctrl for a copy
+        Headless::KeyDown(VK_CONTROL);
+        EXPECT_EQ(receiver.over.allowed, DWORD{DROPEFFECT_COPY});
+        EXPECT_EQ(receiver.over.keys, WPARAM{MK_CONTROL});
+        Headless::KeyUp(VK_CONTROL);
+        Headless::KeyDown(VK_SHIFT);
+    };
+    constexpr DROPEFFECT kCopy = DROPEFFECT_COPY, kMove = DROPEFFECT_MOVE, kBoth = kCopy | kMove;
     const struct {
         const char* what;
         DROPEFFECT accepts, answer;
         std::vector<std::function<void()>> steps;
         int drops, left;
-        bool moved;
+        bool moved = false;
     } cases[] = {
-        {"copy", 3, DROPEFFECT_COPY, {MoveOnto, LetGo}, 1, 0, false},
-        {"none", 3, DROPEFFECT_NONE, {MoveOnto, LetGo}, 1, 0, false},
-        {"both", 3, DROPEFFECT_COPY | DROPEFFECT_MOVE, {MoveOnto, LetGo}, 1, 0, false},
-        {"a link that was never allowed", 3, DROPEFFECT_LINK, {MoveOnto, LetGo}, 1, 0, false},
-        {"not accepted", 0, DROPEFFECT_MOVE, {MoveOnto, LetGo}, 0, 1, false},
-        {"nobody there", 3, DROPEFFECT_MOVE, {LetGo}, 0, 0, false},
-        {"away again",
-         3,
-         DROPEFFECT_MOVE,
-         {MoveOnto, [] { Headless::MovePointer(450, 20); }, LetGo},
-         0,
-         1,
-         false},
-        {"Escape", 3, DROPEFFECT_MOVE, {MoveOnto, [] { Headless::KeyDown(VK_ESCAPE); }}, 0, 1, false},
-        {"Shift asks for a move, and Ctrl for a copy",
-         DROPEFFECT_COPY,
-         DROPEFFECT_MOVE,
-         {MoveOnto, [] { Headless::KeyDown(VK_SHIFT); }, [] { Headless::KeyUp(VK_SHIFT); },
-          [&] {
-              Headless::KeyDown(VK_CONTROL);
-              EXPECT_EQ(receiver.over.allowed, DWORD{DROPEFFECT_COPY});
-              EXPECT_EQ(receiver.over.keys, WPARAM{MK_CONTROL});
-              Headless::KeyUp(VK_CONTROL);
-          },
-          [] { Headless::KeyDown(VK_SHIFT); }, LetGo},
-         0,
-         1,
-         false},
-        {"move", 3, DROPEFFECT_MOVE, {MoveOnto, LetGo}, 1, 0, true},
+        {"copy", kBoth, kCopy, {MoveOnto, LetGo}, 1, 0},
+        {"none", kBoth, DROPEFFECT_NONE, {MoveOnto, LetGo}, 1, 0},
+        {"both", kBoth, kBoth, {MoveOnto, LetGo}, 1, 0},
+        {"a link, never allowed", kBoth, DROPEFFECT_LINK, {MoveOnto, LetGo}, 1, 0},
+        {"not accepted", 0, kMove, {MoveOnto, LetGo}, 0, 1},
+        {"nobody there", kBoth, kMove, {LetGo}, 0, 0},
+        {"away again", kBoth, kMove, {MoveOnto, away, LetGo}, 0, 1},
+        {"Escape", kBoth, kMove, {MoveOnto, escape}, 0, 1},
+        {"keys", kCopy, kMove, {MoveOnto, keys, LetGo}, 0, 1},
+        {"move", kBoth, kMove, {MoveOnto, LetGo}, 1, 0, true},
     };
     first.SetSel(0, 1);
     first.SetSel(2, 1);

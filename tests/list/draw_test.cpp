@@ -2,7 +2,6 @@
 #include <functional>
 #include <random>
 
-#include "list/list_entries.h"
 #include "list/list_kit.h"
 
 namespace {
@@ -78,13 +77,11 @@ TEST_F(ListDraw, FramesFollowTheStates) {
         entry->nMouseState = c.mouse;
         entry->nFocusState = c.focus;
         entry->nSelState = c.selected;
-        EXPECT_EQ(shown.At(0, 0), c.frame);
-        EXPECT_EQ(shown.At(74, 50), c.frame);
+        for (const CPoint at : {CPoint(0, 0), CPoint(74, 50), CPoint(20, 20), CPoint(53, 20)})
+            EXPECT_EQ(shown.At(at.x, at.y), c.frame);
         EXPECT_EQ(shown.At(75, 10), kGround);
         EXPECT_EQ(shown.At(21, 3), kIcon);  // 32 pixels in the middle of 75
         EXPECT_EQ(shown.At(52, 34), kIcon);
-        EXPECT_EQ(shown.At(20, 20), c.frame);
-        EXPECT_EQ(shown.At(53, 20), c.frame);
     }
     // Without caption there is no focus frame.
     entry->bShowText = 0;
@@ -220,7 +217,7 @@ TEST_P(RandomListDraw, APartialRepaintEqualsANewOne) {
     const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
     Shown shown;
     shown.SetNoMove(1);
-    if (GetParam()) shown.list.m_lstItems->Records().SetPace({8, 4, 30});
+    if (GetParam()) shown.list.SetPace({8, 4, 30});
     for (int i = 0; i < 30; ++i)
         shown.AddIcon(CString(u"江 long caption w", roll(17)));
     std::vector<QKListItem*> held;
@@ -229,60 +226,41 @@ TEST_P(RandomListDraw, APartialRepaintEqualsANewOne) {
     for (int step = 0; step < 600; ++step) {
         QKListItem* entry = held[static_cast<std::size_t>(roll(30))];
         const CPoint point(roll(200), roll(160));
-        switch (roll(15)) {
-            case 0:
-                entry->nSelState = roll(2);
-                break;
-            case 12:  // a band, most often one that grows
+        const std::function<void()> acts[] = {
+            [&] { entry->nSelState = roll(2); },
+            [&] {
+                for (CRect* rect : {&entry->rcMState, &entry->rcText, &entry->rcFState, &entry->rcItem})
+                    if (roll(2)) rect->OffsetRect(roll(60) - 30, roll(60) - 30);
+            },
+            [&] { entry->SetText(CString(u"another", roll(8))); },
+            [&] { entry->bShowText = roll(2); },
+            [&] { shown.OnLButtonDown(0, point); },
+            [&] { shown.OnLButtonUp(0, point); },
+            [&] {
+                CRect place(CPoint(roll(60) - 30, roll(60) - 30), CSize(200, 160));
+                shown.list.SetRect(&place);
+            },
+            [&] { shown.list.SetListType(static_cast<QKListType>(roll(3))); },
+            [&] { shown.list.SetCaptionLimit(static_cast<std::size_t>(roll(40000))); },
+            [&] {  // a derived list: frames far larger than the entries
+                shown.list.m_pFouceImage[static_cast<std::size_t>(roll(9))] =
+                    std::make_shared<Gdiplus::Image>(kit::Solid("large", kFocus, 4 + roll(90), 4 + roll(90)));
+            },
+            [&] {
+                const auto size = 6.0F + static_cast<float>(roll(9));
+                shown.list.m_pFont.reset(roll(3) ? new Gdiplus::Font(u"DejaVu Sans", size) : nullptr);
+                shown.list.RedrawList();
+            },
+            [&] {  // a band, most often one that grows
                 shown.m_bSelRect = 1;
                 shown.m_bSelecting = roll(5) > 0;
                 if (roll(2)) shown.m_rcSel = CRect(point, CSize(roll(90), roll(90)));
                 shown.m_rcSel.right += roll(30);
                 shown.m_rcSel.bottom += roll(30);
-                break;
-            case 1:
-                for (CRect* rect : {&entry->rcMState, &entry->rcText, &entry->rcFState})
-                    if (roll(2)) rect->OffsetRect(roll(60) - 30, roll(60) - 30);
-                break;
-            case 2:
-                kit::SetText(entry->szText, CString(u"another", roll(8)));
-                break;
-            case 3:
-                entry->bShowText = roll(2);
-                break;
-            case 4:
-                entry->rcItem.OffsetRect(roll(60) - 30, roll(60) - 30);
-                break;
-            case 5:
-                shown.OnLButtonDown(0, point);
-                break;
-            case 6:
-                shown.OnLButtonUp(0, point);
-                break;
-            case 7: {
-                CRect place(roll(60) - 30, roll(60) - 30, 200, 160);
-                shown.list.SetRect(&place);
-                break;
-            }
-            case 8:
-                shown.list.SetListType(static_cast<QKListType>(roll(3)));
-                break;
-            case 9:
-                shown.list.SetCaptionLimit(static_cast<std::size_t>(roll(40000)));
-                break;
-            case 10:  // a derived list: frames far larger than the entries
-                shown.list.m_pFouceImage[static_cast<std::size_t>(roll(9))] =
-                    std::make_shared<Gdiplus::Image>(kit::Solid("large", kFocus, 4 + roll(90), 4 + roll(90)));
-                break;
-            case 11:
-                shown.list.m_pFont.reset(
-                    roll(3) ? new Gdiplus::Font(u"DejaVu Sans", 6.0F + static_cast<float>(roll(9)))
-                            : nullptr);
-                shown.list.RedrawList();
-                break;
-            default:
-                shown.OnMouseMove(0, point);
-        }
+            },
+            [&] { shown.OnMouseMove(0, point); },
+            [&] { shown.OnMouseMove(0, point); }};
+        acts[roll(static_cast<int>(std::size(acts)))]();
         shown.Refresh();
         const Headless::Picture mended = Headless::Capture(shown.m_hWnd);
         shown.SetBackColor(Gdiplus::Color(kGround), 0);

@@ -1,6 +1,7 @@
 // Lists and dialogs whose inner workings the tests may look at.
 #pragma once
 
+#include "list/list_access.h"
 #include "support/test_dialog.h"
 
 namespace kit {
@@ -37,6 +38,9 @@ class TestList : public QKListCtrl {
     }
     // To look at: the list does not count it as handed out.
     const QKListItem& Look(int index) const { return *std::as_const(*this).GetItem(index); }
+    void SetPace(const qkui::HeldRecords::Pace& pace) {
+        qkui::ListAccess::Entries(*this).Records().SetPace(pace);
+    }
     CRect Cell(int index) const { return Look(index).rcItem; }
     CRect Place() const {
         CRect rect;
@@ -46,7 +50,6 @@ class TestList : public QKListCtrl {
 
     using QKListCtrl::IsItemInPos;
     using QKListCtrl::m_format;
-    using QKListCtrl::m_lstItems;
     using QKListCtrl::m_pFont;
     using QKListCtrl::m_pFouceImage;
     using QKListCtrl::ScaleItemXY;

@@ -107,7 +107,7 @@ TEST_F(ListModel, TextsEndWithTheirRecord) {
 TEST_F(ListModel, CopiesShareTheirEntries) {
     auto list = std::make_unique<TestList>(QKLT_ICON, CRect(0, 0, 200, 160));
     list->Add(u"a");
-    const std::weak_ptr<qkui::ListEntries> life = list->m_lstItems;
+    const std::weak_ptr<const void> life = qkui::ListAccess::Life(*list);
     TestList copy;
     copy.Add(u"gone");
     copy = *list;

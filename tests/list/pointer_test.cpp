@@ -13,30 +13,19 @@ class ListPointer : public kit::HeadlessTest {
         HeadlessTest::SetUp();
         dialog = std::make_unique<ListDialog>();
         list = std::make_unique<TestList>();
-        dialog->AddQKItem(list.get());
         ASSERT_TRUE(dialog->Create(kit::kDialogTemplate));
         dialog->SetWindowPos(HWND(), 100, 100, 320, 240, SWP_NOZORDER);
         dialog->SetNoMove(1);
+        dialog->AddQKItem(list.get());
         list->SetListType(QKLT_ICON);
         list->SetArrange(0);
         CRect place(0, 0, 300, 160);
-        list->SetParent(dialog->m_hWnd);
         list->SetRect(&place);
         for (const LPCWSTR name : {u"a", u"b", u"c", u"d"})
             list->Add(name);
-        const QKListCallbacks callbacks = {
-            nullptr,
-            nullptr,
-            nullptr,
-            [](QKListItem* entry, POINT*, LPVOID self) {
-                static_cast<ListPointer*>(self)->Called("R", entry);
-            },
-            [](QKListItem* entry, POINT*, LPVOID self) {
-                static_cast<ListPointer*>(self)->Called("C", entry);
-            },
-            [](QKListItem* entry, LPVOID self) { static_cast<ListPointer*>(self)->Called("D", entry); },
-            this};
-        list->SetListCallBack(&callbacks);
+        list->SetRClickCallBack([this](QKListItem* entry, CPoint) { Called("R", entry); });
+        list->SetClickCallBack([this](QKListItem* entry, CPoint) { Called("C", entry); });
+        list->SetDblClickCallBack([this](QKListItem* entry) { Called("D", entry); });
         dialog->Show();
     }
     void Called(const char* what, QKListItem* entry) {
@@ -64,61 +53,43 @@ class ListPointer : public kit::HeadlessTest {
 };
 
 TEST_F(ListPointer, GoesThroughItsStates) {
+    using Dialog = ListDialog;
+    constexpr int kNone = 9;
     struct Step {
         const char* name;
-        char what;  // m move, p press, r release, d double press, R right press, U right release
-        int entry;  // 9: empty space
-        std::string states, calls;
+        void (Dialog::*event)(UINT, CPoint);
+        int entry;
+        const char *states, *calls;
     };
     const std::vector<Step> clicks = {
-        {"hover", 'm', 0, "1 0 0 0", ""},
-        {"hover moves on", 'm', 1, "0 1 0 0", ""},
-        {"off all", 'm', 9, "0 0 0 0", ""},
-        {"press", 'p', 1, "0 2fs 0 0", ""},
-        {"a move makes it hover", 'm', 1, "0 1fs 0 0", ""},
-        {"release", 'r', 1, "0 1fs 0 0", "Cb"},
-        {"press another: the hover stays until the pointer moves", 'p', 2, "0 1 2fs 0", ""},
-        {"released elsewhere", 'r', 3, "0 0 2f 1s", "Cd"},
-        {"press empty space", 'p', 9, "0 0 2 1s", ""},
-        {"release there", 'r', 9, "0 0 0 1s", ""},
-        {"double click: no focus left", 'd', 0, "2s 0 0 1", "Da"},
-        {"release of it", 'r', 0, "1s 0 0 0", "Ca"},
-        {"right press: no selection", 'R', 1, "1s 2f 0 0", ""},
-        {"right release", 'U', 1, "1s 2f 0 0", "Rb"},
-        {"right release on nothing", 'U', 9, "1s 2f 0 0", "R-"},
+        {"hover", &Dialog::OnMouseMove, 0, "1 0 0 0", ""},
+        {"hover moves on", &Dialog::OnMouseMove, 1, "0 1 0 0", ""},
+        {"off all", &Dialog::OnMouseMove, kNone, "0 0 0 0", ""},
+        {"press", &Dialog::OnLButtonDown, 1, "0 2fs 0 0", ""},
+        {"a move makes it hover", &Dialog::OnMouseMove, 1, "0 1fs 0 0", ""},
+        {"release", &Dialog::OnLButtonUp, 1, "0 1fs 0 0", "Cb"},
+        {"press another: the hover stays", &Dialog::OnLButtonDown, 2, "0 1 2fs 0", ""},
+        {"released elsewhere", &Dialog::OnLButtonUp, 3, "0 0 2f 1s", "Cd"},
+        {"press empty space", &Dialog::OnLButtonDown, kNone, "0 0 2 1s", ""},
+        {"release there", &Dialog::OnLButtonUp, kNone, "0 0 0 1s", ""},
+        {"double click: no focus left", &Dialog::OnLButtonDblClk, 0, "2s 0 0 1", "Da"},
+        {"release of it", &Dialog::OnLButtonUp, 0, "1s 0 0 0", "Ca"},
+        {"right press: no selection", &Dialog::OnRButtonDown, 1, "1s 2f 0 0", ""},
+        {"right release", &Dialog::OnRButtonUp, 1, "1s 2f 0 0", "Rb"},
+        {"right release on nothing", &Dialog::OnRButtonUp, kNone, "1s 2f 0 0", "R-"},
     };
     const std::vector<Step> bands = {
-        {"press", 'p', 1, "0 2fs 0 0", ""},
-        {"release unselects all", 'r', 1, "0 1f 0 0", "Cb"},
-        {"right press on nothing", 'R', 9, "0 1 0 0", ""},
+        {"press", &Dialog::OnLButtonDown, 1, "0 2fs 0 0", ""},
+        {"release unselects all", &Dialog::OnLButtonUp, 1, "0 1f 0 0", "Cb"},
+        {"right press on nothing", &Dialog::OnRButtonDown, kNone, "0 1 0 0", ""},
     };
     for (const bool band : {false, true}) {
-        SCOPED_TRACE(band);
         list->ClearState();
         dialog->SetSelRect(band);
         for (const Step& step : band ? bands : clicks) {
             SCOPED_TRACE(step.name);
             calls.clear();
-            const CPoint point = step.entry == 9 ? CPoint(150, 140) : At(step.entry);
-            switch (step.what) {
-                case 'm':
-                    dialog->OnMouseMove(0, point);
-                    break;
-                case 'p':
-                    dialog->OnLButtonDown(0, point);
-                    break;
-                case 'r':
-                    dialog->OnLButtonUp(0, point);
-                    break;
-                case 'd':
-                    dialog->OnLButtonDblClk(0, point);
-                    break;
-                case 'R':
-                    dialog->OnRButtonDown(0, point);
-                    break;
-                default:
-                    dialog->OnRButtonUp(0, point);
-            }
+            (dialog.get()->*step.event)(0, step.entry == kNone ? CPoint(150, 140) : At(step.entry));
             EXPECT_EQ(States(), step.states);
             EXPECT_EQ(calls, step.calls);
         }

@@ -7,7 +7,6 @@
 #include <map>
 #include <random>
 
-#include "list/list_entries.h"
 #include "list/list_kit.h"
 
 namespace {
@@ -105,7 +104,7 @@ class Model : public Cells {
         PutCaptionInGrid(e);
         if (rows) {
             e.rcText = CRect(Sum(x, 5, imageWidth), Sum(y, 4), Sum(e.rcItem.right, -5.0, -1.0 * imageWidth),
-                              e.rcItem.bottom);
+                             e.rcItem.bottom);
             e.captionEmpty = true;
         }
         Measure(e);
@@ -114,7 +113,8 @@ class Model : public Cells {
         place = CRect(place.TopLeft(), place.Size());  // a list has a width and a height
     }
     void PutCaptionInGrid(Plain& e) const {
-        e.rcText = CRect(e.rcItem.left, Sum(e.rcItem.top, imageHeight, 3, 5), e.rcItem.right, e.rcItem.bottom);
+        e.rcText =
+            CRect(e.rcItem.left, Sum(e.rcItem.top, imageHeight, 3, 5), e.rcItem.right, e.rcItem.bottom);
     }
 
     // The next cell of a grid; false where there is none.
@@ -227,7 +227,7 @@ class Life {
   public:
     // `isMany`: as if there were many entries and the host had got them all.
     Life(unsigned seed, bool isMany) : random_(seed), isMany_(isMany), model_(list_) {
-        if (isMany) list_.m_lstItems->Records().SetPace({4, 3, 2});
+        if (isMany) list_.SetPace({4, 3, 2});
         dialog_.Create(kit::kDialogTemplate);
         dialog_.SetNoMove(1);
         dialog_.AddQKItem(&list_);
@@ -239,12 +239,12 @@ class Life {
     void Step() {
         got_ = 0;
         constexpr void (Life::*kActs[])() = {
-            &Life::Add,     &Life::Add,      &Life::Insert,      &Life::Remove,      &Life::Swap,
-            &Life::Place,   &Life::Settings, &Life::HostChanges, &Life::HostChanges, &Life::Select,
-            &Life::Band,    &Life::Restyle,  &Life::Read,        &Life::SetItem,     &Life::Extremes,
-            &Life::Pointer, &Life::Pointer,  &Life::Pointer,     &Life::Pointer,     &Life::Pointer,
-            &Life::Pointer, &Life::Pointer};
-        (this->*kActs[Roll(23)])();
+            &Life::Add,     &Life::Add,     &Life::Insert,   &Life::Remove,      &Life::RemoveSelected,
+            &Life::Swap,    &Life::Place,   &Life::Settings, &Life::HostChanges, &Life::HostChanges,
+            &Life::Select,  &Life::Band,    &Life::Restyle,  &Life::Read,        &Life::SetItem,
+            &Life::Pointer, &Life::Pointer, &Life::Pointer,  &Life::Pointer,     &Life::Pointer,
+            &Life::Pointer, &Life::Pointer, &Life::Extremes};
+        (this->*kActs[Roll(static_cast<int>(std::size(kActs)))])();
     }
 
     // Everything that can be asked, asked of both.
@@ -284,9 +284,10 @@ class Life {
   private:
     std::string Print(const QKListItem& e, bool captionEmpty, bool isSelected) const {
         std::ostringstream out;
-        out << e.nUser1 << " id " << e.nID << CRect(e.rcItem) << CRect(e.rcText) << " hit " << CRect(e.rcMState)
-            << " focus " << CRect(e.rcFState) << " states " << e.nMouseState << e.nFocusState << e.nSelState
-            << (captionEmpty ? "" : " shows its caption") << (isSelected ? " is selected" : "");
+        out << e.nUser1 << " id " << e.nID << CRect(e.rcItem) << CRect(e.rcText) << " hit "
+            << CRect(e.rcMState) << " focus " << CRect(e.rcFState) << " states " << e.nMouseState
+            << e.nFocusState << e.nSelState << (captionEmpty ? "" : " shows its caption")
+            << (isSelected ? " is selected" : "");
         return out.str();
     }
     void Same(const QKListItem& entry, const Plain& plain) {
@@ -514,7 +515,9 @@ class Life {
         const CRect rect(CPoint(Roll(300), Roll(250)), CSize(Roll(90), Roll(90)));
         const CString words = Words();
         for (QKListItem* e : {&entry, static_cast<QKListItem*>(&plain)}) {
-            if (what == 0) e->rcItem.OffsetRect(rect.left / 3 - 50, rect.top / 3 - 50);
+            if (what == 0)
+                e->rcItem =
+                    CRect(entry.rcItem) + (e == &entry ? CPoint(rect.left - 150, rect.top - 125) : CPoint());
             if (what == 1) e->rcMState = rect;
             if (what == 2) e->rcText = rect;
             if (what == 3) e->nMouseState = number;
@@ -615,8 +618,10 @@ class Life {
             });
             return found == model_.entries.end() ? nullptr : *found;
         };
-        if (Plain* e = first(event.mouseLoser, [](Plain& at) { return at.nMouseState != 0; })) e->nMouseState = 0;
-        if (Plain* e = first(event.focusLoser, [](Plain& at) { return at.nFocusState != 1; })) model_.Focus(*e, 1);
+        if (Plain* e = first(event.mouseLoser, [](Plain& at) { return at.nMouseState != 0; }))
+            e->nMouseState = 0;
+        if (Plain* e = first(event.focusLoser, [](Plain& at) { return at.nFocusState != 1; }))
+            model_.Focus(*e, 1);
     }
 
     std::mt19937 random_;

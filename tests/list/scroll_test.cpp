@@ -70,24 +70,15 @@ class Beside {
         const CPoint point(Roll(300), Roll(240));
         const int index = list_.GetCount() ? Roll(list_.GetCount()) : 0;
         QKListItem *const entry = list_.GetItem(index), *const same = all_.GetItem(index);
+        const auto unplace = [](QKListItem* e) { e->rcItem = e->rcText = e->rcMState = e->rcFState = kNone; };
         const std::function<void()> acts[] = {[&] { Add(); },
                                               [&] { Place(); },
-                                              [&] {
-                                                  if (Roll(12) == 0) Resize();
-                                              },
+                                              [&] { Roll(12) == 0 ? Resize() : Add(); },
                                               [&] { list_.RemoveAt(entry, 1), all_.RemoveAt(same, 1); },
-                                              [&] {
-                                                  for (QKListItem* e : {entry, same})
-                                                      e->rcItem = e->rcText = e->rcMState = e->rcFState =
-                                                          kNone;
-                                              },
+                                              [&] { unplace(entry), unplace(same); },
                                               [&] { list_.SetScrollPos(0, Roll(1500)); },
                                               [&] { list_.EnsureVisible(index); },
-                                              [&] {
-                                                  bar_.SetBarPos(0);
-                                                  scrolled_.Press(bar_.GetMax() > 0 ? 275 : 295, 25);
-                                                  scrolled_.Release(275, 25 + Roll(150));
-                                              },
+                                              [&] { DragThumb(); },
                                               [&] { scrolled_.Wheel(point.x, point.y, Roll(5) - 2); },
                                               [&] { Press(point); },
                                               [&] { scrolled_.Key(kKeys[Roll(8)]); }};
@@ -122,6 +113,11 @@ class Beside {
         const CString name(std::string(static_cast<std::size_t>(1 + Roll(14)), 'n').c_str());
         list_.Add(name);
         all_.Add(name);
+    }
+    void DragThumb() {
+        bar_.SetBarPos(0);
+        scrolled_.Press(bar_.GetMax() > 0 ? 275 : 295, 25);
+        scrolled_.Release(275, 25 + Roll(150));
     }
     // By the host, anywhere in the content.
     void Place() {
@@ -304,30 +300,21 @@ TEST_F(ScrolledList, CaptionsLookAsTheHostLikes) {
 
 // Whatever a change of the selection makes the host do, in whichever event.
 TEST_F(ScrolledList, SelectionFunctionsMayEndEverything) {
-    const auto band = [this](CPoint from) {
-        dialog->SetSelRect(1);
-        dialog->Press(from.x, from.y);
-    };
+    const auto band = [this](int y) { dialog->SetSelRect(1), dialog->Press(228, y); };
     const std::function<void()> ends[] = {
-        [this] { list->RemoveAll(); },
-        [this] { dialog->RemoveQKItem(list); },
-        [this] { dialog->RemoveQKItem(list), delete std::exchange(list, nullptr); },
-        [this] { delete std::exchange(dialog, nullptr); },
-        [this] { dialog->DestroyWindow(); },
-        [this] { list->SetSelectionCallBack(nullptr); }};
+        [&] { list->RemoveAll(); },
+        [&] { dialog->RemoveQKItem(list); },
+        [&] { dialog->RemoveQKItem(list), delete std::exchange(list, nullptr); },
+        [&] { delete std::exchange(dialog, nullptr); },
+        [&] { dialog->DestroyWindow(); },
+        [&] { list->SetSelectionCallBack(nullptr); }};
     const std::function<void()> events[] = {
         [&] { dialog->Press(30, 20); },
         [&] { dialog->Key(VK_END); },
         [&] { dialog->Key('A', {VK_CONTROL}); },
-        [&] {
-            list->SetSel(1, 1), band({228, 160});
-        },
-        [&] {
-            band({228, 100}), dialog->Move(1, 1);
-        },
-        [&] {
-            band({228, 160}), dialog->Wheel(1, 161, -1);
-        },
+        [&] { list->SetSel(1, 1), band(160); },
+        [&] { band(100), dialog->Move(1, 1); },
+        [&] { band(160), dialog->Wheel(1, 161, -1); },
         [&] { list->SetSel(1, 1), dialog->SetSelRect(1), dialog->OnRButtonDown(0, CPoint(228, 160)); }};
     for (const auto& end : ends)
         for (const auto& event : events) {

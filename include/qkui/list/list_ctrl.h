@@ -4,30 +4,18 @@
 #include <array>
 #include <functional>
 #include <memory>
-#include <optional>
-#include <utility>
 #include <vector>
 
 #include <platform/collections.h>
 
 #include <qkui/items/item_base.h>
-#include <qkui/list/list_calls.h>
 #include <qkui/list/list_item.h>
-#include <qkui/list/list_keys.h>
-#include <qkui/list/list_scroll.h>
+
+class QKVScrollBar;
 
 namespace qkui {
-class DisplayList;
-class FramePainter;
-class ListEntries;
-class OperationSink;
-class SelectionWatch;
-struct CellGrid;
-struct CellPlace;
-struct Entry;
-struct ListLayout;
-struct ListMeasure;
-struct ListMetrics;
+struct ListAccess;
+struct ListState;
 }  // namespace qkui
 
 // How a list behaves.
@@ -174,7 +162,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void SetScrollBar(QKVScrollBar* bar);
     // The same without a bar, and without turning on the keys; 0 goes back to the top and ends it.
     void SetScrolling(int enable);
-    int IsScrolling() const { return m_scroll.on; }
+    int IsScrolling() const;
     // How far the content is moved to the left and up, in pixels, and how far it can be. Positions beyond are
     // limited. 1 when that moved it. The cost does not depend on the number of entries.
     int SetScrollPos(int x, int y);
@@ -190,7 +178,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     // that was chosen otherwise up to it are; with Ctrl the selection stays. The space bar selects the entry
     // besides the others, with Ctrl it also unselects; Ctrl+A selects all. Of several lists the one that was
     // pressed last has the keys, or else the topmost. 0, as at first: the keys are the host's.
-    void SetKeyboard(int enable) { m_keys.on = enable != 0; }
+    void SetKeyboard(int enable);
     // Gives one entry the focus, as a press on it does, but for selecting it; a wrong index takes it away.
     void SetFocusItem(int index);
     int GetFocusItem();  // the first that has it; -1 for none
@@ -261,22 +249,6 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
 
     using NineImages = std::array<std::shared_ptr<Gdiplus::Image>, 9>;
 
-    // What copies of a list share. Each holds it by itself: a weak pointer to one list's ends with that list.
-    class Entries : public std::shared_ptr<qkui::ListEntries> {
-      public:
-        explicit Entries(const std::shared_ptr<qkui::ListEntries>& entries) : shared_ptr(HoldToo(entries)) {}
-        Entries(const Entries& other) : shared_ptr(HoldToo(other)) {}
-        Entries& operator=(const Entries& other) {
-            if (get() != other.get()) shared_ptr::operator=(HoldToo(other));
-            return *this;
-        }
-        ~Entries() = default;
-
-      private:
-        static std::shared_ptr<qkui::ListEntries> HoldToo(const std::shared_ptr<qkui::ListEntries>& other);
-    };
-
-    Entries m_lstItems;                      // with their selection
     std::shared_ptr<Gdiplus::Font> m_pFont;  // null: no caption shows
     Gdiplus::Color m_crText{0xFEFFFFFF};
     Gdiplus::Color m_crGlow{0xB4323232};
@@ -297,72 +269,19 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     std::size_t m_nCaptionLimit = std::size_t{16} << 20;
 
   private:
-    qkui::ListMetrics Metrics() const;
-    qkui::ListMeasure Measure() const;
-    std::optional<qkui::CellGrid> Grid(bool columns) const;
-    template <class Place>
-    bool Add(QKListItem& host, int index, Place place);
-    std::optional<qkui::CellGrid> LayoutGrid() const;
-    std::optional<qkui::CellPlace> PlaceFirstFree(const std::optional<qkui::CellGrid>& grid);
-    std::optional<qkui::CellPlace> PlaceAtPoint(int x, int y);
-    void PlaceRecord(QKListItem& entry, const std::optional<qkui::CellPlace>& place);
-    template <class SetRects>
-    void MeasureRecord(QKListItem& entry, SetRects setRects);
-    void Grow(const CRect& cell);
-    void LayOutAll();
-    bool MoveLayout(const qkui::ListLayout& layout);
-    void PlaceAll(qkui::ListLayout& layout);
-    void LoadFrames(NineImages& images, const CStringArray& paths);
+    // The entries, which copies share, and what each copy keeps by itself.
+    class State {
+      public:
+        State();
+        State(const State& other);
+        State& operator=(const State& other);
+        ~State();
+        qkui::ListState* operator->() const { return state_.get(); }
 
-    // Scrolling. The corner is the content's, from which cells are counted.
-    CPoint Corner() const { return m_scroll.on ? m_scroll.content : CPoint(m_nX, m_nY); }
-    CRect View() const { return {CPoint(m_nX, m_nY), CSize(m_nWidth, m_nHeight)}; }
-    CRect Clipped(const CRect& rect) const;  // to what a list that scrolls shows
-    CSize Content();
-    void MoveView(const CRect& rect);
-    bool ScrollTo(CPoint position);
-    void KeepInRange() { ScrollTo(GetScrollPosNow()); }
-    CPoint GetScrollPosNow() const { return {m_nX - m_scroll.content.x, m_nY - m_scroll.content.y}; }
-    CSize LineSize() const;
-    bool Turn(int delta);
-    void FollowBar();
-    void ShowOnBar();
-    CRect BandArea(const CRect& band) const;
-    std::vector<qkui::Entry*> HitBy(CPoint point);
+      private:
+        std::unique_ptr<qkui::ListState> state_;
+    };
+    State m_state;
 
-    // Keys: where they lead, by index; -1 where they lead nowhere.
-    enum class Way { Up, Down, Left, Right, PageUp, PageDown, Home, End };
-    int Locate(const qkui::EntryMark& mark);
-    int Caret();
-    int Target(int from, Way way);
-    int Beside(int from, Way way);
-    int APageFrom(int from, Way way);
-    int Placed(int index, int step);
-    qkui::EntryMark MarkAt(int index);
-    void SelectNode(qkui::Entry& node, bool select);
-    void SelectRange(int from, int to, bool select);
-    void Pressed(const qkui::Entry& node);
-    void Unfocus(const qkui::Entry* except);
-
-    std::function<void(QKListItem*, POINT*)> ClickCall() const;
-    std::function<void(QKListItem*, POINT*)> RightClickCall() const;
-    std::function<void(QKListItem*)> DoubleClickCall() const;
-
-    qkui::ListScroll m_scroll;
-    qkui::ListKeys m_keys;
-    qkui::ListCalls m_calls;
-
-    // Drawing: a frame begins; every entry that draws into an area, in drawing order; what it draws.
-    void BeginFrame();
-    SIZE LargestFrame() const;
-    const std::vector<qkui::Entry*>& DrawnIn(const CRect& area);
-    void ComposeEntry(qkui::Entry& node, qkui::OperationSink& pieces);
-    // Adds the numbers and the pixels of an entry's picture to a step that was begun.
-    void DescribeEntry(qkui::Entry& node, qkui::DisplayList& inputs);
-    Gdiplus::Image* CaptionOf(qkui::Entry& node, const Gdiplus::RectF& place,
-                              Gdiplus::StringTrimming trimming);
-
-    friend class CQKDialogBase;
-    friend class qkui::FramePainter;
-    friend class qkui::SelectionWatch;
+    friend struct qkui::ListAccess;
 };
