@@ -67,8 +67,8 @@ std::u16string CQKDialogBase::SelectedPaths() {
     std::u16string paths;
     ForEachList([&](QKListCtrl& list) {
         ListAccess::Entries(list).SyncAll();
-        for (const Entry* node : ListAccess::Entries(list).Selected())
-            if (node->unselected == 0) paths.append(node->Path()) += u'\0';
+        for (const Entry* entry : ListAccess::Entries(list).Selected())
+            if (entry->unselected == 0) paths.append(entry->Path()) += u'\0';
     });
     return paths;
 }
@@ -77,11 +77,11 @@ std::u16string CQKDialogBase::SelectedPaths() {
 void CQKDialogBase::CarryFirstIcon(COleDataSource& source) {
     bool carries = false;
     ForEachList([&](QKListCtrl& list) {
-        for (const Entry* node : ListAccess::Entries(list).Selected()) {
-            if (carries || node->unselected != 0) continue;
+        for (const Entry* entry : ListAccess::Entries(list).Selected()) {
+            if (carries || entry->unselected != 0) continue;
             carries = true;
-            if (node->Icon())
-                CarryIcon(source, node->Icon(), CSize(list.GetImageWidth(), list.GetImageHeight()));
+            if (entry->Icon())
+                CarryIcon(source, entry->Icon(), CSize(list.GetImageWidth(), list.GetImageHeight()));
         }
     });
 }

@@ -10,12 +10,12 @@
 
 namespace qkui {
 
-std::unique_ptr<Entry> Entry::Make(std::u16string_view text) {
-    text = text.substr(0, QKListItem::kTextUnits - 1);
-    std::unique_ptr<Entry> entry(new (Tail{text.size() * sizeof(WCHAR)}) Entry);
-    std::copy(text.begin(), text.end(), entry->OwnText());
-    entry->textLength = static_cast<std::uint16_t>(text.size());
-    return entry;
+Entry::Entry(std::u16string_view caption) {
+    caption = caption.substr(0, QKListItem::kTextUnits - 1);
+    if (caption.empty()) return;
+    text_.reset(new WCHAR[caption.size()]);
+    std::copy(caption.begin(), caption.end(), text_.get());
+    textLength = static_cast<std::uint16_t>(caption.size());
 }
 
 void ReleaseRecord::operator()(QKListItem* item) const {
@@ -77,12 +77,14 @@ void Entry::GiveTo(QKListItem& item, std::uint64_t captionEpoch) {
         item.pTextImage = look->caption.release();
     }
     ForgetPicture();
+    text_.reset();
     icon.reset();
     details.reset();
     record = &item;
 }
 
 void Entry::TakeFrom(QKListItem* item) {
+    text_.reset();
     icon.reset();
     details.reset();
     look.reset();

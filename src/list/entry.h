@@ -81,9 +81,8 @@ struct Entry {
         kKnown,     // in the look
     };
 
-    // In one block with its text, which is cut to what a record holds.
-    static std::unique_ptr<Entry> Make(std::u16string_view text);
-    static void operator delete(void* block) { ::operator delete(block); }
+    // With a caption, cut to what a record holds.
+    explicit Entry(std::u16string_view caption);
 
     std::uint64_t order = 0;               // grows along the collection
     CRect cell;                            // seen from the entries' common origin, as all rectangles here
@@ -100,7 +99,7 @@ struct Entry {
     std::int8_t focus = 1;
     std::int8_t unselected = 1;
     Extent extent = Extent::kEmpty;
-    std::uint16_t textLength = 0;  // of the text behind the entry
+    std::uint16_t textLength = 0;  // of its own text
     bool placed = true;
     bool mayChange = false;  // a host holds the record, and not only to read it
 
@@ -131,14 +130,9 @@ struct Entry {
     void TakeFrom(QKListItem* item);
 
   private:
-    struct Tail {
-        std::size_t bytes;
-    };
-    Entry() = default;
-    static void* operator new(std::size_t size, Tail tail) { return ::operator new(size + tail.bytes); }
-    static void operator delete(void* block, Tail) { ::operator delete(block); }
-    WCHAR* OwnText() { return reinterpret_cast<WCHAR*>(this + 1); }
-    std::u16string_view OwnText() const { return {reinterpret_cast<const WCHAR*>(this + 1), textLength}; }
+    std::u16string_view OwnText() const { return {text_.get(), textLength}; }
+
+    std::unique_ptr<WCHAR[]> text_;  // until a record has it
 };
 
 }  // namespace qkui

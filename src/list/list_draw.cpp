@@ -17,10 +17,10 @@ using namespace qkui;
 namespace {
 
 void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
-                  OperationSink& pieces) {
+                  OperationSink& sink) {
     std::array<Gdiplus::Image*, 9> images;
     std::transform(frame.begin(), frame.end(), images.begin(), [](const auto& image) { return image.get(); });
-    RecordNinePatch(images.data(), ToRectF(rect), pieces);
+    RecordNinePatch(images.data(), ToRectF(rect), sink);
 }
 
 }  // namespace
@@ -47,43 +47,43 @@ const std::vector<Entry*>& ListAccess::DrawnIn(QKListCtrl& list, const CRect& ar
     return Entries(list).DrawnIn(Clipped(list, area), {Metrics(list), LargestFrame(list)});
 }
 
-void ListAccess::ComposeEntry(QKListCtrl& list, Entry& node, OperationSink& pieces) {
-    const EntryRects rects = Entries(list).RectsOf(node);
-    const bool showsText = node.ShowsText();
+void ListAccess::ComposeEntry(QKListCtrl& list, Entry& entry, OperationSink& sink) {
+    const EntryRects rects = Entries(list).RectsOf(entry);
+    const bool showsText = entry.ShowsText();
     // A selected entry with the focus has the frame twice: that is how the current one stands out.
-    const bool focused = node.focus == 0 && showsText;
+    const bool focused = entry.focus == 0 && showsText;
     const CRect& frame = focused ? rects.focus : rects.hit;
-    if (focused) ComposeFrame(list.m_pFouceImage, frame, pieces);
-    if (node.unselected == 0) ComposeFrame(list.m_pFouceImage, frame, pieces);
-    if (node.mouse == QKItemBase::QK_MOUSEON) ComposeFrame(list.m_pMoveImage, frame, pieces);
-    if (node.mouse == QKItemBase::QK_MOUSEDOWN) ComposeFrame(list.m_pDownImage, frame, pieces);
+    if (focused) ComposeFrame(list.m_pFouceImage, frame, sink);
+    if (entry.unselected == 0) ComposeFrame(list.m_pFouceImage, frame, sink);
+    if (entry.mouse == QKItemBase::QK_MOUSEON) ComposeFrame(list.m_pMoveImage, frame, sink);
+    if (entry.mouse == QKItemBase::QK_MOUSEDOWN) ComposeFrame(list.m_pDownImage, frame, sink);
 
-    if (Gdiplus::Image* const icon = node.Icon())
-        pieces.Add(ImageOperation{icon, ToRectF(IconBox(Metrics(list), rects.cell)), WholeImage(icon)});
+    if (Gdiplus::Image* const icon = entry.Icon())
+        sink.Add(ImageOperation{icon, ToRectF(IconBox(Metrics(list), rects.cell)), WholeImage(icon)});
 
-    if (!showsText || node.Text().empty()) return;
-    const int height = node.focus == 0 ? rects.focus.Height() : rects.caption.Height();
+    if (!showsText || entry.Text().empty()) return;
+    const int height = entry.focus == 0 ? rects.focus.Height() : rects.caption.Height();
     const Gdiplus::RectF place =
         ToRectF(CRect(rects.caption.TopLeft(), CSize(rects.caption.Width(), height)));
     Gdiplus::Image* caption = CaptionOf(
-        list, node, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
-    if (caption) pieces.Add(ImageOperation{caption, place, WholeImage(caption)});
+        list, entry, place, focused ? Gdiplus::StringTrimmingNone : Gdiplus::StringTrimmingEllipsisCharacter);
+    if (caption) sink.Add(ImageOperation{caption, place, WholeImage(caption)});
 }
 
-void ListAccess::DescribeEntry(QKListCtrl& list, Entry& node, DisplayList& inputs) {
+void ListAccess::DescribeEntry(QKListCtrl& list, Entry& entry, DisplayList& inputs) {
     if (list.m_state->scroll.on) inputs.Add(View(list));
-    std::optional<ListEntries::Picture> picture = Entries(list).KnownPicture(node);
+    std::optional<ListEntries::Picture> picture = Entries(list).KnownPicture(entry);
     if (picture) {
-        Entries(list).Captions().NoteShown(node);
-    } else if (node.IsUsual()) {
+        Entries(list).Captions().NoteShown(entry);
+    } else if (entry.IsUsual()) {
         OperationBounds bounds;
-        ComposeEntry(list, node, bounds);
-        picture = Entries(list).KeepPicture(node, bounds.Touched());
+        ComposeEntry(list, entry, bounds);
+        picture = Entries(list).KeepPicture(entry, bounds.Touched());
     }
     if (!picture) {
-        Recorder pieces(inputs);
-        ComposeEntry(list, node, pieces);
-        return inputs.Touches(Clipped(list, pieces.Touched()));
+        Recorder sink(inputs);
+        ComposeEntry(list, entry, sink);
+        return inputs.Touches(Clipped(list, sink.Touched()));
     }
     inputs.Add(picture->number);
     inputs.Add(static_cast<std::uint64_t>(picture->place.x));
@@ -92,25 +92,25 @@ void ListAccess::DescribeEntry(QKListCtrl& list, Entry& node, DisplayList& input
 }
 
 // Rendered when it is first seen. One that was dropped for lack of room comes back as it was.
-Gdiplus::Image* ListAccess::CaptionOf(QKListCtrl& list, Entry& node, const Gdiplus::RectF& place,
+Gdiplus::Image* ListAccess::CaptionOf(QKListCtrl& list, Entry& entry, const Gdiplus::RectF& place,
                                       Gdiplus::StringTrimming trimming) {
     CaptionCache& captions = Entries(list).Captions();
-    node.Look();
-    if (node.Caption() && captions.ShowsText(node)) {
-        captions.NoteShown(node);
-        return node.Caption();
+    entry.Look();
+    if (entry.Caption() && captions.ShowsText(entry)) {
+        captions.NoteShown(entry);
+        return entry.Caption();
     }
     if (!list.m_pFont) return nullptr;
     const SIZE size = {Whole(place.Width), Whole(place.Height)};
-    const EntryLook::Rendering rendering = captions.RenderingFor(node, {size, trimming, 0});
+    const EntryLook::Rendering rendering = captions.RenderingFor(entry, {size, trimming, 0});
     list.m_format.SetTrimming(rendering.trimming);
     captions.Take(
-        node,
-        RenderCaption(node.Text(),
+        entry,
+        RenderCaption(entry.Text(),
                       {*list.m_pFont, list.m_format, list.m_crText, list.m_crGlow, Gdiplus::PointF(1, 1), 3},
                       rendering.size),
         rendering);
-    return node.Caption();
+    return entry.Caption();
 }
 
 void CQKDialogBase::DrawListCtrl(HDC dc, QKListCtrl* list) {

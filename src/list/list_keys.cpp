@@ -35,25 +35,25 @@ void ListAccess::Unfocus(QKListCtrl& list, const Entry* except) {
     const Uninterrupted uninterrupted;
     const EntrySet& focused = Entries(list).Focused();
     for (auto at = focused.begin(); at != focused.end();) {
-        Entry* const node = *at++;  // it leaves the set
-        if (node != except) Entries(list).SetFocus(*node, 1);
+        Entry* const entry = *at++;  // it leaves the set
+        if (entry != except) Entries(list).SetFocus(*entry, 1);
     }
 }
 
 void QKListCtrl::SetFocusItem(int index) {
     WithinMemory([&] {
-        Entry* node = m_state->entries->At(index);
-        ListAccess::Unfocus(*this, node);
-        if (!node) return;
-        if (node->focus != 0) m_state->entries->SetFocus(*node, 0);
-        ListAccess::Pressed(*this, *node);
+        Entry* entry = m_state->entries->At(index);
+        ListAccess::Unfocus(*this, entry);
+        if (!entry) return;
+        if (entry->focus != 0) m_state->entries->SetFocus(*entry, 0);
+        ListAccess::Pressed(*this, *entry);
     });
 }
 
 int QKListCtrl::GetFocusItem() {
     return WithinMemory(kNowhere, [this] {
-        for (const Entry* node : m_state->entries->Focused())
-            if (node->focus == 0) return m_state->entries->PositionOf(*node);
+        for (const Entry* entry : m_state->entries->Focused())
+            if (entry->focus == 0) return m_state->entries->PositionOf(*entry);
         return kNowhere;
     });
 }
@@ -63,9 +63,9 @@ EntryMark ListAccess::MarkAt(QKListCtrl& list, int index) {
 }
 
 // Whatever gave an entry the focus: keys go on from there.
-void ListAccess::Pressed(QKListCtrl& list, const Entry& node) {
+void ListAccess::Pressed(QKListCtrl& list, const Entry& entry) {
     if (!list.m_state->keys.on) return;
-    list.m_state->keys.caret = list.m_state->keys.anchor = {Entries(list).PositionOf(node), node.id};
+    list.m_state->keys.caret = list.m_state->keys.anchor = {Entries(list).PositionOf(entry), entry.id};
     list.m_state->keys.ranged = false;
 }
 
@@ -138,12 +138,12 @@ int ListAccess::Beside(QKListCtrl& list, int from, Way way) {
             (vertical ? area.bottom : area.right) = sign > 0 ? reach : begin;
             std::tuple<int, int> nearest;
             const Entry* best = nullptr;
-            for (const Entry* node : Entries(list).HitBy(area)) {
-                const CRect other = Entries(list).CellOf(*node);
+            for (const Entry* entry : Entries(list).HitBy(area)) {
+                const CRect other = Entries(list).CellOf(*entry);
                 if (ahead(other) <= 0) continue;
                 const std::tuple<int, int> distance(ahead(other), aside(other));
                 if (best && nearest <= distance) continue;
-                best = node;
+                best = entry;
                 nearest = distance;
             }
             if (best) return Entries(list).PositionOf(*best);
@@ -168,26 +168,26 @@ int ListAccess::APageFrom(QKListCtrl& list, int from, Way way) {
         area.top = Difference(cell.top, page);
     int best = kNowhere;
     int farthest = 0;
-    for (const Entry* node : Entries(list).HitBy(area)) {
-        const int top = Entries(list).CellOf(*node).top;
+    for (const Entry* entry : Entries(list).HitBy(area)) {
+        const int top = Entries(list).CellOf(*entry).top;
         const int ahead = way == Way::PageDown ? Difference(top, cell.top) : Difference(cell.top, top);
         if (ahead <= farthest || ahead > page) continue;
         farthest = ahead;
-        best = Entries(list).PositionOf(*node);
+        best = Entries(list).PositionOf(*entry);
     }
     return best >= 0 ? best : Beside(list, from, way == Way::PageDown ? Way::Down : Way::Up);
 }
 
 // ---- What it selects
 
-void ListAccess::SelectNode(QKListCtrl& list, Entry& node, bool select) {
-    Entries(list).SetSelected(node, select);
+void ListAccess::SelectNode(QKListCtrl& list, Entry& entry, bool select) {
+    Entries(list).SetSelected(entry, select);
 }
 
 void ListAccess::SelectRange(QKListCtrl& list, int from, int to, bool select) {
     const Uninterrupted uninterrupted;
     for (int i = from; i <= to; ++i)
-        if (Entry& node = Entries(list).EntryAt(i); node.placed) SelectNode(list, node, select);
+        if (Entry& entry = Entries(list).EntryAt(i); entry.placed) SelectNode(list, entry, select);
 }
 
 // From the anchor up to an entry; where that was so before, only what is between the two ends changes.
@@ -217,9 +217,9 @@ void CQKDialogBase::SelectUpTo(QKListCtrl& list, int index) {
 bool CQKDialogBase::SelectFocused(QKListCtrl& list) {
     const int focused = list.GetFocusItem();
     if (focused < 0) return false;
-    Entry& node = ListAccess::Entries(list).EntryAt(focused);
-    ListAccess::SelectNode(list, node, !IsHeld(VK_CONTROL) || node.unselected != 0);
-    ListAccess::Pressed(list, node);
+    Entry& entry = ListAccess::Entries(list).EntryAt(focused);
+    ListAccess::SelectNode(list, entry, !IsHeld(VK_CONTROL) || entry.unselected != 0);
+    ListAccess::Pressed(list, entry);
     return true;
 }
 

@@ -46,7 +46,7 @@ bool HasDetails(const QKListItem& host) {
 
 // The list's own entry: what it takes over is copied first, and let go of when the entry is in the list.
 std::unique_ptr<Entry> EntryOf(const QKListItem& host, ListEntries& entries) {
-    std::unique_ptr<Entry> entry = Entry::Make(TextOf(host.szText));
+    auto entry = std::make_unique<Entry>(TextOf(host.szText));
     entry->id = entries.NextId();
     entry->cell = host.rcItem;
     if (host.pImage) entry->icon = entries.Icons().Share(*host.pImage);

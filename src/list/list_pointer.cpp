@@ -14,27 +14,27 @@ namespace {
 constexpr int kNothingHit = -1;
 
 Entry* FirstOther(const EntrySet& nodes, int id) {
-    for (Entry* node : nodes)
-        if (node->id != id) return node;
+    for (Entry* entry : nodes)
+        if (entry->id != id) return entry;
     return nullptr;
 }
 
 }  // namespace
 
 // Presses an entry and gives it the focus.
-void CQKDialogBase::PressEntry(QKListCtrl& list, Entry& node) {
+void CQKDialogBase::PressEntry(QKListCtrl& list, Entry& entry) {
     ListEntries& entries = ListAccess::Entries(list);
-    entries.SetMouse(node, QKItemBase::QK_MOUSEDOWN);
-    if (node.focus != 0) entries.SetFocus(node, 0);
-    ListAccess::Pressed(list, node);
+    entries.SetMouse(entry, QKItemBase::QK_MOUSEDOWN);
+    if (entry.focus != 0) entries.SetFocus(entry, 0);
+    ListAccess::Pressed(list, entry);
     m_pKeyList = &list;
 }
 
 // An entry that is selected already keeps the others selected.
-void CQKDialogBase::SelectAlone(QKListCtrl& list, Entry& node) {
-    if (node.unselected == 0) return;
+void CQKDialogBase::SelectAlone(QKListCtrl& list, Entry& entry) {
+    if (entry.unselected == 0) return;
     UnSelRcItem();
-    ListAccess::Entries(list).SetSelected(node, true);
+    ListAccess::Entries(list).SetSelected(entry, true);
 }
 
 int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
@@ -42,10 +42,10 @@ int CQKDialogBase::MoveOnList(QKListCtrl* list, const CRect&, CPoint point) {
     ListEntries& entries = ListAccess::Entries(*list);
     int hot = kNothingHit;
     int changed = 0;
-    for (Entry* node : ListAccess::HitBy(*list, point)) {
-        hot = node->id;
-        if (node->mouse == QKItemBase::QK_MOUSEON) continue;
-        entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
+    for (Entry* entry : ListAccess::HitBy(*list, point)) {
+        hot = entry->id;
+        if (entry->mouse == QKItemBase::QK_MOUSEON) continue;
+        entries.SetMouse(*entry, QKItemBase::QK_MOUSEON);
         changed = 1;
         break;
     }
@@ -69,11 +69,11 @@ int CQKDialogBase::MoveLDownList(QKListCtrl* list, const CRect& rect, CPoint poi
     ListEntries& entries = ListAccess::Entries(*list);
     int hot = kNothingHit;
     int pressed = 0;
-    for (Entry* node : ListAccess::HitBy(*list, point)) {
-        hot = node->id;
-        if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
-        PressEntry(*list, *node);
-        SelectAlone(*list, *node);
+    for (Entry* entry : ListAccess::HitBy(*list, point)) {
+        hot = entry->id;
+        if (entry->mouse == QKItemBase::QK_MOUSEDOWN) continue;
+        PressEntry(*list, *entry);
+        SelectAlone(*list, *entry);
         pressed = 1;
         break;
     }
@@ -91,23 +91,23 @@ int CQKDialogBase::MoveUpList(QKListCtrl* list, const CRect& rect, CPoint point)
     int hot = kNothingHit;
     int changed = 0;
     for (int next = 0; !changed;) {
-        Entry* node = nullptr;
+        Entry* entry = nullptr;
         for (Entry* hit : ListAccess::HitBy(*list, at))
-            if (!node && entries.PositionOf(*hit) >= next) node = hit;
-        if (!node) break;
-        hot = node->id;
-        next = entries.PositionOf(*node) + 1;
-        if (node->mouse != QKItemBase::QK_MOUSEON) {
-            entries.SetMouse(*node, QKItemBase::QK_MOUSEON);
+            if (!entry && entries.PositionOf(*hit) >= next) entry = hit;
+        if (!entry) break;
+        hot = entry->id;
+        next = entries.PositionOf(*entry) + 1;
+        if (entry->mouse != QKItemBase::QK_MOUSEON) {
+            entries.SetMouse(*entry, QKItemBase::QK_MOUSEON);
             changed = 1;
         }
-        if (node->ClickSelects() && m_rcSel.Width() == 0 && m_rcSel.Height() == 0) {
+        if (entry->ClickSelects() && m_rcSel.Width() == 0 && m_rcSel.Height() == 0) {
             UnSelRcItem();
-            entries.SetSelected(*node, true);
+            entries.SetSelected(*entry, true);
             changed = 1;
         }
         if (const auto call = ListAccess::ClickCall(*list)) {
-            call(entries.Expose(*node), &at);
+            call(entries.Expose(*entry), &at);
             if (!alive) return 0;
         }
     }
@@ -125,13 +125,13 @@ int CQKDialogBase::MoveLDBClickList(QKListCtrl* list, const CRect& rect, CPoint 
     const Alive alive(*this, ListAccess::Life(*list));
     ListEntries& entries = ListAccess::Entries(*list);
     int pressed = 0;
-    for (Entry* node : ListAccess::HitBy(*list, point)) {
-        if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
-        PressEntry(*list, *node);
-        SelectAlone(*list, *node);
+    for (Entry* entry : ListAccess::HitBy(*list, point)) {
+        if (entry->mouse == QKItemBase::QK_MOUSEDOWN) continue;
+        PressEntry(*list, *entry);
+        SelectAlone(*list, *entry);
         pressed = 1;
         if (const auto call = ListAccess::DoubleClickCall(*list)) {
-            call(entries.Expose(*node));
+            call(entries.Expose(*entry));
             if (!alive) return pressed;
         }
         break;
@@ -147,10 +147,10 @@ int CQKDialogBase::MoveRDownList(QKListCtrl* list, const CRect& rect, CPoint poi
     int hot = kNothingHit;
     int result = 0;
     const std::vector<Entry*> hits = ListAccess::HitBy(*list, point);
-    for (Entry* node : hits) {
-        hot = node->id;
-        if (node->mouse == QKItemBase::QK_MOUSEDOWN) continue;
-        PressEntry(*list, *node);
+    for (Entry* entry : hits) {
+        hot = entry->id;
+        if (entry->mouse == QKItemBase::QK_MOUSEDOWN) continue;
+        PressEntry(*list, *entry);
         result = 1;
         break;
     }

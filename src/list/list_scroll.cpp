@@ -122,9 +122,9 @@ int QKListCtrl::EnsureVisible(int index) {
     return WithinMemory(0, [&] {
         if (index < 0 || index >= GetCount()) return 0;
         ListAccess::KeepInRange(*this);
-        const Entry& node = m_state->entries->EntryAt(index);
-        if (!node.placed) return 0;
-        const CRect cell = m_state->entries->CellOf(node);
+        const Entry& entry = m_state->entries->EntryAt(index);
+        if (!entry.placed) return 0;
+        const CRect cell = m_state->entries->CellOf(entry);
         const CRect view = ListAccess::View(*this);
         const CPoint now = ListAccess::GetScrollPosNow(*this);
         return ListAccess::ScrollTo(

@@ -12,8 +12,8 @@ namespace {
 template <class Visit>
 void ForEachSelected(ListEntries& entries, Visit visit) {
     const Uninterrupted uninterrupted;
-    for (const Entry* node : entries.Selected())
-        if (node->unselected == 0) visit(*node);
+    for (const Entry* entry : entries.Selected())
+        if (entry->unselected == 0) visit(*entry);
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ std::vector<int> QKListCtrl::GetSelectedIndexes() const {
     return WithinMemory(std::vector<int>(), [this] {
         std::vector<int> indexes;
         ForEachSelected(*m_state->entries,
-                        [&](const Entry& node) { indexes.push_back(m_state->entries->PositionOf(node)); });
+                        [&](const Entry& entry) { indexes.push_back(m_state->entries->PositionOf(entry)); });
         return indexes;
     });
 }

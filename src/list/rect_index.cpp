@@ -14,9 +14,10 @@ int BitsFor(LONG low, LONG high) {
     return std::max(6, static_cast<int>(std::bit_width(length * 2 - 1)));
 }
 
-void SortOnce(std::vector<Entry*>& nodes) {
-    std::sort(nodes.begin(), nodes.end(), [](const Entry* a, const Entry* b) { return a->order < b->order; });
-    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+void SortOnce(std::vector<Entry*>& entries) {
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry* a, const Entry* b) { return a->order < b->order; });
+    entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
 }
 
 }  // namespace
@@ -38,18 +39,18 @@ RectIndex::Layer& RectIndex::LayerOf(const CRect& rect) {
     return layers_.emplace_back(Layer{bitsX, bitsY, {}});
 }
 
-void RectIndex::Insert(Entry& node) {
-    const CRect& rect = node.reach;
+void RectIndex::Insert(Entry& entry) {
+    const CRect& rect = entry.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
     const Span span = SpanOf(layer, rect);
     for (std::int64_t x = span.left; x <= span.right; ++x)
         for (std::int64_t y = span.top; y <= span.bottom; ++y)
-            layer.buckets[Key(x, y)].push_back(&node);
+            layer.buckets[Key(x, y)].push_back(&entry);
 }
 
-void RectIndex::Remove(Entry& node) {
-    const CRect& rect = node.reach;
+void RectIndex::Remove(Entry& entry) {
+    const CRect& rect = entry.reach;
     if (rect.IsRectEmpty()) return;
     Layer& layer = LayerOf(rect);
     const Span span = SpanOf(layer, rect);
@@ -57,33 +58,33 @@ void RectIndex::Remove(Entry& node) {
         for (std::int64_t y = span.top; y <= span.bottom; ++y) {
             const auto found = layer.buckets.find(Key(x, y));
             if (found == layer.buckets.end()) continue;
-            std::erase(found->second, &node);
+            std::erase(found->second, &entry);
             if (found->second.empty()) layer.buckets.erase(found);
         }
 }
 
 std::vector<Entry*> RectIndex::At(CPoint point) const {
-    std::vector<Entry*> nodes;
+    std::vector<Entry*> entries;
     for (const Layer& layer : layers_) {
         const auto found = layer.buckets.find(
             Key(std::int64_t{point.x} >> layer.bitsX, std::int64_t{point.y} >> layer.bitsY));
         if (found == layer.buckets.end()) continue;
-        for (Entry* node : found->second)
-            if (node->reach.PtInRect(point)) nodes.push_back(node);
+        for (Entry* entry : found->second)
+            if (entry->reach.PtInRect(point)) entries.push_back(entry);
     }
-    SortOnce(nodes);
-    return nodes;
+    SortOnce(entries);
+    return entries;
 }
 
 std::vector<Entry*> RectIndex::Meeting(const CRect& area) const {
-    std::vector<Entry*> nodes;
-    if (area.IsRectEmpty()) return nodes;
+    std::vector<Entry*> entries;
+    if (area.IsRectEmpty()) return entries;
     const auto collect = [&](const Bucket& bucket) {
-        for (Entry* node : bucket) {
-            const CRect& rect = node->reach;
+        for (Entry* entry : bucket) {
+            const CRect& rect = entry->reach;
             if (rect.left < area.right && area.left < rect.right && rect.top < area.bottom &&
                 area.top < rect.bottom)
-                nodes.push_back(node);
+                entries.push_back(entry);
         }
     };
     for (const Layer& layer : layers_) {
@@ -100,8 +101,8 @@ std::vector<Entry*> RectIndex::Meeting(const CRect& area) const {
                 if (const auto found = layer.buckets.find(Key(x, y)); found != layer.buckets.end())
                     collect(found->second);
     }
-    SortOnce(nodes);
-    return nodes;
+    SortOnce(entries);
+    return entries;
 }
 
 }  // namespace qkui

@@ -15,12 +15,12 @@ struct Entry;
 // so it is in few of them, and a point asks one bucket of each layer. Empty rectangles are nowhere.
 class RectIndex {
   public:
-    // The reach of a node must not change while it is in the index.
-    void Insert(Entry& node);
-    void Remove(Entry& node);
+    // The reach of a entry must not change while it is in the index.
+    void Insert(Entry& entry);
+    void Remove(Entry& entry);
     void Clear() { layers_.clear(); }
 
-    // Sorted by the nodes' order, each once.
+    // Sorted by the entries' order, each once.
     std::vector<Entry*> At(CPoint point) const;
     std::vector<Entry*> Meeting(const CRect& area) const;
 
