@@ -10,12 +10,12 @@
 
 namespace qkui {
 
-Entry::Entry(std::u16string_view caption) {
-    caption = caption.substr(0, QKListItem::kTextUnits - 1);
-    if (caption.empty()) return;
-    text_.reset(new WCHAR[caption.size()]);
-    std::copy(caption.begin(), caption.end(), text_.get());
-    textLength = static_cast<std::uint16_t>(caption.size());
+Entry::Entry(std::u16string_view text) {
+    text = text.substr(0, QKListItem::kTextUnits - 1);
+    if (text.empty()) return;
+    text_.reset(new WCHAR[text.size()]);
+    std::copy(text.begin(), text.end(), text_.get());
+    textLength = static_cast<std::uint16_t>(text.size());
 }
 
 void ReleaseRecord::operator()(QKListItem* item) const {

@@ -82,7 +82,7 @@ struct Entry {
     };
 
     // With a caption, cut to what a record holds.
-    explicit Entry(std::u16string_view caption);
+    explicit Entry(std::u16string_view text);
 
     std::uint64_t order = 0;               // grows along the collection
     CRect cell;                            // seen from the entries' common origin, as all rectangles here
