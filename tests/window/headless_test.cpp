@@ -138,14 +138,6 @@ TEST_F(ClockTest, ProceduresAndTimersOfNoWindow) {
     EXPECT_TRUE(ticks_.empty());
 }
 
-TEST_F(ClockTest, ADestroyedWindowsTimersGoWithIt) {
-    SetTimer(window_, 1, 10, nullptr);
-    SetTimer(window_, 2, 10, nullptr);
-    then_ = [&](UINT_PTR) { DestroyWindow(window_); };
-    Headless::Advance(100);
-    EXPECT_EQ(Ticks(ticks_), "1@10");
-}
-
 TEST_F(HeadlessTest, UseAgainResizesTheScreen) {
     EXPECT_TRUE(Headless::Use(640, 480));
     EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), 640);
@@ -290,15 +282,6 @@ TEST_F(HeadlessTest, StepsRunOneAtEachWait) {
     PostQuitMessage(9);
     EXPECT_TRUE(PeekMessageW(&message, {}, 0, 0, PM_REMOVE));
     EXPECT_EQ(message.wParam, 9u);
-}
-
-TEST_F(HeadlessTest, RunPendingLeavesTheQuitToTheLoop) {
-    PostQuitMessage(2);
-    Headless::RunPending();
-    MSG message{};
-    EXPECT_TRUE(PeekMessageW(&message, {}, 0, 0, PM_NOREMOVE));
-    EXPECT_EQ(GetMessageW(&message, {}, 0, 0), 0);
-    EXPECT_EQ(message.wParam, 2u);
 }
 
 TEST_F(HeadlessTest, ACaptionMoveFollowsInputThatComesLater) {

@@ -74,21 +74,17 @@ TEST_F(SystemTest, FocusThatArrivesLateIsNoNews) {
     ShowWindow(two, SW_SHOW);
     Log().received.clear();
     // The server is still at the first request.
-    Focus(one, true);
-    Settle();
+    FocusGoes(one, true);
     EXPECT_EQ(GetActiveWindow(), two);
     Focus(one, false);
-    Focus(two, true);
-    Settle();
+    FocusGoes(two, true);
     EXPECT_EQ(Count(one, WM_ACTIVATE) + Count(two, WM_ACTIVATE), 0);
     // The user goes to another program and back to the first window.
-    Focus(two, false);
-    Settle();
+    FocusGoes(two, false);
     EXPECT_EQ(GetActiveWindow(), HWND());
     EXPECT_EQ(GetFocus(), HWND());
     EXPECT_EQ(Count(two, WM_KILLFOCUS), 1);
-    Focus(one, true);
-    Settle();
+    FocusGoes(one, true);
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(GetFocus(), one);
 }
@@ -97,8 +93,7 @@ TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
     const HWND one = Create();
     const HWND two = Create();
     ShowWindow(one, SW_SHOW);
-    Focus(one, true);
-    Settle();
+    FocusGoes(one, true);
     SetActiveWindow(two);
     ShowWindow(two, SW_SHOW);
     EXPECT_EQ(GetActiveWindow(), two);
@@ -109,8 +104,7 @@ TEST_F(SystemTest, ARefusedFocusIsFollowedInTheEnd) {
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(Count(one, WM_KEYDOWN), 1);
     // And so does waiting, also when another program has it.
-    Focus(one, false);
-    Settle();
+    FocusGoes(one, false);
     System().TakeLog();
     EXPECT_TRUE(SetForegroundWindow(two));
     EXPECT_EQ(GetActiveWindow(), two);
@@ -136,18 +130,15 @@ TEST_F(SystemTest, AWindowIsActiveOnceItCanBe) {
     const HWND window = Create(WS_POPUP | WS_VISIBLE);
     for (const bool minimised : {true, false}) {
         SCOPED_TRACE(minimised ? "minimised" : "disabled");
-        Focus(window, true);
-        Settle();
+        FocusGoes(window, true);
         EXPECT_EQ(GetActiveWindow(), window);
         if (minimised)
             Report(event::MinimisedChanged{window, true});
         else
             EnableWindow(window, FALSE);
-        Focus(window, false);
-        Settle();
+        FocusGoes(window, false);
         EXPECT_EQ(GetActiveWindow(), HWND());
-        Focus(window, true);
-        Settle();
+        FocusGoes(window, true);
         EXPECT_EQ(GetActiveWindow(), HWND());
         if (minimised)
             Report(event::MinimisedChanged{window, false});

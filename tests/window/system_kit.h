@@ -55,6 +55,10 @@ class SystemTest : public testing::Test {
             window, static_cast<UINT>(key), true, static_cast<char16_t>(key - 'A' + 'a'), {}, time});
     }
     static void Focus(HWND window, bool focused) { Report(event::FocusChanged{window, focused}); }
+    static void FocusGoes(HWND window, bool focused) {
+        Focus(window, focused);
+        Settle();
+    }
     // A press on the window moves it by its caption.
     static void MoveByPress(HWND window) {
         Log().At(WM_LBUTTONDOWN, [=](HWND) { SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, 0); });

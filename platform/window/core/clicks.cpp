@@ -35,12 +35,8 @@ void NotePress(const event::Pointer& press, HWND target) {
     Lasting<FirstPress>() = {target, press.button, press.screen, press.time};
 }
 
-void ForgetPress() {
-    ResetLasting<FirstPress>();
-}
-
 void ForgetLastClick() {
-    ForgetPress();
+    ResetLasting<FirstPress>();
 }
 
 }  // namespace platform

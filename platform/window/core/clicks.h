@@ -10,6 +10,5 @@ constexpr int kDoubleClickBox = 4;  // pixels, around the first press
 bool IsDoubleClick(const event::Pointer& press, HWND target);
 // It may become the first half of a double click.
 void NotePress(const event::Pointer& press, HWND target);
-void ForgetPress();
 
 }  // namespace platform

@@ -7,7 +7,6 @@
 #include "platform/window/core/activation.h"
 #include "platform/window/core/caption_move.h"
 #include "platform/window/core/capture.h"
-#include "platform/window/core/clicks.h"
 #include "platform/window/core/control.h"
 #include "platform/window/core/cursor.h"
 #include "platform/window/core/display.h"
@@ -19,6 +18,7 @@
 #include "platform/window/core/input_state.h"
 #include "platform/window/core/invalidation.h"
 #include "platform/window/core/keyboard.h"
+#include "platform/window/core/lasting.h"
 #include "platform/window/core/message_pump.h"
 #include "platform/window/core/message_queue.h"
 #include "platform/window/core/notifications.h"
@@ -68,7 +68,7 @@ void DropWindows() {
     ClearInbox();
     ForgetCapture();
     ResetHover();
-    ForgetPress();
+    ForgetLastClick();
     ResetCursor();
     ResetInputState();
     ResetKeyboard();
@@ -101,8 +101,7 @@ struct AtExit {
 }  // namespace
 
 WindowEvents& EventSink() {
-    static Sink sink;
-    return sink;
+    return Lasting<Sink>();
 }
 
 void SystemChosen() {

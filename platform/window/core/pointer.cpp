@@ -3,6 +3,7 @@
 #include "platform/window/core/activation.h"
 #include "platform/window/core/capture.h"
 #include "platform/window/core/clicks.h"
+#include "platform/window/core/control.h"
 #include "platform/window/core/coordinates.h"
 #include "platform/window/core/cursor.h"
 #include "platform/window/core/display.h"
@@ -125,7 +126,7 @@ bool TakePointer(const event::Pointer& event, const Routed& routed) {
         if (isFirst)
             NotePress(event, message.hwnd);
         else
-            ForgetPress();  // a double click is complete; the next press starts anew
+            ForgetLastClick();  // a double click is complete; the next press starts anew
         ClickActivates(message.hwnd);
         if (!Peek(message.hwnd)) return false;
     }
