@@ -22,6 +22,10 @@ class Driver {
         Press(button);
         Release(button);
     }
+    void ClickAt(int x, int y, int button = 1) {
+        Move(x, y);
+        Click(button);
+    }
     void Stroke(UINT virtualKey) {
         KeyDown(virtualKey);
         KeyUp(virtualKey);

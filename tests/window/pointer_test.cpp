@@ -76,9 +76,8 @@ TEST_F(PointerTest, DoubleClicksNeedTimePlaceWindowAndButton) {
     User().Pass(GetDoubleClickTime() + 100);
     User().Move(120, 120);
     Forget();
-    for (const int button : {1, 3, 1, 1, 1, 1}) {
+    for (const int button : {1, 3, 1, 1, 1, 1})
         User().Click(button);
-    }
     EXPECT_EQ(NamesOf(Log().Of(window, {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONDBLCLK})),
               "LBUTTONDOWN RBUTTONDOWN LBUTTONDOWN LBUTTONDBLCLK LBUTTONDOWN LBUTTONDBLCLK");
 }
@@ -86,10 +85,8 @@ TEST_F(PointerTest, DoubleClicksNeedTimePlaceWindowAndButton) {
 TEST_F(PointerTest, AnotherWindowBreaksADoubleClick) {
     const HWND window = Open(100, 100, 50, 50, kRed);
     const HWND child = OpenChild(window, 10, 10, 20, 20, kGreen);
-    User().Move(109, 109);
-    User().Click();
-    User().Move(110, 110);
-    User().Click();
+    User().ClickAt(109, 109);
+    User().ClickAt(110, 110);
     EXPECT_EQ(Log().Count(window, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(Log().Count(child, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(Log().Count(child, WM_LBUTTONDBLCLK), 0);
@@ -291,8 +288,7 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     User().Settle();
     Forget();
     for (const int at : {120, 170}) {
-        User().Move(at, at);
-        User().Click();
+        User().ClickAt(at, at);
     }
     User().RequestClose(owner);
     User().Settle();
@@ -303,13 +299,11 @@ TEST_F(PointerTest, DisabledWindowsSwallow) {
     EXPECT_EQ(GetActiveWindow(), dialog);
     const HWND bystander = Open(300, 120, 50, 50, kBlack);
     EXPECT_EQ(GetActiveWindow(), bystander);
-    User().Move(120, 190);
-    User().Click();
+    User().ClickAt(120, 190);
     EXPECT_EQ(GetActiveWindow(), dialog) << "a press on what it disabled brings the dialog up";
     EXPECT_EQ(WindowFromPoint(POINT{310, 130}), dialog);
     Forget();
-    User().Move(310, 110);
-    User().Click();
+    User().ClickAt(310, 110);
     EXPECT_EQ(Log().Count(dialog, WM_LBUTTONDOWN), 1);
     EXPECT_TRUE(EnableWindow(owner, TRUE));
     User().Move(120, 120);
@@ -357,8 +351,7 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
     User().Settle();
     EXPECT_EQ(GetActiveWindow(), two);
     Forget();
-    User().Move(110, 110);
-    User().Click();
+    User().ClickAt(110, 110);
     EXPECT_EQ(GetActiveWindow(), one);
     EXPECT_EQ(GetFocus(), one);
     EXPECT_EQ(ScreenColour(175, 175), kRedPixel);
@@ -376,8 +369,7 @@ TEST_F(PointerTest, ClicksActivateAndRaise) {
     EXPECT_EQ(NamesOf(Log().Of(one, {WM_ACTIVATE, WM_SETFOCUS, WM_LBUTTONDOWN})),
               "ACTIVATE SETFOCUS LBUTTONDOWN");
     const HWND quiet = Open(300, 300, 50, 50, kBlue, {}, WS_EX_NOACTIVATE);
-    User().Move(310, 310);
-    User().Click();
+    User().ClickAt(310, 310);
     EXPECT_EQ(Log().Count(quiet, WM_LBUTTONDOWN), 1);
     EXPECT_EQ(GetActiveWindow(), one);
 }

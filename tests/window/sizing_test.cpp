@@ -70,8 +70,7 @@ TEST_F(SizingTest, MaximisedItIsWhereItSays) {
 
 TEST_F(SizingTest, TheRightButtonAsksForAContextMenu) {
     OpenSized();
-    User().Move(150, 170);
-    User().Click(3);
+    User().ClickAt(150, 170, 3);
     const std::vector<Received> asked = Log().Of(window_, {WM_CONTEXTMENU});
     ASSERT_EQ(asked.size(), 1U);
     EXPECT_EQ(asked[0].lParam, MAKELPARAM(150, 170));
