@@ -130,32 +130,32 @@ TEST(GdiObjects, ASectionShowsTheMemoryOfItsCaller) {
 }
 
 TEST(GdiObjects, SectionsOfOtherFormatsAreRefused) {
-    const auto make = [](LONG width, LONG height, WORD planes, WORD bits, DWORD compression, UINT usage) {
+    const struct {
+        LONG width, height;
+        WORD planes, bits;
+        DWORD compression;
+        UINT usage;
+        bool made;
+    } cases[] = {{4, 4, 1, 32, BI_RGB, DIB_RGB_COLORS, true},
+                 {4, 4, 1, 24, BI_RGB, DIB_RGB_COLORS, false},
+                 {4, 4, 2, 32, BI_RGB, DIB_RGB_COLORS, false},
+                 {4, 4, 1, 32, 3, DIB_RGB_COLORS, false},
+                 {4, 4, 1, 32, BI_RGB, 1, false},
+                 {-4, 4, 1, 32, BI_RGB, DIB_RGB_COLORS, false},
+                 {4, 0, 1, 32, BI_RGB, DIB_RGB_COLORS, false},
+                 {4, std::numeric_limits<LONG>::min(), 1, 32, BI_RGB, DIB_RGB_COLORS, false},
+                 {40000, 4, 1, 32, BI_RGB, DIB_RGB_COLORS, false}};
+    for (const auto& c : cases) {
         BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = height;
-        info.bmiHeader.biPlanes = planes;
-        info.bmiHeader.biBitCount = bits;
-        info.bmiHeader.biCompression = compression;
+        info.bmiHeader = {
+            sizeof info.bmiHeader, c.width, c.height, c.planes, c.bits, c.compression, 0, 0, 0, 0, 0};
         int dummy = 0;
         void* memory = &dummy;
-        const HBITMAP bitmap = CreateDIBSection(nullptr, &info, usage, &memory);
-        EXPECT_EQ(static_cast<bool>(bitmap), memory != nullptr);
-        const bool made = static_cast<bool>(bitmap);
-        if (made) DeleteObject(bitmap);
-        return made;
-    };
-    EXPECT_TRUE(make(4, 4, 1, 32, BI_RGB, DIB_RGB_COLORS));
-    const LONG lowest = std::numeric_limits<LONG>::min();
-    EXPECT_FALSE(make(4, 4, 1, 24, BI_RGB, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(4, 4, 2, 32, BI_RGB, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(4, 4, 1, 32, 3, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(4, 4, 1, 32, BI_RGB, 1));
-    EXPECT_FALSE(make(-4, 4, 1, 32, BI_RGB, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(4, 0, 1, 32, BI_RGB, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(4, lowest, 1, 32, BI_RGB, DIB_RGB_COLORS));
-    EXPECT_FALSE(make(40000, 4, 1, 32, BI_RGB, DIB_RGB_COLORS));
+        const HBITMAP bitmap = CreateDIBSection(nullptr, &info, c.usage, &memory);
+        EXPECT_EQ(c.made, static_cast<bool>(bitmap)) << &c - cases;
+        EXPECT_EQ(c.made, memory != nullptr);
+        if (bitmap) DeleteObject(bitmap);
+    }
     EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
     void* bits = nullptr;
     EXPECT_FALSE(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits));

@@ -152,15 +152,6 @@ TEST(DrawImage, StrongShrinkingAveragesEveryPixel) {
         EXPECT_NEAR(x % 2 == 0 ? 170 : 0, better.At(x, 0) & 0xFF, 1);
 }
 
-TEST(DrawImage, NearestNeighbourRepeatsPixels) {
-    Random random(24);
-    const Pixels pixels = random.Scattered(3, 2);
-    const Pixels scaled = Scaled(pixels, 12, 8, InterpolationModeNearestNeighbor);
-    for (int y = 0; y < 8; ++y)
-        for (int x = 0; x < 12; ++x)
-            ASSERT_EQ(pixels.At(x / 4, y / 4), scaled.At(x, y));
-}
-
 TEST(DrawImage, TilingBringsTheOppositeEdgeMirroringDoesNot) {
     const Pixels pixels(2, 2, {{CRect(0, 0, 1, 2), 0xFF000000}, {CRect(1, 0, 2, 2), 0xFFFFFFFF}});
     const auto bitmap = MakeBitmap(pixels);
@@ -328,16 +319,6 @@ TEST(DrawImage, FractionalDestinationsGoToTheNearestPixelsEdgeByEdge) {
                                                       RectF(static_cast<float>(i) * 3.3F, 0, 3.3F, 1));
                            }),
                      Pixels(30, 1, 0x80402010)));
-}
-
-TEST(DrawImage, FramesOfAStripMayReachBeyondIt) {
-    const auto bitmap =
-        MakeBitmap(Pixels(4, 6, {{CRect(0, 0, 4, 3), 0xFF0000FF}, {CRect(0, 3, 4, 6), 0xFFFF0000}}));
-    EXPECT_TRUE(Same(Drawn(4, 10,
-                           [&](Graphics& graphics) {
-                               graphics.DrawImage(bitmap.get(), Rect(0, 0, 4, 10), 0, 2, 4, 10, UnitPixel);
-                           }),
-                     Pixels(4, 10, {{CRect(0, 0, 4, 1), 0xFF0000FF}, {CRect(0, 1, 4, 4), 0xFFFF0000}})));
 }
 
 TEST(DrawImage, AnImageOntoItselfShowsWhatItWas) {

@@ -47,16 +47,6 @@ TEST(Surface, PoolKeepsABoundedAmount) {
     EXPECT_GE(PixelMemory::PooledBytes(), std::size_t{32} << 20);
 }
 
-TEST(Surface, RevisionsAreUniqueAndMoveOnWithTouch) {
-    const auto a = Surface::Create(4, 4);
-    const auto b = Surface::Create(4, 4);
-    EXPECT_NE(a->Revision(), b->Revision());
-    const std::uint64_t before = a->Revision();
-    a->Touch();
-    EXPECT_NE(before, a->Revision());
-    EXPECT_NE(b->Revision(), a->Revision());
-}
-
 TEST(Surface, RowsMayRunUpwards) {
     std::vector<std::uint32_t> memory(5 * 3);
     const auto surface = Surface::Wrap(memory.data() + 2 * 5, 4, 3, -5 * 4, nullptr);
