@@ -235,6 +235,38 @@ TEST_F(PortingBlocks, StretchBlt) {
     EXPECT_FALSE(StretchBlt(to_, 0, 0, 1, 2, from_, 0, 0, 1, 1, SRCCOPY + 1));
 }
 
+// Within itself, to the right, where the clip has two parts side by side.
+TEST_F(PortingBlocks, BitBltReadsBeforeItWrites) {
+    std::vector<ARGB> before;
+    for (int x = 0; x < 12; ++x) {
+        const SolidBrush brush(Color(0xFF, static_cast<BYTE>(20 * x), 0, 0));
+        Graphics(to_).FillRectangle(&brush, x, 0, 1, 1);
+        before.push_back(At(x, 0));
+    }
+    const HRGN clip = CreateRectRgn(0, 0, 6, 1), right = CreateRectRgn(7, 0, 12, 1);
+    CombineRgn(clip, clip, right, RGN_OR);
+    SelectClipRgn(to_, clip);
+    EXPECT_TRUE(BitBlt(to_, 3, 0, 9, 1, to_, 0, 0, SRCCOPY));
+    for (int x = 3; x < 12; ++x)
+        EXPECT_EQ(At(x, 0), before[static_cast<std::size_t>(x == 6 ? x : x - 3)]) << x;
+    DeleteObject(clip);
+    DeleteObject(right);
+}
+
+// A part without a gap says nothing of a larger one from the same corner.
+TEST_F(PortingBlocks, PartsOfOnePictureAreBlendedEachAsItIs) {
+    Bitmap picture(60, 60);
+    const SolidBrush half(Color(0x80, 0xFF, 0, 0));
+    Graphics(&picture).FillRectangle(&kRed, 2, 2, 45, 45);
+    Graphics(&picture).FillRectangle(&half, 47, 47, 13, 13);
+    Graphics graphics(to_);
+    graphics.Clear(Color(Color::Blue));
+    graphics.DrawImage(&picture, Rect(60, 0, 45, 45), 2, 2, 45, 45, UnitPixel);
+    graphics.DrawImage(&picture, Rect(0, 0, 50, 50), 2, 2, 50, 50, UnitPixel);
+    EXPECT_TRUE(IsNear(At(48, 48), 0xFF80007F)) << std::hex << At(48, 48);
+    EXPECT_EQ(At(48, 2), Color::Blue);
+}
+
 TEST_F(PortingBlocks, DrawTextKeepsToItsRectangle) {
     const HFONT font =
         CreateFont(-16, 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, 0, 0, 0, 0, 0, _T("DejaVu Sans"));

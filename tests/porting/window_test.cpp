@@ -1,4 +1,5 @@
-// Copied text and files that other programs open, on the window system in memory.
+// Windows with procedures of their own, copied text, and files that other programs open, on the window system
+// in memory.
 #include <afxwin.h>
 #include <shellapi.h>
 
