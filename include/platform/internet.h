@@ -136,7 +136,7 @@ class PLATFORM_API CHttpConnection : public CObject {
 };
 
 /// How a session finds its proxy: from the environment (http_proxy, https_proxy, all_proxy, no_proxy) or,
-/// where that says nothing, from the desktop's settings; not at all; or as the session is set.
+/// where that says nothing, from the desktop's settings; not at all; or as the session is told.
 enum : DWORD {
     INTERNET_OPEN_TYPE_PRECONFIG = 0,
     INTERNET_OPEN_TYPE_DIRECT = 1,
@@ -156,7 +156,7 @@ enum : DWORD {
     INTERNET_OPTION_HTTP_DECODING = 65,
 };
 
-/// What OnStatusCallback reports.
+/// What OnStatusCallback is told.
 enum : DWORD {
     INTERNET_STATUS_RESOLVING_NAME = 10,
     INTERNET_STATUS_NAME_RESOLVED = 11,

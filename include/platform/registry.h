@@ -44,9 +44,8 @@ PLATFORM_API LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR path, DWORD reserved, LPW
                                      REGSAM access, const void* security, HKEY* opened, DWORD* disposition);
 
 /// The value of a name; null or empty names the key's own. `size` is the room in bytes, and then what the
-/// value takes. ERROR_MORE_DATA when there is not enough room; without `data` only type and size are
-/// returned. A text comes with its terminator if it was set with one. ERROR_FILE_NOT_FOUND when there is no
-/// such value.
+/// value takes. ERROR_MORE_DATA when there is not enough room; without `data` only type and size are told. A
+/// text comes with its terminator if it was set with one. ERROR_FILE_NOT_FOUND when there is no such value.
 PLATFORM_API LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD* reserved, DWORD* type, BYTE* data,
                                       DWORD* size);
 

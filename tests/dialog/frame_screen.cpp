@@ -1,6 +1,6 @@
 #include "dialog/frame_screen.h"
 
-#include "kit/test_dialog.h"
+#include "support/test_dialog.h"
 
 namespace kit {
 

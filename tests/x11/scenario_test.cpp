@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "kit/skin.h"
+#include "support/skin.h"
 #include "window/driver.h"
 
 namespace {
