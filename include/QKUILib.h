@@ -1,4 +1,5 @@
-// The whole interface of the library: dialogs that draw themselves, and the items that fill them.
+/// @file
+/// The whole interface of the library: dialogs that draw themselves, and the items that fill them.
 #pragma once
 
 #include <platform/application.h>

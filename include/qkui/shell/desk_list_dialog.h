@@ -1,9 +1,10 @@
-// The dialog that is meant to lie on the desktop.
+/// @file
+/// The dialog that is meant to lie on the desktop.
 #pragma once
 
 #include <qkui/dialog/dialog_base.h>
 
-// Behaves as its base does; SetDesk puts it into the desktop.
+/// Behaves as its base does; SetDesk puts it into the desktop.
 class PLATFORM_API CQKDialogDeskList : public CQKDialogBase {
     DECLARE_DYNAMIC(CQKDialogDeskList)
   public:
