@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kMostHeadBytes = 256 * 1024;
-constexpr std::size_t kPauseAt = 64 * 1024;  // bytes of a body that wait to be read
+constexpr std::size_t kMostHeadBytes = std::size_t{256} << 10;
+constexpr std::size_t kPauseAt = std::size_t{64} << 10;  // bytes of a body that wait to be read
 constexpr std::chrono::milliseconds kLongestWait{1000};
 
 }  // namespace

@@ -33,8 +33,8 @@ FileListReader::FileListReader(std::span<const std::byte> block) : block_(block)
 }
 
 CString FileListReader::Next() {
-    const CString path = wide_ ? CString(ReadPath<char16_t>(block_, position_).c_str())
-                               : FromUtf8(ReadPath<char>(block_, position_));
+    CString path = wide_ ? CString(ReadPath<char16_t>(block_, position_).c_str())
+                         : FromUtf8(ReadPath<char>(block_, position_));
     if (path.IsEmpty()) position_ = block_.size();
     return path;
 }

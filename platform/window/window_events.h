@@ -118,6 +118,8 @@ template <class... Functions>
 struct Overloaded : Functions... {
     using Functions::operator()...;
 };
+template <class... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;  // clang 14 does not find it by itself
 
 // Where a window system reports events: the core.
 class WindowEvents {

@@ -44,7 +44,7 @@ CString Property(IWebBrowser2* browser, HRESULT (IWebBrowser2::*get)(BSTR*)) {
     if (!browser) return {};
     BSTR text = nullptr;
     (browser->*get)(&text);
-    const CString result(text);
+    CString result(text);
     SysFreeString(text);
     return result;
 }
@@ -98,7 +98,7 @@ void CHtmlCtrls::PostNcDestroy() {}
 void CHtmlCtrls::Navigate(LPCWSTR lpszURL, DWORD dwFlags, LPCWSTR lpszTargetFrameName, LPCWSTR lpszHeaders,
                           LPVOID lpvPostData, DWORD dwPostDataLen) {
     if (!m_pBrowserApp) return;
-    const BSTR url = SysAllocString(lpszURL);
+    auto* const url = SysAllocString(lpszURL);
     VARIANT post;
     if (lpvPostData) {
         DWORD count = dwPostDataLen;

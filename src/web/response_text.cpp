@@ -10,7 +10,7 @@ namespace qkui {
 
 namespace {
 
-constexpr std::size_t kBlock = 8 * 1024;  // bytes decoded at once
+constexpr std::size_t kBlock = std::size_t{8} << 10;  // bytes decoded at once
 
 // Both append up to the first zero character, and return whether there is one.
 bool AppendNarrow(std::u16string& text, std::string_view utf8) {

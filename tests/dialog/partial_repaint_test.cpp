@@ -471,7 +471,7 @@ TEST_F(PartialRepaint, RepeatsNoWork) {
     dialog.Open();
     dialog.Refresh();
     const Gdiplus::DrawingCounters before = Gdiplus::GetDrawingCounters();
-    EXPECT_GT(before.textLayouts, 5U);
+    EXPECT_GT(before.textLayouts, 0U);
     button.SetStatus(QKItemBase::QK_MOUSEON);
     dialog.Refresh();
     dialog.SetBackColor(Gdiplus::Color(0xFF00FF00), 1);  // everything is composed again

@@ -71,7 +71,7 @@ TEST(DrawImage, APlainColourStaysItselfAtEveryScaleUpToTheEdges) {
                     pixels.Fill(CRect(2, 1, from + 2, from + 1), color);
                     ImageAttributes attributes;
                     attributes.SetWrapMode(wrap, Color(0xFF, 0, 0, 0));
-                    const Pixels drawn = Drawn(to + 2, to + 2, [&](Graphics& graphics) {
+                    const Pixels drawn = Drawn(to + 2, to + 2, [&, from = from, to = to](Graphics& graphics) {
                         graphics.SetInterpolationMode(mode);
                         graphics.DrawImage(MakeBitmap(pixels).get(), Rect(1, 1, to, to), 2, 1, from, from,
                                            UnitPixel, &attributes);
@@ -309,8 +309,9 @@ TEST(DrawImage, FractionalDestinationsGoToTheNearestPixelsEdgeByEdge) {
     for (const auto& [to, drawn] : {std::pair(RectF(2.25F, 3.5F, 4, 4), CRect(2, 4, 6, 8)),
                                     {RectF(1.5F, 1.5F, 5.1F, 4.9F), CRect(2, 2, 7, 6)},
                                     {RectF(-1.75F, 0, 3.25F, 2.5F), CRect(0, 0, 2, 3)}})
-        EXPECT_TRUE(Same(Drawn(10, 10, [&](Graphics& graphics) { graphics.DrawImage(bitmap.get(), to); }),
-                         Pixels(10, 10, {{drawn, 0x80402010}})));
+        EXPECT_TRUE(
+            Same(Drawn(10, 10, [&, to = to](Graphics& graphics) { graphics.DrawImage(bitmap.get(), to); }),
+                 Pixels(10, 10, {{drawn, 0x80402010}})));
     // Neighbours that share an edge leave no gap and no overlap.
     EXPECT_TRUE(Same(Drawn(30, 1,
                            [&](Graphics& graphics) {

@@ -72,7 +72,9 @@ TEST(ResourceFile, RandomDamageIsRefusedOrReadWithinTheFile) {
         Bytes bytes = original;
         for (std::uint32_t flips = 1 + random() % 8; flips > 0; --flips) {
             std::uint8_t& byte = bytes[random() % bytes.size()];
-            byte = random() % 2 ? byte ^ 1U << (random() % 8) : (random() % 3 ? 0xFF : 0x00);
+            byte = static_cast<std::uint8_t>(random() % 2   ? byte ^ 1U << (random() % 8)
+                                             : random() % 3 ? 0xFF
+                                                            : 0x00);
         }
         const Tight tight(ViewOf(bytes));
         const auto entries = ParseResourceFile(tight.View());

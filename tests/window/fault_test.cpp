@@ -82,7 +82,7 @@ TEST_F(FaultTest, EveryCallRecognisesAStaleWindow) {
     const HWND neverGiven(12345, 1);
     for (const HWND bad : {gone, neverGiven, HWND()})
         for (const auto& [text, succeeds] : calls) {
-            const auto isNamed = [&](const char* name) { return text.starts_with(name); };
+            const auto isNamed = [text = text](const char* name) { return text.starts_with(name); };
             if (!bad && std::ranges::any_of(takeEmpty, isNamed)) continue;
             SCOPED_TRACE(text);
             SetLastError(0);

@@ -247,7 +247,18 @@ bool XSession::StopWindowManager() {
 
 bool XSession::StartCompositor() {
     compositor_ = Process::Start({"picom", "--backend", "xrender", "--config", "/dev/null"});
-    return WaitForOwner(true);
+    return WaitForOwner(true) && Eventually([&] { return KeepsPixels(); });
+}
+
+// A compositor takes windows over some time after it took its selection, and what they show is lost then.
+bool XSession::KeepsPixels() {
+    const xcb_window_t below = NewWindow(0, 0, 4, 4, 0x123456), above = NewWindow(0, 0, 4, 4, 0x654321);
+    for (const xcb_window_t window : {below, above})
+        xcb_map_window(connection_, window);
+    const Picture seen = PixelsOf(below);
+    for (const xcb_window_t window : {below, above})
+        xcb_destroy_window(connection_, window);
+    return !seen.pixels.empty() && (seen.pixels[0] & 0xFFFFFF) == 0x123456;
 }
 
 bool XSession::StopCompositor() {

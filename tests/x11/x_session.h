@@ -111,6 +111,7 @@ class XSession {
     Picture Read(xcb_drawable_t drawable, int x, int y, int width, int height);
     bool StartServer(const SessionOptions& options);
     bool WaitForOwner(bool wanted);
+    bool KeepsPixels();
     bool WaitForManager(bool wanted);
     xcb_window_t ManagerWindow();
     bool ManagesWindows();

@@ -28,7 +28,7 @@ std::shared_ptr<CachedText> TextCache::Get(std::u16string_view text, const std::
                                            const TextFormat& format) try {
     if (const auto found = byKey_.find(KeyView{text, font->revision, format}); found != byKey_.end()) {
         entries_.splice(entries_.begin(), entries_, found->second);
-        const std::shared_ptr<CachedText> value = found->second->value;
+        std::shared_ptr<CachedText> value = found->second->value;
         Trim();
         return value;
     }

@@ -20,9 +20,6 @@
 namespace platform {
 namespace {
 
-using Gdiplus::Ok;
-using Gdiplus::Status;
-
 // Coverage of a part of a surface. Where masks of two glyphs meet, they add up: beside each other they do not
 // lie on top of each other.
 class CoverageSheet {

@@ -247,7 +247,7 @@ void WebPage::OnResource(WebKitWebResource* resource, const std::string& url) {
     g_signal_connect_object(
         resource, "failed", G_CALLBACK(+[](WebKitWebResource* failed, GError* error, WebKitWebView* view) {
             const std::optional<std::uint32_t> code = NavigationErrorOf(error);
-            gpointer const page = g_object_get_data(G_OBJECT(view), "page");
+            void* const page = g_object_get_data(G_OBJECT(view), "page");
             if (!code || !page) return;
             auto& events = static_cast<WebPage*>(page)->events_;
             static_cast<void>(events.Failed("?", Text(webkit_web_resource_get_uri(failed)), *code));

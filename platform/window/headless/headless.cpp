@@ -49,6 +49,7 @@ void SetMonitors(const std::vector<Monitor>& monitors) {
     HeadlessSystem* system = HeadlessSystem::Current();
     if (!system) return;
     std::vector<platform::Monitor> all;
+    all.reserve(monitors.size());
     for (const Monitor& monitor : monitors)
         all.push_back({monitor.bounds, monitor.work});
     system->SetMonitors(std::move(all));

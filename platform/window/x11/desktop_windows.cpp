@@ -45,6 +45,7 @@ std::vector<xcb_window_t> DesktopWindows::FindAll() const {
     const auto asked = AskWords(c, connection_->Root(), names.netClientList);
     const std::vector<xcb_window_t> tops = ChildrenOf(c, xcb_query_tree(c, connection_->Root()));
     std::vector<xcb_query_tree_cookie_t> inside;
+    inside.reserve(tops.size());
     for (const xcb_window_t top : tops)
         inside.push_back(xcb_query_tree(c, top));
     std::vector<xcb_window_t> all;
@@ -60,6 +61,7 @@ std::vector<xcb_window_t> DesktopWindows::FindAll() const {
     const xcb_window_t own = xcb_get_setup(c)->resource_id_base;
     std::erase_if(all, [&](xcb_window_t window) { return IsOfProgram(window, own); });
     std::vector<xcb_get_property_cookie_t> types;
+    types.reserve(all.size());
     for (const xcb_window_t window : all)
         types.push_back(AskWords(c, window, names.netWmWindowType));
     std::vector<xcb_window_t> desktops;

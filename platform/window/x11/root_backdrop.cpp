@@ -117,7 +117,7 @@ std::optional<Backdrop::Cover> RootBackdrop::CoveredBy() {
     const std::string names = TextOf(c, desktops.front(), XCB_ATOM_WM_CLASS);
     const std::size_t second = std::min(names.find('\0'), names.size() - 1) + 1;
     const auto process = ReadWords(c, AskWords(c, desktops.front(), connection_->Names().netWmPid));
-    return Cover{names.empty() ? std::string() : names.substr(second).c_str(),
+    return Cover{names.empty() ? std::string() : names.substr(second, names.find('\0', second) - second),
                  process.empty() ? 0 : static_cast<int>(process.front())};
 }
 

@@ -12,8 +12,8 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint64_t kSilenceTime = 5000;            // milliseconds, for the list and for each piece of it
-constexpr std::size_t kLongestList = 64 * 1024 * 1024;  // bytes
+constexpr std::uint64_t kSilenceTime = 5000;  // milliseconds, for the list and for each piece of it
+constexpr std::size_t kLongestList = std::size_t{64} << 20;  // bytes
 
 // The least that a receiver does; the most, where it does both.
 DROPEFFECT Announced(DROPEFFECT effects) {
