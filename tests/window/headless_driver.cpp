@@ -1,25 +1,6 @@
-#include "window/driver.h"
+#include "window/headless_driver.h"
 
 namespace windowtest {
-
-namespace {
-
-class HeadlessDriver : public Driver {
-  public:
-    void Move(int x, int y) override { Headless::MovePointer(x, y); }
-    void Press(int button) override { Headless::ButtonDown(button); }
-    void Release(int button) override { Headless::ButtonUp(button); }
-    void KeyDown(UINT virtualKey) override { Headless::KeyDown(virtualKey); }
-    void KeyUp(UINT virtualKey) override { Headless::KeyUp(virtualKey); }
-    void RequestClose(HWND window) override { Headless::RequestClose(window); }
-    void Settle() override { Headless::RunPending(); }
-    void Pass(unsigned milliseconds) override { Headless::Advance(milliseconds); }
-    bool HasExactClock() const override { return true; }
-    Headless::Picture Screen() override { return Headless::CaptureScreen(); }
-    void WhenBlocked(void (*act)(void*), void* argument) override { Headless::WhenIdle(act, argument); }
-};
-
-}  // namespace
 
 std::unique_ptr<Driver> MakeDriver() {
     if (!Headless::Use(800, 600)) return nullptr;

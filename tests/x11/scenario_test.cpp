@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/skin.h"
-#include "window/driver.h"
+#include "window/headless_driver.h"
 
 namespace {
 
@@ -196,21 +196,6 @@ class Scenario {
     QKItemBase catching_{QKUI_RESERVED7};
 };
 
-class MemoryDriver final : public windowtest::Driver {
-  public:
-    void Move(int x, int y) override { Headless::MovePointer(x, y); }
-    void Press(int button) override { Headless::ButtonDown(button); }
-    void Release(int button) override { Headless::ButtonUp(button); }
-    void KeyDown(UINT virtualKey) override { Headless::KeyDown(virtualKey); }
-    void KeyUp(UINT virtualKey) override { Headless::KeyUp(virtualKey); }
-    void RequestClose(HWND window) override { Headless::RequestClose(window); }
-    void Settle() override { Headless::RunPending(); }
-    void Pass(unsigned milliseconds) override { Headless::Advance(milliseconds); }
-    bool HasExactClock() const override { return true; }
-    Headless::Picture Screen() override { return Headless::CaptureScreen(); }
-    void WhenBlocked(void (*act)(void*), void* argument) override { Headless::WhenIdle(act, argument); }
-};
-
 int Distance(std::uint32_t a, std::uint32_t b) {
     int most = 0;
     for (int shift = 0; shift < 24; shift += 8)
@@ -225,7 +210,7 @@ TEST(Scenario, IsTheSameOnARealScreenAndInMemory) {
     const Log real = Scenario(*user).Play();
     user.reset();
     ASSERT_TRUE(Headless::Use(kScreenWidth, kScreenHeight));
-    MemoryDriver inMemory;
+    windowtest::HeadlessDriver inMemory;
     const Log memory = Scenario(inMemory).Play();
 
     EXPECT_EQ(real.text, memory.text);

@@ -38,32 +38,33 @@ POINT ToClient(const Window& window, POINT screen) {
     return POINT{screen.x - origin.x, screen.y - origin.y};
 }
 
+namespace {
+
+template <class Of>
+BOOL StoreRect(HWND handle, RECT* rect, const Of& of) {
+    if (rect) *rect = RECT{0, 0, 0, 0};
+    const Window* window = Require(handle);
+    if (!window) return FALSE;
+    if (!rect) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    *rect = of(*window);
+    return TRUE;
+}
+
+}  // namespace
+
 }  // namespace platform
 
 using namespace platform;
 
 BOOL GetWindowRect(HWND handle, RECT* rect) {
-    if (rect) *rect = RECT{0, 0, 0, 0};
-    const Window* window = Require(handle);
-    if (!window) return FALSE;
-    if (!rect) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    *rect = ScreenRect(*window);
-    return TRUE;
+    return StoreRect(handle, rect, [](const Window& window) { return ScreenRect(window); });
 }
 
 BOOL GetClientRect(HWND handle, RECT* rect) {
-    if (rect) *rect = RECT{0, 0, 0, 0};
-    const Window* window = Require(handle);
-    if (!window) return FALSE;
-    if (!rect) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    *rect = window->Bounds();
-    return TRUE;
+    return StoreRect(handle, rect, [](const Window& window) { return window.Bounds(); });
 }
 
 BOOL ClientToScreen(HWND handle, POINT* point) {
