@@ -20,9 +20,10 @@ struct Dialog : ListDialog {
         SetNoMove(1);
         SetBackColor(Gdiplus::Color(kBack), 1);
     }
-    void Wheel(int x, int y, int notches) {
+    // By parts of a notch: WHEEL_DELTA is a whole one.
+    void Wheel(int x, int y, int turned) {
         const CPoint at = Screen(x, y);
-        SendMessage(WM_MOUSEWHEEL, static_cast<WPARAM>(static_cast<WORD>(notches * WHEEL_DELTA)) << 16,
+        SendMessage(WM_MOUSEWHEEL, static_cast<WPARAM>(static_cast<WORD>(turned)) << 16,
                     MAKELPARAM(at.x, at.y));
         Headless::RunPending();
     }
@@ -79,7 +80,7 @@ class Beside {
                                               [&] { list_.SetScrollPos(0, Roll(1500)); },
                                               [&] { list_.EnsureVisible(index); },
                                               [&] { DragThumb(); },
-                                              [&] { scrolled_.Wheel(point.x, point.y, Roll(5) - 2); },
+                                              [&] { scrolled_.Wheel(point.x, point.y, (Roll(9) - 4) * 60); },
                                               [&] { Press(point); },
                                               [&] { scrolled_.Key(kKeys[Roll(8)]); }};
         constexpr int kOften[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 8, 8, 9, 10, 10, 10, 10};
@@ -268,7 +269,9 @@ TEST_F(ScrolledList, BandGoesAlongWithTheContent) {
     dialog->Press(228, 5);  // right of the cells
     dialog->Move(160, 100);
     EXPECT_EQ(State(), "-1:25@0");
-    dialog->Wheel(160, 100, -1);
+    dialog->Wheel(160, 100, -WHEEL_DELTA / 3);
+    EXPECT_EQ(State(), "-1:25@27");  // and a third of a pixel, which is not lost
+    dialog->Wheel(160, 100, -WHEEL_DELTA * 2 / 3);
     EXPECT_EQ(State(), "-1:258@82");
     dialog->Move(160, 300);  // below the list: no farther than what it shows
     EXPECT_EQ(State(), "-1:258@82");
@@ -314,7 +317,7 @@ TEST_F(ScrolledList, SelectionFunctionsMayEndEverything) {
         [&] { dialog->Key('A', {VK_CONTROL}); },
         [&] { list->SetSel(1, 1), band(160); },
         [&] { band(100), dialog->Move(1, 1); },
-        [&] { band(160), dialog->Wheel(1, 161, -1); },
+        [&] { band(160), dialog->Wheel(1, 161, -WHEEL_DELTA); },
         [&] { list->SetSel(1, 1), dialog->SetSelRect(1), dialog->OnRButtonDown(0, CPoint(228, 160)); }};
     for (const auto& end : ends)
         for (const auto& event : events) {
