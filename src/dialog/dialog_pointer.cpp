@@ -117,7 +117,7 @@ void CQKDialogBase::OnLbuttonClkDown(UINT, CPoint point) {
             return;
         }
     }
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     // A press that a list took moves the window, too.
     if (alive) m_pPress->DragWindow(point);
 }
@@ -143,7 +143,7 @@ void CQKDialogBase::OnLbuttonDbClkDown(UINT, CPoint point) {
     }
     if (taker != kNobody && GetNumsSel() >= 1) m_bDragOut = 1;
     if (taker == kNobody && m_bSelRect) StartBand(point);
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     if (!alive) return;
     if (taker == kItem)
         SetCapture(m_hWnd);
@@ -209,7 +209,7 @@ void CQKDialogBase::OnMouseMove(UINT flags, CPoint point) {
     } else if (alive && changed) {
         UpdateView();
     }
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     if (alive) CDialog::OnMouseMove(flags, point);
 }
 
@@ -253,7 +253,7 @@ void CQKDialogBase::OnLButtonUp(UINT flags, CPoint point) {
         throw;
     }
     if (alive) m_pPress->End();
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     if (alive) CDialog::OnLButtonUp(flags, point);
 }
 
@@ -283,6 +283,6 @@ void CQKDialogBase::OnRButtonDown(UINT flags, CPoint point) {
         list->GetRect(&rect);
         MoveRDownList(list, rect, point);
     }
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     if (alive) CDialog::OnRButtonDown(flags, point);
 }

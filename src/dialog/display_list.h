@@ -27,7 +27,7 @@ struct CatchOperation {
 // An entry that its list draws.
 struct EntryOperation {
     QKListCtrl* list;
-    Entry* node;
+    Entry* entry;
 };
 
 using Operation = std::variant<ImageOperation, TextOperation, CatchOperation, EntryOperation>;

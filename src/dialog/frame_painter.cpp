@@ -119,10 +119,10 @@ void FramePainter::RecordSurroundings(const CRect& whole, DisplayList& list) con
 
 void FramePainter::RecordEntries(QKListCtrl& list, const CRect& area, DisplayList& entries) const {
     if (!list.IsShow()) return;
-    for (Entry* node : ListAccess::DrawnIn(list, area)) {
+    for (Entry* entry : ListAccess::DrawnIn(list, area)) {
         entries.Begin();
-        ListAccess::DescribeEntry(list, *node, entries);
-        entries.DrawOnly(EntryOperation{&list, node});
+        ListAccess::DescribeEntry(list, *entry, entries);
+        entries.DrawOnly(EntryOperation{&list, entry});
     }
 }
 
@@ -202,10 +202,10 @@ void FramePainter::Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& gr
     };
     list.Replay([&](const CRect& touched) { return drawable.Meets(touched); },
                 [&](const Operation& operation) {
-                    const auto* const entry = std::get_if<EntryOperation>(&operation);
-                    clipTo(entry && entry->list->IsScrolling() ? entry->list : nullptr);
-                    if (entry)
-                        ListAccess::ComposeEntry(*entry->list, *entry->node, painter);
+                    const auto* const drawn = std::get_if<EntryOperation>(&operation);
+                    clipTo(drawn && drawn->list->IsScrolling() ? drawn->list : nullptr);
+                    if (drawn)
+                        ListAccess::ComposeEntry(*drawn->list, *drawn->entry, painter);
                     else if (const auto* const area = std::get_if<CatchOperation>(&operation))
                         graphics.FillRectangle(&catching, area->area);
                     else if (const auto* const image = std::get_if<ImageOperation>(&operation))

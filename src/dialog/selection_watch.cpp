@@ -15,7 +15,7 @@ SelectionWatch::SelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>&
     }
 }
 
-void SelectionWatch::Tell() {
+void SelectionWatch::Notify() {
     for (const Watched& watched : watched_) {
         // A list that was taken off the dialog is not asked for its selection any more.
         if (!watched.alive || !dialog_.GetQKItem(watched.list)) continue;

@@ -15,7 +15,7 @@ class SelectionWatch {
   public:
     explicit SelectionWatch(CQKDialogBase& dialog, const CArray<QKItemBase*>& items);
     // Calls the functions of those whose selection is no longer what it was. Anything may be gone afterwards.
-    void Tell();
+    void Notify();
 
   private:
     struct Watched {

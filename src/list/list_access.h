@@ -30,9 +30,9 @@ struct ListAccess {
     static bool Add(QKListCtrl& list, QKListItem& host, int index, Place place);
     static std::optional<CellPlace> PlaceFirstFree(QKListCtrl& list, const std::optional<CellGrid>& grid);
     static std::optional<CellPlace> PlaceAtPoint(QKListCtrl& list, int x, int y);
-    static void PlaceRecord(QKListCtrl& list, QKListItem& entry, const std::optional<CellPlace>& place);
+    static void PlaceRecord(QKListCtrl& list, QKListItem& item, const std::optional<CellPlace>& place);
     template <class SetRects>
-    static void MeasureRecord(QKListCtrl& list, QKListItem& entry, SetRects setRects);
+    static void MeasureRecord(QKListCtrl& list, QKListItem& item, SetRects setRects);
     static void Grow(QKListCtrl& list, const CRect& cell);
     static void LayOutAll(QKListCtrl& list);
     static bool MoveLayout(QKListCtrl& list, const ListLayout& layout);

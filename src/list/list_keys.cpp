@@ -272,7 +272,7 @@ bool CQKDialogBase::HandleListKey(UINT key) {
     else if (key == VK_SPACE ? !SelectFocused(*list) : !MoveFocus(*list, key))
         return false;
     ShowScrolled(*list);
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     return true;
 }
 

@@ -99,11 +99,11 @@ std::optional<CellPlace> ListAccess::PlaceAtPoint(QKListCtrl& list, int x, int y
 }
 
 // An entry that is told where it lies: it may be no entry of this list.
-void ListAccess::PlaceRecord(QKListCtrl& list, QKListItem& entry, const std::optional<CellPlace>& place) {
+void ListAccess::PlaceRecord(QKListCtrl& list, QKListItem& item, const std::optional<CellPlace>& place) {
     if (!place) return;
-    entry.rcItem = place->cell;
-    entry.rcText = place->caption;
-    list.ReCalcStateRect(&entry);
+    item.rcItem = place->cell;
+    item.rcText = place->caption;
+    list.ReCalcStateRect(&item);
 }
 
 void ListAccess::Grow(QKListCtrl& list, const CRect& cell) {
@@ -115,20 +115,20 @@ void ListAccess::Grow(QKListCtrl& list, const CRect& cell) {
     list.m_nStatus = QKItemBase::QK_NORMAL;
 }
 
-void QKListCtrl::ScaleItemXY(QKListItem* entry) {
+void QKListCtrl::ScaleItemXY(QKListItem* item) {
     WithinMemory([&] {
-        m_state->entries->Find(entry);
+        m_state->entries->Find(item);
         const std::optional<CellPlace> place =
             ListAccess::PlaceFirstFree(*this, ListAccess::LayoutGrid(*this));
-        if (place && m_nListType == QKLT_LIST) entry->szTextCath[0] = u'\0';
-        ListAccess::PlaceRecord(*this, *entry, place);
+        if (place && m_nListType == QKLT_LIST) item->szTextCath[0] = u'\0';
+        ListAccess::PlaceRecord(*this, *item, place);
     });
 }
 
-void QKListCtrl::ScaleItemXY_Auto(QKListItem* entry, int x, int y) {
+void QKListCtrl::ScaleItemXY_Auto(QKListItem* item, int x, int y) {
     WithinMemory([&] {
-        m_state->entries->Find(entry);
-        ListAccess::PlaceRecord(*this, *entry, ListAccess::PlaceAtPoint(*this, x, y));
+        m_state->entries->Find(item);
+        ListAccess::PlaceRecord(*this, *item, ListAccess::PlaceAtPoint(*this, x, y));
     });
 }
 
@@ -182,9 +182,9 @@ void ListAccess::PlaceAll(QKListCtrl& list, ListLayout& layout) {
             size = grown;
             grid = LayoutGrid(list);
         }
-        Entry& node = entries.EntryAt(i);
-        if (list.m_nListType == QKLT_LIST) entries.Captions().Empty(node);
-        entries.Place(node, place->cell, place->caption, list.m_hParent ? &layout.measure : nullptr);
+        Entry& entry = entries.EntryAt(i);
+        if (list.m_nListType == QKLT_LIST) entries.Captions().Empty(entry);
+        entries.Place(entry, place->cell, place->caption, list.m_hParent ? &layout.measure : nullptr);
     }
     entries.EndLayout();
     if (!list.m_hParent) return;
@@ -212,12 +212,12 @@ void QKListCtrl::ReSetPos(int full) {
         m_state->entries->SyncAll();
         const ListMeasure measure = ListAccess::Measure(*this);
         for (int i = 0; i < m_state->entries->Count(); ++i) {
-            Entry& node = m_state->entries->EntryAt(i);
-            auto [cell, caption, hit, focus] = m_state->entries->RectsOf(node);
+            Entry& entry = m_state->entries->EntryAt(i);
+            auto [cell, caption, hit, focus] = m_state->entries->RectsOf(entry);
             cell.bottom = Sum(cell.top, m_nItemHeight);
             caption.top = Sum(cell.top, m_nImageHeight, m_nInerTop, m_nTextGap);
             caption.bottom = cell.bottom;
-            m_state->entries->Place(node, cell, caption, m_hParent ? &measure : nullptr);
+            m_state->entries->Place(entry, cell, caption, m_hParent ? &measure : nullptr);
         }
         m_state->entries->EndLayout();
     });
@@ -225,34 +225,34 @@ void QKListCtrl::ReSetPos(int full) {
 
 // `setRects` sets state rectangles of an entry, which may be no entry of this list.
 template <class SetRects>
-void ListAccess::MeasureRecord(QKListCtrl& list, QKListItem& entry, SetRects setRects) {
+void ListAccess::MeasureRecord(QKListCtrl& list, QKListItem& item, SetRects setRects) {
     WithinMemory([&] {
-        Entry* node = Entries(list).Find(&entry);
-        if (node) Entries(list).SyncRecord(*node);
+        Entry* entry = Entries(list).Find(&item);
+        if (entry) Entries(list).SyncRecord(*entry);
         if (!list.m_hParent) return;
-        EntryRects rects{entry.rcItem, entry.rcText, entry.rcMState, entry.rcFState};
+        EntryRects rects{item.rcItem, item.rcText, item.rcMState, item.rcFState};
         setRects(rects);
-        entry.rcMState = rects.hit;
-        entry.rcFState = rects.focus;
-        if (node) Entries(list).SyncFromRecord(*node);
+        item.rcMState = rects.hit;
+        item.rcFState = rects.focus;
+        if (entry) Entries(list).SyncFromRecord(*entry);
     });
 }
 
-void QKListCtrl::SetMStateRect(QKListItem* entry) {
-    ListAccess::MeasureRecord(*this, *entry, [&](EntryRects& rects) {
-        MeasureHit(ListAccess::Measure(*this), TextOf(entry->szText), rects);
+void QKListCtrl::SetMStateRect(QKListItem* item) {
+    ListAccess::MeasureRecord(*this, *item, [&](EntryRects& rects) {
+        MeasureHit(ListAccess::Measure(*this), TextOf(item->szText), rects);
     });
 }
 
-void QKListCtrl::SetFStateRect(QKListItem* entry) {
-    ListAccess::MeasureRecord(*this, *entry, [&](EntryRects& rects) {
-        MeasureFocus(ListAccess::Measure(*this), TextOf(entry->szText), rects);
+void QKListCtrl::SetFStateRect(QKListItem* item) {
+    ListAccess::MeasureRecord(*this, *item, [&](EntryRects& rects) {
+        MeasureFocus(ListAccess::Measure(*this), TextOf(item->szText), rects);
     });
 }
 
-void QKListCtrl::ReCalcStateRect(QKListItem* entry) {
-    SetFStateRect(entry);
-    SetMStateRect(entry);
+void QKListCtrl::ReCalcStateRect(QKListItem* item) {
+    SetFStateRect(item);
+    SetMStateRect(item);
 }
 
 int QKListCtrl::GetListMaxHeight() {

@@ -129,18 +129,18 @@ void QKListCtrl::InsertItem(QKListItem* item, int index) {
         ListAccess::LayOutAll(*this);
 }
 
-int QKListCtrl::RemoveAt(QKListItem* entry, int release) {
-    m_state->entries->Deselect(entry);
+int QKListCtrl::RemoveAt(QKListItem* item, int release) {
+    m_state->entries->Deselect(item);
     return WithinMemory(0, [&] {
-        Entry* node = m_state->entries->Find(entry);
-        if (!node) return 0;
-        if (!release) m_state->entries->Expose(*node);  // measured, as its new owner may expect
-        m_state->entries->Extract(*node);
+        Entry* entry = m_state->entries->Find(item);
+        if (!entry) return 0;
+        if (!release) m_state->entries->Expose(*entry);  // measured, as its new owner may expect
+        m_state->entries->Extract(*entry);
         if (!release) return 1;
         // A freed record must not stand anywhere else.
-        while ((node = m_state->entries->Find(entry)))
-            m_state->entries->Extract(*node);
-        ReleaseRecord()(entry);
+        while ((entry = m_state->entries->Find(item)))
+            m_state->entries->Extract(*entry);
+        ReleaseRecord()(item);
         return 1;
     });
 }
@@ -155,30 +155,30 @@ int QKListCtrl::GetCount() const {
 }
 
 int QKListCtrl::GetItem(int index, QKListItem** out) {
-    QKListItem* entry = GetItem(index);
-    if (!entry) return 0;
-    *out = entry;
+    QKListItem* item = GetItem(index);
+    if (!item) return 0;
+    *out = item;
     return 1;
 }
 
 QKListItem* QKListCtrl::GetItem(int index) {
     return WithinMemory<QKListItem*>(nullptr, [&] {
-        Entry* node = m_state->entries->At(index);
-        return node ? m_state->entries->Expose(*node) : nullptr;
+        Entry* entry = m_state->entries->At(index);
+        return entry ? m_state->entries->Expose(*entry) : nullptr;
     });
 }
 
 const QKListItem* QKListCtrl::GetItem(int index) const {
     return WithinMemory<const QKListItem*>(nullptr, [&] {
-        Entry* node = m_state->entries->At(index);
-        return node ? m_state->entries->Expose(*node, false) : nullptr;
+        Entry* entry = m_state->entries->At(index);
+        return entry ? m_state->entries->Expose(*entry, false) : nullptr;
     });
 }
 
-void QKListCtrl::SetItem(int index, QKListItem* entry) {
+void QKListCtrl::SetItem(int index, QKListItem* item) {
     WithinMemory([&] {
-        Entry* node = m_state->entries->At(index);
-        if (node && entry) m_state->entries->Replace(*node, entry);
+        Entry* entry = m_state->entries->At(index);
+        if (entry && item) m_state->entries->Replace(*entry, item);
     });
 }
 
@@ -193,10 +193,10 @@ int QKListCtrl::ChangeItemPos(QKListItem* a, QKListItem* b) {
 
 int QKListCtrl::GetItemFromRect(const CRect* rect, QKListItem*& out) {
     return WithinMemory(-1, [&] {
-        Entry* node = m_state->entries->FirstMeeting(*rect);
-        if (!node) return -1;
-        out = m_state->entries->Expose(*node);
-        return m_state->entries->PositionOf(*node);
+        Entry* entry = m_state->entries->FirstMeeting(*rect);
+        if (!entry) return -1;
+        out = m_state->entries->Expose(*entry);
+        return m_state->entries->PositionOf(*entry);
     });
 }
 
@@ -204,13 +204,13 @@ int QKListCtrl::IsItemInPos(const POINT& point) {
     return WithinMemory(0, [&] { return m_state->entries->IsOccupied(point) ? 1 : 0; });
 }
 
-int QKListCtrl::ItemInSelect(QKListItem* entry) {
-    return m_state->entries->IsSelected(entry);
+int QKListCtrl::ItemInSelect(QKListItem* item) {
+    return m_state->entries->IsSelected(item);
 }
 
-int QKListCtrl::SetTextCath(QKListItem* entry, LPCWSTR text) {
-    if (text == TextOf(entry->szTextCath)) return 0;
-    CopyText(entry->szTextCath, text);
+int QKListCtrl::SetTextCath(QKListItem* item, LPCWSTR text) {
+    if (text == TextOf(item->szTextCath)) return 0;
+    CopyText(item->szTextCath, text);
     return 1;
 }
 

@@ -13,8 +13,8 @@ namespace {
 
 constexpr int kNothingHit = -1;
 
-Entry* FirstOther(const EntrySet& nodes, int id) {
-    for (Entry* entry : nodes)
+Entry* FirstOther(const EntrySet& entries, int id) {
+    for (Entry* entry : entries)
         if (entry->id != id) return entry;
     return nullptr;
 }

@@ -12,30 +12,30 @@ using namespace qkui;
 
 namespace {
 
-// Changing a node's state takes it out of the set that it was found in, and others with the same record.
+// Changing an entry's state takes it out of the set that it was found in, and others with the same record.
 template <class Change>
-int ForAll(const EntrySet& nodes, Change change) {
+int ForAll(const EntrySet& entries, Change change) {
     int changed = 0;
-    for (Entry* node : std::vector<Entry*>(nodes.begin(), nodes.end()))
-        changed |= change(*node);
+    for (Entry* entry : std::vector<Entry*>(entries.begin(), entries.end()))
+        changed |= change(*entry);
     return changed;
 }
 
 }  // namespace
 
-int QKListCtrl::SetSel(QKListItem* entry, int select) {
-    if (!entry) return 0;
+int QKListCtrl::SetSel(QKListItem* item, int select) {
+    if (!item) return 0;
     return WithinMemory(0, [&] {
         const int wanted = select ? 0 : 1;
-        const int changed = entry->nSelState != wanted;
-        if (Entry* node = m_state->entries->Find(entry)) {
-            m_state->entries->SetSelected(*node, select != 0);
+        const int changed = item->nSelState != wanted;
+        if (Entry* entry = m_state->entries->Find(item)) {
+            m_state->entries->SetSelected(*entry, select != 0);
         } else {
             if (select)
-                m_state->entries->Select(entry);
+                m_state->entries->Select(item);
             else
-                m_state->entries->Deselect(entry);
-            entry->nSelState = wanted;
+                m_state->entries->Deselect(item);
+            item->nSelState = wanted;
         }
         return changed;
     });
@@ -43,10 +43,10 @@ int QKListCtrl::SetSel(QKListItem* entry, int select) {
 
 int QKListCtrl::SetSel(int index, int select) {
     return WithinMemory(0, [&] {
-        Entry* node = m_state->entries->At(index);
-        if (!node) return 0;
-        const int changed = node->unselected != (select ? 0 : 1);
-        m_state->entries->SetSelected(*node, select != 0);
+        Entry* entry = m_state->entries->At(index);
+        if (!entry) return 0;
+        const int changed = entry->unselected != (select ? 0 : 1);
+        m_state->entries->SetSelected(*entry, select != 0);
         return changed;
     });
 }
@@ -65,8 +65,8 @@ void QKListCtrl::SelectAll() {
 
 int QKListCtrl::UnSelRcItem() {
     const Uninterrupted uninterrupted;
-    const int changed = ForAll(m_state->entries->Selected(), [this](Entry& node) {
-        m_state->entries->SetUnselected(node, 1);
+    const int changed = ForAll(m_state->entries->Selected(), [this](Entry& entry) {
+        m_state->entries->SetUnselected(entry, 1);
         return 1;
     });
     m_state->entries->DeselectEntries([](const Entry*) { return false; });
@@ -77,12 +77,12 @@ int QKListCtrl::ClearState() {
     const Uninterrupted uninterrupted;
     m_state->entries->SyncAll();
     int changed = UnSelRcItem();
-    changed |= ForAll(m_state->entries->Focused(), [this](Entry& node) {
-        m_state->entries->SetFocus(node, 1);
+    changed |= ForAll(m_state->entries->Focused(), [this](Entry& entry) {
+        m_state->entries->SetFocus(entry, 1);
         return 1;
     });
-    changed |= ForAll(m_state->entries->Hovered(), [this](Entry& node) {
-        m_state->entries->SetMouse(node, QK_NORMAL);
+    changed |= ForAll(m_state->entries->Hovered(), [this](Entry& entry) {
+        m_state->entries->SetMouse(entry, QK_NORMAL);
         return 1;
     });
     m_state->entries->ClearSelection();
@@ -90,9 +90,9 @@ int QKListCtrl::ClearState() {
 }
 
 int QKListCtrl::RemoveMoveState() {
-    return ForAll(m_state->entries->Hovered(), [this](Entry& node) {
-        if (node.mouse != QK_MOUSEON) return 0;
-        m_state->entries->SetMouse(node, QK_NORMAL);
+    return ForAll(m_state->entries->Hovered(), [this](Entry& entry) {
+        if (entry.mouse != QK_MOUSEON) return 0;
+        m_state->entries->SetMouse(entry, QK_NORMAL);
         return 1;
     });
 }
@@ -100,10 +100,10 @@ int QKListCtrl::RemoveMoveState() {
 int QKListCtrl::ClearAlphImage() {
     int freed = 0;
     for (const auto& held : m_state->entries->Records().All()) {  // nobody else's were ever set
-        QKListItem& entry = *held.item;
-        freed |= entry.pAlphaImage != nullptr;
-        delete std::exchange(entry.pAlphaImage, nullptr);
-        entry.nAlpha = 255;
+        QKListItem& item = *held.item;
+        freed |= item.pAlphaImage != nullptr;
+        delete std::exchange(item.pAlphaImage, nullptr);
+        item.nAlpha = 255;
     }
     return freed;
 }
@@ -114,8 +114,8 @@ int CQKDialogBase::GetNumsSel() {
     const Uninterrupted uninterrupted;
     int count = 0;
     ForEachList([&](QKListCtrl& list) {
-        for (const Entry* node : ListAccess::Entries(list).Selected())
-            count += node->unselected == 0;
+        for (const Entry* entry : ListAccess::Entries(list).Selected())
+            count += entry->unselected == 0;
     });
     return count;
 }
@@ -130,15 +130,15 @@ void CQKDialogBase::CaleSelItem() {
     ForEachList([this](QKListCtrl& list) {
         ListEntries& entries = ListAccess::Entries(list);
         const std::vector<Entry*> touched = entries.HitBy(ListAccess::BandArea(list, m_rcSel));
-        const auto isTouched = [&](const Entry* node) {
-            return std::binary_search(touched.begin(), touched.end(), node, InOrder());
+        const auto isTouched = [&](const Entry* entry) {
+            return std::binary_search(touched.begin(), touched.end(), entry, InOrder());
         };
-        ForAll(entries.Selected(), [&](Entry& node) {
-            if (!isTouched(&node)) entries.SetUnselected(node, 1);
+        ForAll(entries.Selected(), [&](Entry& entry) {
+            if (!isTouched(&entry)) entries.SetUnselected(entry, 1);
             return 0;
         });
         entries.DeselectEntries(isTouched);
-        for (Entry* node : touched)
-            entries.SetSelected(*node, true);
+        for (Entry* entry : touched)
+            entries.SetSelected(*entry, true);
     });
 }

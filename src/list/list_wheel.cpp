@@ -76,7 +76,7 @@ BOOL CQKDialogBase::OnMouseWheel(UINT flags, short delta, CPoint screen) {
         UpdateView();
     }
     if (alive) ShowScrolled(*list);
-    if (alive) watch.Tell();
+    if (alive) watch.Notify();
     return TRUE;
 }
 

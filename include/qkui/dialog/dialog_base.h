@@ -329,8 +329,8 @@ class PLATFORM_API CQKDialogBase : public CDialog {
     QKListCtrl* TopmostList();
     std::u16string SelectedPaths();
     void CarryFirstIcon(COleDataSource& source);
-    void PressEntry(QKListCtrl& list, qkui::Entry& node);
-    void SelectAlone(QKListCtrl& list, qkui::Entry& node);
+    void PressEntry(QKListCtrl& list, qkui::Entry& entry);
+    void SelectAlone(QKListCtrl& list, qkui::Entry& entry);
     bool DropListFocus();
     QKVScrollBar* BarOf(const QKListCtrl& list) const;
     void SettleScrolling() const;

@@ -39,9 +39,9 @@ struct QKListCallbacks {
     LPVOID pReserved1 = nullptr;  ///< these three are not read
     LPVOID pReserved2 = nullptr;
     LPVOID pReserved3 = nullptr;
-    void (*pfnRClick)(QKListItem* entry, POINT* point, LPVOID param) = nullptr;  ///< null entry: empty space
-    void (*pfnClick)(QKListItem* entry, POINT* point, LPVOID param) = nullptr;
-    void (*pfnDblClick)(QKListItem* entry, LPVOID param) = nullptr;
+    void (*pfnRClick)(QKListItem* item, POINT* point, LPVOID param) = nullptr;  ///< null: empty space
+    void (*pfnClick)(QKListItem* item, POINT* point, LPVOID param) = nullptr;
+    void (*pfnDblClick)(QKListItem* item, LPVOID param) = nullptr;
     LPVOID pParam = nullptr;
 };
 
@@ -96,7 +96,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     ///@{
     /// 0 when it is no entry. It leaves the selection in any case. Without `release` the caller owns it now,
     /// and frees its images, icon, rendered caption and record. The others keep their cells.
-    int RemoveAt(QKListItem* entry, int release);
+    int RemoveAt(QKListItem* item, int release);
     void RemoveAll();
     ///@}
     int GetCount() const;
@@ -108,7 +108,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     ///@}
     /// Puts a record, made with new, into the place of another, which is neither freed nor taken out of the
     /// selection. The list owns the new one. Nothing happens for a null record or a wrong index.
-    void SetItem(int index, QKListItem* entry);
+    void SetItem(int index, QKListItem* item);
     /// Swaps the places of two entries; their cells stay theirs. Always 0.
     int ChangeItemPos(QKListItem* a, QKListItem* b);
     /// The first entry whose cell meets a rectangle: its index, or -1.
@@ -155,7 +155,7 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     /// Drops every rendered caption and lays everything out.
     void RedrawList();
     /// After the host changed an entry's caption.
-    void ReCalcStateRect(QKListItem* entry);
+    void ReCalcStateRect(QKListItem* item);
     ///@{
     /// How far the cells reach from the list's top and left; those left of or above the client area do not
     /// count.
@@ -234,16 +234,16 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     /// Frees every entry's pAlphaImage and sets nAlpha to 255. 1 when there was one.
     int ClearAlphImage();
     /// Whether `text` is another than the entry's caption was rendered for, which it is from now on.
-    int SetTextCath(QKListItem* entry, LPCWSTR text);
+    int SetTextCath(QKListItem* item, LPCWSTR text);
 
     // ---- Selection: a flag in the entry, and the order of selecting. 1 when the entry's flag changed.
 
-    int SetSel(QKListItem* entry, int select);
+    int SetSel(QKListItem* item, int select);
     int SetSel(int index, int select);
     void SetSignalSel(int index);  ///< selects one more
     void SelectAll();
     int UnSelRcItem();  ///< unselects all; 1 when a flag changed
-    int ItemInSelect(QKListItem* entry);
+    int ItemInSelect(QKListItem* item);
     ///@{
     /// The selected entries in the list's order. From a list that is not const they are handed out.
     std::vector<int> GetSelectedIndexes() const;
@@ -256,10 +256,10 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
     void SetListCallBack(const QKListCallbacks* callbacks);
     /// Any callable, with what it captures, in the place of a function of the record; an empty one gives that
     /// its place back. It may do all that the record's may.
-    void SetClickCallBack(std::function<void(QKListItem* entry, CPoint point)> clicked);
-    void SetDblClickCallBack(std::function<void(QKListItem* entry)> clicked);
+    void SetClickCallBack(std::function<void(QKListItem* item, CPoint point)> clicked);
+    void SetDblClickCallBack(std::function<void(QKListItem* item)> clicked);
     void SetRClickCallBack(
-        std::function<void(QKListItem* entry, CPoint point)> clicked);  ///< null: empty space
+        std::function<void(QKListItem* item, CPoint point)> clicked);  ///< null: empty space
     /// Called when a press, a release, a step of the rubber band, a key or files that were dragged away have
     /// made the selection another one: once for all of that, whatever number of entries it concerned, and
     /// after the click functions. What the host selects outside of these it knows itself.
@@ -270,10 +270,10 @@ class PLATFORM_API QKListCtrl : public QKItemBase {
 
   protected:
     int IsItemInPos(const POINT& point);
-    void ScaleItemXY(QKListItem* entry);
-    void ScaleItemXY_Auto(QKListItem* entry, int x, int y);
-    void SetMStateRect(QKListItem* entry);
-    void SetFStateRect(QKListItem* entry);
+    void ScaleItemXY(QKListItem* item);
+    void ScaleItemXY_Auto(QKListItem* item, int x, int y);
+    void SetMStateRect(QKListItem* item);
+    void SetFStateRect(QKListItem* item);
 
     using NineImages = std::array<std::shared_ptr<Gdiplus::Image>, 9>;
 
