@@ -73,13 +73,13 @@ bool BrowserWindow::MakePage(CHtmlView& view) {
     if (!plugin) return false;
     browser_ = CComPtr<Browser>(new Browser(view, m_hWnd, plugin->file));
     std::uint64_t window = 0;
-    auto page = plugin->maker->MakePage(embedded_->Place().Socket(), GetScreenScale(), *browser_, &window);
+    auto page = plugin->maker->MakePage(embedded_->Site().Socket(), GetScreenScale(), *browser_, &window);
     if (!page) {
         SetLastError(ERROR_CONNECTION_UNAVAIL);
         return false;
     }
     browser_->SetPage(std::move(page));
-    embedded_->Place().Adopt(window);
+    embedded_->Site().Adopt(window);
     embedded_->Follow();
     return true;
 }
@@ -117,13 +117,13 @@ void BrowserWindow::OnPaint() {
 }
 
 LRESULT BrowserWindow::OnFocus(WPARAM, LPARAM) {
-    if (embedded_) embedded_->Place().SetFocus(true);
+    if (embedded_) embedded_->Site().SetFocus(true);
     if (browser_ && browser_->Page()) browser_->Page()->SetFocus(true);
     return 0;
 }
 
 LRESULT BrowserWindow::OnNoFocus(WPARAM, LPARAM) {
-    if (embedded_) embedded_->Place().SetFocus(false);
+    if (embedded_) embedded_->Site().SetFocus(false);
     if (browser_ && browser_->Page()) browser_->Page()->SetFocus(false);
     return 0;
 }
@@ -138,7 +138,7 @@ BOOL BrowserWindow::PreTranslateMessage(MSG* message) {
 
 LRESULT BrowserWindow::OnKey(WPARAM key, LPARAM state) {
     const bool down = ((static_cast<std::uint64_t>(state) >> 31) & 1) == 0;
-    if (embedded_) embedded_->Place().PassKey(static_cast<UINT>(key), down);
+    if (embedded_) embedded_->Site().PassKey(static_cast<UINT>(key), down);
     return Default();
 }
 

@@ -41,7 +41,7 @@ class BrowserWindow final : public CWnd, public EmbeddedEvents {
     DECLARE_MESSAGE_MAP()
 
     CComPtr<Browser> browser_;
-    std::unique_ptr<EmbeddedWindow> embedded_;  // null where a page needs no place of its own
+    std::unique_ptr<EmbeddedWindow> embedded_;  // null where a page needs no site of its own
 };
 
 }  // namespace platform::html

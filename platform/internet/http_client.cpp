@@ -10,7 +10,7 @@ HttpClient::~HttpClient() {
     Close();
 }
 
-void HttpClient::Tell(DWORD_PTR context, DWORD status, const std::string* information) const {
+void HttpClient::Notify(DWORD_PTR context, DWORD status, const std::string* information) const {
     const StatusSink sink = sink_;  // which the call may replace
     if (sink) sink(context, status, information);
 }

@@ -35,7 +35,7 @@ class HttpClient {
     void SetStatusSink(StatusSink sink) { sink_ = std::move(sink); }
     bool HasStatusSink() const { return static_cast<bool>(sink_); }
     // May close this client, and what goes through it.
-    void Tell(DWORD_PTR context, DWORD status, const std::string* information) const;
+    void Notify(DWORD_PTR context, DWORD status, const std::string* information) const;
 
     // Breaks off every transfer; no new one starts.
     void Close();

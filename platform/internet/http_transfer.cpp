@@ -167,8 +167,8 @@ void HttpTransfer::TellStatus() {
     while (!untold_.empty()) {
         const DWORD status = untold_.front();
         untold_.pop_front();
-        client_->Tell(request_.context, status,
-                      status == INTERNET_STATUS_RESOLVING_NAME ? &request_.host : nullptr);
+        client_->Notify(request_.context, status,
+                        status == INTERNET_STATUS_RESOLVING_NAME ? &request_.host : nullptr);
     }
 }
 

@@ -141,7 +141,7 @@ class WindowSystem {
     // ---- windows of other libraries
     // A place for one in a top-level, hidden until it is placed. Null when the window system has none to
     // give.
-    [[nodiscard]] virtual std::unique_ptr<EmbeddedPlace> Embed(HWND /*topLevel*/,
+    [[nodiscard]] virtual std::unique_ptr<EmbeddingSite> Embed(HWND /*topLevel*/,
                                                                EmbeddedEvents& /*events*/) {
         return nullptr;
     }

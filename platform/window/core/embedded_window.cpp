@@ -50,8 +50,8 @@ std::unique_ptr<EmbeddedWindow> EmbeddedWindow::Create(HWND child, int inset, Em
         return nullptr;
     }
     std::unique_ptr<EmbeddedWindow> embedded(new EmbeddedWindow(child, inset));
-    embedded->place_ = system->Embed(top->handle, events);
-    if (!embedded->place_) {
+    embedded->site_ = system->Embed(top->handle, events);
+    if (!embedded->site_) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return nullptr;
     }
@@ -69,7 +69,7 @@ void EmbeddedWindow::Follow() {
     CRect whole = OnSurface(*window);
     whole.DeflateRect(inset_, inset_);
     const int scale = ScreenScale();
-    place_->Place(ScaledRect(whole, scale), ScaledRect(SeenPart(*window, whole), scale));
+    site_->SetBounds(ScaledRect(whole, scale), ScaledRect(SeenPart(*window, whole), scale));
 }
 
 void FollowEmbeddedWindows() {

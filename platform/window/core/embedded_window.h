@@ -20,7 +20,7 @@ class EmbeddedWindow {
     EmbeddedWindow(const EmbeddedWindow&) = delete;
     EmbeddedWindow& operator=(const EmbeddedWindow&) = delete;
 
-    EmbeddedPlace& Place() { return *place_; }
+    EmbeddingSite& Site() { return *site_; }
     // Brings the place in line with the child.
     void Follow();
 
@@ -29,7 +29,7 @@ class EmbeddedWindow {
 
     HWND child_;
     int inset_;
-    std::unique_ptr<EmbeddedPlace> place_;
+    std::unique_ptr<EmbeddingSite> site_;
 };
 
 // Some window was moved, shown or hidden.

@@ -46,7 +46,7 @@ class ScaledSystem final : public WindowSystem {
     CSize ScreenSize() override;
     std::vector<Monitor> Monitors() override;
     int Dpi() override { return system_->Dpi(); }
-    std::unique_ptr<EmbeddedPlace> Embed(HWND topLevel, EmbeddedEvents& events) override {
+    std::unique_ptr<EmbeddingSite> Embed(HWND topLevel, EmbeddedEvents& events) override {
         return system_->Embed(topLevel, events);
     }
     std::uint64_t Now() override { return system_->Now(); }

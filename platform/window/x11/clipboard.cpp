@@ -142,7 +142,7 @@ bool Clipboard::Handle(const xcb_generic_event_t& event) {
 }
 
 void Clipboard::Answer(const xcb_selection_request_event_t& request) {
-    TellRequestor(connection_->Get(), request, owns_ && Write(request, PropertyFor(request)));
+    NotifyRequestor(connection_->Get(), request, owns_ && Write(request, PropertyFor(request)));
     connection_->Flush();
 }
 

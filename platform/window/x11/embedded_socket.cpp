@@ -50,8 +50,8 @@ EmbeddedSocket::~EmbeddedSocket() {
 
 void EmbeddedSocket::Adopt(std::uint64_t window) {
     plug_ = static_cast<xcb_window_t>(window);
-    Tell(kEmbeddedNotify);
-    Tell(kWindowActivate);
+    Send(kEmbeddedNotify);
+    Send(kWindowActivate);
 }
 
 void EmbeddedSocket::Configure(xcb_window_t window, const CRect& rect) {
@@ -63,7 +63,7 @@ void EmbeddedSocket::Configure(xcb_window_t window, const CRect& rect) {
         values);
 }
 
-void EmbeddedSocket::Place(const CRect& whole, const CRect& seen) {
+void EmbeddedSocket::SetBounds(const CRect& whole, const CRect& seen) {
     if (!CanSend() || plug_ == 0) return;
     const bool show = !seen.IsRectEmpty();
     if (show == shown_ && (!show || (whole == whole_ && seen == seen_))) return;
@@ -95,11 +95,11 @@ void EmbeddedSocket::MoveTo(xcb_window_t parent) {
 void EmbeddedSocket::SetFocus(bool focused) {
     keys_.clear();
     if (std::exchange(focused_, focused) == focused) return;
-    if (focused) Tell(kWindowActivate);
-    Tell(focused ? kFocusIn : kFocusOut);
+    if (focused) Send(kWindowActivate);
+    Send(focused ? kFocusIn : kFocusOut);
 }
 
-void EmbeddedSocket::Tell(std::uint32_t message, std::uint32_t detail) {
+void EmbeddedSocket::Send(std::uint32_t message, std::uint32_t detail) {
     if (!CanSend() || plug_ == 0) return;
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
@@ -153,7 +153,7 @@ EmbeddedSockets::~EmbeddedSockets() {
         socket->LoseSystem();
 }
 
-std::unique_ptr<EmbeddedPlace> EmbeddedSockets::Make(const std::shared_ptr<Connection>& connection,
+std::unique_ptr<EmbeddingSite> EmbeddedSockets::Make(const std::shared_ptr<Connection>& connection,
                                                      HWND topLevel, xcb_window_t parent,
                                                      EmbeddedEvents& events) {
     auto socket =
@@ -188,7 +188,7 @@ void EmbeddedSockets::LoseParent(HWND topLevel) {
 
 // ---- the window system's part
 
-std::unique_ptr<EmbeddedPlace> X11WindowSystem::Embed(HWND topLevel, EmbeddedEvents& events) {
+std::unique_ptr<EmbeddingSite> X11WindowSystem::Embed(HWND topLevel, EmbeddedEvents& events) {
     NativeWindow* const window = Find(topLevel);
     if (!window || window->id == 0) return nullptr;
     MakeKeyTarget(*window);

@@ -15,7 +15,7 @@
 
 namespace platform::x11 {
 
-class EmbeddedSocket final : public EmbeddedPlace {
+class EmbeddedSocket final : public EmbeddingSite {
   public:
     // `forget` is called when it ends.
     EmbeddedSocket(std::shared_ptr<Connection> connection, HWND topLevel, xcb_window_t parent,
@@ -24,10 +24,10 @@ class EmbeddedSocket final : public EmbeddedPlace {
     EmbeddedSocket(const EmbeddedSocket&) = delete;
     EmbeddedSocket& operator=(const EmbeddedSocket&) = delete;
 
-    // ---- EmbeddedPlace
+    // ---- EmbeddingSite
     std::uint64_t Socket() const override { return id_; }
     void Adopt(std::uint64_t window) override;
-    void Place(const CRect& whole, const CRect& seen) override;
+    void SetBounds(const CRect& whole, const CRect& seen) override;
     void SetFocus(bool focused) override;
     bool PassKey(UINT virtualKey, bool down) override;
 
@@ -55,7 +55,7 @@ class EmbeddedSocket final : public EmbeddedPlace {
         bool down;
     };
     bool CanSend() const { return id_ != 0 && connection_->IsAlive(); }
-    void Tell(std::uint32_t message, std::uint32_t detail = 0);
+    void Send(std::uint32_t message, std::uint32_t detail = 0);
     void Configure(xcb_window_t window, const CRect& rect);
 
     std::shared_ptr<Connection> connection_;
@@ -78,7 +78,7 @@ class EmbeddedSockets {
     EmbeddedSockets(const EmbeddedSockets&) = delete;
     EmbeddedSockets& operator=(const EmbeddedSockets&) = delete;
 
-    std::unique_ptr<EmbeddedPlace> Make(const std::shared_ptr<Connection>& connection, HWND topLevel,
+    std::unique_ptr<EmbeddingSite> Make(const std::shared_ptr<Connection>& connection, HWND topLevel,
                                         xcb_window_t parent, EmbeddedEvents& events);
     // False for a message to another window.
     bool Handle(const xcb_client_message_event_t& event);

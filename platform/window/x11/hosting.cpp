@@ -162,7 +162,7 @@ void X11WindowSystem::KeepShown() {
     const NativeWindow* window = Find(showDesktop_.Take(Now()));
     if (!window || window->id == 0 || !window->mapRequested || !window->traits.topmost) return;
     constexpr std::uint32_t kFromUser = 2;
-    manager_.Tell(window->id, connection_->Names().netActiveWindow, {kFromUser, clock_.Latest(), 0, 0, 0});
+    manager_.Send(window->id, connection_->Names().netActiveWindow, {kFromUser, clock_.Latest(), 0, 0, 0});
     connection_->Flush();
 }
 

@@ -22,7 +22,7 @@ void X11WindowSystem::Minimise(NativeWindow& window) {
     if (!window.mapRequested) {
         Map(window, true, true);
     } else if (HasManager(window)) {
-        manager_.Tell(window.id, connection_->Names().wmChangeState, {kIconicState, 0, 0, 0, 0});
+        manager_.Send(window.id, connection_->Names().wmChangeState, {kIconicState, 0, 0, 0, 0});
         AwaitMinimised(window, false);
     } else {
         window.unmapsItself = true;
@@ -82,7 +82,7 @@ void X11WindowSystem::ReadManagerState(NativeWindow& window) {
             SetMinimised(window, window.iconic && (marked || !manager_.MarksMinimised()));
         // Some do not read the hint, but take the request.
         if (state == kNormalState && window.minimising && std::exchange(window.minimising->byHint, false))
-            manager_.Tell(window.id, names.wmChangeState, {kIconicState, 0, 0, 0, 0});
+            manager_.Send(window.id, names.wmChangeState, {kIconicState, 0, 0, 0, 0});
     }
 }
 

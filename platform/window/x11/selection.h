@@ -13,8 +13,8 @@ inline xcb_atom_t PropertyFor(const xcb_selection_request_event_t& request) {
 }
 
 // The data are there, or are refused.
-inline void TellRequestor(xcb_connection_t* connection, const xcb_selection_request_event_t& request,
-                          bool given) {
+inline void NotifyRequestor(xcb_connection_t* connection, const xcb_selection_request_event_t& request,
+                            bool given) {
     xcb_selection_notify_event_t notice{};
     notice.response_type = XCB_SELECTION_NOTIFY;
     notice.time = request.time;

@@ -125,7 +125,7 @@ void X11WindowSystem::Activate(HWND handle) {
     if (HasManager(*window)) {
         Raise(*window);
         if (window->traits.activates)
-            manager_.Tell(window->id, connection_->Names().netActiveWindow,
+            manager_.Send(window->id, connection_->Names().netActiveWindow,
                           {kFromUser, clock_.Latest(), 0, 0, 0});
     } else if (window->mapped) {
         Raise(*window);

@@ -52,7 +52,7 @@ xcb_window_t WindowManager::CheckOf(xcb_window_t window) const {
     return words.size() == 1 ? words.front() : 0;
 }
 
-void WindowManager::Tell(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data) {
+void WindowManager::Send(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;

@@ -31,7 +31,7 @@ class WindowManager {
     bool IsCheckWindow(xcb_window_t window) const { return window != 0 && window == check_; }
 
     // Sends a client message about `window` to whoever manages the root.
-    void Tell(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data);
+    void Send(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data);
 
   private:
     xcb_window_t CheckOf(xcb_window_t window) const;

@@ -230,17 +230,17 @@ void WindowProperties::WriteStates(const NativeWindow& window) {
 
 void WindowProperties::ChangeStates(const NativeWindow& window, const WindowTraits& before) {
     const Atoms& names = connection_->Names();
-    const auto tell = [&](bool was, bool is, xcb_atom_t first, xcb_atom_t second) {
+    const auto send = [&](bool was, bool is, xcb_atom_t first, xcb_atom_t second) {
         constexpr std::uint32_t kFromApplication = 1;
         if (was != is)
-            manager_.Tell(window.id, names.netWmState,
+            manager_.Send(window.id, names.netWmState,
                           {is ? std::uint32_t{1} : std::uint32_t{0}, first, second, kFromApplication, 0});
     };
     const WindowTraits& now = window.traits;
-    tell(before.topmost, now.topmost, names.netWmStateAbove, 0);
-    tell(before.toolWindow, now.toolWindow, names.netWmStateSkipTaskbar, names.netWmStateSkipPager);
-    tell(before.maximised, now.maximised, names.netWmStateMaximisedAcross, names.netWmStateMaximisedDown);
-    tell(before.modal && before.owner, now.modal && now.owner, names.netWmStateModal, 0);
+    send(before.topmost, now.topmost, names.netWmStateAbove, 0);
+    send(before.toolWindow, now.toolWindow, names.netWmStateSkipTaskbar, names.netWmStateSkipPager);
+    send(before.maximised, now.maximised, names.netWmStateMaximisedAcross, names.netWmStateMaximisedDown);
+    send(before.modal && before.owner, now.modal && now.owner, names.netWmStateModal, 0);
 }
 
 }  // namespace platform::x11

@@ -69,7 +69,7 @@ class X11WindowSystem final : public WindowSystem, private ForeignWindows {
     int Dpi() override;
     std::vector<Monitor> Monitors() override;
 
-    std::unique_ptr<EmbeddedPlace> Embed(HWND topLevel, EmbeddedEvents& events) override;
+    std::unique_ptr<EmbeddingSite> Embed(HWND topLevel, EmbeddedEvents& events) override;
 
     std::uint64_t Now() override { return MonotonicMilliseconds(); }
     bool Poll() override;

@@ -163,11 +163,11 @@ void DragSource::Retarget() {
 void DragSource::Enter(const DragTarget& target) {
     target_ = target;
     Watch(target);
-    Tell(atoms_.enter, target.version << 24, atoms_.uriList, atoms_.plainText, atoms_.utf8Text);
+    Send(atoms_.enter, target.version << 24, atoms_.uriList, atoms_.plainText, atoms_.utf8Text);
 }
 
 void DragSource::Leave() {
-    if (target_) Tell(atoms_.leave);
+    if (target_) Send(atoms_.leave);
     Unwatch();
     target_ = DragTarget();
     asking_ = askAgain_ = accepted_ = false;
@@ -189,7 +189,7 @@ void DragSource::Unwatch() {
     xcb_change_window_attributes(connection_->Get(), target_.receiver, XCB_CW_EVENT_MASK, &maskBefore_);
 }
 
-void DragSource::Tell(xcb_atom_t type, std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
+void DragSource::Send(xcb_atom_t type, std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
     if (connection_->IsAlive())
         SendXdnd(*connection_, target_.receiver, target_.window, type, {window_, a, b, c, d});
 }
@@ -202,13 +202,13 @@ void DragSource::Ask() {
     asked_ = point_;
     const std::uint32_t place = static_cast<std::uint32_t>(point_.screen.x & 0xFFFF) << 16 |
                                 static_cast<std::uint32_t>(point_.screen.y & 0xFFFF);
-    Tell(atoms_.position, 0, place, clock_.Latest(), ActionOf(atoms_, point_.wanted));
+    Send(atoms_.position, 0, place, clock_.Latest(), ActionOf(atoms_, point_.wanted));
 }
 
 void DragSource::HandOver() {
     phase_ = Phase::Finishing;
     due_ = MonotonicMilliseconds() + kFinishTime;
-    Tell(atoms_.drop, 0, clock_.Latest());
+    Send(atoms_.drop, 0, clock_.Latest());
 }
 
 void DragSource::ShowCursor() {
@@ -310,7 +310,7 @@ std::optional<std::uint64_t> DragSource::Due() const {
 // ---- The data
 
 void DragSource::OnRequest(const xcb_selection_request_event_t& event) {
-    TellRequestor(connection_->Get(), event, Answer(event, PropertyFor(event)));
+    NotifyRequestor(connection_->Get(), event, Answer(event, PropertyFor(event)));
 }
 
 bool DragSource::Answer(const xcb_selection_request_event_t& event, xcb_atom_t property) {

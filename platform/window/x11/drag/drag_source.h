@@ -74,7 +74,7 @@ class DragSource final : public FileDragger {
     void HandOver();
     void Finish(DROPEFFECT outcome);
     void ShowCursor();
-    void Tell(xcb_atom_t type, std::uint32_t a = 0, std::uint32_t b = 0, std::uint32_t c = 0,
+    void Send(xcb_atom_t type, std::uint32_t a = 0, std::uint32_t b = 0, std::uint32_t c = 0,
               std::uint32_t d = 0);
 
     void OnStatus(const xcb_client_message_event_t& event);
