@@ -7,6 +7,8 @@
 #include <platform/diagnostics.h>
 #include <platform/foreign.h>
 #include <platform/gdi.h>
+#include <platform/ole.h>
+#include <platform/registry.h>
 #include <platform/resources.h>
 #include <platform/window.h>
 
@@ -117,4 +119,28 @@ inline BOOL GetTextExtentPoint32(HDC context, LPCWSTR text, int length, SIZE* si
 }
 inline void OutputDebugString(LPCWSTR text) {
     OutputDebugStringW(text);
+}
+inline HHOOK SetWindowsHookEx(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+    return SetWindowsHookExW(type, procedure, module, thread);
+}
+inline UINT DragQueryFile(HDROP drop, UINT index, LPWSTR buffer, UINT size) {
+    return DragQueryFileW(drop, index, buffer, size);
+}
+inline LSTATUS RegOpenKeyEx(HKEY key, LPCWSTR path, DWORD options, REGSAM access, HKEY* opened) {
+    return RegOpenKeyExW(key, path, options, access, opened);
+}
+inline LSTATUS RegCreateKeyEx(HKEY key, LPCWSTR path, DWORD reserved, LPWSTR type, DWORD options,
+                              REGSAM access, const void* security, HKEY* opened, DWORD* disposition) {
+    return RegCreateKeyExW(key, path, reserved, type, options, access, security, opened, disposition);
+}
+inline LSTATUS RegQueryValueEx(HKEY key, LPCWSTR name, DWORD* reserved, DWORD* type, BYTE* data,
+                               DWORD* size) {
+    return RegQueryValueExW(key, name, reserved, type, data, size);
+}
+inline LSTATUS RegSetValueEx(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data,
+                             DWORD size) {
+    return RegSetValueExW(key, name, reserved, type, data, size);
+}
+inline LSTATUS RegDeleteValue(HKEY key, LPCWSTR name) {
+    return RegDeleteValueW(key, name);
 }

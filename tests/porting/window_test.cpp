@@ -75,11 +75,11 @@ TEST(PortingDrop, ListsOfFiles) {
     const HDROP drop = HDROP::FromParam(BlockOf(&files, sizeof files).ToParam());
     POINT point;
     EXPECT_TRUE(DragQueryPoint(drop, &point) && point.x == 3 && point.y == 4);
-    EXPECT_EQ(DragQueryFileW(drop, 0xFFFFFFFF, NULL, 0), 1U);
+    EXPECT_EQ(DragQueryFile(drop, 0xFFFFFFFF, NULL, 0), 1U);
     WCHAR path[4];
-    EXPECT_EQ(DragQueryFileW(drop, 0, path, 4), 2U);
+    EXPECT_EQ(DragQueryFile(drop, 0, path, 4), 2U);
     EXPECT_EQ(CString(path), "/a");
-    EXPECT_EQ(DragQueryFileW(drop, 1, path, 4), 0U);
+    EXPECT_EQ(DragQueryFile(drop, 1, path, 4), 0U);
     DragFinish(drop);
 }
 

@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include <platform/unsuffixed.h>
+
 #include "src/web/registry_key.h"
 
 namespace {
@@ -26,7 +28,7 @@ class Registry : public testing::Test {
 HKEY Made(LPCWSTR path, DWORD* disposition = nullptr) {
     HKEY key;
     EXPECT_EQ(
-        RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, disposition),
+        RegCreateKeyEx(HKEY_CURRENT_USER, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, disposition),
         0);
     return key;
 }
@@ -38,10 +40,10 @@ TEST_F(Registry, KeepsValuesAsTheyAre) {
     for (const DWORD type : {0U, 1U, 2U, 3U, 4U, 4000000000U}) {
         for (const auto& bytes : cases) {
             const LPCWSTR name = u" =[]\n;\"ü% ";
-            ASSERT_EQ(RegSetValueExW(key, name, 0, type, bytes.data(), static_cast<DWORD>(bytes.size())), 0);
+            ASSERT_EQ(RegSetValueEx(key, name, 0, type, bytes.data(), static_cast<DWORD>(bytes.size())), 0);
             BYTE read[8];
             DWORD size = sizeof read, stored = 99;
-            ASSERT_EQ(RegQueryValueExW(key, name, nullptr, &stored, read, &size), 0);
+            ASSERT_EQ(RegQueryValueEx(key, name, nullptr, &stored, read, &size), 0);
             EXPECT_EQ(stored, type);
             EXPECT_EQ(std::vector<BYTE>(read, read + size), bytes);
         }
@@ -57,17 +59,17 @@ TEST_F(Registry, TellsWhatItLacks) {
     Made(u"software\\\\ONE\\", &disposition);
     EXPECT_EQ(disposition, DWORD{REG_OPENED_EXISTING_KEY});
     HKEY other;
-    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, u"Software", 0, KEY_READ, &other), 0);
-    EXPECT_EQ(RegOpenKeyExW(other, u"Two", 0, KEY_READ, &other), LSTATUS{ERROR_FILE_NOT_FOUND});
-    EXPECT_EQ(RegSetValueExW(other, u"v", 0, REG_BINARY, nullptr, 0), LSTATUS{ERROR_ACCESS_DENIED});
-    EXPECT_EQ(RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(u"ab"), 6), 0);
+    EXPECT_EQ(RegOpenKeyEx(HKEY_CURRENT_USER, u"Software", 0, KEY_READ, &other), 0);
+    EXPECT_EQ(RegOpenKeyEx(other, u"Two", 0, KEY_READ, &other), LSTATUS{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(RegSetValueEx(other, u"v", 0, REG_BINARY, nullptr, 0), LSTATUS{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(RegSetValueEx(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(u"ab"), 6), 0);
     BYTE bytes[6];
     DWORD size = 5, type = 0;
-    EXPECT_EQ(RegQueryValueExW(key, u"", nullptr, &type, bytes, &size), LSTATUS{ERROR_MORE_DATA});
+    EXPECT_EQ(RegQueryValueEx(key, u"", nullptr, &type, bytes, &size), LSTATUS{ERROR_MORE_DATA});
     EXPECT_EQ(size, 6U);
-    EXPECT_EQ(RegQueryValueExW(key, u"none", nullptr, &type, bytes, &size), LSTATUS{ERROR_FILE_NOT_FOUND});
-    EXPECT_EQ(RegDeleteValueW(key, u""), 0);
-    EXPECT_EQ(RegDeleteValueW(key, u""), LSTATUS{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(RegQueryValueEx(key, u"none", nullptr, &type, bytes, &size), LSTATUS{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(RegDeleteValue(key, u""), 0);
+    EXPECT_EQ(RegDeleteValue(key, u""), LSTATUS{ERROR_FILE_NOT_FOUND});
 }
 
 TEST_F(Registry, KeysAnswerWithTheirDefaults) {
@@ -76,8 +78,8 @@ TEST_F(Registry, KeysAnswerWithTheirDefaults) {
     ASSERT_TRUE(key.SetKey(u"Software\\Test"));
     const HKEY open = Made(u"Software\\Test");
     const auto set = [open](LPCWSTR name, DWORD type, const std::u16string& text) {
-        RegSetValueExW(open, name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
-                       static_cast<DWORD>(2 * text.size() + 2));
+        RegSetValueEx(open, name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
+                      static_cast<DWORD>(2 * text.size() + 2));
     };
     set(u"text", REG_SZ, u"grün");
     set(u"expanded", REG_EXPAND_SZ, u"%HOME%");
@@ -133,7 +135,7 @@ TEST_F(Registry, ThreadsLoseNothing) {
             const HKEY key = Made(u"Software\\Threads");
             for (BYTE i = 0; i < 20; ++i) {
                 const WCHAR text[] = {name, static_cast<WCHAR>(u'a' + i), 0};
-                EXPECT_EQ(RegSetValueExW(key, text, 0, REG_BINARY, &i, 1), 0);
+                EXPECT_EQ(RegSetValueEx(key, text, 0, REG_BINARY, &i, 1), 0);
             }
             RegCloseKey(key);
         });
@@ -143,7 +145,7 @@ TEST_F(Registry, ThreadsLoseNothing) {
     for (char16_t name = u'a'; name < u'e'; ++name)
         for (BYTE i = 0; i < 20; ++i) {
             const WCHAR text[] = {name, static_cast<WCHAR>(u'a' + i), 0};
-            EXPECT_EQ(RegQueryValueExW(key, text, nullptr, nullptr, nullptr, nullptr), 0);
+            EXPECT_EQ(RegQueryValueEx(key, text, nullptr, nullptr, nullptr, nullptr), 0);
         }
     RegCloseKey(key);
 }
