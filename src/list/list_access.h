@@ -63,7 +63,6 @@ struct ListAccess {
     static int APageFrom(QKListCtrl& list, int from, Way way);
     static int Placed(QKListCtrl& list, int index, int step);
     static EntryMark MarkAt(QKListCtrl& list, int index);
-    static void SelectNode(QKListCtrl& list, Entry& entry, bool select);
     static void SelectRange(QKListCtrl& list, int from, int to, bool select);
     static void Pressed(QKListCtrl& list, const Entry& entry);
     static void Unfocus(QKListCtrl& list, const Entry* except);

@@ -180,14 +180,10 @@ int ListAccess::APageFrom(QKListCtrl& list, int from, Way way) {
 
 // ---- What it selects
 
-void ListAccess::SelectNode(QKListCtrl& list, Entry& entry, bool select) {
-    Entries(list).SetSelected(entry, select);
-}
-
 void ListAccess::SelectRange(QKListCtrl& list, int from, int to, bool select) {
     const Uninterrupted uninterrupted;
     for (int i = from; i <= to; ++i)
-        if (Entry& entry = Entries(list).EntryAt(i); entry.placed) SelectNode(list, entry, select);
+        if (Entry& entry = Entries(list).EntryAt(i); entry.placed) Entries(list).SetSelected(entry, select);
 }
 
 // From the anchor up to an entry; where that was so before, only what is between the two ends changes.
@@ -218,7 +214,7 @@ bool CQKDialogBase::SelectFocused(QKListCtrl& list) {
     const int focused = list.GetFocusItem();
     if (focused < 0) return false;
     Entry& entry = ListAccess::Entries(list).EntryAt(focused);
-    ListAccess::SelectNode(list, entry, !IsHeld(VK_CONTROL) || entry.unselected != 0);
+    ListAccess::Entries(list).SetSelected(entry, !IsHeld(VK_CONTROL) || entry.unselected != 0);
     ListAccess::Pressed(list, entry);
     return true;
 }
