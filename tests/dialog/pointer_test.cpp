@@ -3,6 +3,7 @@
 
 namespace {
 
+using kit::Line;
 using kit::TestButton;
 using kit::TestDialog;
 
@@ -14,226 +15,164 @@ class DialogPointer : public kit::HeadlessTest {
   protected:
     void SetUp() override {
         HeadlessTest::SetUp();
-        a.reset(new TestButton(10, 10));
-        b.reset(new TestButton(100, 10));
-        dialog.reset(new TestDialog);
-        dialog->SetBackColor(Gdiplus::Color(0xFF202020), 1);
-        dialog->AddQKItem(a.get());
-        dialog->AddQKItem(b.get());
-        dialog->Open();
+        dialog.SetBackColor(Gdiplus::Color(0xFF202020), 1);
+        dialog.Open();
     }
-    std::unique_ptr<TestButton> a, b;
-    std::unique_ptr<TestDialog> dialog;
+    // How a button looks, which is what it knows of itself: normal, over or down.
+    char Look(const TestButton& button, int x) {
+        constexpr std::uint32_t kShown[] = {kit::kNormal, kit::kOver, kit::kPressed};
+        EXPECT_EQ(dialog.Pixel(x, 10), kShown[button.GetStatus()]);
+        return "nod"[button.GetStatus()];
+    }
+    TestButton a{10, 10}, b{100, 10};
+    TestDialog dialog{{&a, &b}};
 };
 
 TEST_F(DialogPointer, StatesAndClicksOfEveryGesture) {
-    enum Step { kMove, kPress, kRelease };
-    struct Act {
-        Step step;
-        int x, y;
-        QKItemBase::QK_STATUS a, b;
-        int clicksA, clicksB;
-    };
-    struct Case {
+    const struct {
         const char* name;
-        std::vector<Act> acts;
+        const char* acts;    // move, press or release, and where
+        const char* states;  // after each: looks and clicks of both
+    } cases[] = {
+        {"click", "m 5 5 m 10 10 p 10 10 r 10 10 m 50 40", "nn00 on00 dn00 on10 nn10 "},
+        {"edges", "m 49 39 m 50 39 m 49 40 m 100 10 m 500 300", "on00 nn00 nn00 no00 nn00 "},
+        {"released outside", "p 20 20 m 70 80 r 70 80 m 20 20", "dn00 dn00 nn00 on00 "},
+        {"back inside", "p 20 20 m 70 80 m 30 30 r 30 30", "dn00 dn00 dn00 on10 "},
+        {"released on another", "p 20 20 m 110 20 r 110 20", "dn00 dn00 no00 "},
+        {"outside the window", "p 110 20 m 300 -50 r 300 -50", "nd00 nd00 nn00 "},
+        {"double click", "p 20 20 r 20 20 p 20 20 r 20 20", "dn00 on10 dn10 on20 "},
     };
-    const Case cases[] = {
-        {"click",
-         {{kMove, 5, 5, kNormal, kNormal, 0, 0},
-          {kMove, 10, 10, kOver, kNormal, 0, 0},
-          {kPress, 10, 10, kDown, kNormal, 0, 0},
-          {kRelease, 10, 10, kOver, kNormal, 1, 0},
-          {kMove, 50, 40, kNormal, kNormal, 1, 0}}},
-        {"edges",
-         {{kMove, 49, 39, kOver, kNormal, 0, 0},
-          {kMove, 50, 39, kNormal, kNormal, 0, 0},
-          {kMove, 49, 40, kNormal, kNormal, 0, 0},
-          {kMove, 100, 10, kNormal, kOver, 0, 0},
-          {kMove, 500, 300, kNormal, kNormal, 0, 0}}},
-        {"released outside",
-         {{kPress, 20, 20, kDown, kNormal, 0, 0},
-          {kMove, 70, 80, kDown, kNormal, 0, 0},
-          {kRelease, 70, 80, kNormal, kNormal, 0, 0},
-          {kMove, 20, 20, kOver, kNormal, 0, 0}}},
-        {"back inside",
-         {{kPress, 20, 20, kDown, kNormal, 0, 0},
-          {kMove, 70, 80, kDown, kNormal, 0, 0},
-          {kMove, 30, 30, kDown, kNormal, 0, 0},
-          {kRelease, 30, 30, kOver, kNormal, 1, 0}}},
-        {"released on another",
-         {{kPress, 20, 20, kDown, kNormal, 0, 0},
-          {kMove, 110, 20, kDown, kNormal, 0, 0},
-          {kRelease, 110, 20, kNormal, kOver, 0, 0}}},
-        {"outside the window",
-         {{kPress, 110, 20, kNormal, kDown, 0, 0},
-          {kMove, 300, -50, kNormal, kDown, 0, 0},
-          {kRelease, 300, -50, kNormal, kNormal, 0, 0}}},
-        {"double click",
-         {{kPress, 20, 20, kDown, kNormal, 0, 0},
-          {kRelease, 20, 20, kOver, kNormal, 1, 0},
-          {kPress, 20, 20, kDown, kNormal, 1, 0},
-          {kRelease, 20, 20, kOver, kNormal, 2, 0}}},
-    };
-    for (const Case& c : cases) {
+    for (const auto& [name, acts, states] : cases) {
+        SCOPED_TRACE(name);
         Headless::MovePointer(600, 400);
         Headless::Advance(1000);
-        a->clicks = b->clicks = 0;
-        for (std::size_t i = 0; i < c.acts.size(); ++i) {
-            SCOPED_TRACE(testing::Message() << c.name << ", act " << i);
-            const Act& act = c.acts[i];
-            if (act.step == kMove)
-                dialog->Move(act.x, act.y);
-            else if (act.step == kPress)
-                dialog->Press(act.x, act.y);
-            else
-                dialog->Release(act.x, act.y);
-            EXPECT_EQ(a->GetStatus(), act.a);
-            EXPECT_EQ(b->GetStatus(), act.b);
-            EXPECT_EQ(a->clicks, act.clicksA);
-            EXPECT_EQ(b->clicks, act.clicksB);
-            const std::uint32_t shown[] = {kit::kNormal, kit::kOver, kit::kPressed};
-            EXPECT_EQ(dialog->Pixel(10, 10), shown[a->GetStatus()]);
-            EXPECT_EQ(dialog->Pixel(100, 10), shown[b->GetStatus()]);
+        a.clicks = b.clicks = 0;
+        std::istringstream steps(acts);
+        std::string seen;
+        char act;
+        for (int x, y; steps >> act >> x >> y;) {
+            dialog.Move(x, y);
+            if (act == 'p') Headless::ButtonDown();
+            if (act == 'r') Headless::ButtonUp();
+            seen += {Look(a, 10), Look(b, 100)};
+            seen += std::to_string(a.clicks) + std::to_string(b.clicks) + " ";
         }
+        EXPECT_EQ(seen, states);
         EXPECT_EQ(GetCapture(), HWND());
-        EXPECT_EQ(dialog->m_pDownItem, nullptr);
-        EXPECT_EQ(a->GetCaptrue() + b->GetCaptrue(), 0);
+        EXPECT_EQ(dialog.m_pDownItem, nullptr);
+        EXPECT_EQ(a.GetCaptrue() + b.GetCaptrue(), 0);
     }
 }
 
 TEST_F(DialogPointer, OverlappingButtonsLightTogetherAndTheLaterOneTakesThePress) {
     TestButton top(30, 20);
-    dialog->AddQKItem(&top);
-    dialog->Move(35, 25);
-    EXPECT_EQ(a->GetStatus(), kOver);
-    EXPECT_EQ(top.GetStatus(), kOver);
-    dialog->Click(35, 25);
-    EXPECT_EQ(top.clicks, 1);
-    EXPECT_EQ(a->clicks, 0);
+    dialog.AddQKItem(&top);
+    dialog.Click(35, 25);
+    EXPECT_EQ(Line(a.GetStatus() == kOver, top.GetStatus() == kOver, a.clicks, top.clicks), "1 1 0 1");
     top.SetEnable(0);
-    dialog->Click(35, 25);
-    EXPECT_EQ(a->clicks, 1);
-    a->SetShow(0);
-    dialog->Press(35, 25);
-    Headless::ButtonUp();
-    EXPECT_EQ(top.clicks + a->clicks, 2);
+    dialog.Click(35, 25);
+    EXPECT_EQ(Line(a.clicks, top.clicks), "1 1");
+    a.SetShow(0);
+    dialog.Click(35, 25);
+    EXPECT_EQ(Line(a.clicks, top.clicks), "1 1");
 }
 
 TEST_F(DialogPointer, RefreshesOneRectangleForAPress) {
-    dialog->Move(20, 20);
-    dialog->refreshedRects.clear();
-    dialog->refreshes = 0;
+    dialog.Move(20, 20);
+    dialog.refreshedRects.clear();
+    dialog.refreshes = 0;
     Headless::ButtonDown();
-    EXPECT_EQ(dialog->refreshedRects, std::vector<CRect>{CRect(10, 10, 50, 40)});
+    EXPECT_EQ(dialog.refreshedRects, std::vector<CRect>{CRect(10, 10, 50, 40)});
     Headless::ButtonUp();
-    EXPECT_EQ(dialog->refreshedRects.size(), 2U);
-    EXPECT_EQ(dialog->refreshes, 0);
-    dialog->Move(21, 21);
-    EXPECT_EQ(dialog->refreshes, 0);  // nothing changed
+    EXPECT_EQ(dialog.refreshedRects.size(), 2U);
+    dialog.Move(21, 21);
+    EXPECT_EQ(dialog.refreshes, 0);  // nothing changed
 }
 
 TEST_F(DialogPointer, TheHandShowsOnlyOverItemsThatAskForIt) {
-    a->SetMouseMoveHand(1);
-    dialog->Move(20, 20);
-    EXPECT_EQ(Headless::CursorShown(), 32649U);
-    dialog->Move(60, 60);
-    EXPECT_EQ(Headless::CursorShown(), 32512U);
-    dialog->Move(110, 20);
-    EXPECT_EQ(Headless::CursorShown(), 32512U);
+    a.SetMouseMoveHand(1);
+    for (const auto& [x, y, cursor] : {std::tuple(20, 20, 32649U), {60, 60, 32512U}, {110, 20, 32512U}}) {
+        dialog.Move(x, y);
+        EXPECT_EQ(Headless::CursorShown(), cursor) << x;
+    }
 }
 
 TEST_F(DialogPointer, EmptySpaceDragsTheWindowUnlessForbidden) {
+    CRect rect;
     for (const int noMove : {0, 1}) {
-        SCOPED_TRACE(noMove);
-        dialog->SetNoMove(noMove);
-        CRect before, after;
-        dialog->GetWindowRect(before);
-        dialog->Press(60, 100);
-        Headless::MovePointer(before.left + 60 + 37, before.top + 100 + 11);
-        Headless::ButtonUp();
-        dialog->GetWindowRect(after);
-        CRect moved(before);
-        if (!noMove) moved.OffsetRect(37, 11);
-        EXPECT_EQ(after, moved);
+        dialog.SetNoMove(noMove);
+        Headless::Drag(dialog.m_hWnd, 60, 100, 97, 111);
+        dialog.GetWindowRect(rect);
+        EXPECT_EQ(Line(rect), "137 111 337 271") << noMove;
         EXPECT_EQ(GetCapture(), HWND());
-        dialog->Click(20, 20);
-        EXPECT_EQ(a->clicks, noMove + 1);
+        dialog.Click(20, 20);
+        EXPECT_EQ(a.clicks, noMove + 1);
     }
 }
 
 TEST_F(DialogPointer, AMinimiseButtonIsNormalAfterwards) {
-    dialog->SetMinMaxStyle();
-    a->onClick = [this] { dialog->MinQKDlg(); };
-    dialog->Click(20, 20);
-    EXPECT_TRUE(IsIconic(dialog->m_hWnd));
-    EXPECT_EQ(a->GetStatus(), kNormal);
-    EXPECT_EQ(dialog->m_bMinimized, 0);
+    dialog.SetMinMaxStyle();
+    a.onClick = [this] { dialog.MinQKDlg(); };
+    dialog.Click(20, 20);
+    EXPECT_TRUE(IsIconic(dialog.m_hWnd));
+    EXPECT_EQ(a.GetStatus(), kNormal);
+    EXPECT_EQ(dialog.m_bMinimized, 0);
     Headless::MovePointer(600, 400);
-    ShowWindow(dialog->m_hWnd, SW_RESTORE);
+    ShowWindow(dialog.m_hWnd, SW_RESTORE);
     Headless::RunPending();
-    EXPECT_EQ(dialog->Pixel(20, 20), kit::kNormal);
+    EXPECT_EQ(dialog.Pixel(20, 20), kit::kNormal);
 }
 
 TEST_F(DialogPointer, TheRubberBandFollowsThePointer) {
-    dialog->SetNoMove(1);
-    dialog->SetSelRect(1);
-    dialog->Click(60, 60);
-    EXPECT_EQ(dialog->m_bSelecting, 0);  // a single press on empty space starts none
+    dialog.SetNoMove(1);
+    dialog.SetSelRect(1);
+    dialog.Click(60, 60);
+    EXPECT_EQ(dialog.m_bSelecting, 0);  // a single press on empty space starts none
     Headless::ButtonDown();
-    EXPECT_EQ(dialog->m_bSelecting, 1);
-    struct Case {
-        int x, y;
-        CRect band;
-    };
-    const Case cases[] = {{120, 90, {60, 60, 120, 90}},
-                          {20, 30, {20, 30, 60, 60}},
-                          {-15, 200, {-15, 60, 60, 200}},
-                          {60, 60, {60, 60, 60, 60}},
-                          {100, 100, {60, 60, 100, 100}}};
-    for (const Case& c : cases) {
-        dialog->Move(c.x, c.y);
-        EXPECT_EQ(dialog->m_rcSel, c.band);
+    EXPECT_EQ(dialog.m_bSelecting, 1);
+    const std::pair<CPoint, CRect> bands[] = {{{120, 90}, {60, 60, 120, 90}},
+                                              {{20, 30}, {20, 30, 60, 60}},
+                                              {{-15, 200}, {-15, 60, 60, 200}},
+                                              {{60, 60}, {60, 60, 60, 60}},
+                                              {{100, 100}, {60, 60, 100, 100}}};
+    for (const auto& [pointer, band] : bands) {
+        dialog.Move(pointer.x, pointer.y);
+        EXPECT_EQ(dialog.m_rcSel, band);
     }
-    EXPECT_EQ(dialog->Pixel(60, 60), 0xFF3399FFU);
-    EXPECT_EQ(dialog->Pixel(100, 100), 0xFF3399FFU);
-    EXPECT_EQ(dialog->Pixel(101, 101), 0xFF202020U);
-    // 0x643399FF over 0xFF202020
-    const std::uint32_t inside = dialog->Pixel(80, 80);
-    EXPECT_NEAR(static_cast<int>(inside & 0xFF), 255 * 100 / 255 + 0x20 * 155 / 255, 1);
-    EXPECT_NEAR(static_cast<int>((inside >> 16) & 0xFF), 0x33 * 100 / 255 + 0x20 * 155 / 255, 1);
+    dialog.ExpectPixels({{60, 60, 0xFF3399FF}, {100, 100, 0xFF3399FF}, {101, 101, 0xFF202020}});
+    kit::ExpectNear(dialog.Pixel(80, 80), 0xFF274F77);  // 0x643399FF over 0xFF202020
     Headless::ButtonUp();
-    EXPECT_EQ(dialog->m_bSelecting, 0);
-    EXPECT_EQ(dialog->m_rcSel, CRect(0, 0, 0, 0));
-    EXPECT_EQ(dialog->Pixel(80, 80), 0xFF202020U);
+    EXPECT_EQ(dialog.m_bSelecting, 0);
+    EXPECT_EQ(dialog.m_rcSel, CRect(0, 0, 0, 0));
+    EXPECT_EQ(dialog.Pixel(80, 80), 0xFF202020U);
 }
 
 TEST_F(DialogPointer, RightButtonsNeverReachItems) {
-    dialog->Move(20, 20);
+    dialog.Move(20, 20);
     Headless::ButtonDown(3);
-    EXPECT_EQ(a->GetStatus(), kOver);
+    EXPECT_EQ(a.GetStatus(), kOver);
     Headless::ButtonUp(3);
-    dialog->OnRButtonDown(0, CPoint(20, 20));
-    EXPECT_EQ(a->clicks, 0);
-    EXPECT_EQ(a->GetStatus(), kOver);
+    dialog.OnRButtonDown(0, CPoint(20, 20));
+    EXPECT_EQ(Line(a.clicks, a.GetStatus() == kOver), "0 1");
 }
 
 TEST_F(DialogPointer, EventsGivenDirectlyToOneItem) {
-    QKButton& button = *a;
     const CRect rect(10, 10, 50, 40);
-    EXPECT_EQ(dialog->MoveLeaveItem(&button, rect), 0);
-    EXPECT_EQ(dialog->MoveUpItem(&button, rect, CPoint(0, 0)), 0);
-    EXPECT_EQ(dialog->MoveOnItem(&button, rect, CPoint(12, 12)), 1);
-    EXPECT_EQ(dialog->MoveOnItem(&button, rect, CPoint(13, 13)), 0);
-    EXPECT_EQ(dialog->MoveDownItem(&button, rect, CPoint(0, 0)), 0);
-    EXPECT_EQ(dialog->MoveDownItem(&button, rect, CPoint(12, 12)), 1);
-    EXPECT_EQ(dialog->MoveDownItem(&button, rect, CPoint(12, 12)), 0);
-    EXPECT_EQ(dialog->MoveOnItem(&button, rect, CPoint(0, 0)), 0);  // captured
-    EXPECT_EQ(button.GetStatus(), kDown);
-    EXPECT_EQ(dialog->MoveLeaveItem(&button, rect), 1);
-    EXPECT_EQ(dialog->MoveUpItem(&button, rect, CPoint(12, 12)), 1);  // pressed no more: no click
-    EXPECT_EQ(a->clicks, 0);
-    dialog->OnLButtonUp(0, CPoint(0, 0));
+    const CPoint in(12, 12), out(0, 0);
+    const std::vector<int> taken = {dialog.MoveLeaveItem(&a, rect),
+                                    dialog.MoveUpItem(&a, rect, out),
+                                    dialog.MoveOnItem(&a, rect, in),
+                                    dialog.MoveOnItem(&a, rect, in + CPoint(1, 1)),
+                                    dialog.MoveDownItem(&a, rect, out),
+                                    dialog.MoveDownItem(&a, rect, in),
+                                    dialog.MoveDownItem(&a, rect, in),
+                                    dialog.MoveOnItem(&a, rect, out),  // captured
+                                    a.GetStatus() == kDown,
+                                    dialog.MoveLeaveItem(&a, rect),
+                                    dialog.MoveUpItem(&a, rect, in)};  // pressed no more: no click
+    EXPECT_EQ(taken, (std::vector<int>{0, 0, 1, 0, 0, 1, 0, 0, 1, 1, 1}));
+    EXPECT_EQ(a.clicks, 0);
+    dialog.OnLButtonUp(0, out);
     EXPECT_EQ(GetCapture(), HWND());
 }
 

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <vector>
 
 #include "support/skin.h"
@@ -21,10 +22,26 @@ constexpr int kScale = 1;
 constexpr int kDialogWidth = 200;
 constexpr int kDialogHeight = 160;
 
+// Values as one line of text, so that one comparison states them all.
+template <class... Values>
+std::string Line(const Values&... values) {
+    std::ostringstream out;
+    ((out << (out.tellp() > 0 ? " " : "") << values), ...);
+    return out.str();
+}
+inline std::string Line(const CRect& rect) {
+    return Line(rect.left, rect.top, rect.right, rect.bottom);
+}
+
 class TestDialog : public CQKDialogBase {
   public:
     explicit TestDialog(CWnd* parent = nullptr) : CQKDialogBase(kDialogTemplate, parent) {}
+    explicit TestDialog(std::initializer_list<QKItemBase*> items) : TestDialog() { Add(items); }
 
+    void Add(std::initializer_list<QKItemBase*> items) {
+        for (QKItemBase* const item : items)
+            AddQKItem(item);
+    }
     // At a place of the screen, shown and painted.
     void Open(int x = 100, int y = 100) {
         ASSERT_TRUE(Create(kDialogTemplate));
@@ -132,6 +149,13 @@ class TestButton : public QKButton {
     int clicks = 0;
     std::function<void()> onClick;
 };
+
+// Each channel of a pixel, give or take one.
+inline void ExpectNear(std::uint32_t pixel, std::uint32_t wanted) {
+    for (int shift = 0; shift < 32; shift += 8)
+        EXPECT_NEAR(static_cast<int>(pixel >> shift & 255), static_cast<int>(wanted >> shift & 255), 1)
+            << std::hex << pixel << ", not " << wanted;
+}
 
 inline void ExpectSame(const Headless::Picture& shown, const Headless::Picture& wanted) {
     const Headless::Difference difference = Headless::Compare(shown, wanted);
