@@ -3,122 +3,111 @@
 
 namespace {
 
-using kit::SaveGif;
+using kit::Line;
 using kit::TestDialog;
 
 class Images : public kit::HeadlessTest {};
 
 constexpr std::uint32_t kColours[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00};
 
-CString Gif(const std::string& name, const std::vector<int>& delays) {
-    std::vector<kit::GifPixel> frames;
-    for (std::size_t i = 0; i < delays.size(); ++i)
-        frames.push_back({kColours[i % 4], delays[i]});
-    return SaveGif(name, frames);
-}
-
+// Each frame has a colour of its own, and its delay in hundredths of a second.
 struct Animated : QKGifImage {
-    Animated(const CString& path, int x) {
-        EXPECT_EQ(SetImage(path), 1);
+    Animated(const char* name, const std::vector<int>& delays, int x) {
+        std::vector<kit::GifPixel> frames;
+        for (const int delay : delays)
+            frames.push_back({kColours[frames.size() % 4], delay});
+        EXPECT_EQ(SetImage(kit::SaveGif(name, frames)), 1);
         SetRect(x, 10, 30, 20);
     }
 };
 
 TEST_F(Images, AStillOneFillsItsRectangle) {
-    TestDialog dialog;
-    dialog.SetBackColor(Gdiplus::Color(0xFF000000), 1);
+    constexpr std::uint32_t kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlack = 0xFF000000;
     QKImage image;
     EXPECT_EQ(image.SetImage(9999U, u"PNG"), 0);
     EXPECT_EQ(image.GetImage(), nullptr);
-    EXPECT_EQ(image.SetImage(kit::Strip("halves", {0xFFFF0000, 0xFF00FF00}, 5, 10, false)), 1);
+    EXPECT_EQ(image.SetImage(kit::Strip("halves", {kRed, kGreen}, 5, 10, false)), 1);
     image.SetRect(20, 30, 100, 50);
-    dialog.AddQKItem(&image);
+    TestDialog dialog({&image});
     dialog.Open();
-    dialog.ExpectPixels({{20, 30, 0xFFFF0000}, {119, 79, 0xFF00FF00}, {20, 79, 0xFFFF0000}});
-    dialog.ExpectPixels({{120, 50, 0xFF000000}, {50, 80, 0xFF000000}, {19, 50, 0xFF000000}});
+    dialog.ExpectPixels({{20, 30, kRed}, {119, 79, kGreen}, {20, 79, kRed}});
+    dialog.ExpectPixels({{120, 50, kBlack}, {50, 80, kBlack}, {19, 50, kBlack}});
     QKImage copy(image);  // shares the picture
     image.DestroyImag();
     dialog.AddQKItem(&copy);
-    dialog.Refresh();
-    EXPECT_EQ(dialog.Pixel(20, 30), 0xFFFF0000U);
+    const auto expect = [&dialog](std::uint32_t colour) {
+        dialog.Refresh();
+        EXPECT_EQ(dialog.Pixel(20, 30), colour);
+    };
+    expect(kRed);
     copy.SetShow(0);
-    dialog.Refresh();
-    EXPECT_EQ(dialog.Pixel(20, 30), 0xFF000000U);
+    expect(kBlack);
     EXPECT_EQ(copy.SetImage(kit::SaveBytes("broken.png", "no picture")), 1);
     copy.SetShow(1);
-    dialog.Refresh();
-    EXPECT_EQ(dialog.Pixel(20, 30), 0xFF000000U);
+    expect(kBlack);
 }
 
 TEST_F(Images, EachFrameStaysForItsOwnDelay) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<int> delays;
         std::vector<unsigned> steps;  // milliseconds to the next frame, from the start on
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"four", {10, 20, 10, 50}, {100, 200, 100, 500, 100, 200}},
         {"single", {7}, {70, 70, 70}},
         {"long", {6000, 1}, {60000, 10, 60000}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        TestDialog dialog;
-        Animated image(Gif(c.name, c.delays), 10);
-        dialog.AddQKItem(&image);
+    for (const auto& [name, delays, steps] : cases) {
+        SCOPED_TRACE(name);
+        Animated image(name, delays, 10);
+        TestDialog dialog({&image});
         dialog.Open();
         image.StartRun(7, dialog.m_hWnd);
-        int frame = 0;
-        for (const unsigned step : c.steps) {
-            Headless::Advance(step - 1);
-            EXPECT_EQ(image.GetFrameIndex(), frame);
-            EXPECT_EQ(dialog.Pixel(15, 15) & 0xFFFFFF, kColours[frame]);
-            const int refreshes = dialog.refreshes;
-            Headless::Advance(1);
-            frame = (frame + 1) % static_cast<int>(c.delays.size());
-            EXPECT_EQ(image.GetFrameIndex(), frame);
-            EXPECT_EQ(dialog.refreshes, refreshes + 1);
+        dialog.refreshes = 0;
+        const auto expect = [&](std::size_t step) {
             Headless::RunPending();
+            const std::size_t frame = step % delays.size();
+            EXPECT_EQ(Line(image.GetFrameIndex(), dialog.refreshes), Line(frame, step));
             EXPECT_EQ(dialog.Pixel(15, 15) & 0xFFFFFF, kColours[frame]);
+        };
+        for (std::size_t step = 0; step < steps.size(); ++step) {
+            Headless::Advance(steps[step] - 1);
+            expect(step);
+            Headless::Advance(1);
+            expect(step + 1);
         }
     }
 }
 
 TEST_F(Images, AZeroDelayStepsWithoutStarvingTheWindow) {
-    TestDialog dialog;
-    Animated image(Gif("zero", {0, 0, 0}), 10);
-    dialog.AddQKItem(&image);
+    Animated image("zero", {0, 0, 0}, 10);
+    TestDialog dialog({&image});
     dialog.Open();
     image.StartRun(1, dialog.m_hWnd);
-    const int before = dialog.refreshes;
+    dialog.refreshes = 0;
     Headless::Advance(1000);
-    EXPECT_GE(dialog.refreshes - before, 20);
-    EXPECT_LE(dialog.refreshes - before, 1000);
+    EXPECT_GE(dialog.refreshes, 20);
+    EXPECT_LE(dialog.refreshes, 1000);
 }
 
 TEST_F(Images, TwoOnOneTimerStepTogetherAndAHiddenOneGoesOn) {
-    TestDialog dialog;
-    Animated first(Gif("first", {10, 10, 10, 10}), 10), second(Gif("second", {30, 30}), 60),
-        other(Gif("other", {10, 10}), 110);
-    for (QKItemBase* item : std::initializer_list<QKItemBase*>{&first, &second, &other})
-        dialog.AddQKItem(item);
+    Animated first("first", {10, 10, 10, 10}, 10), second("second", {30, 30}, 60),
+        other("other", {10, 10}, 110);
+    TestDialog dialog({&first, &second, &other});
     dialog.Open();
     first.StartRun(3, dialog.m_hWnd);
     second.StartRun(3, dialog.m_hWnd);  // the timer now has its delay
     first.SetShow(0);
-    const int before = dialog.refreshes;
-    Headless::Advance(299);
-    EXPECT_EQ(first.GetFrameIndex(), 0);
-    Headless::Advance(1);
-    EXPECT_EQ(first.GetFrameIndex(), 1);
-    EXPECT_EQ(second.GetFrameIndex(), 1);
-    EXPECT_EQ(dialog.refreshes, before + 2);  // once for each that stepped
+    dialog.refreshes = 0;
+    const auto after = [&](unsigned milliseconds) {
+        Headless::Advance(milliseconds);
+        return Line(first.GetFrameIndex(), second.GetFrameIndex(), other.GetFrameIndex(), dialog.refreshes);
+    };
+    EXPECT_EQ(after(299), "0 0 0 0");
+    EXPECT_EQ(after(1), "1 1 0 2");  // refreshed once for each that stepped
     // The one stepped last has re-armed the timer.
-    Headless::Advance(299);
-    EXPECT_EQ(first.GetFrameIndex(), 1);
-    Headless::Advance(1);
-    EXPECT_EQ(first.GetFrameIndex(), 2);
-    EXPECT_EQ(other.GetFrameIndex(), 0);
+    EXPECT_EQ(after(299), "1 1 0 2");
+    EXPECT_EQ(after(1), "2 0 0 4");
     first.SetShow(1);
     dialog.Refresh();
     EXPECT_EQ(dialog.Pixel(15, 15) & 0xFFFFFF, kColours[2]);
@@ -126,11 +115,9 @@ TEST_F(Images, TwoOnOneTimerStepTogetherAndAHiddenOneGoesOn) {
     // Out of the registry it stands still, back in it goes on.
     dialog.RemoveQKItem(&second);
     dialog.RemoveQKItem(&first);
-    Headless::Advance(300);
-    EXPECT_EQ(first.GetFrameIndex(), 2);
+    EXPECT_EQ(after(300), "2 0 0 5");
     dialog.AddQKItem(&first);
-    Headless::Advance(300);
-    EXPECT_EQ(first.GetFrameIndex(), 3);
+    EXPECT_EQ(after(300), "3 0 0 6");
     // Started over: the frame shown stays until the next step.
     first.StartRun(3, dialog.m_hWnd);
     EXPECT_EQ(first.GetFrameIndex(), 0);
@@ -139,11 +126,10 @@ TEST_F(Images, TwoOnOneTimerStepTogetherAndAHiddenOneGoesOn) {
 }
 
 TEST_F(Images, WithoutATimerNothingMoves) {
-    TestDialog dialog;
-    Animated still(kit::Solid("plain", 0xFF00FF00, 3, 3), 10), undelayed(Gif("undelayed", {-1, -1, -1}), 50),
-        unstarted(Gif("unstarted", {10, 10}), 90);
-    for (QKItemBase* item : std::initializer_list<QKItemBase*>{&still, &undelayed, &unstarted})
-        dialog.AddQKItem(item);
+    QKGifImage still;
+    still.SetImage(kit::Solid("plain", 0xFF00FF00, 3, 3));
+    Animated undelayed("undelayed", {-1, -1, -1}, 50), unstarted("unstarted", {10, 10}, 90);
+    TestDialog dialog({&still, &undelayed, &unstarted});
     dialog.Open();
     still.StartRun(1, dialog.m_hWnd);
     undelayed.StartRun(2, dialog.m_hWnd);
@@ -151,9 +137,9 @@ TEST_F(Images, WithoutATimerNothingMoves) {
     EXPECT_EQ(unstarted.GetTimerID(), 4U);
     unstarted.StartRun(0, dialog.m_hWnd);
     EXPECT_EQ(unstarted.GetTimerID(), 0U);
-    const int before = dialog.refreshes;
+    dialog.refreshes = 0;
     Headless::Advance(5000);
-    EXPECT_EQ(dialog.refreshes, before);
+    EXPECT_EQ(dialog.refreshes, 0);
     // The host's own timer steps an image without delays, at the host's interval.
     SetTimer(dialog.m_hWnd, 2, 40, nullptr);
     Headless::Advance(80);

@@ -74,7 +74,7 @@ TEST_F(DialogPaint, StylesFollowOneAnother) {
         dialog.Set_OPAQUEDlg(255);
         expect(kit::kNormal, kDesktop);
         dialog.Set_COLORKEYDlg(RGB(0x10, 0x10, 0x10));
-        expect(kDesktop, kBlack);
+        expect(kDesktop, kDesktop);
         dialog.SetNoLayDlg();
     }
 }

@@ -3,6 +3,7 @@
 
 namespace {
 
+using kit::Line;
 using kit::TestButton;
 using kit::TestDialog;
 
@@ -11,20 +12,17 @@ class DialogWindow : public kit::HeadlessTest {};
 TEST_F(DialogWindow, KeepsItemsOnceAndInOrder) {
     TestDialog dialog;
     QKItemBase a(QKUI_IMAGE), b(QKUI_GIFIMAGE), c(QKUI_IMAGE), stranger(QKUI_IMAGE);
-    EXPECT_EQ(dialog.AddQKItem(&a), 1);
-    EXPECT_EQ(dialog.m_bHasGif, 0);
-    EXPECT_EQ(dialog.AddQKItem(&b), 1);
-    EXPECT_EQ(dialog.AddQKItem(&c), 1);
-    EXPECT_EQ(dialog.AddQKItem(&b), 0);
-    EXPECT_EQ(dialog.m_bHasGif, 1);
+    std::string added, removed;
+    for (QKItemBase* item : {&a, &b, &c, &b})
+        added += Line(dialog.AddQKItem(item), dialog.m_bHasGif) + ", ";
+    EXPECT_EQ(added, "1 0, 1 1, 1 1, 0 1, ");
     EXPECT_EQ(dialog.GetQKItem(&c), &c);
     EXPECT_EQ(dialog.GetQKItem(&stranger), nullptr);
     EXPECT_EQ(dialog.GetQKItem(nullptr), nullptr);
 
-    EXPECT_EQ(dialog.RemoveQKItem(&b), 1);
-    EXPECT_EQ(dialog.RemoveQKItem(&b), 0);
-    EXPECT_EQ(dialog.RemoveQKItem(nullptr), 0);
-    EXPECT_EQ(dialog.m_bHasGif, 1);
+    for (QKItemBase* item : {&b, &b, static_cast<QKItemBase*>(nullptr)})
+        removed += Line(dialog.RemoveQKItem(item), dialog.m_bHasGif) + ", ";
+    EXPECT_EQ(removed, "1 1, 0 1, 0 1, ");
     ASSERT_EQ(dialog.m_arItems.GetSize(), 2);
     EXPECT_EQ(dialog.m_arItems[0], &a);
     EXPECT_EQ(dialog.m_arItems[1], &c);
@@ -36,25 +34,22 @@ TEST_F(DialogWindow, KeepsItemsOnceAndInOrder) {
 TEST_F(DialogWindow, BackgroundSettersTouchOnlyTheirOwnFields) {
     TestDialog dialog;
     const CString picture = kit::Solid("back", 0xFFFF0000, 30, 20);
+    const auto fields = [&] {
+        return Line(dialog.m_pBackImage != nullptr, dialog.m_bBackKeepRatio, dialog.m_bBackCache);
+    };
     dialog.SetBack(picture, 1, 1);
-    EXPECT_EQ(dialog.m_bBackKeepRatio, 1);
-    EXPECT_EQ(dialog.m_bBackCache, 1);
+    EXPECT_EQ(fields(), "1 1 1");
     dialog.SetBack(u"", 0, 0);
-    EXPECT_EQ(dialog.m_pBackImage, nullptr);
-    EXPECT_EQ(dialog.m_bBackKeepRatio, 1);
-    EXPECT_EQ(dialog.m_bBackCache, 0);
-
+    EXPECT_EQ(fields(), "0 1 0");
     dialog.SetBack(picture, 1, 1);
     CRect size(9, 9, 9, 9);
     EXPECT_EQ(dialog.SetBack(picture, size), 1);
-    EXPECT_EQ(size, CRect(0, 0, 30, 20));
+    EXPECT_EQ(Line(size), "0 0 30 20");
     EXPECT_EQ(dialog.SetBack(u"/no/such/file.png", size), 1);
-    EXPECT_EQ(size, CRect(0, 0, 0, 0));
-    EXPECT_NE(dialog.m_pBackImage, nullptr);
-    EXPECT_EQ(dialog.m_bBackKeepRatio, 1);
-    EXPECT_EQ(dialog.m_bBackCache, 1);
+    EXPECT_EQ(Line(size), "0 0 0 0");
+    EXPECT_EQ(fields(), "1 1 1");
     EXPECT_EQ(dialog.SetBack(CString(), size), 0);
-    EXPECT_EQ(dialog.m_pBackImage, nullptr);
+    EXPECT_EQ(fields(), "0 1 1");
 }
 
 TEST_F(DialogWindow, StylesReachTheWindow) {
@@ -75,58 +70,49 @@ TEST_F(DialogWindow, StylesReachTheWindow) {
 }
 
 TEST_F(DialogWindow, ARoundedWindowShowsAndCatchesNothingOutsideItsCorners) {
+    constexpr std::uint32_t kGreen = 0xFF00FF00;
     TestDialog behind, rounded;
     behind.Open();
-    rounded.SetBackColor(Gdiplus::Color(0xFF00FF00), 1);
+    rounded.SetBackColor(Gdiplus::Color(kGreen), 1);
     rounded.Open();
     rounded.SetRngDlg(40, 40);
     rounded.Refresh();
     const Headless::Picture screen = Headless::CaptureScreen();
-    EXPECT_NE(screen.At(101, 101), 0xFF00FF00U);
-    EXPECT_EQ(screen.At(120, 120), 0xFF00FF00U);
+    EXPECT_NE(screen.At(101, 101), kGreen);
+    EXPECT_EQ(screen.At(120, 120), kGreen);
     EXPECT_EQ(WindowFromPoint({101, 101}), behind.m_hWnd);
     EXPECT_EQ(WindowFromPoint({120, 101}), rounded.m_hWnd);
     EXPECT_EQ(WindowFromPoint({299, 259}), behind.m_hWnd);
 }
 
 TEST_F(DialogWindow, NoKeyClosesIt) {
-    struct Case {
-        const char* name;
-        std::vector<UINT> keys;
-    };
-    const Case cases[] = {{"Escape", {VK_ESCAPE}}, {"Enter", {VK_RETURN}}, {"Alt+F4", {VK_MENU, VK_F4}}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const std::vector<UINT>& keys : {std::vector<UINT>{VK_ESCAPE}, {VK_RETURN}, {VK_MENU, VK_F4}}) {
+        SCOPED_TRACE(keys[0]);
         TestDialog dialog;
         dialog.Open();
-        // Through the framework's loop, which asks PreTranslateMessage.
-        const auto press = [&](UINT key, bool down) {
-            const bool alt = c.keys.size() > 1;
-            PostMessageW(dialog.m_hWnd, down ? (alt ? WM_SYSKEYDOWN : WM_KEYDOWN) : WM_KEYUP, key, 0);
-        };
-        for (const UINT key : c.keys)
+        for (const UINT key : keys)
             Headless::KeyDown(key);
-        for (const UINT key : c.keys)
-            press(key, true);
+        // Through the framework's loop, which asks PreTranslateMessage.
+        for (const UINT key : keys)
+            PostMessageW(dialog.m_hWnd, keys.size() > 1 ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 0);
         MSG message;
         while (PeekMessageW(&message, HWND(), 0, 0, PM_REMOVE))
             if (!CWnd::WalkPreTranslateTree(&message)) DispatchMessageW(&message);
-        for (const UINT key : c.keys)
+        for (const UINT key : keys)
             Headless::KeyUp(key);
         EXPECT_TRUE(IsWindow(dialog.m_hWnd));
     }
     TestDialog dialog;
-    MSG letter = {HWND(), WM_KEYDOWN, 'A', 0, 0, {0, 0}};
-    EXPECT_FALSE(dialog.PreTranslateMessage(&letter));
-    MSG enterUp = {HWND(), WM_KEYUP, VK_RETURN, 0, 0, {0, 0}};
-    EXPECT_FALSE(dialog.PreTranslateMessage(&enterUp));
+    for (const auto& [kind, key] : {std::pair(WM_KEYDOWN, UINT{'A'}), {WM_KEYUP, VK_RETURN}}) {
+        MSG message = {HWND(), kind, key, 0, 0, {0, 0}};
+        EXPECT_FALSE(dialog.PreTranslateMessage(&message));
+    }
 }
 
 TEST_F(DialogWindow, TheCloseRequestDestroysTheWindowAndKeepsTheItems) {
-    TestDialog dialog;
+    QKImage item;
+    TestDialog dialog({&item});
     dialog.Open();
-    QKItemBase item(QKUI_IMAGE);
-    dialog.AddQKItem(&item);
     const HWND window = dialog.m_hWnd;
     Headless::RequestClose(window);
     EXPECT_FALSE(IsWindow(window));
@@ -138,34 +124,28 @@ TEST_F(DialogWindow, TheCloseRequestDestroysTheWindowAndKeepsTheItems) {
 }
 
 TEST_F(DialogWindow, ModalResultsAndThePumpOfABusyHost) {
-    TestDialog owner;
-    owner.Open();
-    TestDialog modal(&owner);
-    struct Step {
-        TestDialog* owner;
-        TestDialog* modal;
-        int ok;
+    static TestDialog* modal;
+    static int ok;
+    TestDialog parent, dialog(&parent);
+    parent.Open();
+    modal = &dialog;
+    const auto act = [](void* argument) {
+        auto& owner = *static_cast<TestDialog*>(argument);
+        EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
+        // Both paint while the modal loop runs, one message at a time.
+        owner.Invalidate();
+        modal->Invalidate();
+        for (int i = 0; i < 8; ++i)
+            modal->messagePump();
+        EXPECT_FALSE(GetUpdateRect(owner.m_hWnd, nullptr, FALSE));
+        EXPECT_FALSE(GetUpdateRect(modal->m_hWnd, nullptr, FALSE));
+        modal->messagePump();  // nothing waits: returns at once
+        modal->SetDoModalOK(ok);
     };
-    for (const int ok : {1, 0}) {
-        Step step = {&owner, &modal, ok};
-        Headless::WhenIdle(
-            [](void* argument) {
-                const auto* s = static_cast<Step*>(argument);
-                EXPECT_FALSE(IsWindowEnabled(s->owner->m_hWnd));
-                // Both paint while the modal loop runs, one message at a time.
-                s->owner->Invalidate();
-                s->modal->Invalidate();
-                RECT waiting;
-                for (int i = 0; i < 8; ++i)
-                    s->modal->messagePump();
-                EXPECT_FALSE(GetUpdateRect(s->owner->m_hWnd, &waiting, FALSE));
-                EXPECT_FALSE(GetUpdateRect(s->modal->m_hWnd, &waiting, FALSE));
-                s->modal->messagePump();  // nothing waits: returns at once
-                s->modal->SetDoModalOK(s->ok);
-            },
-            &step);
-        EXPECT_EQ(modal.DoModal(), ok ? IDOK : IDCANCEL);
-        EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+    for (ok = 1; ok >= 0; --ok) {
+        Headless::WhenIdle(act, &parent);
+        EXPECT_EQ(dialog.DoModal(), ok ? IDOK : IDCANCEL);
+        EXPECT_TRUE(IsWindowEnabled(parent.m_hWnd));
     }
 }
 

@@ -150,6 +150,16 @@ class TestButton : public QKButton {
     std::function<void()> onClick;
 };
 
+// The box of all pixels in a part of a picture that are ink.
+template <class IsInk>
+CRect InkOf(const Headless::Picture& picture, const CRect& part, IsInk isInk) {
+    CRect ink;
+    for (int y = part.top; y < part.bottom; ++y)
+        for (int x = part.left; x < part.right; ++x)
+            if (isInk(picture.At(x, y))) ink.UnionRect(CRect(ink), CRect(x, y, x + 1, y + 1));
+    return ink;
+}
+
 // Each channel of a pixel, give or take one.
 inline void ExpectNear(std::uint32_t pixel, std::uint32_t wanted) {
     for (int shift = 0; shift < 32; shift += 8)
