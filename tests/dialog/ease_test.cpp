@@ -11,9 +11,8 @@ class Ease : public kit::HeadlessTest {};
 
 // A record and a callable take each other's place; a callable keeps what it changes of its own.
 TEST_F(Ease, AClickIsAnyCallable) {
-    TestDialog dialog;
     TestButton button(10, 10);
-    dialog.AddQKItem(&button);
+    TestDialog dialog({&button});
     dialog.Open();
     int sum = 0;
     const std::function<void()> steps[] = {
@@ -71,13 +70,11 @@ TEST_F(Ease, BackgroundsComeFromResources) {
 }
 
 TEST_F(Ease, ADialogsFontIsThatOfItemsWithoutOne) {
-    TestDialog dialog;
     QKStaticText before, own, later;
     QKTextButton caption;
     QKCheckBox box;
     own.SetFont(Gdiplus::Font("DejaVu Serif", 10));
-    for (QKItemBase* item : std::initializer_list<QKItemBase*>{&before, &own, &caption, &box})
-        dialog.AddQKItem(item);
+    TestDialog dialog({&before, &own, &caption, &box});
     for (const float size : {21.0F, 22.0F}) {
         dialog.SetDefaultFont(Gdiplus::Font("DejaVu Sans", size));
         dialog.AddQKItem(&later);
@@ -93,30 +90,28 @@ TEST_F(Ease, OnePictureMakesAFrame) {
     const auto part = [](int at, int first, int last, int size) {
         return at < first ? 0U : at < size - last ? 1U : 2U;
     };
-    const auto colour = [part](int x, int y, CSize size) {
-        return 0xFF000000 | part(x, kLeft, kRight, size.cx) * 0x600000 |
-               part(y, kTop, kBottom, size.cy) * 0x60;
+    const auto colour = [part](int x, int y, const CRect& place) {
+        return 0xFF000000 | part(x - place.left, kLeft, kRight, place.Width()) * 0x600000 |
+               part(y - place.top, kTop, kBottom, place.Height()) * 0x60;
     };
     Headless::Picture picture{12, 12, {}};
     for (int i = 0; i < 144; ++i)
-        picture.argb.push_back(colour(i % 12, i / 12, {12, 12}));
+        picture.argb.push_back(colour(i % 12, i / 12, CRect(0, 0, 12, 12)));
     const CString path = kit::SavePicture("nine", picture);
 
-    TestDialog dialog;
+    const CRect whole(0, 0, kit::kDialogWidth, kit::kDialogHeight), place(20, 30, 90, 80);
     QKImage frame;
     frame.SetImage(path);
     frame.SetMargins(kLeft, kTop, kRight, kBottom);
-    frame.SetRect(20, 30, 70, 50);
+    frame.SetRect(&place);
+    TestDialog dialog({&frame});
     dialog.SetBack(path, 1, 0);
     dialog.SetBackMargins(kLeft, kTop, kRight, kBottom);
-    dialog.AddQKItem(&frame);
     dialog.Open();
     const Headless::Picture shown = Headless::Capture(dialog.m_hWnd);
     for (int y = 0; y < shown.height; ++y)
         for (int x = 0; x < shown.width; ++x)
-            ASSERT_EQ(shown.At(x, y), CRect(20, 30, 90, 80).PtInRect(CPoint(x, y))
-                                          ? colour(x - 20, y - 30, {70, 50})
-                                          : colour(x, y, {shown.width, shown.height}))
+            ASSERT_EQ(shown.At(x, y), colour(x, y, place.PtInRect(CPoint(x, y)) ? place : whole))
                 << x << ", " << y;
     // Margins beyond the picture, a place smaller than the corners, a picture of no size: nothing fails.
     QKNineParts parts;
@@ -131,42 +126,41 @@ TEST_F(Ease, OnePictureMakesAFrame) {
 
 TEST_F(Ease, AScrollBarCountsItsContent) {
     const CString cap = Solid("ease_cap", kit::kNormal, 10, 30);
-    TestDialog dialog;
     QKVScrollBar bar;
     bar.SetRect(10, 10, 10, 120);
     bar.SetBarImage(cap, cap, cap);  // 100 to travel in, for 100 000 to show
-    const auto lengths = [&](int visible, int total) {
-        return [&bar, visible, total] { bar.SetBarLength(visible, total); };
-    };
-    const auto set = [&](int position) { return [&bar, position] { bar.SetScrollPos(position); }; };
+    // What is given is the content's position, the thumb's, or the lengths of what is visible and of all.
+    enum Given { kContent, kThumb, kLengths };
     const struct {
-        std::function<void()> act;
-        int content, thumb;
+        Given given;
+        int value, total, content, thumb;
     } steps[] = {
-        {lengths(1000, 101000), 0, 0},
-        {set(12345), 12345, 12},
-        {set(-1), 0, 0},
-        {set(100001), 100000, 99},
-        {lengths(1000, 51000), 50000, 98},
-        {lengths(1000, 101000), 50000, 50},  // shrunk, and grown again
-        {[&] { bar.SetBarPos(99); }, 100000, 99},
-        {lengths(INT32_MIN, INT32_MAX), 0, 0},
-        {set(INT32_MAX), INT32_MAX, 0},
-        {lengths(5, 5), 0, 0},
-        {lengths(1000, 101000), 0, 0},
+        {kLengths, 1000, 101000, 0, 0},
+        {kContent, 12345, 0, 12345, 12},
+        {kContent, -1, 0, 0, 0},
+        {kContent, 100001, 0, 100000, 99},
+        {kLengths, 1000, 51000, 50000, 98},
+        {kLengths, 1000, 101000, 50000, 50},  // shrunk, and grown again
+        {kThumb, 99, 0, 100000, 99},
+        {kLengths, INT32_MIN, INT32_MAX, 0, 0},
+        {kContent, INT32_MAX, 0, INT32_MAX, 0},
+        {kLengths, 5, 5, 0, 0},
+        {kLengths, 1000, 101000, 0, 0},
     };
     for (const auto& step : steps) {
-        step.act();
+        if (step.given == kContent) bar.SetScrollPos(step.value);
+        if (step.given == kThumb) bar.SetBarPos(step.value);
+        if (step.given == kLengths) bar.SetBarLength(step.value, step.total);
         EXPECT_EQ(bar.GetScrollPos(), step.content) << &step - steps;
         EXPECT_TRUE(step.thumb == 0 || bar.GetBarPos() == step.thumb) << &step - steps;
     }
-    std::vector<int> told;
-    bar.SetScrollCallBack([&](int position) { told.push_back(position); });
-    dialog.AddQKItem(&bar);
+    std::vector<int> reported;
+    bar.SetScrollCallBack([&](int position) { reported.push_back(position); });
+    TestDialog dialog({&bar});
     dialog.Open();
     Headless::Drag(dialog.m_hWnd, 15, 20, 15, 400);
-    ASSERT_GT(told.size(), 3u);
-    EXPECT_EQ(told.back(), 100000);
+    ASSERT_GT(reported.size(), 3u);
+    EXPECT_EQ(reported.back(), 100000);
 }
 
 }  // namespace

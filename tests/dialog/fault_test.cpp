@@ -43,31 +43,21 @@ TEST_F(DialogFault, WhatLeavesDrawSurfaceLeavesNothingBehind) {
 }
 
 TEST_F(DialogFault, BrokenPicturesDrawNothing) {
-    std::string png;
-    {
-        const CString path = kit::Solid("whole", 0xFFFF0000, 40, 30);
-        FILE* file = std::fopen(ToUtf8(path).c_str(), "rb");
-        ASSERT_NE(file, nullptr);
-        char bytes[4096];
-        png.assign(bytes, std::fread(bytes, 1, sizeof bytes, file));
-        std::fclose(file);
-    }
+    const kit::Bytes bytes = kit::ReadBytes(ToUtf8(kit::Solid("whole", 0xFFFF0000, 40, 30)));
+    const std::string png(bytes.begin(), bytes.end());
+    ASSERT_GT(png.size(), 30U);
     std::string lying = png;
-    for (const std::size_t at : {18U, 22U}) {  // width and height of the header: 60000
-        lying[at] = static_cast<char>(0xEA);
-        lying[at + 1] = static_cast<char>(0x60);
-    }
+    lying.replace(18, 2, "\xEA\x60").replace(22, 2, "\xEA\x60");  // width and height: 60000
     const CString pictures[] = {CString(u"/no/such/file.png"), kit::SaveBytes("empty.png", ""),
                                 kit::SaveBytes("truncated.png", png.substr(0, 30)),
                                 kit::SaveBytes("lying.png", lying),
                                 kit::SaveBytes("text.png", "not a picture")};
     for (const CString& picture : pictures) {
         SCOPED_TRACE(ToUtf8(picture));
-        TestDialog dialog;
         QKButton button;
         EXPECT_EQ(button.SetImage(picture, QKButton::QKBT_IMGS_3, QKButton::QKBT_VERTICAL), 1);
         button.SetRect(10, 10, 40, 30);
-        dialog.AddQKItem(&button);
+        TestDialog dialog({&button});
         dialog.SetBack(picture, 1, 0);
         CRect size;
         EXPECT_EQ(dialog.SetBack(picture, size), 1);
@@ -89,9 +79,8 @@ TEST_F(DialogFault, AMissingTemplateIsReported) {
 }
 
 TEST_F(DialogFault, OddGeometryIsDrawnWithoutHarm) {
-    TestDialog dialog;
     TestButton button(10, 10);
-    dialog.AddQKItem(&button);
+    TestDialog dialog({&button});
     dialog.Open();
     const CRect rects[] = {
         {-2147483647, -2147483647, 2147483647, 2147483647}, {50, 50, 20, 20}, {0, 0, 0, 0}};

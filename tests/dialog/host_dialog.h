@@ -70,22 +70,17 @@ class HostDialog : public CQKDialogBase {
         gif->SetImage(frames);
         otherGif->SetImage(frames);
         gif->SetRect(60, 40, 10, 10);
+        const QKCallbacks click = {[](LPVOID) {
+                                       ++play->clicks;
+                                       Called("click");
+                                   },
+                                   nullptr};
         for (QKItemBase* item :
-             {static_cast<QKItemBase*>(below.get()), static_cast<QKItemBase*>(button.get()),
-              static_cast<QKItemBase*>(check.get()), static_cast<QKItemBase*>(radio.get()),
-              static_cast<QKItemBase*>(otherRadio.get())}) {
-            const QKCallbacks click = {[](LPVOID) {
-                                           ++play->clicks;
-                                           Called("click");
-                                       },
-                                       nullptr};
+             std::initializer_list<QKItemBase*>{below.get(), button.get(), otherRadio.get()})
             item->SetCallBack(&click);
-            AddQKItem(item);
-        }
         // Captured by value, on the heap: freed with the item, unless its call goes on.
         const auto called = std::make_shared<std::string>("click");
-        for (QKItemBase* item :
-             {static_cast<QKItemBase*>(check.get()), static_cast<QKItemBase*>(radio.get())})
+        for (QKCheckBox* item : {check.get(), static_cast<QKCheckBox*>(radio.get())})
             item->SetCallBack([name = std::vector<std::shared_ptr<std::string>>{called}] {
                 ++play->clicks;
                 if (Called(*name.front())) name.front()->size();
@@ -94,11 +89,11 @@ class HostDialog : public CQKDialogBase {
         check->SetTooltip("tip");
         const QKVScrollCallbacks moved = {nullptr, nullptr, nullptr, [](int, LPVOID) { Called("thumb"); }};
         bar->SetVBarCallBack(&moved);
-        AddQKItem(bar.get());
-        AddQKItem(gif.get());
-        AddQKItem(otherGif.get());
         FillList();
-        AddQKItem(list.get());
+        for (QKItemBase* item : std::initializer_list<QKItemBase*>{below.get(), button.get(), check.get(),
+                                                                   radio.get(), otherRadio.get(), bar.get(),
+                                                                   gif.get(), otherGif.get(), list.get()})
+            AddQKItem(item);
     }
     ~HostDialog() override { play->dialog = nullptr; }
 
