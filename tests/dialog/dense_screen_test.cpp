@@ -37,29 +37,24 @@ CString SaveBoth(const std::string& name, int width, int height, std::uint32_t a
 
 struct Shown {
     Headless::Picture window;
-    Headless::Picture text;
+    CRect ink;  // of a text
     int clicks = 0;
     CRect place;
 };
 
 // One dialog, driven and photographed.
 Shown Show(int style) {
-    kit::TestDialog dialog;
     kit::TestButton button(20, 20);
     button.SetImage(SaveBoth("dense_button", 40, 90, 200), QKButton::QKBT_IMGS_3, QKButton::QKBT_VERTICAL);
     button.SetRect(20, 20, 40, 30);
-    QKImage image;
+    QKImage image, frame;
     image.SetImage(SaveBoth("dense_image", 25, 15, 255));
     image.SetRect(90, 20, 25, 15);
-    QKImage frame;
     frame.SetImage(SaveBoth("dense_frame", 20, 20, 255));
     frame.SetMargins(10, 10, 10, 10);
     frame.SetRect(130, 60, 20, 20);
     QKListCtrl list;
-    dialog.AddQKItem(&button);
-    dialog.AddQKItem(&image);
-    dialog.AddQKItem(&frame);
-    dialog.AddQKItem(&list);
+    kit::TestDialog dialog({&button, &image, &frame, &list});
     dialog.SetBackColor(Gdiplus::Color(255, 30, 60, 90), style != LAY_OPAQUE);
     if (style != LAY_COLORKEY)
         dialog.SetBack(SaveBoth("dense_back", kit::kDialogWidth, kit::kDialogHeight, 128), 0, 1);
@@ -79,23 +74,15 @@ Shown Show(int style) {
     text.SetText(u"Dense fjord");
     text.SetTextColor(Gdiplus::Color(255, 255, 255, 255));
     text.SetRect(10, 80, 180, 40);
-    button.SetShow(0);
-    image.SetShow(0);
-    frame.SetShow(0);
+    dialog.RemoveAllQKItem();
     dialog.SetBack(u"", 0, 1);
     dialog.SetBackColor(Gdiplus::Color(255, 0, 0, 0), 1);
     dialog.AddQKItem(&text);
     dialog.Refresh();
-    shown.text = Headless::Capture(dialog.m_hWnd);
+    const Headless::Picture picture = Headless::Capture(dialog.m_hWnd);
+    shown.ink = kit::InkOf(picture, CRect(0, 0, picture.width, picture.height),
+                           [](std::uint32_t pixel) { return (pixel & 0xFF00) > 0x4000; });
     return shown;
-}
-
-CRect InkOf(const Headless::Picture& picture) {
-    CRect ink;
-    for (int y = 0; y < picture.height; ++y)
-        for (int x = 0; x < picture.width; ++x)
-            if ((picture.At(x, y) & 0xFF00) > 0x4000) ink.UnionRect(ink, CRect(x, y, x + 1, y + 1));
-    return ink;
 }
 
 // With pictures that have each pixel twice there is nothing that could come out differently.
@@ -110,13 +97,8 @@ TEST_F(DenseScreen, ShowsTheSameTwiceAsLarge) {
         EXPECT_EQ(large.clicks, 1);
         EXPECT_EQ(small.place, large.place);
         kit::ExpectSame(large.window, Doubled(small.window));
-        const CRect ink = InkOf(small.text);
-        const CRect twice(ink.left * 2, ink.top * 2, ink.right * 2, ink.bottom * 2);
-        const CRect dense = InkOf(large.text);
-        EXPECT_LE(std::abs(dense.left - twice.left), 2);
-        EXPECT_LE(std::abs(dense.top - twice.top), 2);
-        EXPECT_LE(std::abs(dense.right - twice.right), 2);
-        EXPECT_LE(std::abs(dense.bottom - twice.bottom), 2);
+        for (const auto edge : {&RECT::left, &RECT::top, &RECT::right, &RECT::bottom})
+            EXPECT_NEAR(large.ink.*edge, 2 * small.ink.*edge, 2);
     }
 }
 
@@ -158,18 +140,15 @@ TEST_F(DenseScreen, CountsEachPictureForItself) {
     const std::unique_ptr<Gdiplus::Bitmap> clone(picture.Clone());
     EXPECT_EQ(picture.SetScale(3), Gdiplus::InvalidParameter);
     EXPECT_EQ(picture.SetScale(2), Gdiplus::Ok);
-    EXPECT_EQ(picture.GetWidth(), 5U);
-    EXPECT_EQ(clone->GetWidth(), 10U);
     const Gdiplus::SolidBrush brush{Gdiplus::Color(0xFF102030)};
-    for (Gdiplus::Bitmap* const each : {&picture, clone.get()})
-        Gdiplus::Graphics(each).FillRectangle(&brush, 0, 0, 4, 4);
-    const auto isFilled = [](Gdiplus::Bitmap& bitmap, int at) {
-        Gdiplus::Color color;
-        bitmap.GetPixel(at, at, &color);
-        return color.GetA() != 0;
-    };
-    EXPECT_TRUE(isFilled(picture, 7) && !isFilled(picture, 8));
-    EXPECT_TRUE(isFilled(*clone, 3) && !isFilled(*clone, 4));
+    for (const auto& [bitmap, width, filled] : {std::tuple(&picture, 5U, 8), {clone.get(), 10U, 4}}) {
+        EXPECT_EQ(bitmap->GetWidth(), width);
+        Gdiplus::Graphics(bitmap).FillRectangle(&brush, 0, 0, 4, 4);
+        Gdiplus::Color in, out;
+        bitmap->GetPixel(filled - 1, filled - 1, &in);
+        bitmap->GetPixel(filled, filled, &out);
+        EXPECT_TRUE(in.GetA() != 0 && out.GetA() == 0);
+    }
 }
 
 TEST_F(DenseScreen, IsUsedOnlyWhenAskedFor) {

@@ -15,9 +15,7 @@ class TabKeys : public kit::HeadlessTest {
     void SetUp() override {
         HeadlessTest::SetUp();
         box.SetRect(20, 100, 40, 20);
-        for (QKItemBase* item : std::initializer_list<QKItemBase*>{&first, &label, &second, &box})
-            dialog.AddQKItem(item);
-        dialog.SetBackColor(Gdiplus::Color(0xFF000000), 1);
+        dialog.Add({&first, &label, &second, &box});
         dialog.Open();
     }
     // Back.

@@ -65,7 +65,7 @@ struct Step {
         if (act && play->dialog) act(*play->dialog);
     }
     const char* input = nullptr;
-    void (*act)(HostDialog&) = nullptr;
+    std::function<void(HostDialog&)> act;
 };
 using D = HostDialog&;
 
@@ -256,13 +256,12 @@ class HostCalls : public kit::HeadlessTest, public testing::WithParamInterface<S
 
     // The dialog stands as the scene wants it, and the scene begins.
     static void Perform(const Way& way) {
-        static int style;
-        style = way.style;
+        const int style = way.style;
         const Step setting[] = {
             [](D d) { d.SetWindowPos(HWND(), 100, 100, 200, 160, SWP_NOZORDER); },
             [](D d) { d.SetBackColor(Gdiplus::Color(0xFF808080), 1); },
-            [](D d) { style != LAY_NONE ? BecomeStyle(d, style) : void(); },
-            [](D d) { style == LAY_OPAQUE ? d.SetBack(CString(), 0, 1) : void(); },
+            [style](D d) { BecomeStyle(d, style); },
+            [style](D d) { d.SetBack(CString(), 0, style == LAY_OPAQUE); },
             [](D d) { d.ShowWindow(SW_SHOW); },
             [](D d) { d.UpdateView(); },
         };

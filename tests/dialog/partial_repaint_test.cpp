@@ -75,42 +75,33 @@ class Crowd {
 
     QKItemBase* Grow() {
         switch (Roll(8)) {
-            case 0: {
-                const auto button = Make<QKButton>();
-                button->SetImage(strip_, QKButton::QKBT_IMGS_2, QKButton::QKBT_VERTICAL);
+            case 0:
+                Make<QKButton>().SetImage(strip_, QKButton::QKBT_IMGS_2, QKButton::QKBT_VERTICAL);
                 break;
-            }
-            case 1: {
-                const auto button = Make<QKTextButton>();
-                button->SetImage(wide_, QKButton::QKBT_IMGS_3, QKButton::QKBT_HORIZONTAL);
+            case 1:
+                Make<QKTextButton>().SetImage(wide_, QKButton::QKBT_IMGS_3, QKButton::QKBT_HORIZONTAL);
                 break;
-            }
-            case 2: {
-                const auto box = Make<QKCheckBox>();
-                box->SetImage(strip_, mark_, QKButton::QKBT_IMGS_2, QKButton::QKBT_VERTICAL);
+            case 2:
+                Make<QKCheckBox>().SetImage(strip_, mark_, QKButton::QKBT_IMGS_2, QKButton::QKBT_VERTICAL);
                 break;
-            }
             case 3:
                 Make<QKStaticText>();
                 break;
             case 4:
-                Make<QKImage>()->SetImage(wide_);
+                Make<QKImage>().SetImage(wide_);
                 break;
             case 5:
-                Make<QKGifImage>()->SetImage(gif_);
+                Make<QKGifImage>().SetImage(gif_);
                 break;
             case 6:
-                Make<QKProgress>()->SetBarImage(mark_, wide_);
+                Make<QKProgress>().SetBarImage(mark_, wide_);
                 break;
-            default: {
-                const auto bar = Make<QKVScrollBar>();
-                bar->SetBarImage(strip_, strip_, strip_);
-                bar->SetTrackImage(mark_);
-            }
+            default:
+                Make<QKVScrollBar>().SetBarImage(strip_, strip_, strip_);
+                static_cast<QKVScrollBar&>(*items_.back()).SetTrackImage(mark_);
         }
-        QKItemBase* item = items_.back().get();
-        Place(*item);
-        return item;
+        Place(*items_.back());
+        return items_.back().get();
     }
 
     void Change(QKItemBase& item) {
@@ -135,23 +126,30 @@ class Crowd {
 
   private:
     template <class Item>
-    std::shared_ptr<Item> Make() {
+    Item& Make() {
         const auto item = std::make_shared<Item>();
         items_.push_back(item);
-        return item;
+        return *item;
     }
     void Place(QKItemBase& item) { item.SetRect(Roll(220) - 20, Roll(180) - 20, Roll(90), Roll(60)); }
 
     void ChangeText(QKItemText& text) {
         const LPCWSTR words[] = {u"", u"fjord", u"江南 south", u"\u05e9\u05dc\u05d5\u05dd",
                                  u"a long text of\nseveral lines"};
-        switch (Roll(6)) {
+        constexpr INT kFlags[] = {0, Gdiplus::StringFormatFlagsNoClip, Gdiplus::StringFormatFlagsNoWrap};
+        switch (Roll(8)) {
             case 0:
                 return text.SetTextColor(AnyColour());
             case 1:
                 return text.SetTextFormat(static_cast<Gdiplus::StringAlignment>(Roll(3)));
             case 2:
-                text.GetFormat().SetFormatFlags(Roll(2) ? Gdiplus::StringFormatFlagsNoClip : 0);
+                text.GetFormat().SetFormatFlags(kFlags[Roll(3)]);
+                return;
+            case 4:
+                text.GetFormat().SetLineAlignment(static_cast<Gdiplus::StringAlignment>(Roll(3)));
+                return;
+            case 5:
+                text.GetFormat().SetTrimming(static_cast<Gdiplus::StringTrimming>(Roll(4)));
                 return;
             case 3:
                 return text.SetFont(

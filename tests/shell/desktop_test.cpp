@@ -6,13 +6,15 @@
 
 namespace {
 
+constexpr std::uint32_t kGreen = 0xFF00C800;
+
 class DeskDialog : public CQKDialogDeskList {
   public:
     explicit DeskDialog(CWnd* parent = nullptr) : CQKDialogDeskList(kit::kDialogTemplate, parent) {}
     ~DeskDialog() override { DestroyWindow(); }
     void Open(int x, int y) {
         Create(kit::kDialogTemplate);
-        SetBackColor(Gdiplus::Color(255, 0, 200, 0), 1);
+        SetBackColor(Gdiplus::Color(kGreen), 1);
         SetWindowPos(HWND(), x, y, 100, 50, SWP_NOZORDER);
         ShowWindow(SW_SHOW);
         UpdateView();
@@ -33,6 +35,11 @@ class Desktop : public kit::HeadlessTest {
              std::uint32_t colour = 0) {
         return windows[name] = Headless::AddForeignWindow(className, title, windows[parent], nullptr, colour);
     }
+    HWND AddDesktop(std::uint32_t colour = 0) {
+        const HWND desktop = Add("d", "", u"Progman", u"Program Manager", colour);
+        Add("v", "d", u"SHELLDLL_DefView", u"");
+        return desktop;
+    }
     std::string NameOf(HWND window) const {
         for (const auto& [name, known] : windows)
             if (window && known == window) return name;
@@ -41,34 +48,35 @@ class Desktop : public kit::HeadlessTest {
     std::map<std::string, HWND> windows{{"", HWND()}};
 };
 
-struct Shell {
-    const char* parts;   // see Build
-    const char* parent;  // the window that SetDesk chooses
-    const char* list;    // what FindDeskListView stores; ?: nothing
-};
-
 // d desktop, t the same under another title, v view in what was added last on the screen, l its icons, m
 // icons under another title, w a worker, x a worker with a title.
 TEST_F(Desktop, IsSearchedInOrder) {
-    const Shell shells[] = {
+    const struct {
+        const char* parts;
+        const char* parent;  // the window that SetDesk chooses
+        const char* list;    // what FindDeskListView stores; ?: nothing
+    } shells[] = {
         {"", "", "?"},         {"dvl", "l2", "?"},   {"dvm", "d0", "?"},    {"dv", "d0", "?"},
         {"tvl", "", "?"},      {"d", "", "?"},       {"dwvl", "l3", "l3"},  {"dwvm", "m3", ""},
         {"dwxvm", "m4", "?"},  {"dwvwvl", "l5", ""}, {"dwwvl", "l4", "l4"}, {"wvl", "", "l2"},
         {"dvwvl", "d0", "l4"}, {"dxv", "", "?"},     {"tdvl", "l3", "?"},
     };
-    for (const Shell& shell : shells) {
+    const std::map<char, std::pair<LPCWSTR, LPCWSTR>> kinds = {{'d', {u"Progman", u"Program Manager"}},
+                                                               {'t', {u"progman", u"Desktop"}},
+                                                               {'w', {u"WorkerW", u""}},
+                                                               {'x', {u"WorkerW", u"busy"}},
+                                                               {'v', {u"SHELLDLL_DefView", u"any"}},
+                                                               {'l', {u"SysListView32", u"FolderView"}},
+                                                               {'m', {u"SysListView32", u"Icons"}}};
+    for (const auto& shell : shells) {
         SCOPED_TRACE(shell.parts);
         std::string top, view;
         for (int i = 0; shell.parts[i]; ++i) {
             const char part = shell.parts[i];
             const std::string name = part + std::to_string(i);
-            if (part == 'd') Add(top = name, "", u"Progman", u"Program Manager");
-            if (part == 't') Add(top = name, "", u"progman", u"Desktop");
-            if (part == 'w') Add(top = name, "", u"WorkerW", u"");
-            if (part == 'x') Add(top = name, "", u"WorkerW", u"busy");
-            if (part == 'v') Add(view = name, top, u"SHELLDLL_DefView", u"any");
-            if (part == 'l') Add(name, view, u"SysListView32", u"FolderView");
-            if (part == 'm') Add(name, view, u"SysListView32", u"Icons");
+            const bool isView = part == 'v', isIcons = part == 'l' || part == 'm';
+            Add(name, isView ? top : isIcons ? view : "", kinds.at(part).first, kinds.at(part).second);
+            if (!isIcons) (isView ? view : top) = name;
         }
         DeskDialog dialog;
         EXPECT_EQ(NameOf(dialog.FindDeskParent()), shell.parent);
@@ -84,9 +92,8 @@ TEST_F(Desktop, IsSearchedInOrder) {
         EXPECT_EQ(in == GetDesktopWindow() ? "" : NameOf(in), shell.parent);
         EXPECT_EQ(GetParent(dialog.m_hWnd), HWND());
         // Hiding: the desktop's whole window whatever its title, else the icons.
-        const std::string hides = std::string(shell.parts).find_first_of("dt") != std::string::npos
-                                      ? shell.parts[0] == 't' ? "t0" : "d0"
-                                      : NameOf(list);
+        const bool isDesktop = shell.parts[0] == 'd' || shell.parts[0] == 't';
+        const std::string hides = isDesktop ? std::string(shell.parts, 1) + "0" : NameOf(list);
         dialog.ShowDeskList(0);
         for (const auto& [name, window] : windows)
             EXPECT_FALSE(name == hides && IsWindowVisible(window)) << name;
@@ -99,26 +106,24 @@ TEST_F(Desktop, IsSearchedInOrder) {
 }
 
 TEST_F(Desktop, HoldsTheDialogBelowTheOthers) {
-    Add("d", "", u"Progman", u"Program Manager", 0x202020);
-    Add("v", "d", u"SHELLDLL_DefView", u"");
+    AddDesktop(0x202020);
     const RECT left = {0, 0, 150, 480};
     windows["l"] = Headless::AddForeignWindow(u"SysListView32", u"FolderView", windows["v"], &left, 0x404040);
     kit::TestDialog other;
     other.Open(0, 0);
     DeskDialog dialog;
     dialog.Open(100, 180);
-    EXPECT_EQ(Headless::CaptureScreen().At(180, 200), 0xFF00C800U);
+    EXPECT_EQ(Headless::CaptureScreen().At(180, 200), kGreen);
     const DWORD style = dialog.GetStyle();
     ASSERT_EQ(dialog.SetDesk(), 1);
     EXPECT_EQ(dialog.SetDesk(), 1);
     EXPECT_EQ(dialog.GetStyle(), style);
-    const Headless::Picture screen = Headless::CaptureScreen();
-    EXPECT_EQ(screen.At(120, 200), 0xFF00C800U);  // above the icons
-    EXPECT_EQ(screen.At(180, 200), 0xFF202020U);  // cut off where they end
-    EXPECT_EQ(screen.At(20, 200), 0xFF404040U);
+    EXPECT_EQ(Headless::CaptureScreen().At(120, 200), kGreen);      // above the icons
+    EXPECT_EQ(Headless::CaptureScreen().At(180, 200), 0xFF202020);  // cut off where they end
+    EXPECT_EQ(Headless::CaptureScreen().At(20, 200), 0xFF404040);
     CRect rect;
     dialog.GetWindowRect(rect);
-    EXPECT_EQ(rect, CRect(100, 180, 200, 230));
+    EXPECT_EQ(kit::Line(rect), "100 180 200 230");
     EXPECT_TRUE(WindowFromPoint({120, 200}) == dialog.m_hWnd);
     EXPECT_FALSE(WindowFromPoint({180, 200}));
     // Brought up as far as it goes: not above a window of the ordinary kind.
@@ -134,29 +139,25 @@ TEST_F(Desktop, HoldsTheDialogBelowTheOthers) {
     EXPECT_EQ(Headless::CaptureScreen().At(120, 150), 0xFF3A6EA5U);
     EXPECT_TRUE(dialog.IsWindowVisible());
     dialog.ShowDeskList(1);
-    EXPECT_EQ(Headless::CaptureScreen().At(120, 150), 0xFF00C800U);
+    EXPECT_EQ(Headless::CaptureScreen().At(120, 150), kGreen);
     // By its own wish it is an ordinary window again.
     EXPECT_TRUE(SetParent(dialog.m_hWnd, HWND()) == windows["l"]);
-    EXPECT_EQ(Headless::CaptureScreen().At(180, 150), 0xFF00C800U);
+    EXPECT_EQ(Headless::CaptureScreen().At(180, 150), kGreen);
     EXPECT_TRUE(SetParent(dialog.m_hWnd, windows["d"]) == GetDesktopWindow());
 }
 
-class PutOutDialog : public DeskDialog {
-  public:
-    int moved = 0;  // notifications of a change of place
-    bool closes = false;
-
-  protected:
+struct PutOutDialog : DeskDialog {
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_WINDOWPOSCHANGED && ++moved && closes) return DestroyWindow();
         return DeskDialog::WindowProc(message, wParam, lParam);
     }
+    int moved = 0;  // notifications of a change of place
+    bool closes = false;
 };
 
 TEST_F(Desktop, GoesAndLeavesTheDialogWhereItWas) {
     for (const bool closes : {false, true}) {
-        const HWND desktop = Add("d", "", u"Progman", u"Program Manager", 0x202020);
-        Add("v", "d", u"SHELLDLL_DefView", u"");
+        const HWND desktop = AddDesktop();
         kit::TestDialog other;
         other.Open(150, 150);
         PutOutDialog dialog;
@@ -174,13 +175,12 @@ TEST_F(Desktop, GoesAndLeavesTheDialogWhereItWas) {
         other.DestroyWindow();
         if (closes) continue;
         EXPECT_TRUE(GetAncestor(dialog.m_hWnd, GA_PARENT) == GetDesktopWindow());
-        EXPECT_EQ(Headless::CaptureScreen().At(120, 160), 0xFF00C800U);
+        EXPECT_EQ(Headless::CaptureScreen().At(120, 160), kGreen);
         // Another desktop comes: the handle of the first does not name it.
-        const HWND next = Add("e", "", u"Progman", u"Program Manager");
+        const HWND next = AddDesktop();
         EXPECT_FALSE(next == desktop);
         EXPECT_FALSE(IsWindow(desktop));
         EXPECT_FALSE(SetParent(dialog.m_hWnd, desktop));
-        Add("ev", "e", u"SHELLDLL_DefView", u"");
         EXPECT_EQ(dialog.SetDesk(), 1);
         Headless::CloseForeignWindow(next);
     }
@@ -200,17 +200,13 @@ TEST_F(Desktop, SearchesAndRefusals) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     EXPECT_FALSE(FindWindowExW({}, child, nullptr, nullptr));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_WINDOW_HANDLE});
-    const struct {
-        HWND window, parent;
-        DWORD error;
-    } refused[] = {{HWND(), desktop, ERROR_INVALID_WINDOW_HANDLE},
-                   {desktop, HWND(), ERROR_INVALID_WINDOW_HANDLE},
-                   {child, desktop, ERROR_INVALID_PARAMETER},
-                   {own, child, ERROR_INVALID_PARAMETER},
-                   {own, HWND_TOP, ERROR_INVALID_WINDOW_HANDLE}};
-    for (const auto& [window, parent, error] : refused) {
+    for (const auto& [window, parent, error] : {std::tuple(HWND(), desktop, ERROR_INVALID_WINDOW_HANDLE),
+                                                {desktop, HWND(), ERROR_INVALID_WINDOW_HANDLE},
+                                                {child, desktop, ERROR_INVALID_PARAMETER},
+                                                {own, child, ERROR_INVALID_PARAMETER},
+                                                {own, HWND_TOP, ERROR_INVALID_WINDOW_HANDLE}}) {
         EXPECT_FALSE(SetParent(window, parent));
-        EXPECT_EQ(GetLastError(), error);
+        EXPECT_EQ(GetLastError(), DWORD{error});
     }
     RECT rect;
     EXPECT_FALSE(::GetWindowRect(desktop, &rect));

@@ -34,47 +34,46 @@ TEST_F(KeyMask, RaisesForTheLeftWindowsKeyAndD) {
     EXPECT_TRUE(SetWinKeyMask(FALSE, HWND()));
     kit::TestDialog kept, other;
     kept.Open(100, 100);
-    ASSERT_TRUE(SetWinKeyMask(TRUE, kept.m_hWnd));
-    const auto topmost = [&] { return (kept.GetExStyle() & WS_EX_TOPMOST) != 0; };
-    const struct {
-        UINT held, key;
-        bool raises;
-    } cases[] = {{VK_RWIN, 'D', false}, {VK_LWIN, 'E', false}, {0, 'D', false}, {VK_LWIN, 'D', true}};
     other.Open(100, 100);
-    for (const auto& [held, key, raises] : cases) {
+    ASSERT_TRUE(SetWinKeyMask(TRUE, kept.m_hWnd));
+    const auto lower = [&] {
+        kept.SetWindowPos(HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+        other.SetWindowPos(HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+    };
+    // On top, hit and active; and still where it was.
+    const auto state = [&] {
+        CRect rect;
+        kept.GetWindowRect(rect);
+        return kit::Line((kept.GetExStyle() & WS_EX_TOPMOST) != 0, WindowFromPoint({110, 110}) == kept.m_hWnd,
+                         GetActiveWindow() == kept.m_hWnd, rect == CRect(100, 100, 300, 260));
+    };
+    for (const auto& [held, key, states] : {std::tuple(UINT{VK_RWIN}, UINT{'D'}, "0 0 0 1"),
+                                            {VK_LWIN, 'E', "0 0 0 1"},
+                                            {0, 'D', "0 0 0 1"},
+                                            {VK_LWIN, 'D', "1 1 1 1"}}) {
         if (held) Headless::KeyDown(held);
-        for (const bool down : {true, false}) {
-            kept.SetWindowPos(HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
-            other.SetWindowPos(HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
-            CRect before;
-            kept.GetWindowRect(before);
-            down ? Headless::KeyDown(key) : Headless::KeyUp(key);
-            EXPECT_EQ(topmost(), raises) << held << " " << key << " " << down;
-            EXPECT_EQ(WindowFromPoint({110, 110}) == kept.m_hWnd, raises);
-            EXPECT_EQ(GetActiveWindow() == kept.m_hWnd, raises);
-            CRect after;
-            kept.GetWindowRect(after);
-            EXPECT_EQ(before, after);
+        for (const auto act : {&Headless::KeyDown, &Headless::KeyUp}) {
+            lower();
+            act(key);
+            EXPECT_EQ(state(), states) << held << " " << key;
         }
         if (held) Headless::KeyUp(held);
     }
     // Another window takes its place; then none.
     ASSERT_TRUE(SetWinKeyMask(TRUE, other.m_hWnd));
-    kept.SetWindowPos(HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+    lower();
     Headless::KeyDown(VK_LWIN);
     Headless::KeyDown('D');
-    EXPECT_FALSE(topmost());
+    EXPECT_EQ(state(), "0 0 0 1");
     EXPECT_TRUE(other.GetExStyle() & WS_EX_TOPMOST);
     ASSERT_TRUE(SetWinKeyMask(TRUE, HWND()));
     Headless::KeyUp('D');
     EXPECT_TRUE(SetWinKeyMask(FALSE, kept.m_hWnd));
     EXPECT_TRUE(SetWinKeyMask(FALSE, HWND()));
     Headless::KeyDown('D');
-    EXPECT_FALSE(topmost());
+    EXPECT_EQ(state(), "0 0 0 1");
     Headless::KeyUp('D');
     Headless::KeyUp(VK_LWIN);
-    kept.DestroyWindow();
-    other.DestroyWindow();
 }
 
 TEST_F(KeyMask, HooksStandInALine) {
