@@ -28,30 +28,28 @@ class Html : public kit::HeadlessTest {
     std::unique_ptr<Host> host;
 };
 
+using kit::Line;
 using Log = std::vector<std::string>;
 
 TEST_F(Html, StandsInThePlaceOfTheControl) {
-    CRect place;
-    View().GetWindowRect(place);
-    host->ScreenToClient(place);
-    EXPECT_EQ(place, CRect(20, 40, 220, 160));
+    const auto place = [](HWND window, CWnd& in) {
+        CRect rect;
+        ::GetWindowRect(window, rect);
+        in.ScreenToClient(rect);
+        return Line(rect);
+    };
+    EXPECT_EQ(place(View().m_hWnd, *host), "20 40 220 160");
     EXPECT_EQ(host->GetDlgItem(kPlaceholder), View().m_hWnd);
     EXPECT_TRUE(View().IsKindOf(RUNTIME_CLASS(CScrollView)));
     EXPECT_EQ(View().GetRuntimeClass()->CreateObject(), nullptr);
-
     // The browser's edge lies outside, whatever the size.
     View().MoveWindow(0, 0, 150, 90);
-    CRect browser;
-    ::GetWindowRect(::GetDlgItem(View().m_hWnd, 0xE900), browser);
-    View().ScreenToClient(browser);
-    EXPECT_EQ(browser, CRect(-2, -2, 152, 92));
+    EXPECT_EQ(place(::GetDlgItem(View().m_hWnd, 0xE900), View()), "-2 -2 152 92");
     EXPECT_EQ(View().OnGetHostInfo(nullptr), S_OK);
 
     Host other;
     ASSERT_TRUE(other.Open(4711));
-    other.control->GetWindowRect(place);
-    other.ScreenToClient(place);
-    EXPECT_EQ(place, CRect(0, 0, 0, 0));
+    EXPECT_EQ(place(other.control->m_hWnd, other), "0 0 0 0");
 }
 
 TEST_F(Html, LoadsInTheOrderOfABrowser) {
@@ -69,21 +67,16 @@ TEST_F(Html, LoadsInTheOrderOfABrowser) {
 
 TEST_F(Html, CommandsAreCancelledAndHandedOnAsTheyAre) {
     Go(kUrl);
-    struct Case {
-        LPCWSTR url;
-        std::string noted;
-        bool goes;
-    };
-    for (const Case& one : {Case{u"APP:close", "app close", false},
-                            {u"app:", "app ", false},
-                            {u"aPp: a%20b ", "app  a%20b ", false},
-                            {u"application.html", "before application.html", true},
-                            {u"app", "before app", true}}) {
+    for (const auto& [url, noted, goes] : {std::tuple(u"APP:close", "app close", false),
+                                           {u"app:", "app ", false},
+                                           {u"aPp: a%20b ", "app  a%20b ", false},
+                                           {u"application.html", "before application.html", true},
+                                           {u"app", "before app", true}}) {
         View().log.clear();
-        EXPECT_EQ(Headless::FollowLink(View().m_hWnd, one.url), one.goes);
+        EXPECT_EQ(Headless::FollowLink(View().m_hWnd, url), goes);
         ASSERT_FALSE(View().log.empty());
-        EXPECT_EQ(View().log.front(), one.noted);
-        EXPECT_EQ(View().log.size() == 1, !one.goes);
+        EXPECT_EQ(View().log.front(), noted);
+        EXPECT_EQ(View().log.size() == 1, !goes);
     }
     // From a frame, by a window and by the host itself.
     View().log.clear();
@@ -95,41 +88,30 @@ TEST_F(Html, CommandsAreCancelledAndHandedOnAsTheyAre) {
 
 // Steps: n page navigates, c page completes, f and g a frame does, x the page fails, y a frame does.
 TEST_F(Html, NotifiesOncePerPageAndOfErrorsOnce) {
-    struct Case {
+    const struct {
         const char* steps;
-        Log noted;
+        const char* noted;  // 1 where it failed
         BOOL navError, hasNavError;
-    };
-    const Case cases[] = {
-        {"nc", {"notified 0"}, 0, 0},
-        {"nfgc", {"notified 0"}, 0, 0},
-        {"nfcg", {"notified 0"}, 0, 0},
-        {"x", {"notified 1"}, 0, 1},
-        {"xnc", {"notified 1", "notified 0"}, 0, 1},
-        {"nyc", {"notified 1"}, 0, 1},
-        {"nycnc", {"notified 1", "notified 0"}, 0, 1},
-        {"nncc", {"notified 0"}, 0, 0},
-        {"c", {}, 0, 0},
-        {"g", {}, 0, 0},
-        {"ncy", {"notified 0"}, 1, 1},
-        {"ncfnc", {"notified 0", "notified 0", "notified 0"}, 0, 0},
-    };
-    for (const Case& one : cases) {
+    } cases[] = {{"nc", "0", 0, 0},   {"nfgc", "0", 0, 0}, {"nfcg", "0", 0, 0},   {"x", "1", 0, 1},
+                 {"xnc", "10", 0, 1}, {"nyc", "1", 0, 1},  {"nycnc", "10", 0, 1}, {"nncc", "0", 0, 0},
+                 {"c", "", 0, 0},     {"g", "", 0, 0},     {"ncy", "0", 1, 1},    {"ncfnc", "000", 0, 0}};
+    for (const auto& [steps, wanted, navError, hasNavError] : cases) {
         Host fresh;
         ASSERT_TRUE(fresh.Open());
         const HWND window = fresh.control->m_hWnd;
-        for (const char* step = one.steps; *step; ++step) {
-            const CString frame = *step == 'f' || *step == 'g' || *step == 'y' ? u"0" : u"";
-            if (*step == 'n' || *step == 'f') Headless::CommitPage(window, kUrl, frame);
-            if (*step == 'c' || *step == 'g') Headless::CompletePage(window, kUrl, frame);
-            if (*step == 'x' || *step == 'y') Headless::FailPage(window, kUrl, INET_E_CANNOT_CONNECT, frame);
+        for (const char step : std::string(steps)) {
+            const CString frame = step == 'f' || step == 'g' || step == 'y' ? u"0" : u"";
+            if (step == 'n' || step == 'f') Headless::CommitPage(window, kUrl, frame);
+            if (step == 'c' || step == 'g') Headless::CompletePage(window, kUrl, frame);
+            if (step == 'x' || step == 'y') Headless::FailPage(window, kUrl, INET_E_CANNOT_CONNECT, frame);
         }
-        Log noted;
+        std::string noted;
         for (const std::string& line : fresh.control->log)
-            if (line.starts_with("notified")) noted.push_back(line);
-        EXPECT_EQ(noted, one.noted) << one.steps;
-        EXPECT_EQ(fresh.control->m_bNavError, one.navError) << one.steps;
-        EXPECT_EQ(fresh.control->m_bHasNavError, one.hasNavError) << one.steps;
+            if (line.starts_with("notified")) noted += line.back();
+        EXPECT_EQ(noted, wanted) << steps;
+        EXPECT_EQ(Line(fresh.control->m_bNavError, fresh.control->m_bHasNavError),
+                  Line(navError, hasNavError))
+            << steps;
     }
 }
 
