@@ -64,9 +64,9 @@ TEST_F(Images, EachFrameStaysForItsOwnDelay) {
         dialog.Open();
         image.StartRun(7, dialog.m_hWnd);
         dialog.refreshes = 0;
-        const auto expect = [&](std::size_t step) {
+        const auto expect = [&, frames = delays.size()](std::size_t step) {
             Headless::RunPending();
-            const std::size_t frame = step % delays.size();
+            const std::size_t frame = step % frames;
             EXPECT_EQ(Line(image.GetFrameIndex(), dialog.refreshes), Line(frame, step));
             EXPECT_EQ(dialog.Pixel(15, 15) & 0xFFFFFF, kColours[frame]);
         };
