@@ -17,18 +17,6 @@ Region RandomClip(Random& random, int side) {
     return clip;
 }
 
-Pixels Model(const Pixels& before, const Pixels& source, const Region& clip, const RECT& to, POINT from) {
-    Pixels target = before;
-    for (int y = to.top; y < to.bottom; ++y)
-        for (int x = to.left; x < to.right; ++x) {
-            const int fromX = x - to.left + from.x;
-            const int fromY = y - to.top + from.y;
-            if (target.Has(x, y) && source.Has(fromX, fromY) && clip.Contains(x, y))
-                target.At(x, y) = source.At(fromX, fromY);
-        }
-    return target;
-}
-
 // From another bitmap; within one, where what is read is what was there before; and fills.
 TEST(BitBlt, CopiesEveryPixelThatSourceAndClipHave) {
     Random random(1);
@@ -47,14 +35,15 @@ TEST(BitBlt, CopiesEveryPixelThatSourceAndClipHave) {
         const RECT to = random.Rect(-6, 18);
         if (round % 11 == 0) {
             EXPECT_EQ(1, FillRect(target.Context(), &to, brush));
-            EXPECT_TRUE(Same(target.Get(), Model(before, Pixels(64, 64, 0xFF112233), clip, to, POINT{0, 0})));
+            EXPECT_TRUE(
+                Same(target.Get(), kit::Copied(before, Pixels(64, 64, 0xFF112233), clip, to, POINT{0, 0})));
             continue;
         }
         const bool overlaps = round % 2 == 0;
         const Canvas& source = overlaps ? target : other;
         const POINT from = overlaps ? POINT{to.left + random.Between(-4, 4), to.top + random.Between(-4, 4)}
                                     : POINT{random.Between(-5, 12), random.Between(-5, 20)};
-        const Pixels expected = Model(before, source.Get(), clip, to, from);
+        const Pixels expected = kit::Copied(before, source.Get(), clip, to, from);
         EXPECT_TRUE(BitBlt(target.Context(), to.left, to.top, to.right - to.left, to.bottom - to.top,
                            source.Context(), from.x, from.y, SRCCOPY));
         EXPECT_TRUE(Same(target.Get(), expected));

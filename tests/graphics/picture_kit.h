@@ -79,6 +79,21 @@ inline testing::AssertionResult Same(const Pixels& actual, const Pixels& expecte
     return testing::AssertionSuccess();
 }
 
+// `before`, where clip and source allow it, with a block of the source copied over it, or mixed with it.
+inline Pixels Copied(const Pixels& before, const Pixels& source, const platform::Region& clip, const RECT& to,
+                     POINT from, std::uint32_t (*mix)(std::uint32_t from, std::uint32_t to) = nullptr) {
+    Pixels target = before;
+    for (int y = to.top; y < to.bottom; ++y)
+        for (int x = to.left; x < to.right; ++x) {
+            const int fromX = x - to.left + from.x;
+            const int fromY = y - to.top + from.y;
+            if (!target.Has(x, y) || !source.Has(fromX, fromY) || !clip.Contains(x, y)) continue;
+            const std::uint32_t pixel = source.At(fromX, fromY);
+            target.At(x, y) = mix ? mix(pixel, before.At(x, y)) : pixel;
+        }
+    return target;
+}
+
 // Around every pixel that is not `background`.
 inline CRect InkOf(const Pixels& pixels, std::uint32_t background = 0) {
     CRect box;
