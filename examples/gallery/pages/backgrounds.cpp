@@ -1,10 +1,11 @@
 // What a dialog can have behind its items: pictures stretched, cut to the client's ratio or cached, a colour.
 #include <array>
 #include <memory>
+#include <vector>
 
-#include "examples/gallery/demo_window.h"
 #include "examples/gallery/page.h"
 #include "examples/gallery/resource.h"
+#include "examples/gallery/sample_window.h"
 #include "examples/gallery/shell.h"
 #include "examples/gallery/skin_files.h"
 #include "examples/gallery/user.h"
@@ -77,40 +78,26 @@ class BackgroundsPage : public Page {
 
   private:
     struct Shown {
-        explicit Shown(const Sample& of) : sample(of), window(LooksOf(of)) {}
         Sample sample;
-        DemoWindow window;
-        std::unique_ptr<Gdiplus::Bitmap> picture;
-        PushButton* open = nullptr;
+        std::unique_ptr<SampleWindow> window;
     };
 
-    void Open(Shown& shown);
-
     Shell* shell_ = nullptr;
-    std::vector<std::unique_ptr<Shown>> shown_;
+    std::vector<Shown> shown_;
 };
 
 void BackgroundsPage::Enter(Shell& shell) {
     shell_ = &shell;
     for (const Sample& sample : Samples()) {
-        shown_.push_back(std::make_unique<Shown>(sample));
-        Shown& shown = *shown_.back();
-        // The picture on the page is painted by a dialog of its size that is never shown.
-        DemoLooks small = LooksOf(sample);
+        const DemoLooks looks = LooksOf(sample);
+        DemoLooks small = looks;
         small.size = sample.place.Size();
         small.close = CPoint(-1, -1);
-        DemoWindow painter(small);
-        if (painter.Prepare(&shell, CPoint())) shown.picture = PictureOf(painter);
-
-        shown.open = &Add(shell);
-        shown.open->Load(IDP_WIDE, 4);
-        shown.open->PlaceAt(sample.place.right - 104, sample.place.bottom - 42);
-        shown.open->SetMouseMoveHand(1);
-        shown.open->OnClick([this, &shown] { Open(shown); });
-        shown.window.closed = [this, &shown] {
-            shown.open->SetActive(0);
-            shell_->UpdateView();
-        };
+        const CPoint centre(grid::kLeft + grid::kWidth / 2, (grid::kTop + grid::kBottom) / 2);
+        const CPoint opensAt(centre.x - looks.size.cx / 2, centre.y - looks.size.cy / 2);
+        PushButton& opener = Add(shell);
+        shown_.push_back({sample, std::make_unique<SampleWindow>(shell, opener, looks, small, opensAt)});
+        opener.PlaceAt(sample.place.right - 104, sample.place.bottom - 42);
     }
 }
 
@@ -119,38 +106,26 @@ void BackgroundsPage::Leave() {
     Page::Leave();
 }
 
-void BackgroundsPage::Open(Shown& shown) {
-    if (shown.window.IsOpen()) {
-        shown.window.Close();
-    } else {
-        const CSize size = shown.window.Looks().size;
-        const CPoint centre(grid::kLeft + grid::kWidth / 2, (grid::kTop + grid::kBottom) / 2);
-        const CPoint place = shell_->ToScreen(CPoint(centre.x - size.cx / 2, centre.y - size.cy / 2));
-        shown.open->SetActive(shown.window.Open(shell_, place));
-    }
-    shell_->UpdateView();
-}
-
 void BackgroundsPage::Draw(Ink& ink) {
-    for (const auto& shown : shown_) {
-        const CRect& place = shown->sample.place;
-        if (shown->sample.perPixel) ink.Well(place);
-        if (shown->picture) ink.Graphics().DrawImage(shown->picture.get(), place.left, place.top);
-        if (!shown->sample.perPixel) ink.Frame(place, skin::WithAlpha(skin::palette::kMist, 0.28));
+    for (const auto& [sample, window] : shown_) {
+        const CRect& place = sample.place;
+        if (sample.perPixel) ink.Well(place);
+        if (window->Picture()) ink.Graphics().DrawImage(window->Picture(), place.left, place.top);
+        if (!sample.perPixel) ink.Frame(place, skin::WithAlpha(skin::palette::kMist, 0.28));
         // The picture lies above the frame's items.
-        shell_->DrawButton(ink.Context(), shown->open);
-        CRect caption = shown->open->Place();
+        shell_->DrawButton(ink.Context(), &window->Opener());
+        CRect caption = window->Opener().Place();
         caption.bottom -= 2;
-        ink.Label(TextStyle::Button, caption, shown->window.IsOpen() ? u"Close" : u"Open");
+        ink.Label(TextStyle::Button, caption, window->Action());
         ink.Label(TextStyle::Title, CRect(place.left, place.bottom + 4, place.right, place.bottom + 26),
-                  shown->sample.title, Align::Left);
+                  sample.title, Align::Left);
         ink.Label(TextStyle::Note, CRect(place.left, place.bottom + 26, place.right, place.bottom + 44),
-                  shown->sample.text, Align::Left);
+                  sample.text, Align::Left);
     }
 }
 
 void BackgroundsPage::Pose() {
-    PointAt(*shell_, shown_.front()->open->Place().CenterPoint());
+    PointAt(*shell_, shown_.front().window->Opener().Place().CenterPoint());
 }
 
 const PageEntry entry({2, "backgrounds", u"Backdrop", IDP_TAB_BACKGROUND, u"Backgrounds",

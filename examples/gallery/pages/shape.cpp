@@ -1,10 +1,11 @@
 // Windows with rounded corners, from none to an ellipse.
 #include <array>
 #include <memory>
+#include <vector>
 
-#include "examples/gallery/demo_window.h"
 #include "examples/gallery/page.h"
 #include "examples/gallery/resource.h"
+#include "examples/gallery/sample_window.h"
 #include "examples/gallery/shell.h"
 #include "examples/gallery/skin_files.h"
 #include "examples/gallery/user.h"
@@ -66,39 +67,24 @@ class ShapePage : public Page {
 
   private:
     struct Shown {
-        explicit Shown(const Sample& of) : sample(of), window(LooksOf(of, true)) {}
         Sample sample;
-        DemoWindow window;
-        std::unique_ptr<Gdiplus::Bitmap> picture;
-        PushButton* open = nullptr;
-        CPoint opensAt;  // over the shell's right edge, each a little lower
+        std::unique_ptr<SampleWindow> window;
     };
 
-    void Toggle(Shown& shown);
-
     Shell* shell_ = nullptr;
-    std::vector<std::unique_ptr<Shown>> shown_;
+    std::vector<Shown> shown_;
 };
 
 void ShapePage::Enter(Shell& shell) {
     shell_ = &shell;
     for (const Sample& sample : Samples()) {
-        shown_.push_back(std::make_unique<Shown>(sample));
-        Shown& shown = *shown_.back();
-        const int nth = static_cast<int>(shown_.size()) - 1;
-        shown.opensAt = CPoint(1018 + 24 * (nth % 3), 16 + 78 * nth);
-        DemoWindow painter(LooksOf(sample, false));
-        if (painter.Prepare(&shell, CPoint())) shown.picture = PictureOf(painter);
-
-        shown.open = &Add(shell);
-        shown.open->Load(IDP_WIDE, 4);
-        shown.open->PlaceAt(sample.place.CenterPoint().x - 48, sample.place.bottom + 32);
-        shown.open->SetMouseMoveHand(1);
-        shown.open->OnClick([this, &shown] { Toggle(shown); });
-        shown.window.closed = [this, &shown] {
-            shown.open->SetActive(0);
-            shell_->UpdateView();
-        };
+        // Over the shell's right edge, each a little lower.
+        const int nth = static_cast<int>(shown_.size());
+        const CPoint opensAt(1018 + 24 * (nth % 3), 16 + 78 * nth);
+        PushButton& opener = Add(shell);
+        shown_.push_back({sample, std::make_unique<SampleWindow>(shell, opener, LooksOf(sample, true),
+                                                                 LooksOf(sample, false), opensAt)});
+        opener.PlaceAt(sample.place.CenterPoint().x - 48, sample.place.bottom + 32);
     }
 }
 
@@ -107,31 +93,21 @@ void ShapePage::Leave() {
     Page::Leave();
 }
 
-void ShapePage::Toggle(Shown& shown) {
-    if (shown.window.IsOpen()) {
-        shown.window.Close();
-    } else {
-        const CPoint corner = shell_->ToScreen(shown.opensAt);
-        shown.open->SetActive(shown.window.Open(shell_, corner));
-    }
-    shell_->UpdateView();
-}
-
 void ShapePage::Draw(Ink& ink) {
-    for (const auto& shown : shown_) {
-        const CRect& place = shown->sample.place;
-        if (shown->picture) ink.Graphics().DrawImage(shown->picture.get(), place.left, place.top);
-        const CRect button = shown->open->Place();
+    for (const auto& [sample, window] : shown_) {
+        const CRect& place = sample.place;
+        if (window->Picture()) ink.Graphics().DrawImage(window->Picture(), place.left, place.top);
+        const CRect button = window->Opener().Place();
         ink.Label(TextStyle::Title, CRect(place.left, place.bottom + 6, place.right, place.bottom + 30),
-                  shown->sample.title);
+                  sample.title);
         ink.Label(TextStyle::Button, CRect(button.left, button.top, button.right, button.bottom - 2),
-                  shown->window.IsOpen() ? u"Close" : u"Open");
+                  window->Action());
     }
 }
 
 void ShapePage::Pose() {
-    for (const std::size_t sample : {2U, 4U, 7U})
-        ClickOn(*shell_, *shown_[sample]->open);
+    for (const std::size_t nth : {2U, 4U, 7U})
+        ClickOn(*shell_, shown_[nth].window->Opener());
 }
 
 const PageEntry entry({3, "shape", u"Shape", IDP_TAB_SHAPE, u"Rounded windows",
