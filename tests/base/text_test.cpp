@@ -84,7 +84,7 @@ TEST(Conversion, RandomBytesGiveWellFormedText) {
     }
 }
 
-TEST(String, PartsAreClamped) {
+TEST(String, PartsAreClampedAndOnlyAsciiChanges) {
     const CString text(u"abcdef");
     const std::pair<CString, const char16_t*> cases[] = {
         {text.Left(2), u"ab"},
@@ -110,6 +110,11 @@ TEST(String, PartsAreClamped) {
         {CString(LPCWSTR{}), u""},
         {CString(LPCWSTR{}, 3), u""},
         {CString(static_cast<const char*>(nullptr)), u""},
+        {CString(u" \t\r\n\v\fa b\x3000 \n").Trim(), u"a b\x3000"},
+        {CString(u" \t ").Trim(), u""},
+        {CString().Trim(), u""},
+        {CString(u"aZ[éÉ").MakeUpper(), u"AZ[éÉ"},
+        {CString(u"aZ[éÉ").MakeLower(), u"az[éÉ"},
     };
     for (const auto& [part, expected] : cases)
         EXPECT_EQ(Units(part), expected);
@@ -178,14 +183,6 @@ TEST(String, ComparesByUnitAndFoldsOnlyAscii) {
         EXPECT_EQ(CString(one.a).CompareNoCase(one.b), one.folded);
         EXPECT_EQ(CString(one.b).CompareNoCase(one.a), -one.folded);
     }
-    EXPECT_EQ(Units(CString(u"aZ[éÉ").MakeUpper()), u"AZ[éÉ");
-    EXPECT_EQ(Units(CString(u"aZ[éÉ").MakeLower()), u"az[éÉ");
-}
-
-TEST(String, TrimsAsciiSpaceOnly) {
-    EXPECT_EQ(Units(CString(u" \t\r\n\v\fa b\x3000 \n").Trim()), u"a b\x3000");
-    EXPECT_EQ(Units(CString(u" \t ").Trim()), u"");
-    EXPECT_EQ(Units(CString().Trim()), u"");
 }
 
 TEST(String, BufferTakesWhatWasWritten) {

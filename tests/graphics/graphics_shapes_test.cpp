@@ -81,6 +81,7 @@ TEST(DrawRectangle, CoversEveryPixelOfItsFrameOnce) {
         RectF rect;
         REAL width;
         CRect outer, inner;
+        SmoothingMode mode = SmoothingModeDefault;
     } cases[] = {
         {{2, 3, 6, 5}, 1, CRect(2, 3, 9, 9), CRect(3, 4, 8, 8)},
         {{2, 3, 6, 5}, 0, CRect(2, 3, 9, 9), CRect(3, 4, 8, 8)},
@@ -91,24 +92,18 @@ TEST(DrawRectangle, CoversEveryPixelOfItsFrameOnce) {
         {{4, 4, 1, 1}, 1, CRect(4, 4, 6, 6), CRect()},
         {{4, 4, 2, 2}, 5, CRect(2, 2, 9, 9), CRect()},
         {{-3, -3, 40, 8}, 1, CRect(-3, -3, 38, 6), CRect(-2, -2, 37, 5)},
+        // On both sides of its edge.
+        {{4, 4, 4, 4}, 2, CRect(3, 3, 9, 9), CRect(5, 5, 7, 7), SmoothingModeAntiAlias},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.rect.X << " " << c.rect.Y << " width " << c.width);
         const Pen pen(kHalfGreen, c.width);
-        EXPECT_TRUE(Same(
-            Drawn(14, 14, [&](Graphics& graphics) { EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, c.rect)); }),
-            Framed(14, c.outer, c.inner, kHalf)));
+        const Pixels drawn = Drawn(14, 14, [&](Graphics& graphics) {
+            graphics.SetSmoothingMode(c.mode);
+            EXPECT_EQ(Ok, graphics.DrawRectangle(&pen, c.rect));
+        });
+        EXPECT_TRUE(Same(drawn, Framed(14, c.outer, c.inner, kHalf)));
     }
-}
-
-TEST(DrawRectangle, WithSmoothingLiesOnBothSidesOfItsEdge) {
-    const Pen pen(Color(0xFF, 0xFF, 0, 0), 2);
-    EXPECT_TRUE(Same(Drawn(12, 12,
-                           [&](Graphics& graphics) {
-                               graphics.SetSmoothingMode(SmoothingModeAntiAlias);
-                               graphics.DrawRectangle(&pen, 4, 4, 4, 4);
-                           }),
-                     Framed(12, CRect(3, 3, 9, 9), CRect(5, 5, 7, 7), kRed)));
 }
 
 TEST(DrawLine, ThinLinesHoldBothEndsAndOnePixelPerStep) {

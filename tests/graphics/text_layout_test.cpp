@@ -26,6 +26,11 @@ int LineHeight() {
     return static_cast<int>(Laid(u"x")->Box().Height);
 }
 
+constexpr int kNoWrap = StringFormatFlagsNoWrap, kWhole = StringFormatFlagsLineLimit,
+              kUnclipped = StringFormatFlagsNoClip;
+constexpr auto kCharacter = StringTrimmingCharacter, kWord = StringTrimmingWord,
+               kDots = StringTrimmingEllipsisCharacter, kWordDots = StringTrimmingEllipsisWord;
+
 struct LinesCase {
     const char* what;
     std::u16string text;
@@ -39,7 +44,6 @@ void ExpectLines(const std::vector<LinesCase>& cases) {
 }
 
 TEST(TextLayout, LinesBreakAtWordsThenInsideThem) {
-    constexpr int kNoWrap = StringFormatFlagsNoWrap;
     ExpectLines({
         {"fits", u"aaa bbb", {Wide(u"aaa bbb")}, {"aaa bbb"}},
         {"a pixel short", u"aaa bbb", {Wide(u"aaa bbb") - 1}, {"aaa", "bbb"}},
@@ -65,9 +69,6 @@ TEST(TextLayout, WhatDoesNotFitIsTrimmed) {
     for (std::size_t n = 0; n < text.size() && Wide(text.substr(0, n) + u"…") <= width; ++n)
         ellipsis = ToUtf8(text.substr(0, n)) + "…";
     ASSERT_GT(ellipsis.size(), 9U);
-    constexpr int kNoWrap = StringFormatFlagsNoWrap;
-    constexpr auto kCharacter = StringTrimmingCharacter, kWord = StringTrimmingWord,
-                   kDots = StringTrimmingEllipsisCharacter, kWordDots = StringTrimmingEllipsisWord;
     ExpectLines({
         {"none", text, {width, 0, kNoWrap, StringTrimmingNone}, {ToUtf8(text)}},
         {"character", text, {width, 0, kNoWrap, kCharacter}, {"hello wonde"}},
@@ -94,31 +95,25 @@ TEST(TextLayout, WhatDoesNotFitIsTrimmed) {
 TEST(TextLayout, HeightLimitsLines) {
     const std::u16string text = u"a\nb\nc\nd";
     const auto line = static_cast<float>(LineHeight());
-    struct Case {
+    const struct {
         const char* what;
         Box box;
         std::size_t lines;
         float height;
+    } cases[] = {
+        {"exact", {50, 2 * line}, 2, 2 * line},
+        {"the half line shows", {50, 2.5F * line}, 3, 2.5F * line},
+        {"no width", {0, 2.5F * line}, 3, 2.5F * line},
+        {"less than one line", {50, 3}, 1, 3},
+        {"only whole lines", {50, 2.5F * line, kWhole}, 2, 2 * line},
+        {"not even one", {50, 3, kWhole}, 0, 0},
+        {"unclipped, all of them", {50, 2 * line, kUnclipped}, 4, 4 * line},
+        {"unclipped but limited", {50, 2 * line, kUnclipped | kWhole}, 2, 2 * line},
+        {"an ellipsis is not cut in half", {50, 2.5F * line, 0, kWordDots}, 2, 2 * line},
+        {"not even one, but an ellipsis", {50, 3, 0, kDots}, 1, 3},
+        {"no height, no limit", {50, 0}, 4, 4 * line},
     };
-    for (const Case& c : {
-             Case{"exact", {50, 2 * line}, 2, 2 * line},
-             Case{"the half line shows", {50, 2.5F * line}, 3, 2.5F * line},
-             Case{"no width", {0, 2.5F * line}, 3, 2.5F * line},
-             Case{"less than one line", {50, 3}, 1, 3},
-             Case{"only whole lines", {50, 2.5F * line, StringFormatFlagsLineLimit}, 2, 2 * line},
-             Case{"not even one", {50, 3, StringFormatFlagsLineLimit}, 0, 0},
-             Case{"unclipped, all of them", {50, 2 * line, StringFormatFlagsNoClip}, 4, 4 * line},
-             Case{"unclipped but limited",
-                  {50, 2 * line, StringFormatFlagsNoClip | StringFormatFlagsLineLimit},
-                  2,
-                  2 * line},
-             Case{"an ellipsis is not cut in half",
-                  {50, 2.5F * line, 0, StringTrimmingEllipsisWord},
-                  2,
-                  2 * line},
-             Case{"not even one, but an ellipsis", {50, 3, 0, StringTrimmingEllipsisCharacter}, 1, 3},
-             Case{"no height, no limit", {50, 0}, 4, 4 * line},
-         }) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         const auto laid = Laid(text, c.box);
         EXPECT_EQ(laid->Lines().size(), c.lines);
@@ -135,8 +130,8 @@ TEST(TextLayout, TrimmingLeavesWholeCharacters) {
         for (int i = 0; i < 12; ++i)
             text += unit;
         for (int width = 1; width < 90; width += 3)
-            for (const auto trimming : {StringTrimmingCharacter, StringTrimmingEllipsisCharacter})
-                for (const int flags : {0, int{StringFormatFlagsNoWrap}}) {
+            for (const auto trimming : {kCharacter, kDots})
+                for (const int flags : {0, kNoWrap}) {
                     const Box box{static_cast<float>(width), 40, flags, trimming};
                     for (const std::string& line : LinesOf(*Laid(text, box))) {
                         EXPECT_FALSE(line.empty());
