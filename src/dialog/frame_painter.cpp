@@ -191,6 +191,7 @@ void FramePainter::Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& gr
     const Drawable drawable(dc);
     const Gdiplus::SolidBrush catching{Gdiplus::Color(QK_PAINT_TRANSPARENT)};
     OperationPainter painter(graphics);
+    const int scale = GetDeviceScale(dc);
     const QKListCtrl* clipped = nullptr;
     const auto clipTo = [&](const QKListCtrl* scrolling) {
         if (scrolling == clipped) return;
@@ -205,7 +206,7 @@ void FramePainter::Replay(const DisplayList& list, HDC dc, Gdiplus::Graphics& gr
                     const auto* const drawn = std::get_if<EntryOperation>(&operation);
                     clipTo(drawn && drawn->list->IsScrolling() ? drawn->list : nullptr);
                     if (drawn)
-                        ListAccess::ComposeEntry(*drawn->list, *drawn->entry, painter);
+                        ListAccess::ComposeEntry(*drawn->list, *drawn->entry, painter, scale);
                     else if (const auto* const area = std::get_if<CatchOperation>(&operation))
                         graphics.FillRectangle(&catching, area->area);
                     else if (const auto* const image = std::get_if<ImageOperation>(&operation))

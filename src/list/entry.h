@@ -44,7 +44,7 @@ struct EntryLook {
     std::uint64_t layout = 0;
     std::unique_ptr<CaptionExtents> extents;
 
-    // The picture of the entry in its usual state, as it was last described; 0 where it is another one.
+    // The picture of the entry as it was last described; 0 where it is another one.
     std::uint64_t picture = 0;
     std::uint64_t pictureEpoch = 0;
     std::uint64_t iconRevision = 0, captionRevision = 0;  // that it shows

@@ -27,6 +27,7 @@ std::uint64_t ListEntries::SelectionMark() {
 }
 
 void ListEntries::Restate(Entry& entry, std::int8_t mouse, std::int8_t focus, std::int8_t unselected) {
+    if (entry.mouse == mouse && entry.focus == focus && entry.unselected == unselected) return;
     states_.Remove(entry);
     const bool isRefocused = entry.focus != focus;
     entry.mouse = mouse;

@@ -67,8 +67,13 @@ std::vector<Entry*> ListEntries::HitBy(const CRect& area) {
     return entries;
 }
 
-const std::vector<Entry*>& ListEntries::DrawnIn(const CRect& area, const DrawnMetrics& metrics) {
+const std::vector<Entry*>& ListEntries::DrawnIn(const CRect& area, const DrawnMetrics& metrics,
+                                                const DrawnFrames& frames) {
     geometry_.SetDrawnBy(metrics);
+    if (frames != frames_) {
+        frames_ = frames;
+        ++framesRevision_;
+    }
     Sync();
     CRect common;
     common.IntersectRect(area, whole_.area);
@@ -133,8 +138,7 @@ std::optional<ListEntries::Picture> ListEntries::KnownPicture(const Entry& entry
 
 std::optional<ListEntries::Picture> ListEntries::KeepPicture(Entry& entry, const CRect& touched) {
     const bool hasCaption = entry.ShowsText() && entry.HasText();
-    if (!entry.IsUsual() || (hasCaption && !(entry.Caption() && captions_.ShowsText(entry))))
-        return std::nullopt;
+    if (hasCaption && !(entry.Caption() && captions_.ShowsText(entry))) return std::nullopt;
     EntryLook& look = entry.Look();
     look.picture = NextNumber();
     look.pictureEpoch = PictureRevision();

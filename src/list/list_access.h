@@ -76,7 +76,8 @@ struct ListAccess {
     static void BeginFrame(QKListCtrl& list);
     static SIZE LargestFrame(const QKListCtrl& list);
     static const std::vector<Entry*>& DrawnIn(QKListCtrl& list, const CRect& area);
-    static void ComposeEntry(QKListCtrl& list, Entry& entry, OperationSink& sink);
+    // `scale`: pixels to a unit of what it is painted on; 0 for who wants to know each part of the frames.
+    static void ComposeEntry(QKListCtrl& list, Entry& entry, OperationSink& sink, int scale);
     // Adds the numbers and the pixels of an entry's picture to a step that was begun.
     static void DescribeEntry(QKListCtrl& list, Entry& entry, DisplayList& inputs);
     static Gdiplus::Image* CaptionOf(QKListCtrl& list, Entry& entry, const Gdiplus::RectF& place,

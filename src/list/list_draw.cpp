@@ -16,11 +16,10 @@ using namespace qkui;
 
 namespace {
 
-void ComposeFrame(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame, const CRect& rect,
-                  OperationSink& sink) {
-    std::array<Gdiplus::Image*, 9> images;
+FrameImages ImagesOf(const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame) {
+    FrameImages images;
     std::transform(frame.begin(), frame.end(), images.begin(), [](const auto& image) { return image.get(); });
-    RecordNinePatch(images.data(), ToRectF(rect), sink);
+    return images;
 }
 
 }  // namespace
@@ -44,19 +43,31 @@ SIZE ListAccess::LargestFrame(const QKListCtrl& list) {
 }
 
 const std::vector<Entry*>& ListAccess::DrawnIn(QKListCtrl& list, const CRect& area) {
-    return Entries(list).DrawnIn(Clipped(list, area), {Metrics(list), LargestFrame(list)});
+    return Entries(list).DrawnIn(
+        Clipped(list, area), {Metrics(list), LargestFrame(list)},
+        {RevisionsOf(ImagesOf(list.m_pMoveImage)), RevisionsOf(ImagesOf(list.m_pDownImage)),
+         RevisionsOf(ImagesOf(list.m_pFouceImage))});
 }
 
-void ListAccess::ComposeEntry(QKListCtrl& list, Entry& entry, OperationSink& sink) {
+void ListAccess::ComposeEntry(QKListCtrl& list, Entry& entry, OperationSink& sink, int scale) {
+    const auto composeFrame = [&](const QKListCtrl::NineImages& frame, const CRect& rect) {
+        const FrameImages images = ImagesOf(frame);
+        Gdiplus::Image* const whole =
+            scale > 0 ? list.m_state->frames.Find(images, rect.Size(), scale) : nullptr;
+        if (whole)
+            sink.Add(ImageOperation{whole, ToRectF(rect), WholeImage(whole)});
+        else
+            RecordNinePatch(images.data(), ToRectF(rect), sink);
+    };
     const EntryRects rects = Entries(list).RectsOf(entry);
     const bool showsText = entry.ShowsText();
     // A selected entry with the focus has the frame twice: that is how the current one stands out.
     const bool focused = entry.focus == 0 && showsText;
     const CRect& frame = focused ? rects.focus : rects.hit;
-    if (focused) ComposeFrame(list.m_pFouceImage, frame, sink);
-    if (entry.unselected == 0) ComposeFrame(list.m_pFouceImage, frame, sink);
-    if (entry.mouse == QKItemBase::QK_MOUSEON) ComposeFrame(list.m_pMoveImage, frame, sink);
-    if (entry.mouse == QKItemBase::QK_MOUSEDOWN) ComposeFrame(list.m_pDownImage, frame, sink);
+    if (focused) composeFrame(list.m_pFouceImage, frame);
+    if (entry.unselected == 0) composeFrame(list.m_pFouceImage, frame);
+    if (entry.mouse == QKItemBase::QK_MOUSEON) composeFrame(list.m_pMoveImage, frame);
+    if (entry.mouse == QKItemBase::QK_MOUSEDOWN) composeFrame(list.m_pDownImage, frame);
 
     if (Gdiplus::Image* const icon = entry.Icon())
         sink.Add(ImageOperation{icon, ToRectF(IconBox(Metrics(list), rects.cell)), WholeImage(icon)});
@@ -75,14 +86,14 @@ void ListAccess::DescribeEntry(QKListCtrl& list, Entry& entry, DisplayList& inpu
     std::optional<ListEntries::Picture> picture = Entries(list).KnownPicture(entry);
     if (picture) {
         Entries(list).Captions().NoteShown(entry);
-    } else if (entry.IsUsual()) {
+    } else {
         OperationBounds bounds;
-        ComposeEntry(list, entry, bounds);
+        ComposeEntry(list, entry, bounds, 0);
         picture = Entries(list).KeepPicture(entry, bounds.Touched());
     }
     if (!picture) {
         Recorder sink(inputs);
-        ComposeEntry(list, entry, sink);
+        ComposeEntry(list, entry, sink, 0);
         return inputs.Touches(Clipped(list, sink.Touched()));
     }
     inputs.Add(picture->number);

@@ -2,6 +2,7 @@
 // collection from its head would give.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,12 +13,16 @@
 #include "list/entry_selection.h"
 #include "list/entry_states.h"
 #include "list/entry_store.h"
+#include "list/frame_cache.h"
 #include "list/held_records.h"
 #include "list/icon_pool.h"
 #include "list/identifiers.h"
 #include "list/list_layout.h"
 
 namespace qkui {
+
+// The images of the frames around a hovered, a pressed and a selected entry.
+using DrawnFrames = std::array<FrameRevisions, 3>;
 
 // Ties together the parts, each of which owns its state: the store, the geometry, the states, the selection,
 // the captions, and the records that hosts hold.
@@ -82,8 +87,10 @@ class ListEntries {
     std::vector<Entry*> HitBy(CPoint point);
     std::vector<Entry*> HitBy(const CRect& area);
     // Everything that draws into an area, or has its cell there, in drawing order: those with the focus above
-    // all others. `metrics`: as the list has them now. Valid until entries change.
-    const std::vector<Entry*>& DrawnIn(const CRect& area, const DrawnMetrics& metrics);
+    // all others. `metrics` and `frames`: as the list has them now. Valid until entries
+    // change.
+    const std::vector<Entry*>& DrawnIn(const CRect& area, const DrawnMetrics& metrics,
+                                       const DrawnFrames& frames);
     std::optional<CPoint> ContentEnd();  // the largest right and bottom of placed cells
     int LowestBottom();                  // the largest bottom, never below 0
     int RightmostRight();
@@ -152,7 +159,9 @@ class ListEntries {
     void Restate(Entry& entry, std::int8_t mouse, std::int8_t focus, std::int8_t unselected);
     void ChangeState(Entry& entry, std::int8_t Entry::*state, int QKListItem::*inRecord,
                      int RecordState::*seen, int value);
-    std::uint64_t PictureRevision() const { return geometry_.PictureRevision() + captions_.Revision(); }
+    std::uint64_t PictureRevision() const {
+        return geometry_.PictureRevision() + captions_.Revision() + framesRevision_;
+    }
 
     EntryStore store_;
     EntryGeometry geometry_{store_};
@@ -166,6 +175,8 @@ class ListEntries {
     std::uint64_t syncedIn_ = 0;  // the last Uninterrupted in which records were compared
     std::uint64_t generation_ = 0;
     std::optional<ListLayout> lastLayout_;
+    DrawnFrames frames_ = {};
+    std::uint64_t framesRevision_ = 0;  // grows with another frames_
     // What DrawnIn answered last: for the largest area, and for a part of it.
     struct Drawn {
         CRect area;

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "list/frame_cache.h"
 #include "list/list_calls.h"
 #include "list/list_entries.h"
 #include "list/list_keys.h"
@@ -14,6 +15,7 @@ struct ListState {
     std::shared_ptr<ListEntries> entries;  // shared by copies of the list
     std::shared_ptr<const char> life =
         std::make_shared<const char>();  // until the list ends, or is another's copy
+    FrameCache frames;
     ListScroll scroll;
     ListKeys keys;
     ListCalls calls;

@@ -1,7 +1,10 @@
 // What a list shows.
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <random>
 
+#include "items/draw_operations.h"
 #include "list/list_kit.h"
 
 namespace {
@@ -203,6 +206,61 @@ TEST_F(ListDraw, WhatTheHostMovesIntoSightIsDrawn) {
         EXPECT_EQ(shown.Ink(CRect(0, 0, 200, 160)), 0);
         shows[i]();
         EXPECT_GT(shown.Ink(CRect(0, 0, 200, 160)), 0);
+    }
+}
+
+// A host that draws the frames of a list itself, part by part.
+struct PartsDrawn : kit::TestDialog {
+    explicit PartsDrawn(TestList& drawn) : list(drawn) {}
+    void DrawSurface(HDC dc, int, int, int) override {
+        Gdiplus::Graphics graphics(dc);
+        graphics.Clear(Gdiplus::Color(kGround));
+        for (int i = 0; i < list.GetCount(); ++i) {
+            const QKListItem& entry = list.Look(i);
+            if (entry.nSelState == 0) Draw(graphics, list.m_pFouceImage, entry.rcMState);
+            if (entry.nMouseState == 1) Draw(graphics, list.m_pMoveImage, entry.rcMState);
+        }
+    }
+    void Draw(Gdiplus::Graphics& graphics, const std::array<std::shared_ptr<Gdiplus::Image>, 9>& frame,
+              const CRect& r) {
+        std::array<Gdiplus::Image*, 9> parts;
+        std::transform(frame.begin(), frame.end(), parts.begin(),
+                       [](const auto& part) { return part.get(); });
+        DrawStateImage(&graphics, parts.data(), qkui::ToRectF(r));
+    }
+    TestList& list;
+};
+
+TEST_F(ListDraw, FramesEqualTheirParts) {
+    std::mt19937 random(5);
+    const auto roll = [&](int sides) { return static_cast<int>(random() % static_cast<unsigned>(sides)); };
+    Shown shown;
+    PartsDrawn parts(shown.list);
+    parts.Open(0, 0);
+    for (int i = 0; i < 8; ++i) {
+        shown.list.AddIn(CRect(0, 0, 20, 20));
+        shown.list.GetItem(i)->bShowText = 0;
+    }
+    for (int step = 0; step < 1500; ++step) {
+        QKListItem& entry = *shown.list.GetItem(roll(8));
+        auto& part =
+            (roll(2) ? shown.list.m_pFouceImage : shown.list.m_pMoveImage)[static_cast<std::size_t>(roll(9))];
+        const Gdiplus::SolidBrush brush{Gdiplus::Color(static_cast<Gdiplus::ARGB>(random()))};
+        const int what = roll(12);
+        if (what < 3)
+            entry.nSelState = roll(2);
+        else if (what < 6)
+            entry.nMouseState = roll(2);
+        else if (what < 9)
+            entry.rcMState = CRect(CPoint(roll(190), roll(150)), CSize(6 + 20 * roll(3), 8 + 25 * roll(2)));
+        else if (what == 9)
+            part = roll(4) ? std::make_shared<Gdiplus::Bitmap>(1 + roll(8), 1 + roll(8)) : nullptr;
+        if (what >= 9 && part)
+            Gdiplus::Graphics(part.get()).FillRectangle(&brush, roll(3), roll(3), 1 + roll(8), 1 + roll(8));
+        shown.Refresh();
+        parts.Refresh();
+        ASSERT_EQ(Headless::Capture(shown.m_hWnd).argb, Headless::Capture(parts.m_hWnd).argb)
+            << "step " << step;
     }
 }
 

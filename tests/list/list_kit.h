@@ -52,6 +52,7 @@ class TestList : public QKListCtrl {
     using QKListCtrl::m_format;
     using QKListCtrl::m_pFont;
     using QKListCtrl::m_pFouceImage;
+    using QKListCtrl::m_pMoveImage;
     using QKListCtrl::ScaleItemXY;
 };
 
