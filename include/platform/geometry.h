@@ -3,6 +3,9 @@
 /// ends of a LONG instead of overflowing.
 #pragma once
 
+#include <algorithm>
+
+#include <platform/saturate.h>
 #include <platform/types.h>
 
 class PLATFORM_API CSize : public SIZE {
@@ -22,7 +25,10 @@ class PLATFORM_API CPoint : public POINT {
     /// The signed words of a message parameter.
     explicit CPoint(LPARAM packed) : POINT{GET_X_LPARAM(packed), GET_Y_LPARAM(packed)} {}
     void SetPoint(int px, int py) { *this = CPoint(px, py); }
-    void Offset(int dx, int dy);
+    void Offset(int dx, int dy) {
+        x = platform::SaturatedSum(x, dx);
+        y = platform::SaturatedSum(y, dy);
+    }
     void Offset(const POINT& by) { Offset(by.x, by.y); }
     void Offset(const SIZE& by) { Offset(by.cx, by.cy); }
     CPoint& operator+=(const SIZE& by);
@@ -38,12 +44,14 @@ class PLATFORM_API CRect : public RECT {
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
     CRect(const RECT& rect) : RECT(rect) {}                              ///< NOLINT
     CRect(const RECT* rect) : CRect(rect ? *rect : RECT{0, 0, 0, 0}) {}  ///< NOLINT
-    CRect(const POINT& topLeft, const SIZE& size);
+    CRect(const POINT& topLeft, const SIZE& size)
+        : RECT{topLeft.x, topLeft.y, platform::SaturatedSum(topLeft.x, size.cx),
+               platform::SaturatedSum(topLeft.y, size.cy)} {}
     CRect(const POINT& topLeft, const POINT& bottomRight)
         : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
 
-    int Width() const;
-    int Height() const;
+    int Width() const { return platform::SaturatedDifference(right, left); }
+    int Height() const { return platform::SaturatedDifference(bottom, top); }
     CSize Size() const { return CSize(Width(), Height()); }
     CPoint TopLeft() const { return CPoint(left, top); }
     CPoint BottomRight() const { return CPoint(right, bottom); }
@@ -59,7 +67,10 @@ class PLATFORM_API CRect : public RECT {
     void SetRectEmpty() { *this = CRect(); }
     void CopyRect(const RECT* rect) { *this = CRect(rect); }
     bool EqualRect(const RECT* rect) const;
-    void OffsetRect(int dx, int dy);
+    void OffsetRect(int dx, int dy) {
+        *this = CRect(platform::SaturatedSum(left, dx), platform::SaturatedSum(top, dy),
+                      platform::SaturatedSum(right, dx), platform::SaturatedSum(bottom, dy));
+    }
     void OffsetRect(const POINT& by) { OffsetRect(by.x, by.y); }
     void OffsetRect(const SIZE& by) { OffsetRect(by.cx, by.cy); }
     ///@{
@@ -108,6 +119,26 @@ inline bool operator==(const POINT& a, const POINT& b) {
 }
 inline bool operator==(const RECT& a, const RECT& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+inline bool CRect::IntersectRect(const RECT& a, const RECT& b) {
+    const CRect common(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+                       std::min(a.bottom, b.bottom));
+    const bool meet = !CRect(a).IsRectEmpty() && !CRect(b).IsRectEmpty() && !common.IsRectEmpty();
+    *this = meet ? common : CRect();
+    return meet;
+}
+
+inline bool CRect::UnionRect(const RECT& a, const RECT& b) {
+    const CRect first(a), second(b);
+    if (first.IsRectEmpty())
+        *this = second.IsRectEmpty() ? CRect() : second;
+    else if (second.IsRectEmpty())
+        *this = first;
+    else
+        *this = CRect(std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+                      std::max(a.bottom, b.bottom));
+    return !IsRectEmpty();
 }
 
 inline CSize operator+(CSize a, const SIZE& b) {

@@ -6,7 +6,7 @@
 
 #include <platform/geometry.h>
 
-#include "platform/base/saturate.h"
+#include <platform/saturate.h>
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/pixel_rows.h"
 

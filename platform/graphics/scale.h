@@ -3,7 +3,7 @@
 
 #include <platform/geometry.h>
 
-#include "platform/base/saturate.h"
+#include <platform/saturate.h>
 
 namespace platform {
 
