@@ -62,9 +62,9 @@ std::shared_ptr<ImageData> ImageData::FromPicture(std::unique_ptr<EncodedPicture
     auto source = std::make_shared<FrameSource>(std::move(picture));
     std::shared_ptr<Surface> first = source->Frame(0);
     if (!first) return Failed(Gdiplus::UnknownImageFormat);
+    std::shared_ptr<ImageRevision> revision = source->FrameCount() > 1 ? source->RevisionOf(0) : nullptr;
     std::shared_ptr<ImageData> image = New();
-    image->source_ = std::move(source);
-    image->Show(std::move(first), image->FrameCount() > 1 ? image->source_->RevisionOf(0) : nullptr);
+    image->Show(std::move(first), std::move(source), std::move(revision));
     return image;
 }
 
@@ -74,17 +74,22 @@ std::shared_ptr<ImageData> ImageData::FromSurface(std::shared_ptr<Surface> surfa
     std::shared_ptr<ImageData> image = New();
     image->format_ = format;
     image->scale_ = surface->Scale();
-    image->Show(std::move(surface), nullptr);
+    image->Show(std::move(surface), nullptr, nullptr);
     return image;
 }
 
-void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<ImageRevision> revision) {
-    pixels_ = std::move(surface);
-    pixels_->SetScale(scale_);
-    sharers_ = std::make_shared<int>(0);
+void ImageData::Show(std::shared_ptr<Surface> surface, std::shared_ptr<FrameSource> source,
+                     std::shared_ptr<ImageRevision> revision) {
+    auto shown = std::make_shared<Shown>();
+    shown->pixels = std::move(surface);
+    shown->pixels->SetScale(scale_);
+    shown->source = std::move(source);
+    shown->surfaceRevision = revision ? shown->pixels->Revision() : 0;
+    shown->revision = std::move(revision);
+    width_ = shown->pixels->Width();
+    height_ = shown->pixels->Height();
+    shown_ = std::move(shown);
     original_.reset();
-    revision_ = std::move(revision);
-    surfaceRevision_ = revision_ ? pixels_->Revision() : 0;
 }
 
 std::shared_ptr<ImageData> ImageData::Clone() {
@@ -92,27 +97,24 @@ std::shared_ptr<ImageData> ImageData::Clone() {
     std::shared_ptr<ImageData> clone = New();
     clone->scale_ = scale_;
     if (lent_ > 0) {
-        std::shared_ptr<Surface> copy = CopyOf(*pixels_);
+        std::shared_ptr<Surface> copy = CopyOf(*shown_->pixels);
         if (!copy) return {};
-        clone->Show(std::move(copy), nullptr);
+        clone->Show(std::move(copy), shown_->source, nullptr);
     } else {
         CurrentRevision();  // once for both
-        clone->pixels_ = pixels_;
-        clone->sharers_ = sharers_;
+        clone->shown_ = shown_;
         clone->original_ = original_;
-        clone->revision_ = revision_;
-        clone->surfaceRevision_ = surfaceRevision_;
+        clone->width_ = width_;
+        clone->height_ = height_;
     }
     clone->format_ = format_;
-    clone->source_ = source_;
     clone->frame_ = frame_;
     return clone;
 }
 
 bool ImageData::IsCloneOf(const ImageData& other) const {
-    return IsGood() && pixels_ == other.pixels_ && sharers_ == other.sharers_ && lent_ == 0 &&
-           other.lent_ == 0 && format_ == other.format_ && scale_ == other.scale_ &&
-           source_ == other.source_ && frame_ == other.frame_;
+    return IsGood() && shown_ == other.shown_ && lent_ == 0 && other.lent_ == 0 && format_ == other.format_ &&
+           scale_ == other.scale_ && frame_ == other.frame_;
 }
 
 std::shared_ptr<ImageData> ImageData::CloneOf(std::shared_ptr<ImageData> original) {
@@ -121,22 +123,26 @@ std::shared_ptr<ImageData> ImageData::CloneOf(std::shared_ptr<ImageData> origina
     return clone;
 }
 
+const std::shared_ptr<Surface>& ImageData::Pixels() const {
+    static const std::shared_ptr<Surface> none;
+    return shown_ ? shown_->pixels : none;
+}
+
 std::shared_ptr<Surface> ImageData::Writable() {
     if (!IsGood()) return {};
     // Held by nobody else the original goes, and what it showed is written to in place.
     if (original_.use_count() == 1) original_.reset();
-    if (sharers_.use_count() > 1) {
-        std::shared_ptr<Surface> copy = CopyOf(*pixels_);
+    if (shown_.use_count() > 1) {
+        std::shared_ptr<Surface> copy = CopyOf(*shown_->pixels);
         if (!copy) return {};
         // Until something is drawn, the copy shows what the clones show.
-        Show(std::move(copy), CurrentRevision());
+        Show(std::move(copy), shown_->source, CurrentRevision());
     }
-    return pixels_;
+    return shown_->pixels;
 }
 
 void ImageData::Replace(std::shared_ptr<Surface> surface) {
-    Show(std::move(surface), nullptr);
-    source_.reset();
+    Show(std::move(surface), nullptr, nullptr);
     frame_ = 0;
 }
 
@@ -145,30 +151,33 @@ bool ImageData::SetScale(int scale) {
     if (scale == scale_) return true;
     if (!Writable()) return false;  // the surface knows its scale, and others may show it
     scale_ = scale;
-    pixels_->SetScale(scale);
+    shown_->pixels->SetScale(scale);
     return true;
 }
 
 void ImageData::RestoreOpacity() {
     if (!IsGood() || !IsOpaqueFormat()) return;
-    for (int y = 0; y < pixels_->Height(); ++y)
-        MakeOpaqueRow(pixels_->Row(y), pixels_->Row(y), static_cast<std::size_t>(pixels_->Width()));
-    pixels_->Touch();
+    Surface& pixels = *shown_->pixels;
+    for (int y = 0; y < pixels.Height(); ++y)
+        MakeOpaqueRow(pixels.Row(y), pixels.Row(y), static_cast<std::size_t>(pixels.Width()));
+    pixels.Touch();
 }
 
 const std::shared_ptr<ImageRevision>& ImageData::CurrentRevision() {
-    if (!revision_ || surfaceRevision_ != pixels_->Revision()) {
-        surfaceRevision_ = pixels_->Revision();
-        revision_ = std::make_shared<ImageRevision>(surfaceRevision_);
+    Shown& shown = *shown_;
+    if (!shown.revision || shown.surfaceRevision != shown.pixels->Revision()) {
+        shown.surfaceRevision = shown.pixels->Revision();
+        shown.revision = std::make_shared<ImageRevision>(shown.surfaceRevision);
     }
-    return revision_;
+    return shown.revision;
 }
 
 bool ImageData::SelectFrame(int index) {
-    if (!source_ || index == frame_) return IsGood();
-    std::shared_ptr<Surface> frame = source_->Frame(index);
+    if (!Frames() || index == frame_) return IsGood();
+    const std::shared_ptr<FrameSource> source = shown_->source;
+    std::shared_ptr<Surface> frame = source->Frame(index);
     if (!frame) return false;
-    Show(std::move(frame), source_->RevisionOf(index));
+    Show(std::move(frame), source, source->RevisionOf(index));
     frame_ = index;
     return true;
 }

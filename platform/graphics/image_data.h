@@ -55,10 +55,10 @@ class ImageData {
                                                   Gdiplus::PixelFormat format);
 
     Gdiplus::Status LoadStatus() const { return loadStatus_; }
-    bool IsGood() const { return pixels_ != nullptr; }
+    bool IsGood() const { return shown_ != nullptr; }
     // In pixels; divided by Scale it is in the units that hosts see.
-    int Width() const { return pixels_ ? pixels_->Width() : 0; }
-    int Height() const { return pixels_ ? pixels_->Height() : 0; }
+    int Width() const { return width_; }
+    int Height() const { return height_; }
     // Pixels to a unit, each way. What is drawn on the image counts in units.
     int Scale() const { return scale_; }
     // False, and nothing changes, for a size that is no number of units.
@@ -75,7 +75,7 @@ class ImageData {
     static std::shared_ptr<ImageData> CloneOf(std::shared_ptr<ImageData> original);
 
     // For reading only; null for a failed image.
-    const std::shared_ptr<Surface>& Pixels() const { return pixels_; }
+    const std::shared_ptr<Surface>& Pixels() const;
     // For writing, which must be followed by Touch of the surface. Null for a failed image or without memory.
     std::shared_ptr<Surface> Writable();
     // Other pixels instead, of any size. What is left is a still image.
@@ -92,26 +92,33 @@ class ImageData {
     std::uint64_t Revision() { return IsGood() ? CurrentRevision()->Id() : 0; }
 
     // The frames of a picture that was decoded and not changed as a whole since; else one.
-    const FrameSource* Frames() const { return source_.get(); }
-    int FrameCount() const { return source_ ? source_->FrameCount() : 1; }
+    const FrameSource* Frames() const { return shown_ ? shown_->source.get() : nullptr; }
+    int FrameCount() const { return Frames() ? Frames()->FrameCount() : 1; }
     bool SelectFrame(int index);
 
   private:
+    // What an image shows. Clones hold the same one until one of them changes.
+    struct Shown {
+        std::shared_ptr<Surface> pixels;
+        std::shared_ptr<FrameSource> source;
+        std::shared_ptr<ImageRevision> revision;
+        std::uint64_t surfaceRevision = 0;  // the revision of the surface that `revision` stands for
+    };
+
     ImageData() = default;
     static std::shared_ptr<ImageData> New();
-    void Show(std::shared_ptr<Surface> surface, std::shared_ptr<ImageRevision> revision);
+    void Show(std::shared_ptr<Surface> surface, std::shared_ptr<FrameSource> source,
+              std::shared_ptr<ImageRevision> revision);
 
-    Gdiplus::Status loadStatus_ = Gdiplus::Ok;
-    Gdiplus::PixelFormat format_ = Gdiplus::PixelFormat32bppARGB;
-    std::shared_ptr<Surface> pixels_;
-    std::shared_ptr<int> sharers_;  // held by every image that shows pixels_
-    std::shared_ptr<ImageData> original_;
-    std::shared_ptr<ImageRevision> revision_;
-    std::uint64_t surfaceRevision_ = 0;  // the revision of the surface that revision_ stands for
-    std::shared_ptr<FrameSource> source_;
+    int width_ = 0;  // of what is shown
+    int height_ = 0;
+    int scale_ = 1;
     int frame_ = 0;
     int lent_ = 0;
-    int scale_ = 1;
+    Gdiplus::Status loadStatus_ = Gdiplus::Ok;
+    Gdiplus::PixelFormat format_ = Gdiplus::PixelFormat32bppARGB;
+    std::shared_ptr<Shown> shown_;
+    std::shared_ptr<ImageData> original_;
 };
 
 }  // namespace platform
