@@ -60,15 +60,18 @@ class PartialRepaint {
     bool IsNeeded() const { return needed_; }
     const Region& Part() const { return part_; }
     // Calls compose(band) for one band of the part's rows after another, the context confined to it: what is
-    // drawn first is then still near the processor when the rest is drawn on it.
+    // drawn first is then still near the processor when the rest is drawn on it. They part where little lies
+    // across, which is drawn twice.
     template <class Compose>
     void InBands(const Compose& compose) const {
         const CRect box = part_.Box();
-        const int rows = std::max(kBandPixels / box.Width(), 1);
+        const int rows = std::max(kBandPixels / box.Width(), 2);
         if (box.Height() < 2 * rows) return compose(part_);
-        for (int top = box.top; top < box.bottom; top += rows) {
+        for (int top = box.top, bottom; top < box.bottom; top = bottom) {
+            bottom = box.bottom - top <= rows ? box.bottom
+                                              : damage_.List().QuietestRow(top + rows / 2, top + rows);
             const Region band;
-            band.Set(CRect(box.left, top, box.right, std::min(top + rows, box.bottom)));
+            band.Set(CRect(box.left, top, box.right, bottom));
             CombineRgn(band, band, part_, RGN_AND);
             Confine(band);
             compose(band);

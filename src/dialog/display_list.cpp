@@ -1,6 +1,7 @@
 #include "dialog/display_list.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "dialog/region.h"
 
@@ -39,6 +40,26 @@ void DisplayList::Fills(const RECT& rect) {
 std::span<const std::uint64_t> DisplayList::NumbersOf(std::size_t step) const {
     const std::size_t first = steps_[step].number;
     return std::span(numbers_).subspan(first, EndOf(step, &Step::number, numbers_.size()) - first);
+}
+
+int DisplayList::QuietestRow(int first, int last) const {
+    std::vector<int> changes(static_cast<std::size_t>(last - first) + 2);
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        if (steps_[i].operation == EndOf(i, &Step::operation, operations_.size())) continue;
+        const int begin = std::max<int>(steps_[i].touched.top + 1, first);
+        const int end = std::min<int>(steps_[i].touched.bottom, last + 1);
+        if (begin >= end) continue;
+        ++changes[static_cast<std::size_t>(begin - first)];
+        --changes[static_cast<std::size_t>(end - first)];
+    }
+    int across = 0, fewest = std::numeric_limits<int>::max(), quietest = last;
+    for (int row = first; row <= last; ++row) {
+        across += changes[static_cast<std::size_t>(row - first)];
+        if (across > fewest) continue;
+        fewest = across;
+        quietest = row;
+    }
+    return quietest;
 }
 
 std::vector<CRect> DisplayList::Difference(const DisplayList& before, const DisplayList& after) {

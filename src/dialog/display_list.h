@@ -65,6 +65,10 @@ class DisplayList {
         }
     }
 
+    // The row, of those from `first` to `last`, that the fewest steps which draw lie across; the last of
+    // equals.
+    int QuietestRow(int first, int last) const;
+
     // The rectangles in which two frames differ; a few large ones in place of very many.
     static std::vector<CRect> Difference(const DisplayList& before, const DisplayList& after);
 
