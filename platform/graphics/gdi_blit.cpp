@@ -5,7 +5,6 @@
 #include <vector>
 
 #include <platform/geometry.h>
-
 #include <platform/saturate.h>
 #include "platform/graphics/gdi_objects.h"
 #include "platform/graphics/pixel_rows.h"

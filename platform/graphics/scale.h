@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/geometry.h>
-
 #include <platform/saturate.h>
 
 namespace platform {

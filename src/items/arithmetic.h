@@ -1,16 +1,14 @@
 // Whole numbers of a host's choosing: sums and conversions end at the ends of an int.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 
+#include <platform/saturate.h>
+
 namespace qkui {
 
-inline int Saturate(std::int64_t value) {
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
-}
+using platform::Saturate;
 
 template <class... Ints>
 int Sum(Ints... values) {

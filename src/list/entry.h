@@ -120,6 +120,7 @@ struct Entry {
     void ForgetPicture() {
         if (look) look->picture = 0;
     }
+    // Without any frame around it.
     bool IsUsual() const { return mouse == 0 && focus == 1 && unselected == 1; }
 
     // A record of what is in here, but for rectangles and what only the list knows; without memory nothing

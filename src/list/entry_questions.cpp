@@ -128,7 +128,7 @@ int ListEntries::RightmostRight() {
 
 std::optional<ListEntries::Picture> ListEntries::KnownPicture(const Entry& entry) const {
     const EntryLook* const look = entry.look.get();
-    if (!look || look->picture == 0 || look->pictureEpoch != PictureRevision()) return std::nullopt;
+    if (!look || look->picture == 0 || look->pictureEpoch != PictureRevision(entry)) return std::nullopt;
     if (entry.record && (RevisionOf(entry.Icon()) != look->iconRevision ||
                          RevisionOf(entry.Caption()) != look->captionRevision ||
                          (entry.ShowsText() && entry.HasText() && !captions_.ShowsText(entry))))
@@ -141,7 +141,7 @@ std::optional<ListEntries::Picture> ListEntries::KeepPicture(Entry& entry, const
     if (hasCaption && !(entry.Caption() && captions_.ShowsText(entry))) return std::nullopt;
     EntryLook& look = entry.Look();
     look.picture = NextNumber();
-    look.pictureEpoch = PictureRevision();
+    look.pictureEpoch = PictureRevision(entry);
     look.iconRevision = RevisionOf(entry.Icon());
     look.captionRevision = RevisionOf(entry.Caption());
     look.touched = geometry_.FromOrigin(touched);

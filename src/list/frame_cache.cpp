@@ -4,6 +4,7 @@
 
 #include "items/draw_operations.h"
 #include "items/nine_patch.h"
+#include "list/memory.h"
 
 namespace qkui {
 namespace {
@@ -72,6 +73,10 @@ FrameRevisions RevisionsOf(const FrameImages& images) {
 }
 
 Gdiplus::Image* FrameCache::Find(const FrameImages& images, CSize size, int scale) {
+    return WithinMemory<Gdiplus::Image*>(nullptr, [&] { return FindOrRender(images, size, scale); });
+}
+
+Gdiplus::Image* FrameCache::FindOrRender(const FrameImages& images, CSize size, int scale) {
     if (size.cx < 1 || size.cy < 1 || size.cx > kMostPixels / size.cy) return nullptr;
     const FrameRevisions revisions = RevisionsOf(images);
     auto at = std::find_if(frames_.begin(), frames_.end(),

@@ -24,6 +24,8 @@ class FrameCache {
     Gdiplus::Image* Find(const FrameImages& images, CSize size, int scale);
 
   private:
+    Gdiplus::Image* FindOrRender(const FrameImages& images, CSize size, int scale);
+
     struct Frame {
         FrameRevisions revisions;
         SIZE size;

@@ -159,8 +159,9 @@ class ListEntries {
     void Restate(Entry& entry, std::int8_t mouse, std::int8_t focus, std::int8_t unselected);
     void ChangeState(Entry& entry, std::int8_t Entry::*state, int QKListItem::*inRecord,
                      int RecordState::*seen, int value);
-    std::uint64_t PictureRevision() const {
-        return geometry_.PictureRevision() + captions_.Revision() + framesRevision_;
+    // Grows when the picture of the entry, in the state that it is in, may look different.
+    std::uint64_t PictureRevision(const Entry& entry) const {
+        return geometry_.PictureRevision() + captions_.Revision() + (entry.IsUsual() ? 0 : framesRevision_);
     }
 
     EntryStore store_;

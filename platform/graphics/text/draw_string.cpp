@@ -179,16 +179,17 @@ Status Draw(GraphicsData& graphics, const TextJob& job) try {
 // Throws std::bad_alloc.
 Gdiplus::TextExtent Measure(std::u16string_view text, const std::shared_ptr<FontData>& font,
                             const Gdiplus::RectF& layout, const TextFormat& format) {
-    const auto laid = TextShaper::OfThread().Cache().Get(text, font, format)->layout;
+    const std::shared_ptr<CachedText> cached = TextShaper::OfThread().Cache().Get(text, font, format);
+    const TextLayout& laid = *cached->layout;
     Gdiplus::TextExtent extent;
-    extent.box = laid->Box();
+    extent.box = laid.Box();
     extent.box.X += layout.X;
     extent.box.Y += layout.Y;
     const auto x = static_cast<double>(layout.X);
     const auto y = static_cast<double>(layout.Y);
     if (std::abs(x) > kFarthestText || std::abs(y) > kFarthestText) return extent;
     const POINT origin = Origin(x, y);
-    CRect ink = laid->Ink();
+    CRect ink = laid.Ink();
     ink.OffsetRect(origin.x, origin.y);
     ink = CutToLayout(ink, x, y, format);
     if (!ink.IsRectEmpty()) extent.ink = Gdiplus::Rect(ink.left, ink.top, ink.Width(), ink.Height());
