@@ -13,10 +13,13 @@ DisplayList& Damage::NewList() {
 void Damage::TakeList() {
     const std::vector<CRect> differing = DisplayList::Difference(current_, coming_);
     std::swap(current_, coming_);
-    const Region rect;
+    const Region part;
     for (const CRect& one : differing) {
-        rect.Set(one);
-        Add(rect);
+        CRect inside;
+        if (!inside.IntersectRect(one, Whole())) continue;
+        part.Set(inside);
+        CombineRgn(area_, area_, part, RGN_OR);
+        empty_ = false;
     }
 }
 
