@@ -37,6 +37,18 @@ Gdiplus::Color& QKCheckBox::GetTextStateColor() {
     return m_crTextState;
 }
 
+// Without the item's format, whatever that makes of the text. Every frame asks.
+float QKCheckBox::TextHeight(const Gdiplus::RectF& layout) const {
+    const Gdiplus::Font* const font = GetFont();
+    const std::u16string_view text(GetText(), static_cast<std::size_t>(GetTextLen()));
+    const std::uint64_t revision = font ? font->GetRevision() : 0;
+    if (m_measured.font != revision || m_measured.width != layout.Width ||
+        m_measured.height != layout.Height || m_measured.text.View() != text)
+        m_measured = {GetText(), revision, layout.Width, layout.Height,
+                      Gdiplus::GetTextExtent(GetText(), GetTextLen(), font, layout, nullptr).box.Height};
+    return m_measured.textHeight;
+}
+
 void qkui::ItemAccess::Record(const QKCheckBox& box, OperationSink& sink) {
     Record(static_cast<const QKButton&>(box), sink);
     Gdiplus::Image* const check = box.m_pCheckImage.get();
@@ -55,14 +67,10 @@ void qkui::ItemAccess::RecordText(const QKCheckBox& box, OperationSink& sink) {
     box.GetRect(&layout);
     if (const Gdiplus::Image* const strip = box.GetImage()) {
         layout.X += static_cast<float>(strip->GetWidth());
-        // Measured without the item's format, whatever that makes of the text.
-        const float text =
-            Gdiplus::GetTextExtent(box.GetText(), box.GetTextLen(), box.GetFont(), layout, nullptr)
-                .box.Height;
         CRect frame;
         box.GetButtonRect(frame);
-        layout.Y +=
-            (static_cast<float>(frame.Height()) - text) * 0.5F + static_cast<float>(box.GetTextInerTop());
+        layout.Y += (static_cast<float>(frame.Height()) - box.TextHeight(layout)) * 0.5F +
+                    static_cast<float>(box.GetTextInerTop());
         layout.X += static_cast<float>(box.GetTextInerLeft());
     }
     TextOperation text = TextOf(box, layout);

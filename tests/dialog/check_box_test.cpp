@@ -1,4 +1,6 @@
 // Check boxes and radio buttons: where mark and text lie, which colour, and what a click does.
+#include <random>
+
 #include "support/test_dialog.h"
 
 namespace {
@@ -96,6 +98,33 @@ TEST_F(CheckBox, TheTextStartsRightOfTheWholeStripInTheMiddleOfAFrame) {
                 ink += (colour.GetValue() & 0xFFFFFF) != 0;
             }
         EXPECT_GT(ink, 20);
+    }
+}
+
+// One change after another gives what a new box shows.
+TEST_F(CheckBox, TheTextLiesWhereThatOfANewBoxDoes) {
+    std::mt19937 random(3);
+    const LPCWSTR texts[] = {u"", u"one", u"two\nlines", u"a text that wraps"};
+    unsigned look[3] = {};
+    const auto give = [&](QKCheckBox& box) {
+        box.SetText(texts[look[0]]);
+        box.SetFont(Gdiplus::Font(u"DejaVu Sans", 8 + 6.0F * static_cast<float>(look[1])));
+        box.SetRect(10, 40, 60 + 60 * static_cast<int>(look[2]), 70);
+    };
+    Marked<QKCheckBox> box(10, 40);
+    TestDialog dialog({&box});
+    dialog.Open();
+    for (int step = 0; step < 100; ++step) {
+        const std::size_t what = random() % 3;
+        look[what] = static_cast<unsigned>(random() % (what ? 2 : 4));
+        Marked<QKCheckBox> fresh(10, 40);
+        TestDialog other({&fresh});
+        other.Open();
+        for (const auto& [one, in] : {std::pair<QKCheckBox*, TestDialog*>(&box, &dialog), {&fresh, &other}}) {
+            give(*one);
+            in->Refresh();
+        }
+        ASSERT_EQ(Headless::Capture(dialog.m_hWnd).argb, Headless::Capture(other.m_hWnd).argb) << step;
     }
 }
 

@@ -2,6 +2,7 @@
 /// Check boxes and radio buttons: a button's frame, a mark over it while checked, a text to its right.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include <qkui/items/button.h>
@@ -57,7 +58,15 @@ class PLATFORM_API QKCheckBox : public QKButton, public QKItemText {
 
   private:
     Gdiplus::Color StateColor() const;
+    float TextHeight(const Gdiplus::RectF& layout) const;
 
+    struct Measured {
+        CString text;
+        std::uint64_t font = 0;
+        float width = 0, height = 0;  ///< of the layout
+        float textHeight = 0;
+    };
+    mutable Measured m_measured;  ///< what the text took up when it was last measured
     std::shared_ptr<Gdiplus::Image> m_pCheckImage;
     int m_nTextTop = 0;
     int m_nTextLeft = 0;
